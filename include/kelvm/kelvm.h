@@ -1,0 +1,9 @@
+/* kelvm: element-wise mathematical functions over arrays. Start reading in kelvm/types.h. */
+#ifndef KELVM_KELVM_H
+#define KELVM_KELVM_H
+
+#include "kelvm/arith.h"
+#include "kelvm/types.h"
+#include "kelvm/version.h"
+
+#endif

@@ -1,0 +1,77 @@
+// Rounding to integral values, and the split into integral and fractional part. Every result is exact.
+#include "frame/member.hpp"
+#include "kelvm/arith.h"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+template <class T, Rounding How> struct Rounded : KernelDefaults {
+  using Element = T;
+  static constexpr Mode mode =
+      How == Rounding::current || How == Rounding::current_quiet ? Mode::callers : Mode::nearest;
+  static constexpr int vectors_in_flight = 4;
+  static constexpr bool covers_everything = true;
+  template <class V> static V formula(V x) { return round<How>(x); }
+};
+template <class T> using Ceil = Rounded<T, Rounding::up>;
+template <class T> using Floor = Rounded<T, Rounding::down>;
+template <class T> using Trunc = Rounded<T, Rounding::to_zero>;
+template <class T> using Rint = Rounded<T, Rounding::current>;
+template <class T> using NearbyInt = Rounded<T, Rounding::current_quiet>;
+
+/// To nearest, halfway cases away from zero: ties-to-even, then one step away from zero where that went toward zero
+/// by exactly a half. Adding the correction, +0 where there is none, makes every zero result +0; for an infinity the
+/// difference is inf - inf and raises invalid.
+template <class T> struct Round : KernelDefaults {
+  using Element = T;
+  static constexpr int vectors_in_flight = 4;
+  static constexpr bool covers_everything = true;
+  template <class V> static V formula(V x) {
+    const Bits<V> sign = sign_of(x);
+    const V nearest = round<Rounding::nearest_even>(x);
+    const V away = flip_sign(x - nearest, sign);
+    return nearest + select(away == splat<V>(0.5), with_sign(splat<V>(1), sign), splat<V>(0));
+  }
+};
+
+/// Integral part toward zero and fractional part, both with the sign of x. In round-toward-zero, adding and subtracting
+/// 2^p (p fraction bits of the type) truncates every |x| below it.
+template <class T> struct Modf : KernelDefaults {
+  using Element = T;
+  static constexpr Mode mode = Mode::toward_zero;
+  static constexpr T integral_from = sizeof(T) == 8 ? T(0x1p52) : T(0x1p23);
+
+  template <class V> static Marks<V> special(V x) { return above(abs(x), below(integral_from)); }
+  template <class V> static Pair<V> formula(V x) {
+    const V magnitude = abs(x);
+    const V integral = (magnitude + integral_from) - integral_from;
+    return {with_sign(integral, sign_of(x)), with_sign(magnitude - integral, sign_of(x))};
+  }
+  static Pair<T> element(T x, kelStatus&) {
+    if (x != x) return {x + x, x + x};
+    return {x, with_sign(T(0), sign_of(x))};
+  }
+
+private:
+  static constexpr T below(T limit) {
+    return __builtin_bit_cast(T, Lane<Bits<T>>(__builtin_bit_cast(Bits<T>, limit) - 1));
+  }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsCeil_32f, kelvm::Ceil<float>)
+KELVM_UNARY(kelsCeil_64f, kelvm::Ceil<double>)
+KELVM_UNARY(kelsFloor_32f, kelvm::Floor<float>)
+KELVM_UNARY(kelsFloor_64f, kelvm::Floor<double>)
+KELVM_UNARY(kelsTrunc_32f, kelvm::Trunc<float>)
+KELVM_UNARY(kelsTrunc_64f, kelvm::Trunc<double>)
+KELVM_UNARY(kelsRound_32f, kelvm::Round<float>)
+KELVM_UNARY(kelsRound_64f, kelvm::Round<double>)
+KELVM_UNARY(kelsRint_32f, kelvm::Rint<float>)
+KELVM_UNARY(kelsRint_64f, kelvm::Rint<double>)
+KELVM_UNARY(kelsNearbyInt_32f, kelvm::NearbyInt<float>)
+KELVM_UNARY(kelsNearbyInt_64f, kelvm::NearbyInt<double>)
+KELVM_TWO_OUTPUTS(kelsModf_32f, kelvm::Modf<float>)
+KELVM_TWO_OUTPUTS(kelsModf_64f, kelvm::Modf<double>)

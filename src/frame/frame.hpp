@@ -1,0 +1,260 @@
+// The frame of every member: argument checks, floating-point mode, block loop, hand-over of special lanes, tail,
+// status.
+//
+// A kernel is a struct (stateless, but for the scalar-power shape) that derives from KernelDefaults and has
+//
+//   using Element = double;         the type of a lane: of the parts, where elements are complex
+//   template <class V> static Marks<V> special(V x)
+//                                   marks the elements that formula does not cover; integer work only
+//   template <class V> static V formula(V x)
+//                                   reduce, approximate, reconstruct, for any width. It raises no flag but inexact for
+//                                   an unmarked element.
+//   static double element(double x, kelStatus& status)
+//                                   the complete function for one element: special results with their code and flag,
+//                                   formula(x) with one lane where that covers it. Called for marked lanes only.
+//
+// A kernel with `covers_everything` has formula alone. A kernel with `doubts` gives formula a last parameter,
+// LaneBits& doubtful, and sets there the lanes whose result is not decided; they go to element() as well.
+//
+// Two sources, or a complex one, are two parameters (x, y); two complex sources are four: real and imaginary part of
+// the first, then of the second. Two destinations, or a complex one, are a Pair.
+#pragma once
+
+#include "frame/mode.hpp"
+#include "frame/status.hpp"
+
+#include <cstddef>
+
+namespace kelvm::inline KELVM_BUILD {
+
+struct KernelDefaults {
+  static constexpr Mode mode = Mode::nearest;
+  static constexpr int vectors_in_flight = 2;
+  static constexpr bool covers_everything = false;
+  static constexpr bool doubts = false;
+  /// A destination may overlap a source in any way; the result is that of a forward loop over the elements.
+  static constexpr bool any_overlap = false;
+  /// What marked lanes hold while their neighbours are computed: any ordinary argument.
+  static constexpr float harmless = 1.0f;
+};
+
+enum class Order { CountFirst, PointersFirst };
+
+/// The arrays of a call and the parts of an element in each: one for reals, two for complex numbers.
+template <int Sources, int SourceParts, int Destinations, int DestinationParts> struct Shape {
+  static constexpr int sources = Sources, source_parts = SourceParts;
+  static constexpr int destinations = Destinations, destination_parts = DestinationParts;
+  static constexpr int inputs = Sources * SourceParts, outputs = Destinations * DestinationParts;
+};
+
+template <class T, class S> struct Arrays {
+  const T* source[S::sources];
+  T* destination[S::destinations];
+
+  bool has_null() const {
+    bool null = false;
+    for (const T* p : source) null |= p == nullptr;
+    for (const T* p : destination) null |= p == nullptr;
+    return null;
+  }
+  /// Whether some destination starts inside a source, less than `bytes` behind its start.
+  bool overlaps_within(std::size_t bytes) const {
+    for (const T* s : source)
+      for (const T* d : destination)
+        if (reinterpret_cast<std::uintptr_t>(d) - reinterpret_cast<std::uintptr_t>(s) - 1 < bytes - 1) return true;
+    return false;
+  }
+};
+
+/// f(0), f(1) ... f(N - 1), each argument a compile-time constant.
+template <int N, class F> inline void unrolled(F f) {
+  [&]<int... I>(std::integer_sequence<int, I...>) { (f(std::integral_constant<int, I>{}), ...); }
+  (std::make_integer_sequence<int, N>{});
+}
+
+/// The block loop of kernel K over arrays of shape S. Results are bit for bit those of one element alone, so blocks,
+/// single vectors and the tail may divide the array as they like.
+template <class K, class S> class Loop {
+  using T = typename K::Element;
+  using V = Native<T>;
+  static constexpr int width = native_lanes<T>;
+  static constexpr int block = width * K::vectors_in_flight;
+
+  template <class U> struct Inputs { U of[S::inputs]; };
+  template <class U> struct Outputs { U of[S::outputs]; };
+
+  template <class U, class F> static auto spread(const Inputs<U>& in, F f) {
+    return [&]<int... I>(std::integer_sequence<int, I...>) { return f(in.of[I]...); }
+    (std::make_integer_sequence<int, S::inputs>{});
+  }
+  template <class U> static Outputs<U> collect(U result) { return {{result}}; }
+  template <class U> static Outputs<U> collect(Pair<U> result) { return {{result.first, result.second}}; }
+
+  template <class U> static Outputs<U> formula(const K& kernel, const Inputs<U>& in, LaneBits& doubtful) {
+    return collect<U>(spread(in, [&](auto... x) {
+      if constexpr (K::doubts)
+        return kernel.formula(x..., doubtful);
+      else
+        return kernel.formula(x...);
+    }));
+  }
+  static Marks<V> special(const K& kernel, const Inputs<V>& in) {
+    if constexpr (K::covers_everything)
+      return Marks<V>{};
+    else
+      return spread(in, [&](auto... x) { return kernel.special(x...); });
+  }
+
+  static Inputs<V> load_block(const Arrays<T, S>& arrays, std::ptrdiff_t i) {
+    Inputs<V> in;
+    unrolled<S::sources>([&](auto s) {
+      const T* from = arrays.source[s] + i * S::source_parts;
+      if constexpr (S::source_parts == 1) {
+        in.of[s] = load<V>(from);
+      } else {
+        const Pair<V> parts = deinterleave(load<V>(from), load<V>(from + width));
+        in.of[2 * s] = parts.first;
+        in.of[2 * s + 1] = parts.second;
+      }
+    });
+    return in;
+  }
+  /// The last count elements, the lanes beyond them filled with copies of the first.
+  static Inputs<V> load_tail(const Arrays<T, S>& arrays, std::ptrdiff_t i, int count) {
+    Inputs<V> in;
+    unrolled<S::sources>([&](auto s) {
+      const T* from = arrays.source[s] + i * S::source_parts;
+      if constexpr (S::source_parts == 1) {
+        in.of[s] = load_first<V>(from, count, splat<V>(load<T>(from)));
+      } else {
+        const Pair<V> fill = interleave(Pair<V>{splat<V>(load<T>(from)), splat<V>(load<T>(from + 1))});
+        const int n = 2 * count;
+        const V low = n < width ? load_first<V>(from, n, fill.first) : load<V>(from);
+        const V high = n <= width ? fill.second : load_first<V>(from + width, n - width, fill.second);
+        const Pair<V> parts = deinterleave(low, high);
+        in.of[2 * s] = parts.first;
+        in.of[2 * s + 1] = parts.second;
+      }
+    });
+    return in;
+  }
+  static void store_block(const Arrays<T, S>& arrays, std::ptrdiff_t i, const Outputs<V>& out) {
+    unrolled<S::destinations>([&](auto d) {
+      T* to = arrays.destination[d] + i * S::destination_parts;
+      if constexpr (S::destination_parts == 1) {
+        store<V>(to, out.of[d]);
+      } else {
+        const Pair<V> pairs = interleave(Pair<V>{out.of[2 * d], out.of[2 * d + 1]});
+        store<V>(to, pairs.first);
+        store<V>(to + width, pairs.second);
+      }
+    });
+  }
+  static void store_tail(const Arrays<T, S>& arrays, std::ptrdiff_t i, int count, const Outputs<V>& out) {
+    unrolled<S::destinations>([&](auto d) {
+      T* to = arrays.destination[d] + i * S::destination_parts;
+      if constexpr (S::destination_parts == 1) {
+        store_first<V>(to, count, out.of[d]);
+      } else {
+        const Pair<V> pairs = interleave(Pair<V>{out.of[2 * d], out.of[2 * d + 1]});
+        const int n = 2 * count;
+        if (n < width) {
+          store_first<V>(to, n, pairs.first);
+        } else {
+          store<V>(to, pairs.first);
+          if (n > width) store_first<V>(to + width, n - width, pairs.second);
+        }
+      }
+    });
+  }
+
+  /// One vector, whatever it holds. Lanes outside `valid` are computed but never handed over.
+  [[gnu::noinline]] static void one_vector(const K& kernel, const Inputs<V>& in, Outputs<V>& out,
+                                           [[maybe_unused]] LaneBits valid, [[maybe_unused]] kelStatus& status) {
+    LaneBits doubtful = 0;
+    if constexpr (K::covers_everything) {
+      out = formula<V>(kernel, in, doubtful);
+    } else {
+      const Marks<V> marked = special(kernel, in);
+      Inputs<V> tame;
+      unrolled<S::inputs>([&](auto k) { tame.of[k] = select(marked, splat<V>(K::harmless), in.of[k]); });
+      out = formula<V>(kernel, tame, doubtful);
+      for (LaneBits left = (lane_bits(marked) | doubtful) & valid; left != 0; left &= left - 1) {
+        const int i = __builtin_ctz(left);
+        Inputs<T> x;
+        unrolled<S::inputs>([&](auto k) { x.of[k] = in.of[k][i]; });
+        const Outputs<T> y = collect<T>(spread(x, [&](auto... parts) { return kernel.element(parts..., status); }));
+        unrolled<S::outputs>([&](auto k) { out.of[k][i] = y.of[k]; });
+      }
+    }
+  }
+
+public:
+  [[gnu::noinline]] static kelStatus run(const K& kernel, const Arrays<T, S>& in_memory, std::ptrdiff_t len) {
+    const Arrays<T, S> arrays = in_memory; // so that stores cannot change the pointers
+    kelStatus status = kelStatusOk;
+    std::ptrdiff_t i = 0;
+    if constexpr (K::any_overlap) {
+      if (arrays.overlaps_within(block * sizeof(T))) [[unlikely]]
+        return element_by_element(kernel, arrays, len);
+    }
+    for (; i + block <= len; i += block) {
+      Inputs<V> in[K::vectors_in_flight];
+      Outputs<V> out[K::vectors_in_flight];
+      Marks<V> marked{};
+      LaneBits doubtful = 0;
+      unrolled<K::vectors_in_flight>([&](auto v) {
+        in[v] = load_block(arrays, i + v * width);
+        marked |= special(kernel, in[v]);
+      });
+      if (K::covers_everything || !any(marked)) [[likely]]
+        unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], doubtful); });
+      else
+        doubtful = 1;
+      if (doubtful != 0) [[unlikely]] {
+        unrolled<K::vectors_in_flight>([&](auto v) {
+          const Inputs<V> x = in[v]; // a copy, so that `in` itself stays in registers
+          Outputs<V> y;
+          one_vector(kernel, x, y, all_lanes<V>, status);
+          out[v] = y;
+        });
+      }
+      unrolled<K::vectors_in_flight>([&](auto v) { store_block(arrays, i + v * width, out[v]); });
+    }
+    Outputs<V> out;
+    for (; i + width <= len; i += width) {
+      one_vector(kernel, load_block(arrays, i), out, all_lanes<V>, status);
+      store_block(arrays, i, out);
+    }
+    if (const int count = int(len - i); count > 0) {
+      one_vector(kernel, load_tail(arrays, i, count), out, (1u << count) - 1u, status);
+      store_tail(arrays, i, count, out);
+    }
+    return status;
+  }
+
+private:
+  /// The forward loop that defines what overlapping arrays give (real elements, no special ones).
+  [[gnu::noinline]] static kelStatus element_by_element(const K& kernel, const Arrays<T, S>& arrays,
+                                                        std::ptrdiff_t len) {
+    for (std::ptrdiff_t i = 0; i < len; ++i) {
+      Inputs<T> x;
+      unrolled<S::sources>([&](auto s) { x.of[s] = load<T>(arrays.source[s] + i); });
+      LaneBits doubtful = 0;
+      store<T>(arrays.destination[0] + i, formula<T>(kernel, x, doubtful).of[0]);
+    }
+    return kelStatusOk;
+  }
+};
+
+/// A whole call: both checks in the member's order, then the loop in the kernel's mode.
+template <class K, class S>
+inline kelStatus call(Order order, const K& kernel, const Arrays<typename K::Element, S>& arrays, int len) {
+  const bool null = arrays.has_null();
+  if (order == Order::PointersFirst && null) return kelStatusNullPtrError;
+  if (len < 1) return kelStatusSizeError;
+  if (null) return kelStatusNullPtrError;
+  return in_mode<K::mode>(&Loop<K, S>::run, kernel, arrays, std::ptrdiff_t(len));
+}
+
+} // namespace kelvm::inline KELVM_BUILD

@@ -1,0 +1,32 @@
+#include "frame/status.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+void ownRaiseFpException(kelStatus code) {
+  // volatile: the operation is made at run time, and its discarded result does not remove it.
+  volatile double x;
+  volatile double discarded;
+  switch (code) {
+  case kelStatusDomain:
+    x = 0.0;
+    discarded = x / x;
+    break;
+  case kelStatusSingularity:
+    x = 0.0;
+    discarded = 1.0 / x;
+    break;
+  case kelStatusOverflow:
+    x = 0x1.fffffffffffffp+1023;
+    discarded = x * x;
+    break;
+  case kelStatusUnderflow:
+    x = 0x1.0000000000001p-1022;
+    discarded = x * x;
+    break;
+  default:
+    return;
+  }
+  (void)discarded;
+}
+
+} // namespace kelvm::inline KELVM_BUILD

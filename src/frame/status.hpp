@@ -1,0 +1,48 @@
+// The status of a call and the results of exceptional elements. An element() routine returns one of these results:
+//   return domain_error<T>(status);
+// which stores the code (a later element overwrites an earlier one's) and raises the IEEE flag that belongs to it.
+#pragma once
+
+#include "kelvm/types.h"
+#include "simd/vec.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+/// Raises the IEEE flag of a warning code by a double operation that cannot be optimised away: invalid (19),
+/// divide-by-zero (18), overflow (12), underflow (17), the last two with inexact. Any other code raises nothing.
+void ownRaiseFpException(kelStatus code);
+
+/// The default NaN of the processor: quiet, sign bit set, no payload.
+template <class T> inline T default_nan() {
+  if constexpr (sizeof(T) == 8)
+    return from_bits<T>(0xFFF8000000000000u);
+  else
+    return from_bits<T>(0xFFC00000u);
+}
+template <class T> inline constexpr T infinity = T(__builtin_inf());
+
+inline void report(kelStatus& status, kelStatus code) {
+  status = code;
+  ownRaiseFpException(code);
+}
+
+template <class T> inline T domain_error(kelStatus& status) {
+  report(status, kelStatusDomain);
+  return default_nan<T>();
+}
+/// A pole: an infinity with the sign bit of `sign`.
+template <class T> inline T pole(kelStatus& status, T sign = T(0)) {
+  report(status, kelStatusSingularity);
+  return with_sign(infinity<T>, sign_of(sign));
+}
+template <class T> inline T overflow(kelStatus& status, T sign = T(0)) {
+  report(status, kelStatusOverflow);
+  return with_sign(infinity<T>, sign_of(sign));
+}
+/// A result below the normal range, already rounded.
+template <class T> inline T underflow(kelStatus& status, T result) {
+  report(status, kelStatusUnderflow);
+  return result;
+}
+
+} // namespace kelvm::inline KELVM_BUILD

@@ -1,0 +1,34 @@
+// The instruction set this build is for. One source makes three libraries; this folder alone looks at the set.
+#pragma once
+
+#include <immintrin.h>
+
+#if defined(__AVX512F__) && defined(__AVX512DQ__) && defined(__AVX512BW__) && defined(__AVX512VL__)
+#  define KELVM_BUILD avx512
+#  define KELVM_BUILD_CODE "v4"
+#  define KELVM_AVX512 1
+#elif defined(__AVX2__)
+#  define KELVM_BUILD avx2
+#  define KELVM_BUILD_CODE "v3"
+#  define KELVM_AVX2 1
+#elif defined(__SSE4_1__)
+#  define KELVM_BUILD sse41
+#  define KELVM_BUILD_CODE "y8"
+#  define KELVM_SSE41 1
+#else
+#  error "kelvm needs at least SSE4.1"
+#endif
+
+// Everything below src/ lives in namespace kelvm::KELVM_BUILD, an inline namespace whose name differs between the
+// builds, so that two of them in one program never share a symbol.
+namespace kelvm::inline KELVM_BUILD {
+
+#if KELVM_AVX512
+inline constexpr int vector_bytes = 64;
+#elif KELVM_AVX2
+inline constexpr int vector_bytes = 32;
+#else
+inline constexpr int vector_bytes = 16;
+#endif
+
+} // namespace kelvm::inline KELVM_BUILD

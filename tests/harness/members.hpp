@@ -1,0 +1,73 @@
+// The members list at run time, and members called by name in a library opened by path, so that one program can compare
+// the three builds.
+#pragma once
+
+#include "kelvm/types.h"
+
+#include <cstddef>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace harness {
+
+enum class Type { f32, f64, c32, c64 };
+enum class Shape { Unary, Binary, ScalarPower, TwoOutputs, RealToComplex, ComplexToReal };
+enum class Order { CountFirst, PointersFirst };
+
+struct Member {
+  std::string_view name, family, suffix; // suffix "exact" where the name has none
+  Type type;                             // as in the name: CIS_32fc is c32 although its sources are floats
+  Shape shape;
+  Order order;
+  bool built;
+
+  int sources() const { return shape == Shape::Binary ? 2 : 1; }
+  int destinations() const { return shape == Shape::TwoOutputs ? 2 : 1; }
+  bool is_float() const { return type == Type::f32 || type == Type::c32; } // the parts are floats
+  bool complex_source() const { return (type == Type::c32 || type == Type::c64) && shape != Shape::RealToComplex; }
+  bool complex_destination() const { return (type == Type::c32 || type == Type::c64) && shape != Shape::ComplexToReal; }
+  std::size_t part_size() const { return is_float() ? 4 : 8; }
+  std::size_t source_size() const { return part_size() * (complex_source() ? 2 : 1); } // bytes an element
+  std::size_t destination_size() const { return part_size() * (complex_destination() ? 2 : 1); }
+  /// The number of correct bits that the suffix promises; 24 or 53 for exact members.
+  int suffix_bits() const;
+};
+
+/// Every member of the list, built or planned, in list order.
+std::span<const Member> all_members();
+/// The members that are in the library.
+std::vector<Member> built_members();
+/// The member of that name, or null.
+const Member* find_member(std::string_view name);
+
+/// The arrays of one call, untyped. `scalar` points to the exponent of a ScalarPower member: one element.
+struct Arguments {
+  const void* src1 = nullptr;
+  const void* src2 = nullptr;
+  const void* scalar = nullptr;
+  void* dst1 = nullptr;
+  void* dst2 = nullptr;
+  int len = 0;
+};
+
+/// One build of the library, opened by path. Throws std::runtime_error where that fails.
+class Library {
+public:
+  explicit Library(const std::string& path);
+  /// The address of an exported name, or null.
+  void* symbol(const char* name) const;
+  kelStatus call(const Member& member, const Arguments& arguments) const;
+  const std::string& path() const { return path_; }
+
+private:
+  std::string path_;
+  std::shared_ptr<void> handle_;
+};
+
+/// Whether this processor can run the build of that directory name (sse41, avx2, avx512).
+bool processor_runs(std::string_view build);
+
+} // namespace harness
