@@ -158,6 +158,12 @@ template <class To, class V> inline To convert(V v) {
     return __builtin_convertvector(v, To);
 }
 
+/// Two halves put together.
+template <class H> inline Vec<Lane<H>, 2 * lanes<H>> join(H low, H high) {
+  return [ low, high ]<int... I>(std::integer_sequence<int, I...>) { return __builtin_shufflevector(low, high, I...); }
+  (std::make_integer_sequence<int, 2 * lanes<H>>{});
+}
+
 // --- masks ---------------------------------------------------------------------------------------------------------
 
 /// a where the mask is set, b elsewhere. A vector mask counts by its sign bit alone.
@@ -264,6 +270,37 @@ template <class V> inline V sqrt(V v) {
   }
 }
 
+/// a * b - product, exact where product is a * b rounded to nearest: the error term of an exact product, through a
+/// fused operation where the build has one (`fused_product_error`), through Veltkamp's and Dekker's split elsewhere
+/// (see exact/exact.hpp, which is the only user).
+#if KELVM_SSE41
+inline constexpr bool has_fused_product_error = false;
+template <class V> V fused_product_error(V, V, V) = delete;
+#else
+inline constexpr bool has_fused_product_error = true;
+template <class V> inline V fused_product_error(V a, V b, V product) {
+  constexpr bool wide = sizeof(Lane<V>) == 8;
+  if constexpr (lanes<V> == 1) {
+    if constexpr (wide)
+      return _mm_cvtsd_f64(_mm_fmsub_sd(_mm_set_sd(a), _mm_set_sd(b), _mm_set_sd(product)));
+    else
+      return _mm_cvtss_f32(_mm_fmsub_ss(_mm_set_ss(a), _mm_set_ss(b), _mm_set_ss(product)));
+  } else if constexpr (sizeof(V) == 32) {
+    if constexpr (wide)
+      return (V)_mm256_fmsub_pd((__m256d)a, (__m256d)b, (__m256d)product);
+    else
+      return (V)_mm256_fmsub_ps((__m256)a, (__m256)b, (__m256)product);
+#  if KELVM_AVX512
+  } else {
+    if constexpr (wide)
+      return (V)_mm512_fmsub_pd((__m512d)a, (__m512d)b, (__m512d)product);
+    else
+      return (V)_mm512_fmsub_ps((__m512)a, (__m512)b, (__m512)product);
+#  endif
+  }
+}
+#endif
+
 /// How round() rounds. Quiet raises no inexact.
 enum class Rounding : int { nearest_even = 0, down = 1, up = 2, to_zero = 3, current = 4, current_quiet = 12 };
 
@@ -314,11 +351,10 @@ template <int Half> inline Native<double> widen(Native<float> v) {
 /// Two native double vectors rounded to one native float vector.
 inline Native<float> narrow(Native<double> low, Native<double> high) {
 #if KELVM_AVX512
-  return (Native<float>)_mm512_insertf32x8(_mm512_castps256_ps512(_mm512_cvtpd_ps((__m512d)low)),
-                                           _mm512_cvtpd_ps((__m512d)high), 1);
+  return join((Vec<float, 8>)_mm512_maskz_cvtpd_ps(0xFF, (__m512d)low),
+              (Vec<float, 8>)_mm512_maskz_cvtpd_ps(0xFF, (__m512d)high));
 #elif KELVM_AVX2
-  return (Native<float>)_mm256_insertf128_ps(_mm256_castps128_ps256(_mm256_cvtpd_ps((__m256d)low)),
-                                             _mm256_cvtpd_ps((__m256d)high), 1);
+  return join((Vec<float, 4>)_mm256_cvtpd_ps((__m256d)low), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)high));
 #else
   return (Native<float>)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)low), _mm_cvtpd_ps((__m128d)high));
 #endif

@@ -1,0 +1,72 @@
+// Error-free transformations and double-double arithmetic, for any width. All in round-to-nearest.
+//
+// Dekker, "A floating-point technique for extending the available precision", 1971; Knuth, "The Art of Computer
+// Programming" vol. 2; Joldes, Muller, Popescu, "Tight and rigorous error bounds for basic building blocks of
+// double-word arithmetic", 2017 (the bounds given below, u = 2^-53).
+#pragma once
+
+#include "simd/vec.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+/// An unevaluated sum, |tail| <= ulp(head) / 2 where it is normalised.
+template <class V> struct HeadTail { V head, tail; };
+
+/// a + b exactly, where |a| >= |b| or a = 0 (Dekker).
+template <class V> inline HeadTail<V> fast_two_sum(V a, V b) {
+  const V sum = a + b;
+  return {sum, b - (sum - a)};
+}
+/// a + b exactly (Knuth).
+template <class V> inline HeadTail<V> two_sum(V a, V b) {
+  const V sum = a + b;
+  const V b_part = sum - a;
+  return {sum, (a - (sum - b_part)) + (b - b_part)};
+}
+
+/// The upper 26 significant bits of a double, truncated (12 of a float): products of two such heads are exact. The tail
+/// a - head has up to 27 bits, so a tail times a tail is not always exact.
+template <class V> inline V head_of(V a) {
+  if constexpr (sizeof(Lane<V>) == 8)
+    return from_bits<V>(bits(a) & Lane<Bits<V>>(0xFFFFFFFFF8000000u));
+  else
+    return from_bits<V>(bits(a) & Lane<Bits<V>>(0xFFFFF000u));
+}
+
+/// a * b exactly, where neither the product nor its error leaves the normal range and |a|, |b| < 2^996 (2^115 for
+/// floats). The value is the same with a fused multiply-add and without.
+template <class V> inline HeadTail<V> two_product(V a, V b) {
+  const V product = a * b;
+  if constexpr (has_fused_product_error) {
+    return {product, fused_product_error(a, b, product)};
+  } else {
+    constexpr Lane<V> splitter = sizeof(Lane<V>) == 8 ? Lane<V>(0x1p27 + 1) : Lane<V>(0x1p12 + 1);
+    const V a_scaled = splitter * a, b_scaled = splitter * b;
+    const V a_head = a_scaled - (a_scaled - a), b_head = b_scaled - (b_scaled - b);
+    const V a_tail = a - a_head, b_tail = b - b_head;
+    return {product, ((a_head * b_head - product) + a_head * b_tail + a_tail * b_head) + a_tail * b_tail};
+  }
+}
+
+/// (a + b), relative error below 2u^2 where both have the same sign or b is a single.
+template <class V> inline HeadTail<V> add(HeadTail<V> a, V b) {
+  const HeadTail<V> sum = two_sum(a.head, b);
+  return fast_two_sum(sum.head, sum.tail + a.tail);
+}
+/// (a + b), relative error below 3u^2 + 13u^3, also with cancellation.
+template <class V> inline HeadTail<V> add(HeadTail<V> a, HeadTail<V> b) {
+  const HeadTail<V> heads = two_sum(a.head, b.head), tails = two_sum(a.tail, b.tail);
+  const HeadTail<V> sum = fast_two_sum(heads.head, heads.tail + tails.head);
+  return fast_two_sum(sum.head, sum.tail + tails.tail);
+}
+/// a * b, relative error below 2u^2 for a single b, 5u^2 for two doubles.
+template <class V> inline HeadTail<V> multiply(HeadTail<V> a, V b) {
+  const HeadTail<V> product = two_product(a.head, b);
+  return fast_two_sum(product.head, product.tail + a.tail * b);
+}
+template <class V> inline HeadTail<V> multiply(HeadTail<V> a, HeadTail<V> b) {
+  const HeadTail<V> product = two_product(a.head, b.head);
+  return fast_two_sum(product.head, product.tail + (a.head * b.tail + a.tail * b.head));
+}
+
+} // namespace kelvm::inline KELVM_BUILD

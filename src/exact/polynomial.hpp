@@ -1,0 +1,41 @@
+// Polynomial evaluation, for any width. The order of operations is fixed by the function that is called; results are
+// the same bits in every build.
+#pragma once
+
+#include "simd/vec.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+/// c[0] + x (c[1] + x (... + x c[N-1])): fewest operations, one long chain.
+template <class V, int N> inline V horner(V x, const Lane<V> (&c)[N]) {
+  V sum = splat<V>(c[N - 1]);
+#pragma GCC unroll 32
+  for (int i = N - 2; i >= 0; --i) sum = sum * x + c[i];
+  return sum;
+}
+
+namespace detail {
+/// The polynomial of coefficients First .. First + N - 1, by halves: the lower one has `Low` coefficients, a power of
+/// two; powers[k] = x^(2^k).
+template <int First, int N, class V, int M> inline V estrin_part(const V* powers, const Lane<V> (&c)[M]) {
+  if constexpr (N == 1) {
+    return splat<V>(c[First]);
+  } else if constexpr (N == 2) {
+    return c[First + 1] * powers[0] + c[First];
+  } else {
+    constexpr int log = N <= 4 ? 1 : N <= 8 ? 2 : N <= 16 ? 3 : 4;
+    constexpr int low = 1 << log;
+    return estrin_part<First + low, N - low>(powers, c) * powers[log] + estrin_part<First, low>(powers, c);
+  }
+}
+} // namespace detail
+
+/// The same polynomial by halves (Estrin): a chain of log2 N steps. N <= 32.
+template <class V, int N> inline V estrin(V x, const Lane<V> (&c)[N]) {
+  static_assert(N <= 32);
+  const V x2 = x * x, x4 = x2 * x2, x8 = x4 * x4;
+  const V powers[] = {x, x2, x4, x8, x8 * x8};
+  return detail::estrin_part<0, N>(powers, c);
+}
+
+} // namespace kelvm::inline KELVM_BUILD

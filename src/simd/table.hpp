@@ -1,0 +1,178 @@
+// Table lookup, by shape: one value, a pair, a row of values that stand together in memory. The table is a constexpr
+// array given as a template argument, so that each instruction set can pick its way by the table's size:
+//
+//   constexpr double table[64][2] = {...};
+//   Pair<V> p = lookup_pair<table>(index);     index: Int<V>, every lane within the table
+//
+// Gather instructions are slow on half of the processors in use; loads of what stands together and, with AVX-512,
+// permutations of tables that fit a few registers are faster everywhere.
+#pragma once
+
+#include "simd/vec.hpp"
+
+#include <array>
+
+namespace kelvm::inline KELVM_BUILD {
+
+namespace detail {
+/// The lanes of an index in memory: loads from there cost less than taking them out of the register one by one.
+template <class I> struct IndexLanes {
+  alignas(sizeof(I)) Lane<I> of[lanes<I>];
+  explicit IndexLanes(I index) {
+    store<I>(of, index);
+    asm("" : "+m"(of));
+  }
+};
+
+#if KELVM_AVX512
+/// Values 0 .. N-1 of a column of the table, N a multiple of two registers, permuted: log2(N / lanes) - 1 blends deep.
+template <int N, class I, class T> inline Vec<T, lanes<I>> permuted(const T* column, I index) {
+  using V = Vec<T, lanes<I>>;
+  if constexpr (N == 2 * lanes<I>) {
+    const V low = load<V>(column), high = load<V>(column + lanes<I>);
+    if constexpr (sizeof(T) == 8)
+      return (V)_mm512_permutex2var_pd((__m512d)low, (__m512i)index, (__m512d)high);
+    else
+      return (V)_mm512_permutex2var_ps((__m512)low, (__m512i)index, (__m512)high);
+  } else {
+    const V low = permuted<N / 2>(column, index), high = permuted<N / 2>(column + N / 2, index);
+    const I bit = splat<I>(N / 2);
+    if constexpr (sizeof(T) == 8)
+      return (V)_mm512_mask_mov_pd((__m512d)low, _mm512_test_epi64_mask((__m512i)index, (__m512i)bit), (__m512d)high);
+    else
+      return (V)_mm512_mask_mov_ps((__m512)low, _mm512_test_epi32_mask((__m512i)index, (__m512i)bit), (__m512)high);
+  }
+}
+/// Whether permuting beats loading.
+template <class T, int N>
+inline constexpr bool fits_registers = N % (2 * native_lanes<T>) == 0 && N <= (sizeof(T) == 8 ? 64 : 256);
+
+/// A table of rows as columns.
+template <const auto& Table, int Rows, int Columns, class T> struct ColumnsOf {
+  struct Store {
+    alignas(64) T of[Columns][Rows];
+  };
+  static constexpr Store columns = [] {
+    Store s{};
+    for (int r = 0; r < Rows; ++r)
+      for (int c = 0; c < Columns; ++c) s.of[c][r] = Table[r][c];
+    return s;
+  }();
+};
+#endif
+
+/// Two neighbours in memory for each lane, at(0) for lane 0 and so on, transposed. What is loaded for lanes that
+/// end up in the same 128 bits is put together there; the builds differ in how many such groups they have.
+template <class V, class At> inline Pair<V> load_pairs(At at) {
+  using T = Lane<V>;
+  constexpr int n = lanes<V>;
+  if constexpr (n == 1) {
+    return {at(0)[0], at(0)[1]};
+  } else if constexpr (sizeof(T) == 8) {
+    const auto pair = [&](int i) { return (Vec<double, 2>)_mm_loadu_pd(at(i)); };
+    // Lanes i, i + 2, ...: the even ones from 0, the odd ones from 1.
+    const auto every_other = [&](int i) {
+      if constexpr (n == 2)
+        return pair(i);
+      else if constexpr (n == 4)
+        return join(pair(i), pair(i + 2));
+      else
+        return join(join(pair(i), pair(i + 2)), join(pair(i + 4), pair(i + 6)));
+    };
+    const V even = every_other(0), odd = every_other(1);
+    return [&]<int... I>(std::integer_sequence<int, I...>) {
+      return Pair<V>{__builtin_shufflevector(even, odd, (I / 2 * 2 + I % 2 * n)...),
+                     __builtin_shufflevector(even, odd, (I / 2 * 2 + 1 + I % 2 * n)...)};
+    }
+    (std::make_integer_sequence<int, n>{});
+  } else {
+    // Pairs of floats travel as doubles, two to 128 bits.
+    const auto two = [&](int i) {
+      return (Vec<float, 4>)_mm_loadh_pd(_mm_load_sd((const double*)at(i)), (const double*)at(i + 1));
+    };
+    // Lanes i, i + 1, i + 4, i + 5, ...
+    const auto half_of_each_four = [&](int i) {
+      if constexpr (n == 4)
+        return two(i);
+      else if constexpr (n == 8)
+        return join(two(i), two(i + 4));
+      else
+        return join(join(two(i), two(i + 4)), join(two(i + 8), two(i + 12)));
+    };
+    const V low = half_of_each_four(0), high = half_of_each_four(2);
+    return [&]<int... I>(std::integer_sequence<int, I...>) {
+      return Pair<V>{__builtin_shufflevector(low, high, (I / 4 * 4 + I % 2 * 2 + I / 2 % 2 * n)...),
+                     __builtin_shufflevector(low, high, (I / 4 * 4 + I % 2 * 2 + 1 + I / 2 % 2 * n)...)};
+    }
+    (std::make_integer_sequence<int, n>{});
+  }
+}
+} // namespace detail
+
+/// table[index], lane by lane.
+template <const auto& Table, class I> inline auto lookup(I index) {
+  using T = std::remove_cvref_t<decltype(Table[0])>;
+  using V = Vec<T, lanes<I>>;
+  static_assert(sizeof(T) == sizeof(Lane<I>));
+  if constexpr (lanes<I> == 1) {
+    return Table[index];
+  } else {
+#if KELVM_AVX512
+    if constexpr (detail::fits_registers<T, int(std::size(Table))>)
+      return detail::permuted<int(std::size(Table))>(&Table[0], index);
+#endif
+    const detail::IndexLanes<I> at(index);
+    return [&]<int... L>(std::integer_sequence<int, L...>) { return V{Table[at.of[L]]...}; }
+    (std::make_integer_sequence<int, lanes<I>>{});
+  }
+}
+
+/// The pair table[index][0], table[index][1], lane by lane.
+template <const auto& Table, class I> inline auto lookup_pair(I index) {
+  using T = std::remove_cvref_t<decltype(Table[0][0])>;
+  using V = Vec<T, lanes<I>>;
+  static_assert(sizeof(T) == sizeof(Lane<I>));
+  if constexpr (lanes<I> == 1) {
+    return Pair<V>{Table[index][0], Table[index][1]};
+  } else {
+#if KELVM_AVX512
+    constexpr int rows = int(std::size(Table));
+    if constexpr (detail::fits_registers<T, rows>) {
+      constexpr auto& columns = detail::ColumnsOf<Table, rows, 2, T>::columns.of;
+      return Pair<V>{detail::permuted<rows>(columns[0], index), detail::permuted<rows>(columns[1], index)};
+    }
+#endif
+    const detail::IndexLanes<I> at(index);
+    return detail::load_pairs<V>([&](int i) { return &Table[at.of[i]][0]; });
+  }
+}
+
+/// The row table[index][0 .. M-1], lane by lane: an array of M vectors.
+template <const auto& Table, class I> inline auto lookup_row(I index) {
+  constexpr int columns = int(std::size(Table[0]));
+  using T = std::remove_cvref_t<decltype(Table[0][0])>;
+  using V = Vec<T, lanes<I>>;
+  static_assert(sizeof(T) == sizeof(Lane<I>));
+  std::array<V, columns> row;
+  if constexpr (lanes<I> == 1) {
+    for (int c = 0; c < columns; ++c) row[c] = Table[index][c];
+  } else {
+    const detail::IndexLanes<I> at(index);
+    [&]<int... P>(std::integer_sequence<int, P...>) {
+      (([&] {
+         const Pair<V> two = detail::load_pairs<V>([&](int i) { return &Table[at.of[i]][2 * P]; });
+         row[2 * P] = two.first;
+         row[2 * P + 1] = two.second;
+       }()),
+       ...);
+    }
+    (std::make_integer_sequence<int, columns / 2>{});
+    if constexpr (columns % 2 == 1) row[columns - 1] = [&]<int... L>(std::integer_sequence<int, L...>) {
+        return V{Table[at.of[L]][columns - 1]...};
+      }
+    (std::make_integer_sequence<int, lanes<I>>{});
+  }
+  return row;
+}
+
+} // namespace kelvm::inline KELVM_BUILD
