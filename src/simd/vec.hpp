@@ -158,6 +158,13 @@ template <class To, class V> inline To convert(V v) {
     return __builtin_convertvector(v, To);
 }
 
+/// Half 0 or 1 of a vector.
+template <int Half, class V> inline Vec<Lane<V>, lanes<V> / 2> half(V v) {
+  return [v]<int... I>(std::integer_sequence<int, I...>) {
+    return __builtin_shufflevector(v, v, (Half * (lanes<V> / 2) + I)...);
+  }
+  (std::make_integer_sequence<int, lanes<V> / 2>{});
+}
 /// Two halves put together.
 template <class H> inline Vec<Lane<H>, 2 * lanes<H>> join(H low, H high) {
   return [ low, high ]<int... I>(std::integer_sequence<int, I...>) { return __builtin_shufflevector(low, high, I...); }
@@ -338,14 +345,11 @@ template <Rounding How, class V> inline V round(V v) {
 /// Half 0 or 1 of a native float vector widened to a native double vector.
 template <int Half> inline Native<double> widen(Native<float> v) {
 #if KELVM_AVX512
-  const __m512 w = (__m512)v;
-  return (Native<double>)_mm512_cvtps_pd(Half ? _mm512_extractf32x8_ps(w, 1) : _mm512_castps512_ps256(w));
+  return (Native<double>)_mm512_maskz_cvtps_pd(0xFF, (__m256)half<Half>(v));
 #elif KELVM_AVX2
-  const __m256 w = (__m256)v;
-  return (Native<double>)_mm256_cvtps_pd(Half ? _mm256_extractf128_ps(w, 1) : _mm256_castps256_ps128(w));
+  return (Native<double>)_mm256_cvtps_pd((__m128)half<Half>(v));
 #else
-  const __m128 w = (__m128)v;
-  return (Native<double>)_mm_cvtps_pd(Half ? _mm_movehl_ps(w, w) : w);
+  return (Native<double>)_mm_cvtps_pd(Half ? _mm_movehl_ps((__m128)v, (__m128)v) : (__m128)v);
 #endif
 }
 /// Two native double vectors rounded to one native float vector.
