@@ -8,7 +8,7 @@
 //                                   marks the elements that formula does not cover; integer work only
 //   template <class V> static V formula(V x)
 //                                   reduce, approximate, reconstruct, for any width. It raises no flag but inexact for
-//                                   an unmarked element.
+//                                   an unmarked element, or underflow with `stray_underflow`.
 //   static double element(double x, kelStatus& status)
 //                                   the complete function for one element: special results with their code and flag,
 //                                   formula(x) with one lane where that covers it. Called for marked lanes only.
@@ -32,6 +32,9 @@ struct KernelDefaults {
   static constexpr int vectors_in_flight = 2;
   static constexpr bool covers_everything = false;
   static constexpr bool doubts = false;
+  /// The formula may raise underflow for elements that do not earn it (products of tiny intermediate values); the frame
+  /// takes it back unless an element() call reports kelStatusUnderflow.
+  static constexpr bool stray_underflow = false;
   /// A destination may overlap a source in any way; the result is that of a forward loop over the elements.
   static constexpr bool any_overlap = false;
   /// What marked lanes hold while their neighbours are computed: any ordinary argument.
@@ -170,7 +173,7 @@ template <class K, class S> class Loop {
 
   /// One vector, whatever it holds. Lanes outside `valid` are computed but never handed over.
   [[gnu::noinline]] static void one_vector(const K& kernel, const Inputs<V>& in, Outputs<V>& out,
-                                           [[maybe_unused]] LaneBits valid, [[maybe_unused]] kelStatus& status) {
+                                           [[maybe_unused]] LaneBits valid, [[maybe_unused]] Outcome& outcome) {
     LaneBits doubtful = 0;
     if constexpr (K::covers_everything) {
       out = formula<V>(kernel, in, doubtful);
@@ -183,16 +186,18 @@ template <class K, class S> class Loop {
         const int i = __builtin_ctz(left);
         Inputs<T> x;
         unrolled<S::inputs>([&](auto k) { x.of[k] = in.of[k][i]; });
-        const Outputs<T> y = collect<T>(spread(x, [&](auto... parts) { return kernel.element(parts..., status); }));
+        const Outputs<T> y =
+            collect<T>(spread(x, [&](auto... parts) { return kernel.element(parts..., outcome.status); }));
+        outcome.underflowed |= outcome.status == kelStatusUnderflow;
         unrolled<S::outputs>([&](auto k) { out.of[k][i] = y.of[k]; });
       }
     }
   }
 
 public:
-  [[gnu::noinline]] static kelStatus run(const K& kernel, const Arrays<T, S>& in_memory, std::ptrdiff_t len) {
+  [[gnu::noinline]] static Outcome run(const K& kernel, const Arrays<T, S>& in_memory, std::ptrdiff_t len) {
     const Arrays<T, S> arrays = in_memory; // so that stores cannot change the pointers
-    kelStatus status = kelStatusOk;
+    Outcome outcome;
     std::ptrdiff_t i = 0;
     if constexpr (K::any_overlap) {
       if (arrays.overlaps_within(block * sizeof(T))) [[unlikely]]
@@ -215,7 +220,7 @@ public:
         unrolled<K::vectors_in_flight>([&](auto v) {
           const Inputs<V> x = in[v]; // a copy, so that `in` itself stays in registers
           Outputs<V> y;
-          one_vector(kernel, x, y, all_lanes<V>, status);
+          one_vector(kernel, x, y, all_lanes<V>, outcome);
           out[v] = y;
         });
       }
@@ -223,27 +228,26 @@ public:
     }
     Outputs<V> out;
     for (; i + width <= len; i += width) {
-      one_vector(kernel, load_block(arrays, i), out, all_lanes<V>, status);
+      one_vector(kernel, load_block(arrays, i), out, all_lanes<V>, outcome);
       store_block(arrays, i, out);
     }
     if (const int count = int(len - i); count > 0) {
-      one_vector(kernel, load_tail(arrays, i, count), out, (1u << count) - 1u, status);
+      one_vector(kernel, load_tail(arrays, i, count), out, (1u << count) - 1u, outcome);
       store_tail(arrays, i, count, out);
     }
-    return status;
+    return outcome;
   }
 
 private:
   /// The forward loop that defines what overlapping arrays give (real elements, no special ones).
-  [[gnu::noinline]] static kelStatus element_by_element(const K& kernel, const Arrays<T, S>& arrays,
-                                                        std::ptrdiff_t len) {
+  [[gnu::noinline]] static Outcome element_by_element(const K& kernel, const Arrays<T, S>& arrays, std::ptrdiff_t len) {
     for (std::ptrdiff_t i = 0; i < len; ++i) {
       Inputs<T> x;
       unrolled<S::sources>([&](auto s) { x.of[s] = load<T>(arrays.source[s] + i); });
       LaneBits doubtful = 0;
       store<T>(arrays.destination[0] + i, formula<T>(kernel, x, doubtful).of[0]);
     }
-    return kelStatusOk;
+    return {};
   }
 };
 
@@ -254,7 +258,7 @@ inline kelStatus call(Order order, const K& kernel, const Arrays<typename K::Ele
   if (order == Order::PointersFirst && null) return kelStatusNullPtrError;
   if (len < 1) return kelStatusSizeError;
   if (null) return kelStatusNullPtrError;
-  return in_mode<K::mode>(&Loop<K, S>::run, kernel, arrays, std::ptrdiff_t(len));
+  return in_mode<K::mode, K::stray_underflow>(&Loop<K, S>::run, kernel, arrays, std::ptrdiff_t(len));
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -15,12 +15,14 @@
 namespace kelvm::inline KELVM_BUILD {
 
 namespace detail {
-/// The lanes of an index in memory: loads from there cost less than taking them out of the register one by one.
+/// The lanes of an index one by one: from the register where there are few, through memory where that costs less.
 template <class I> struct IndexLanes {
   alignas(sizeof(I)) Lane<I> of[lanes<I>];
   explicit IndexLanes(I index) {
     store<I>(of, index);
+#if KELVM_AVX512
     asm("" : "+m"(of));
+#endif
   }
 };
 

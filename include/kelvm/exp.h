@@ -1,0 +1,32 @@
+/* Exponential, logarithm and power. Conventions, status codes, aliasing: kelvm/types.h. */
+#ifndef KELVM_EXP_H
+#define KELVM_EXP_H
+
+#include "kelvm/types.h"
+
+KELVM_BEGIN_DECLARATIONS
+
+/** dst[i] = e^src[i], for every real number.
+ *
+ * +inf gives +inf, -inf gives +0, both without a warning.
+ * Warnings: kelStatusOverflow where the result is beyond the largest finite number (result +inf), kelStatusUnderflow
+ * where it is below the smallest normal number (result subnormal or +0).
+ * Flags: results that are stored constants raise none: the infinities and zeros of the double members, and of 32f_A11
+ * beyond |x| = 160. All others raise overflow or underflow with their warning.
+ * NaN: the 64f_A53 member gives the NaN with every bit set, 32f_A11 the argument unchanged (also a signalling NaN), the
+ * others the argument quieted.
+ * 64f_A26 gives +inf without a warning from 709.7773 on, where the exact result is still finite, up to 709.7827.
+ * 32f_A11 warns of underflow from -87.33655 on down.
+ *
+ * Error: 64f_A53 at most 0.53 ulp, 32f_A24 0.57 ulp (subnormal results 1 ulp); the others 2^-bits of the suffix,
+ * relative. */
+KELVM_API kelStatus kelsExp_32f_A11(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsExp_32f_A21(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsExp_32f_A24(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsExp_64f_A26(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsExp_64f_A50(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsExp_64f_A53(const double* src, double* dst, int len);
+
+KELVM_END_DECLARATIONS
+
+#endif
