@@ -4,6 +4,7 @@
 
 #include "kelvm/arith.h"
 #include "kelvm/exp.h"
+#include "kelvm/trig.h"
 #include "kelvm/types.h"
 #include "kelvm/version.h"
 
