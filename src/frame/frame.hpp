@@ -195,7 +195,8 @@ template <class K, class S> class Loop {
   }
 
 public:
-  [[gnu::noinline]] static Outcome run(const K& kernel, const Arrays<T, S>& in_memory, std::ptrdiff_t len) {
+  /// Flattened: a formula spread over several functions is still inlined whole, or its vectors would go through memory.
+  [[gnu::noinline, gnu::flatten]] static Outcome run(const K& kernel, const Arrays<T, S>& in_memory, std::ptrdiff_t len) {
     const Arrays<T, S> arrays = in_memory; // so that stores cannot change the pointers
     Outcome outcome;
     std::ptrdiff_t i = 0;
