@@ -4,7 +4,7 @@
 //          computed in   |x| up to   pi in parts   polynomial   error
 //   A24    double        10000       2             degree 9     0.81 ulp (cosine 0.53)
 //   A21    float         10000       4             degree 9     2^-22 (cosine 2^-21.8)
-//   A11    float         4000        2 (3)         degree 7     1.6e-4 absolute (cosine 2^-12.4 relative)
+//   A11    float         10000       2 or 4        degree 7     1.6e-4 absolute (cosine 2^-12 relative)
 //
 // Larger elements are computed in double. Zeros keep their sign, and tiny elements are their own sines, by the formulas
 // themselves.
@@ -49,7 +49,6 @@ template <class P> struct SinCos32 {
 };
 
 struct A24 : SinCos32<A24> {
-  static constexpr int vectors_in_flight = 2;
   static constexpr float last = 10000;
 
   template <class V> static V remainder(V x, V k) { return x - k * 0x1.921fb54440000p+1 - k * 0x1.68c234c4c6629p-38; }
@@ -102,12 +101,15 @@ struct A21 : Single<A21> {
 };
 
 struct A11 : Single<A11> {
-  static constexpr float last = 4000;
+  static constexpr float last = 10000;
   static constexpr float q[] = {-0x1.55554cp-3f, 0x1.110ed4p-7f, -0x1.9f6ffep-13f};
-  template <class V> static V remainder(V x, V k) { return x - k * 3.140625f - k * 0x1.fb5444p-11f; }
-  template <class V> static V cosine_remainder(V x, V h) {
-    return x - h * 3.140625f - h * 0x1.fb4p-11f - h * 0x1.4442d2p-23f;
+  /// Two parts of pi up to 4000, four beyond.
+  template <class V> static V remainder(V x, V k) {
+    const V r = x - k * 3.140625f - k * 0x1.fb5444p-11f;
+    const Marks<V> far = above(abs(x), 4000.0f);
+    return any(far) ? select(far, A21::remainder(x, k), r) : r;
   }
+  template <class V> static V cosine_remainder(V x, V h) { return A21::remainder(x, h); }
 };
 
 } // namespace

@@ -33,13 +33,13 @@ struct A53 {
 
 struct A26 {
   using Element = double;
-  static constexpr int vectors_in_flight = 2;
+  static constexpr int vectors_in_flight = 4;
   static constexpr double last = 0x1.60000ffffffffp+16; // below 90112.0625
 
   template <class V> struct Parts {
     V cos_a, sin_a, cos_r, sin_r;
     explicit Parts(V x) {
-      const V shifted = x * 0x1.45f306dc9c883p+3 + 0x1.8p52;
+      const V shifted = x * thirty_two_over_pi + 0x1.8p52;
       const V k = shifted - 0x1.8p52;
       const V r = ((x - k * 0x1.921fb54442d18p-4) - k * 0x1.1a62633145c06p-58) - k * 0x1.c1cd129024e09p-111;
       const Pair<V> a = lookup_pair<cosine_sine>(int_bits(shifted) & 63);

@@ -25,12 +25,12 @@ template <class V> struct Remainder {
   Int<V> index;
 };
 
-constexpr double first_beyond_three_parts = 90112;
+constexpr double thirty_two_over_pi = 0x1.45f306dc9c883p+3;
+constexpr double parts_of_pi_32[] = {0x1.921fb544p-4, 0x1.0b4611a6p-38, 0x1.3198a2e037073p-73};
 
 /// Rounds by adding 1.5 * 2^52, which leaves the index in the low bits of the sum. |x| < 2^17.
 template <class V> inline Remainder<V> reduce(V x) {
-  constexpr double parts_of_pi_32[] = {0x1.921fb544p-4, 0x1.0b4611a6p-38, 0x1.3198a2e037073p-73};
-  const V shifted = x * 0x1.45f306dc9c883p+3 + 0x1.8p52;
+  const V shifted = x * thirty_two_over_pi + 0x1.8p52;
   const V k = shifted - 0x1.8p52;
   const V t = x - k * parts_of_pi_32[0];
   const V head = t - k * parts_of_pi_32[1];
