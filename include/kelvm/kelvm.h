@@ -3,6 +3,7 @@
 #define KELVM_KELVM_H
 
 #include "kelvm/arith.h"
+#include "kelvm/complex.h"
 #include "kelvm/exp.h"
 #include "kelvm/trig.h"
 #include "kelvm/types.h"

@@ -37,6 +37,9 @@ struct KernelDefaults {
   static constexpr bool stray_underflow = false;
   /// A destination may overlap a source in any way; the result is that of a forward loop over the elements.
   static constexpr bool any_overlap = false;
+  /// 2: a complex member that computes each part by itself. Its arrays are taken as arrays of parts, twice as long; an
+  /// even lane of a vector is a real part.
+  static constexpr int parts_by_themselves = 1;
   /// What marked lanes hold while their neighbours are computed: any ordinary argument.
   static constexpr float harmless = 1.0f;
 };
@@ -259,7 +262,8 @@ inline kelStatus call(Order order, const K& kernel, const Arrays<typename K::Ele
   if (order == Order::PointersFirst && null) return kelStatusNullPtrError;
   if (len < 1) return kelStatusSizeError;
   if (null) return kelStatusNullPtrError;
-  return in_mode<K::mode, K::stray_underflow>(&Loop<K, S>::run, kernel, arrays, std::ptrdiff_t(len));
+  return in_mode<K::mode, K::stray_underflow>(&Loop<K, S>::run, kernel, arrays,
+                                               std::ptrdiff_t(len) * K::parts_by_themselves);
 }
 
 } // namespace kelvm::inline KELVM_BUILD
