@@ -1,0 +1,134 @@
+// The logarithm core, for any width: what every member that needs a logarithm shares.
+//
+// x = 2^k m with m in [0.707, 1.414), and a table of 256 rows of m's upper bits gives c near 1/m:
+//
+//   ln x = k ln 2 - ln c + ln(1 + r),   r = m c - 1,   |r| < 0.00293
+//
+// c has so few bits (a multiple of 2^-9 below 1, of 2^-8 above) that r is a double: the reduction is exact and its
+// error term, which a logarithm near 1 cannot do without, vanishes. The row around 1 has c = 1 and ln c = 0, and reaches
+// over both sides of 1: there the formula is the series of ln(1 + r) and nothing cancels. After Tang, "Table-driven
+// implementation of the logarithm function in IEEE floating-point arithmetic", 1990.
+//
+// Base 10 has tables of its own and the factor 1 / ln 10 in the coefficients.
+#pragma once
+
+#include "exact/exact.hpp"
+#include "exact/polynomial.hpp"
+#include "exp/log_tables.hpp"
+#include "simd/table.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+/// How exact a logarithm in double arithmetic is: `a53` within 0.51 ulp, `a50` within 2 ulps, `a24` and `a26` with
+/// relative errors below 2^-38 and 2^-28.
+enum class LogAccuracy { a53, a50, a24, a26 };
+
+/// How the octave of m is divided: 2^bits rows from the double `lowest` on, less half a row.
+struct ExactRows {
+  static constexpr int bits = 8;
+  static constexpr std::uint64_t lowest = 0x3FE6A00000000000;
+};
+struct ShortRows {
+  static constexpr int bits = 5;
+  static constexpr std::uint64_t lowest = 0x3FE6800000000000;
+};
+template <LogAccuracy A> using LogRows = std::conditional_t<A == LogAccuracy::a53, ExactRows, ShortRows>;
+
+/// x = 2^k m, and m's row in the tables.
+template <class V> struct LogReduced {
+  V k, m;
+  Int<V> row;
+};
+
+/// x positive, finite, normal.
+template <class Rows, class V> inline LogReduced<V> log_reduce(V x) {
+  constexpr std::uint64_t one = 0x3FF0000000000000;
+  constexpr std::uint64_t least = Rows::lowest - (std::uint64_t(1) << (51 - Rows::bits)); // rows are centred
+  const Bits<V> scaled = bits(x) + (one - least); // 2^k times a number from 1 up, linear in m
+  const Bits<V> fraction = scaled & 0x000FFFFFFFFFFFFFu;
+  return {exponent_of(from_bits<V>(scaled)), from_bits<V>(fraction + least),
+          bit_cast<Int<V>>(fraction >> (52 - Rows::bits))};
+}
+
+/// Marks what log_reduce does not cover: zeros, subnormals, negative numbers, infinities, NaNs.
+template <class V> inline Marks<V> not_normal_positive(V x) {
+  return bit_cast<Marks<V>>((bits(x) - 0x0010000000000000u) | (0x7FEFFFFFFFFFFFFFu - bits(x)));
+}
+
+/// m c - 1, which is a double: through a fused operation, or from two products of a split m.
+template <class V> inline V exact_product_minus_one(V m, V c) {
+  if constexpr (has_fused_product_error) {
+    return fused_product_error(m, c, splat<V>(1));
+  } else {
+    const V head = head_of(m);
+    return (head * c - 1.0) + (m - head) * c;
+  }
+}
+
+/// What the bases differ in.
+struct Natural {
+  static constexpr auto& rounded = log_tables::inverse_and_ln;
+  static constexpr auto& exact = log_tables::inverse_and_exact_ln;
+  static constexpr double two_hi = log_tables::ln2_hi, two_lo = log_tables::ln2_lo, two = log_tables::ln2;
+};
+struct Decimal {
+  static constexpr auto& rounded = log_tables::inverse_and_log10;
+  static constexpr auto& exact = log_tables::inverse_and_exact_log10;
+  static constexpr double two_hi = log_tables::lg2_hi, two_lo = log_tables::lg2_lo, two = log_tables::lg2;
+};
+
+/// A logarithm but for the part of ln(1 + r): r and k log 2 - log c as an exact head and a tail.
+template <class V> struct LogParts { V r, head, tail; };
+
+template <class Base, class V> inline LogParts<V> log_parts(const LogReduced<V>& x) {
+  const Pair<V> row = lookup_pair<Base::exact>(x.row);
+  // The tail of log c stands in the low bits of c.
+  const V c = from_bits<V>(bits(row.first) & 0xFFFFF80000000000u);
+  return {exact_product_minus_one(x.m, c), x.k * Base::two_hi + row.second,
+          x.k * Base::two_lo + (row.first - c) * 0x1p-33};
+}
+
+/// ln x as an exact head and a small tail, |tail| < 2^-7 |head| or so. Relative error below 2^-64.
+template <class V> inline HeadTail<V> ln_a53(const LogReduced<V>& x) {
+  const LogParts<V> p = log_parts<Natural>(x);
+  const HeadTail<V> sum = fast_two_sum(p.head, p.r);
+  return {sum.head, (p.tail + sum.tail) + (p.r * p.r) * estrin(p.r, log_tables::ln_a53)};
+}
+/// log10 x likewise. The product r / ln 10 is split so that its head is exact.
+template <class V> inline HeadTail<V> log10_a53(const LogReduced<V>& x) {
+  const LogParts<V> p = log_parts<Decimal>(x);
+  const V r_head = head_of(p.r);
+  const HeadTail<V> sum = fast_two_sum(p.head, r_head * log_tables::inverse_ln10_head);
+  const V r_tail = (p.r - r_head) * log_tables::inverse_ln10_head + p.r * log_tables::inverse_ln10_tail;
+  return {sum.head, ((p.tail + sum.tail) + r_tail) + (p.r * p.r) * estrin(p.r, log_tables::log10_a53)};
+}
+
+/// The logarithm to base `Base` of a reduced argument.
+template <class Base, LogAccuracy A, class V> inline V logarithm(const LogReduced<V>& x) {
+  constexpr bool natural = std::is_same_v<Base, Natural>;
+  if constexpr (A == LogAccuracy::a53) {
+    const HeadTail<V> y = natural ? ln_a53(x) : log10_a53(x);
+    return y.head + y.tail;
+  } else {
+    const Pair<V> row = lookup_pair<Base::rounded>(x.row);
+    const V r = A == LogAccuracy::a50 ? exact_product_minus_one(x.m, row.first) : x.m * row.first - 1.0;
+    const V rest = x.k * Base::two + row.second;
+    if constexpr (natural) {
+      constexpr auto& c = [&]() -> auto& {
+        if constexpr (A == LogAccuracy::a50) return log_tables::ln_a50;
+        else if constexpr (A == LogAccuracy::a24) return log_tables::ln_a24;
+        else return log_tables::ln_a26;
+      }();
+      return rest + (r + (r * r) * estrin(r, c));
+    } else {
+      constexpr auto& c = [&]() -> auto& {
+        if constexpr (A == LogAccuracy::a50) return log_tables::log10_a50;
+        else if constexpr (A == LogAccuracy::a24) return log_tables::log10_a24;
+        else return log_tables::log10_a26;
+      }();
+      return rest + r * estrin(r, c);
+    }
+  }
+}
+
+} // namespace kelvm::inline KELVM_BUILD
