@@ -1,0 +1,60 @@
+// Random and structured inputs for any member.
+#pragma once
+
+#include "exact.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace accuracy {
+
+/// A small, fast generator (Steele, Lea, Flood, Fast splittable pseudorandom number generators, 2014).
+struct Random {
+  std::uint64_t state;
+  std::uint64_t next() {
+    std::uint64_t z = state += 0x9e3779b97f4a7c15;
+    z = (z ^ z >> 30) * 0xbf58476d1ce4e5b9;
+    z = (z ^ z >> 27) * 0x94d049bb133111eb;
+    return z ^ z >> 31;
+  }
+  std::uint64_t below(std::uint64_t n) {
+    return static_cast<std::uint64_t>((static_cast<unsigned __int128>(next()) * n) >> 64);
+  }
+  double unit() { return static_cast<double>(next() >> 11) * 0x1p-53; } // [0, 1)
+  double uniform(double lo, double hi) { return lo + (hi - lo) * unit(); }
+  bool one_in(std::uint64_t n) { return below(n) == 0; }
+};
+
+struct Range {
+  double lo, hi;
+};
+
+/// What is worth trying for one real argument of a family.
+struct Profile;
+
+/// Where the inputs of one member come from. Shared by threads.
+class Inputs {
+public:
+  /// A range given for a source replaces the family's domain: only points inside are generated (of complex sources,
+  /// points whose parts are both inside).
+  Inputs(const harness::Member& member, std::optional<Range> range1, std::optional<Range> range2);
+
+  /// Fills a block. The second source of a ScalarPower member is one value for the whole block.
+  void fill(Random& random, std::vector<reference::Arguments>& block) const;
+
+private:
+  double part(Random&, const Profile&, const std::optional<Range>&) const;
+  double rounded(double x) const;
+  double neighbour(Random&, double x) const;
+  void real_pair(Random&, double parts[4]) const;
+  void complex_shape(Random&, double parts[2]) const;
+
+  harness::Member member_;
+  std::optional<Range> range_[2];
+  const Profile* profile_[4]; // one a part
+  std::vector<double> hard_;  // arguments closest to multiples of pi/2, one or more an exponent; for periodic families
+};
+
+} // namespace accuracy

@@ -1,0 +1,28 @@
+// The limits table: what each member must hold.
+#pragma once
+
+#include "judge.hpp"
+
+#include <string>
+#include <vector>
+
+namespace accuracy {
+
+struct Limit {
+  std::string member;
+  double ulp = 0;           // of normal results by component; 0 if the row states bits
+  double bits = 0;          // relative error by norm at most 2^-bits; 0 if the row states ulps
+  double subnormal_ulp = 0; // of subnormal results; 0: as `ulp`, or no more than bits and one ulp allow
+  double norm_ulp = 0;      // complex: of the norm; 0: not limited
+
+  /// What of the limit the statistics exceed, one line; empty if nothing.
+  std::string exceeded(const reference::Statistics& statistics) const;
+  std::string text() const;
+};
+
+/// Throws std::runtime_error with file and line for a row that it does not understand.
+std::vector<Limit> read_limits(const std::string& path);
+/// Null if the member has no row.
+const Limit* find_limit(const std::vector<Limit>& limits, std::string_view member);
+
+} // namespace accuracy

@@ -1,0 +1,192 @@
+// kelvm-accuracy: measures members of the library against MPFR.
+#include "limits.hpp"
+#include "measure.hpp"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+
+namespace {
+
+constexpr const char* usage = R"(usage: kelvm-accuracy [options] --member NAME | --family NAME | --all
+  --library PATH     library under test (default: the build's own)
+  --member NAME      measure this member; may be given several times
+  --family NAME      every built member of a family
+  --all              every built member
+  --points N         elements a member (default 1000000)
+  --range LO:HI      only first sources in this range
+  --range2 LO:HI     the same for the second source
+  --seed S           of the random inputs (default 1)
+  --threads N        (default 2)
+  --mpfr-only        do without the estimate that lets MPFR pass over unremarkable results
+  --brief            one line a member
+  --limits FILE      the limits table (default: the source tree's)
+  --check            compare with the limits: exit status 1 if a member exceeds its row or has none
+  --check-table      only see that the table has one row for every member, in list order
+)";
+
+struct Settings {
+  std::string library = KELVM_DEFAULT_LIBRARY, limits = KELVM_LIMITS;
+  std::vector<std::string> members, families;
+  bool all = false, mpfr_only = false, brief = false, check = false, check_table = false;
+  std::uint64_t points = 1000000, seed = 1;
+  unsigned threads = 2;
+  std::optional<accuracy::Range> range1, range2;
+};
+
+double number(const std::string& text) {
+  char* end;
+  const double value = std::strtod(text.c_str(), &end);
+  if (text.empty() || *end) throw std::invalid_argument("not a number: " + text);
+  return value;
+}
+
+accuracy::Range range(const std::string& text) {
+  const std::size_t colon = text.find(':');
+  if (colon == std::string::npos) throw std::invalid_argument("not a range LO:HI: " + text);
+  const accuracy::Range r{number(text.substr(0, colon)), number(text.substr(colon + 1))};
+  if (!(r.lo <= r.hi)) throw std::invalid_argument("an empty range: " + text);
+  return r;
+}
+
+std::uint64_t count(const std::string& text) {
+  const double value = number(text);
+  if (!(value >= 1 && value < 1e15)) throw std::invalid_argument("not a count: " + text);
+  return static_cast<std::uint64_t>(value);
+}
+
+Settings parse(int argc, char** argv) {
+  Settings s;
+  for (int i = 1; i < argc; ++i) {
+    const std::string option = argv[i];
+    const auto value = [&]() -> std::string {
+      if (++i == argc) throw std::invalid_argument(option + " needs a value");
+      return argv[i];
+    };
+    if (option == "--library")
+      s.library = value();
+    else if (option == "--limits")
+      s.limits = value();
+    else if (option == "--member")
+      s.members.push_back(value());
+    else if (option == "--family")
+      s.families.push_back(value());
+    else if (option == "--all")
+      s.all = true;
+    else if (option == "--points")
+      s.points = count(value());
+    else if (option == "--seed")
+      s.seed = count(value());
+    else if (option == "--threads")
+      s.threads = static_cast<unsigned>(std::min<std::uint64_t>(count(value()), 256));
+    else if (option == "--range")
+      s.range1 = range(value());
+    else if (option == "--range2")
+      s.range2 = range(value());
+    else if (option == "--mpfr-only")
+      s.mpfr_only = true;
+    else if (option == "--brief")
+      s.brief = true;
+    else if (option == "--check")
+      s.check = true;
+    else if (option == "--check-table")
+      s.check_table = true;
+    else
+      throw std::invalid_argument("unknown option " + option);
+  }
+  return s;
+}
+
+std::vector<harness::Member> chosen_members(const Settings& s) {
+  std::vector<harness::Member> chosen;
+  for (const std::string& name : s.members) {
+    const harness::Member* m = harness::find_member(name);
+    if (!m) throw std::invalid_argument("unknown member " + name);
+    chosen.push_back(*m);
+  }
+  for (const harness::Member& m : harness::built_members())
+    if (s.all || std::find(s.families.begin(), s.families.end(), m.family) != s.families.end()) chosen.push_back(m);
+  for (const std::string& family : s.families)
+    if (std::none_of(harness::all_members().begin(), harness::all_members().end(),
+                     [&](const harness::Member& m) { return m.family == family; }))
+      throw std::invalid_argument("unknown family " + family);
+  return chosen;
+}
+
+bool table_is_complete(const std::vector<accuracy::Limit>& limits) {
+  const auto members = harness::all_members();
+  for (std::size_t i = 0; i < std::max(limits.size(), members.size()); ++i) {
+    const std::string_view row = i < limits.size() ? std::string_view(limits[i].member) : "nothing";
+    const std::string_view member = i < members.size() ? members[i].name : "nothing";
+    if (row == member) continue;
+    std::printf("row %zu of the limits should be %.*s, but is %.*s\n", i + 1, static_cast<int>(member.size()),
+                member.data(), static_cast<int>(row.size()), row.data());
+    return false;
+  }
+  return true;
+}
+
+constexpr std::size_t block_length = 2048;
+
+// Block `index` depends on the seed and the index alone, so that results do not depend on the number of threads.
+reference::Statistics measure(const harness::Library& library, const harness::Member& member, const Settings& s) {
+  const accuracy::Inputs inputs(member, s.range1, s.range2);
+  // A scalar exponent lasts a whole block: shorter blocks try more of them.
+  const std::size_t length = member.shape == harness::Shape::ScalarPower ? 64 : block_length;
+  const std::uint64_t blocks = (s.points + length - 1) / length;
+  const auto source = [&](std::uint64_t index, std::vector<reference::Arguments>& block) {
+    if (index >= blocks) return false;
+    block.resize(std::min<std::uint64_t>(length, s.points - index * length));
+    accuracy::Random random{s.seed << 40 ^ index * 0xd1342543de82ef95};
+    inputs.fill(random, block);
+    return true;
+  };
+  return accuracy::measure(library, member, source, {s.threads, !s.mpfr_only, blocks});
+}
+
+int run(const Settings& s) {
+  const std::vector<accuracy::Limit> limits = accuracy::read_limits(s.limits);
+  if (s.check_table) return table_is_complete(limits) ? 0 : 1;
+  const std::vector<harness::Member> members = chosen_members(s);
+  if (members.empty() && s.families.empty() && !s.all) throw std::invalid_argument("no member given");
+  const harness::Library library(s.library);
+  int status = 0;
+  for (const harness::Member& member : members) {
+    const auto start = std::chrono::steady_clock::now();
+    const reference::Statistics statistics = measure(library, member, s);
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    if (s.brief)
+      std::printf("%s\n", accuracy::summary(member, statistics).c_str());
+    else
+      std::printf("%s  %.1f s, %.2f million elements a second\n", accuracy::report(member, statistics).c_str(), seconds,
+                  static_cast<double>(statistics.elements) / seconds / 1e6);
+    std::string fault = accuracy::estimate_fault(statistics);
+    if (s.check && fault.empty()) {
+      const accuracy::Limit* limit = accuracy::find_limit(limits, member.name);
+      fault = limit ? limit->exceeded(statistics) : "has no row in the limits table";
+    }
+    if (!fault.empty()) {
+      std::printf("FAILED %s: %s\n", std::string(member.name).c_str(), fault.c_str());
+      status = 1;
+    }
+    std::fflush(stdout);
+  }
+  return status;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(parse(argc, argv));
+  } catch (const std::invalid_argument& error) {
+    std::fprintf(stderr, "kelvm-accuracy: %s\n%s", error.what(), usage);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "kelvm-accuracy: %s\n", error.what());
+  }
+  return 2;
+}

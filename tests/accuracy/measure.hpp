@@ -1,0 +1,33 @@
+// Measures one member, on several threads.
+#pragma once
+
+#include "inputs.hpp"
+#include "judge.hpp"
+
+#include <functional>
+#include <string>
+
+namespace accuracy {
+
+/// Fills the inputs of block `index`; returns false after the last block.
+using Source = std::function<bool(std::uint64_t index, std::vector<reference::Arguments>& block)>;
+
+struct Options {
+  unsigned threads = 2;
+  bool use_estimate = true;
+  std::uint64_t blocks = 0; // how many there will be, for the progress line; 0 shows none
+};
+
+/// Calls the member block by block and judges every element. Throws what a thread threw.
+reference::Statistics measure(const harness::Library& library, const harness::Member& member, const Source& source,
+                              const Options& options);
+
+/// The figures, several lines: maxima with their inputs, share correctly rounded, histogram.
+std::string report(const harness::Member& member, const reference::Statistics& statistics);
+/// The same on one line.
+std::string summary(const harness::Member& member, const reference::Statistics& statistics);
+
+/// What makes a run worthless: an estimate that was further off than its bound. Empty if nothing.
+std::string estimate_fault(const reference::Statistics& statistics);
+
+} // namespace accuracy

@@ -1,0 +1,48 @@
+#include "block.hpp"
+
+#include <stdexcept>
+
+namespace reference {
+
+template <class T> void Block::call_parts(std::span<const Arguments> arguments) {
+  const std::size_t n = arguments.size(), width = member_.complex_source() ? 2 : 1;
+  const auto array = [](std::vector<char>& bytes, std::size_t count) {
+    bytes.resize(count * sizeof(T));
+    return reinterpret_cast<T*>(bytes.data());
+  };
+  T* source[2];
+  for (int s = 0; s < 2; ++s) {
+    source[s] = array(source_[s], n * width);
+    for (std::size_t i = 0; i < n; ++i)
+      for (std::size_t c = 0; c < width; ++c)
+        source[s][width * i + c] = static_cast<T>(arguments[i].parts[2 * static_cast<std::size_t>(s) + c]);
+  }
+  // Components lie beside each other in one complex destination, or apart in two real ones.
+  const std::size_t pair = member_.complex_destination() ? 2 : 1;
+  T* destination[2] = {array(destination_[0], n * pair), array(destination_[1], n)};
+
+  harness::Arguments call;
+  call.src1 = source[0];
+  call.src2 = source[1];
+  call.scalar = source[1];
+  call.dst1 = destination[0];
+  call.dst2 = destination[1];
+  call.len = static_cast<int>(n);
+  if (library_.call(member_, call) < 0) throw std::runtime_error(std::string(member_.name) + " refuses a block");
+
+  for (std::size_t c = 0; c < 2; ++c) {
+    results_[c].resize(n);
+    const T* from = pair == 2 ? destination[0] + c : destination[c];
+    for (std::size_t i = 0; i < n; ++i) results_[c][i] = from[pair * i];
+    pointers_[c] = results_[c].data();
+  }
+}
+
+void Block::call(std::span<const Arguments> arguments) {
+  if (member_.is_float())
+    call_parts<float>(arguments);
+  else
+    call_parts<double>(arguments);
+}
+
+} // namespace reference

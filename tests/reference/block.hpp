@@ -1,0 +1,31 @@
+// One call of a member on a block of elements given as doubles.
+#pragma once
+
+#include "exact.hpp"
+
+#include <span>
+#include <vector>
+
+namespace reference {
+
+class Block {
+public:
+  Block(const harness::Library& library, const harness::Member& member) : library_(library), member_(member) {}
+
+  /// Calls the member. The exponent of a ScalarPower member is the first element's second source. Throws
+  /// std::runtime_error if the call is refused.
+  void call(std::span<const Arguments> arguments);
+  /// Per component of the results, one array of doubles: what Judge::block takes.
+  const double* const* results() const { return pointers_; }
+
+private:
+  template <class T> void call_parts(std::span<const Arguments> arguments);
+
+  const harness::Library& library_;
+  harness::Member member_;
+  std::vector<char> source_[2], destination_[2];
+  std::vector<double> results_[2];
+  const double* pointers_[2] = {};
+};
+
+} // namespace reference

@@ -1,0 +1,172 @@
+#include "estimate.hpp"
+
+#include <boost/math/special_functions/erf.hpp>
+#include <cmath>
+#include <complex>
+#include <numbers>
+
+namespace reference {
+namespace {
+
+namespace policies = boost::math::policies;
+using Quiet =
+    policies::policy<policies::domain_error<policies::ignore_error>, policies::overflow_error<policies::ignore_error>,
+                     policies::pole_error<policies::ignore_error>, policies::promote_double<false>>;
+
+struct Row {
+  std::string_view family;
+  bool complex;
+  EstimateFunction<double> for_float;
+  EstimateFunction<long double> for_double;
+  double ulps; // bound of the error of each component, in units of the last place of double or long double
+};
+
+// Estimates written as a stateless function of one or two numbers of any type.
+template <class F, class T> void apply_unary(const double* in, T* out) { out[0] = F{}(T(in[0])); }
+template <class F, class T> void apply_binary(const double* in, T* out) { out[0] = F{}(T(in[0]), T(in[2])); }
+template <class F, class T> void apply_parts(const double* in, T* out) { F{}(in, out); }
+template <class F, class T> void apply_complex(const double* in, T* out) {
+  const std::complex<T> r = F{}(std::complex<T>(in[0], in[1]));
+  out[0] = r.real();
+  out[1] = r.imag();
+}
+
+template <class F> constexpr Row unary(std::string_view family, double ulps, F) {
+  return {family, false, apply_unary<F, double>, apply_unary<F, long double>, ulps};
+}
+template <class F> constexpr Row binary(std::string_view family, double ulps, F) {
+  return {family, false, apply_binary<F, double>, apply_binary<F, long double>, ulps};
+}
+template <class F> constexpr Row complex(std::string_view family, double ulps, F) {
+  return {family, true, apply_complex<F, double>, apply_complex<F, long double>, ulps};
+}
+// Any number of parts and results: the function gets the arrays.
+template <class F> constexpr Row parts(std::string_view family, bool is_complex, double ulps, F) {
+  return {family, is_complex, apply_parts<F, double>, apply_parts<F, long double>, ulps};
+}
+
+// erfc(-x/sqrt 2)/2 with the rounding error of the argument put right: erfc'(t) = -2/sqrt(pi) exp(-t^2)
+template <class T> T cdf_norm(T x) {
+  const T t = -x * std::numbers::sqrt2_v<T> / 2;
+  const T value = std::erfc(t);
+  if (!(x < 0) || value == 0) return value / 2;
+  // t + r = -x/sqrt 2 from t^2 = x^2/2: r = (x^2/2 - t^2)/(2t), the difference as a product of exact fused operations
+  const T square = t * t, half_square = x * x / 2;
+  const T low = std::fma(t, t, -square), half_low = std::fma(x / 2, x, -half_square);
+  const T r = ((half_square - square) + (half_low - low)) / (2 * t);
+  return (value - r * 2 * std::numbers::inv_sqrtpi_v<T> * std::exp(-square)) / 2;
+}
+
+constexpr Row table[] = {
+    binary("Add", 1, [](auto x, auto y) { return x + y; }),
+    binary("Sub", 1, [](auto x, auto y) { return x - y; }),
+    binary("Mul", 1, [](auto x, auto y) { return x * y; }),
+    unary("Sqr", 1, [](auto x) { return x * x; }),
+    unary("Abs", 0, [](auto x) { return std::fabs(x); }),
+    binary("Div", 1, [](auto x, auto y) { return x / y; }),
+    unary("Inv", 1, [](auto x) { return 1 / x; }),
+    unary("Ceil", 0, [](auto x) { return std::ceil(x); }),
+    unary("Floor", 0, [](auto x) { return std::floor(x); }),
+    unary("Trunc", 0, [](auto x) { return std::trunc(x); }),
+    unary("Round", 0, [](auto x) { return std::round(x); }),
+    unary("Rint", 0, [](auto x) { return std::rint(x); }),
+    unary("NearbyInt", 0, [](auto x) { return std::nearbyint(x); }),
+    parts("Modf", false, 0,
+          [](const double* in, auto* out) {
+            out[0] = std::trunc(in[0]);
+            out[1] = std::isinf(in[0]) ? std::copysign(0.0, in[0]) : in[0] - static_cast<double>(out[0]);
+          }),
+    unary("Sqrt", 1, [](auto x) { return std::sqrt(x); }),
+    unary("InvSqrt", 2, [](auto x) { return x == 0 ? 1 / x : 1 / std::sqrt(x); }),
+    unary("Cbrt", 6, [](auto x) { return std::cbrt(x); }),
+    unary("InvCbrt", 6, [](auto x) { return 1 / std::cbrt(x); }),
+    unary("Pow2o3", 6, [](auto x) { return std::cbrt(x * x); }),
+    unary("Pow3o2", 3, [](auto x) { return std::fabs(x) * std::sqrt(x); }),
+    binary("Hypot", 2, [](auto x, auto y) { return std::hypot(x, y); }),
+    unary("Exp", 3, [](auto x) { return std::exp(x); }),
+    unary("Expm1", 5, [](auto x) { return std::expm1(x); }),
+    unary("Ln", 3, [](auto x) { return std::log(x); }),
+    unary("Log10", 4, [](auto x) { return std::log10(x); }),
+    unary("Log1p", 5, [](auto x) { return std::log1p(x); }),
+    binary("Pow", 3, [](auto x, auto y) { return std::pow(x, y); }),
+    binary("Powx", 3, [](auto x, auto y) { return std::pow(x, y); }),
+    unary("Sin", 3, [](auto x) { return std::sin(x); }),
+    unary("Cos", 3, [](auto x) { return std::cos(x); }),
+    parts("SinCos", false, 3,
+          [](const double* in, auto* out) {
+            using T = std::remove_reference_t<decltype(*out)>;
+            out[0] = std::sin(T(in[0]));
+            out[1] = std::cos(T(in[0]));
+          }),
+    parts("CIS", true, 3,
+          [](const double* in, auto* out) {
+            using T = std::remove_reference_t<decltype(*out)>;
+            out[0] = std::cos(T(in[0]));
+            out[1] = std::sin(T(in[0]));
+          }),
+    unary("Tan", 4, [](auto x) { return std::tan(x); }),
+    unary("Atan", 3, [](auto x) { return std::atan(x); }),
+    binary("Atan2", 3, [](auto y, auto x) { return std::atan2(y, x); }),
+    unary("Asin", 3, [](auto x) { return std::asin(x); }),
+    unary("Acos", 3, [](auto x) { return std::acos(x); }),
+    unary("Sinh", 5, [](auto x) { return std::sinh(x); }),
+    unary("Cosh", 5, [](auto x) { return std::cosh(x); }),
+    unary("Tanh", 6, [](auto x) { return std::tanh(x); }),
+    unary("Asinh", 6, [](auto x) { return std::asinh(x); }),
+    unary("Acosh", 6, [](auto x) { return std::acosh(x); }),
+    unary("Atanh", 6, [](auto x) { return std::atanh(x); }),
+    unary("Erf", 4, [](auto x) { return std::erf(x); }),
+    unary("Erfc", 8, [](auto x) { return std::erfc(x); }),
+    unary("ErfInv", 12, [](auto x) { return boost::math::erf_inv(x, Quiet{}); }),
+    unary("ErfcInv", 12, [](auto x) { return boost::math::erfc_inv(x, Quiet{}); }),
+    unary("CdfNorm", 16, [](auto x) { return cdf_norm(x); }),
+    unary("CdfNormInv", 14,
+          [](auto x) {
+            using T = decltype(x);
+            return -std::numbers::sqrt2_v<T> * boost::math::erfc_inv(2 * x, Quiet{});
+          }),
+
+    parts("Abs", true, 2,
+          [](const double* in, auto* out) {
+            using T = std::remove_reference_t<decltype(*out)>;
+            out[0] = std::hypot(T(in[0]), T(in[1]));
+          }),
+    parts("Conj", true, 0,
+          [](const double* in, auto* out) {
+            out[0] = in[0];
+            out[1] = -in[1];
+          }),
+    complex("Sqrt", 8, [](auto z) { return std::sqrt(z); }),
+    complex("Exp", 12, [](auto z) { return std::exp(z); }),
+    complex("Ln", 12, [](auto z) { return std::log(z); }),
+    complex("Log10", 16, [](auto z) { return std::log10(z); }),
+    complex("Sin", 12, [](auto z) { return std::sin(z); }),
+    complex("Cos", 12, [](auto z) { return std::cos(z); }),
+    complex("Tan", 16, [](auto z) { return std::tan(z); }),
+    complex("Sinh", 12, [](auto z) { return std::sinh(z); }),
+    complex("Cosh", 12, [](auto z) { return std::cosh(z); }),
+    complex("Tanh", 16, [](auto z) { return std::tanh(z); }),
+    complex("Asin", 16, [](auto z) { return std::asin(z); }),
+    complex("Acos", 16, [](auto z) { return std::acos(z); }),
+    complex("Atan", 16, [](auto z) { return std::atan(z); }),
+    complex("Asinh", 16, [](auto z) { return std::asinh(z); }),
+    complex("Acosh", 16, [](auto z) { return std::acosh(z); }),
+    complex("Atanh", 16, [](auto z) { return std::atanh(z); }),
+};
+
+} // namespace
+
+FamilyEstimate estimate_of(const harness::Member& member) {
+  const bool is_complex = member.type == harness::Type::c32 || member.type == harness::Type::c64;
+  FamilyEstimate found;
+  for (const Row& row : table) {
+    if (row.family != member.family || row.complex != is_complex) continue;
+    if (member.is_float())
+      found.for_float = {row.for_float, row.ulps * 0x1p-52};
+    else
+      found.for_double = {row.for_double, row.ulps * 0x1p-63};
+  }
+  return found;
+}
+
+} // namespace reference

@@ -1,0 +1,141 @@
+#include "exact.hpp"
+
+#include "workspace.hpp"
+
+#include <stdexcept>
+
+namespace reference {
+namespace {
+
+using W = Exact::Workspace;
+using Function = void (*)(W&);
+constexpr mpfr_rnd_t near = MPFR_RNDN;
+
+template <auto F> void unary(W& w) { F(w.out(), w.x(), near); }
+template <auto F> void binary(W& w) { F(w.out(), w.x(), w.y(), near); }
+template <auto F> void complex_unary(W& w) { F(w.result, w.a, MPC_RNDNN); }
+template <auto F> void complex_binary(W& w) { F(w.result, w.a, w.b, MPC_RNDNN); }
+
+void reciprocal(W& w) { mpfr_ui_div(w.out(), 1, w.x(), near); }
+
+void reciprocal_sqrt(W& w) {
+  if (mpfr_zero_p(w.x()))
+    reciprocal(w); // an infinity with the sign of the zero
+  else
+    mpfr_rec_sqrt(w.out(), w.x(), near);
+}
+
+void reciprocal_cbrt(W& w) {
+  mpfr_cbrt(w.t[0], w.x(), near);
+  mpfr_ui_div(w.out(), 1, w.t[0], near);
+}
+
+void power_two_thirds(W& w) {
+  mpfr_sqr(w.t[0], w.x(), near); // exact
+  mpfr_cbrt(w.out(), w.t[0], near);
+}
+
+void power_three_halves(W& w) {
+  mpfr_pow_ui(w.t[0], w.x(), 3, near); // exact
+  if (mpfr_zero_p(w.t[0])) mpfr_set_zero(w.t[0], 1);
+  mpfr_sqrt(w.out(), w.t[0], near);
+}
+
+// Halfway cases away from zero; every zero is positive.
+void round_away(W& w) {
+  mpfr_round(w.out(), w.x());
+  if (mpfr_zero_p(w.out())) mpfr_set_zero(w.out(), 1);
+}
+
+void complex_abs(W& w) { mpfr_hypot(w.out(), w.x(), w.x_im(), near); }
+
+void cis(W& w) { mpfr_sin_cos(w.out2(), w.out(), w.x(), near); }
+
+void multiply_by_conjugate(W& w) {
+  mpc_conj(w.b, w.b, MPC_RNDNN);
+  mpc_mul(w.result, w.a, w.b, MPC_RNDNN);
+}
+
+struct Row {
+  std::string_view family;
+  Function real, complex; // by the type in the member's name; null where the family has no such member
+};
+
+constexpr Row table[] = {
+    {"Add", binary<mpfr_add>, complex_binary<mpc_add>},
+    {"Sub", binary<mpfr_sub>, complex_binary<mpc_sub>},
+    {"Mul", binary<mpfr_mul>, complex_binary<mpc_mul>},
+    {"Sqr", unary<mpfr_sqr>, nullptr},
+    {"Abs", [](W& w) { mpfr_abs(w.out(), w.x(), near); }, complex_abs},
+    {"Div", binary<mpfr_div>, complex_binary<mpc_div>},
+    {"Inv", reciprocal, nullptr},
+    {"Conj", nullptr, complex_unary<mpc_conj>},
+    {"MulByConj", nullptr, multiply_by_conjugate},
+    {"Ceil", [](W& w) { mpfr_ceil(w.out(), w.x()); }, nullptr},
+    {"Floor", [](W& w) { mpfr_floor(w.out(), w.x()); }, nullptr},
+    {"Trunc", [](W& w) { mpfr_trunc(w.out(), w.x()); }, nullptr},
+    {"Round", round_away, nullptr},
+    {"Rint", unary<mpfr_rint>, nullptr},
+    {"NearbyInt", unary<mpfr_rint>, nullptr},
+    {"Modf", [](W& w) { mpfr_modf(w.out(), w.out2(), w.x(), near); }, nullptr},
+    {"Sqrt", unary<mpfr_sqrt>, complex_unary<mpc_sqrt>},
+    {"InvSqrt", reciprocal_sqrt, nullptr},
+    {"Cbrt", unary<mpfr_cbrt>, nullptr},
+    {"InvCbrt", reciprocal_cbrt, nullptr},
+    {"Pow2o3", power_two_thirds, nullptr},
+    {"Pow3o2", power_three_halves, nullptr},
+    {"Hypot", binary<mpfr_hypot>, nullptr},
+    {"Exp", unary<mpfr_exp>, complex_unary<mpc_exp>},
+    {"Expm1", unary<mpfr_expm1>, nullptr},
+    {"Ln", unary<mpfr_log>, complex_unary<mpc_log>},
+    {"Log10", unary<mpfr_log10>, complex_unary<mpc_log10>},
+    {"Log1p", unary<mpfr_log1p>, nullptr},
+    {"Pow", binary<mpfr_pow>, complex_binary<mpc_pow>},
+    {"Powx", binary<mpfr_pow>, complex_binary<mpc_pow>},
+    {"Sin", unary<mpfr_sin>, complex_unary<mpc_sin>},
+    {"Cos", unary<mpfr_cos>, complex_unary<mpc_cos>},
+    {"SinCos", [](W& w) { mpfr_sin_cos(w.out(), w.out2(), w.x(), near); }, nullptr},
+    {"CIS", nullptr, cis},
+    {"Tan", unary<mpfr_tan>, complex_unary<mpc_tan>},
+    {"Atan", unary<mpfr_atan>, complex_unary<mpc_atan>},
+    {"Atan2", binary<mpfr_atan2>, nullptr},
+    {"Asin", unary<mpfr_asin>, complex_unary<mpc_asin>},
+    {"Acos", unary<mpfr_acos>, complex_unary<mpc_acos>},
+    {"Sinh", unary<mpfr_sinh>, complex_unary<mpc_sinh>},
+    {"Cosh", unary<mpfr_cosh>, complex_unary<mpc_cosh>},
+    {"Tanh", unary<mpfr_tanh>, complex_unary<mpc_tanh>},
+    {"Asinh", unary<mpfr_asinh>, complex_unary<mpc_asinh>},
+    {"Acosh", unary<mpfr_acosh>, complex_unary<mpc_acosh>},
+    {"Atanh", unary<mpfr_atanh>, complex_unary<mpc_atanh>},
+    {"Erf", unary<mpfr_erf>, nullptr},
+    {"Erfc", unary<mpfr_erfc>, nullptr},
+    {"ErfInv", erf_inv, nullptr},
+    {"ErfcInv", erfc_inv, nullptr},
+    {"CdfNorm", cdf_norm, nullptr},
+    {"CdfNormInv", cdf_norm_inv, nullptr},
+};
+
+bool complex_type(const harness::Member& m) { return m.type == harness::Type::c32 || m.type == harness::Type::c64; }
+
+} // namespace
+
+Exact::Exact(const harness::Member& member)
+    : workspace_(std::make_unique<Workspace>()), function_(nullptr),
+      results_(member.destinations() * (member.complex_destination() ? 2 : 1)) {
+  for (const Row& row : table)
+    if (row.family == member.family) function_ = complex_type(member) ? row.complex : row.real;
+  if (!function_) throw std::logic_error("no exact function for " + std::string(member.name));
+}
+
+Exact::~Exact() = default;
+
+void Exact::evaluate(const Arguments& arguments) {
+  Workspace& w = *workspace_;
+  mpc_set_d_d(w.a, arguments.parts[0], arguments.parts[1], MPC_RNDNN);
+  mpc_set_d_d(w.b, arguments.parts[2], arguments.parts[3], MPC_RNDNN);
+  function_(w);
+}
+
+mpfr_srcptr Exact::result(int i) const { return i == 0 ? workspace_->out() : workspace_->out2(); }
+
+} // namespace reference

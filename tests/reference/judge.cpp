@@ -1,0 +1,236 @@
+#include "judge.hpp"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+
+namespace reference {
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr std::uint64_t sample_interval = 2048; // elements between two that are judged whatever the estimate says
+
+std::size_t bin_of(double ulps) {
+  std::size_t bin = 0;
+  while (bin < bin_bounds.size() && !(ulps <= bin_bounds[bin])) ++bin;
+  return bin;
+}
+
+// The exponent e with 2^(e-1) <= |x| < 2^e; x finite and not zero.
+int exponent_of(double x) {
+  const int field = static_cast<int>(std::bit_cast<std::uint64_t>(x) >> 52 & 0x7ff);
+  return field ? field - 1022 : std::ilogb(x) + 1;
+}
+int exponent_of(long double x) { return std::ilogb(x) + 1; }
+
+// |x| 2^-k; a power of two beyond the range of double is fine
+double scaled(double x, int k) {
+  if (k > -1000 && k < 1000) return std::fabs(x) * std::bit_cast<double>(static_cast<std::uint64_t>(1023 - k) << 52);
+  return std::fabs(std::ldexp(x, -k));
+}
+double scaled(long double x, int k) { return static_cast<double>(std::ldexp(std::fabs(x), -k)); }
+
+double magnitude(mpfr_srcptr x) { return std::fabs(mpfr_get_d(x, MPFR_RNDN)); }
+
+} // namespace
+
+double bits_of(double relative) { return relative > 0 ? -std::log2(relative) : infinity; }
+
+void Statistics::merge(const Statistics& other) {
+  elements += other.elements;
+  skipped += other.skipped;
+  judged += other.judged;
+  results += other.results;
+  misrounded += other.misrounded;
+  for (std::size_t i = 0; i < histogram.size(); ++i) histogram[i] += other.histogram[i];
+  ulp.merge(other.ulp);
+  ulp_subnormal.merge(other.ulp_subnormal);
+  relative.merge(other.relative);
+  norm_ulp.merge(other.norm_ulp);
+  estimate.merge(other.estimate);
+}
+
+Judge::Judge(const harness::Member& member, bool use_estimate)
+    : format_(Format::of(member)), complex_(member.complex_destination()), exact_(member) {
+  if (use_estimate) estimate_ = estimate_of(member);
+  mpfr_inits2(64, difference_, norm_, error_norm_, infinity_, nullptr);
+  mpfr_set_ui_2exp(infinity_, 1, format_.exponent_max, MPFR_RNDN);
+}
+
+Judge::~Judge() { mpfr_clears(difference_, norm_, error_norm_, infinity_, nullptr); }
+
+void Judge::block(const Arguments* arguments, const double* const got[2], int elements) {
+  const bool two = exact_.results() == 2;
+  for (int i = 0; i < elements; ++i) {
+    const double values[2] = {got[0][i], two ? got[1][i] : 0};
+    if (sample_state_++ % sample_interval != 0) {
+      if (estimate_.for_float.function && decided(estimate_.for_float, arguments[i], values)) continue;
+      if (estimate_.for_double.function && decided(estimate_.for_double, arguments[i], values)) continue;
+    }
+    judge(arguments[i], values);
+  }
+  statistics_.elements += elements;
+}
+
+// Counts the element and returns true if the estimate alone fixes its place in every statistic.
+template <class T> bool Judge::decided(const Estimate<T>& estimate, const Arguments& arguments, const double got[2]) {
+  const int results = exact_.results();
+  const T bound = static_cast<T>(estimate.bound);
+  T c[2];
+  estimate.function(arguments.parts, c);
+  std::size_t bins[2];
+  T error_square = 0, norm_square = 0;
+  for (int i = 0; i < results; ++i) {
+    const T value = c[i], g = static_cast<T>(got[i]);
+    bins[i] = 0;
+    if (std::isnan(value)) {
+      if (complex_ || !std::isnan(got[i])) return false;
+      continue;
+    }
+    if (value == 0 || std::isinf(value)) {
+      if (complex_ || g != value) return false;
+      continue;
+    }
+    const int exponent = exponent_of(value);
+    if (exponent >= format_.exponent_max) { // next to the border of overflow or beyond
+      if (complex_ || exponent == format_.exponent_max || got[i] != std::copysign(infinity, got[i]) ||
+          std::signbit(value) != std::signbit(g))
+        return false;
+      continue;
+    }
+    if (!std::isfinite(got[i])) return false;
+    const bool subnormal = exponent <= format_.exponent_min + format_.digits - 1;
+    const int unit = std::max(exponent - format_.digits, format_.exponent_min);
+    const T slack = bound * std::fabs(value), error = std::fabs(g - value) + slack;
+    if (slack > 0 && (exponent_of(value - slack) != exponent || exponent_of(value + slack) != exponent)) return false;
+    const double most = scaled(error, unit), least = most - 2 * scaled(slack, unit);
+    bins[i] = bin_of(most);
+    if (bins[i] > 0 && least <= bin_bounds[bins[i] - 1]) return false;
+    if (most > (subnormal ? statistics_.ulp_subnormal : statistics_.ulp).value) return false;
+    if (complex_) {
+      error_square += error * error;
+      norm_square += value * value;
+    } else if (error > static_cast<T>(statistics_.relative.value) * std::fabs(value) && !(subnormal && most <= 1)) {
+      return false;
+    }
+  }
+  if (complex_) {
+    const T norm = std::sqrt(norm_square) * (1 - bound), error = std::sqrt(error_square) * (1 + bound);
+    if (error > static_cast<T>(statistics_.relative.value) * norm) return false;
+    const int unit = std::max(exponent_of(norm) - format_.digits, format_.exponent_min);
+    if (scaled(error, unit) > statistics_.norm_ulp.value) return false;
+  }
+  for (int i = 0; i < results; ++i) {
+    ++statistics_.histogram[bins[i]];
+    if (bins[i] > 1) ++statistics_.misrounded;
+  }
+  statistics_.results += results;
+  return true;
+}
+
+// Leaves got - exact in difference_ where it is finite. Returns whether the exact value is a finite number.
+bool Judge::measure(mpfr_srcptr exact, double got, double& ulps, bool& subnormal, bool& rounded) {
+  subnormal = false;
+  const double nearest = format_.digits == 24 ? mpfr_get_flt(exact, MPFR_RNDN) : mpfr_get_d(exact, MPFR_RNDN);
+  rounded = nearest == got || (std::isnan(nearest) && std::isnan(got));
+  ulps = rounded ? 0 : infinity;
+  mpfr_set_zero(difference_, 1);
+  if (!mpfr_number_p(exact)) return false;
+  if (std::isnan(got)) {
+    mpfr_set_inf(difference_, 1);
+    return true;
+  }
+  const int exponent = mpfr_zero_p(exact)
+                           ? format_.exponent_min
+                           : static_cast<int>(std::clamp<mpfr_exp_t>(mpfr_get_exp(exact), -100000, 100000));
+  subnormal = exponent <= format_.exponent_min + format_.digits - 1;
+  if (std::isinf(got)) {
+    if (exponent > format_.exponent_max && std::signbit(got) == (mpfr_signbit(exact) != 0)) return true;
+    mpfr_setsign(infinity_, infinity_, std::signbit(got), MPFR_RNDN);
+    mpfr_sub(difference_, infinity_, exact, MPFR_RNDA);
+  } else {
+    mpfr_d_sub(difference_, got, exact, MPFR_RNDA);
+    mpfr_neg(difference_, difference_, MPFR_RNDN);
+  }
+  const int unit = std::clamp(exponent - format_.digits, format_.exponent_min, format_.exponent_max - format_.digits);
+  mpfr_mul_2si(norm_, difference_, -unit, MPFR_RNDN);
+  ulps = magnitude(norm_);
+  return true;
+}
+
+void Judge::judge(const Arguments& arguments, const double got[2]) {
+  exact_.evaluate(arguments);
+  ++statistics_.judged;
+  const int results = exact_.results();
+  if (complex_ && !(mpfr_number_p(exact_.result(0)) && mpfr_number_p(exact_.result(1)))) {
+    ++statistics_.skipped;
+    return;
+  }
+
+  Worst here{0, arguments, {got[0], got[1]}, {}};
+  for (int i = 0; i < results; ++i) here.exact[i] = mpfr_get_d(exact_.result(i), MPFR_RNDN);
+  const auto take = [&](Worst& worst, double value) {
+    here.value = value;
+    worst.merge(here);
+  };
+  const auto take_relative = [&](mpfr_ptr error, mpfr_srcptr size, bool exempt) {
+    if (exempt || mpfr_zero_p(error)) return;
+    mpfr_div(error, error, size, MPFR_RNDA);
+    take(statistics_.relative, magnitude(error));
+  };
+
+  mpfr_set_zero(error_norm_, 1);
+  bool within_one_ulp = true;
+  for (int i = 0; i < results; ++i) {
+    double ulps;
+    bool subnormal, rounded;
+    const bool number = measure(exact_.result(i), got[i], ulps, subnormal, rounded);
+    take(subnormal ? statistics_.ulp_subnormal : statistics_.ulp, ulps);
+    ++statistics_.histogram[bin_of(ulps)];
+    if (!rounded) ++statistics_.misrounded;
+    if (!(ulps <= 1)) within_one_ulp = false;
+    if (!number) {
+      if (!rounded) take(statistics_.relative, infinity);
+    } else if (complex_) {
+      mpfr_hypot(error_norm_, error_norm_, difference_, MPFR_RNDA);
+    } else {
+      take_relative(difference_, exact_.result(i), subnormal && ulps <= 1);
+    }
+  }
+  statistics_.results += results;
+  if (complex_) {
+    mpfr_hypot(norm_, exact_.result(0), exact_.result(1), MPFR_RNDZ);
+    const int exponent = mpfr_zero_p(norm_) ? format_.exponent_min : static_cast<int>(mpfr_get_exp(norm_));
+    const int unit = std::clamp(exponent - format_.digits, format_.exponent_min, format_.exponent_max - format_.digits);
+    mpfr_mul_2si(difference_, error_norm_, -unit, MPFR_RNDN);
+    take(statistics_.norm_ulp, magnitude(difference_));
+    take_relative(error_norm_, norm_, exponent <= format_.exponent_min + format_.digits - 1 && within_one_ulp);
+  }
+
+  if (estimate_.for_float.function) check_estimate(estimate_.for_float, here);
+  if (estimate_.for_double.function) check_estimate(estimate_.for_double, here);
+}
+
+// The estimate's error as a share of its bound, where the exact value is in the estimate's own normal range.
+template <class T> void Judge::check_estimate(const Estimate<T>& estimate, Worst& here) {
+  T c[2];
+  estimate.function(here.at.parts, c);
+  for (int i = 0; i < exact_.results(); ++i) {
+    const mpfr_srcptr exact = exact_.result(i);
+    const long double value = c[i];
+    double share = 0;
+    if (mpfr_nan_p(exact) || std::isnan(value)) {
+      share = mpfr_nan_p(exact) && std::isnan(value) ? 0 : infinity;
+    } else if (mpfr_regular_p(exact) && mpfr_get_exp(exact) > std::numeric_limits<T>::min_exponent &&
+               mpfr_get_exp(exact) < std::numeric_limits<T>::max_exponent) {
+      mpfr_set_ld(norm_, value, MPFR_RNDN);
+      mpfr_sub(difference_, norm_, exact, MPFR_RNDA);
+      mpfr_div(difference_, difference_, exact, MPFR_RNDA);
+      share = mpfr_zero_p(difference_) ? 0 : magnitude(difference_) / estimate.bound;
+    }
+    here.value = share;
+    statistics_.estimate.merge(here);
+  }
+}
+
+} // namespace reference
