@@ -5,9 +5,9 @@
 //   ln x = k ln 2 - ln c + ln(1 + r),   r = m c - 1,   |r| < 0.00293
 //
 // c has so few bits (a multiple of 2^-9 below 1, of 2^-8 above) that r is a double: the reduction is exact and its
-// error term, which a logarithm near 1 cannot do without, vanishes. The row around 1 has c = 1 and ln c = 0, and reaches
-// over both sides of 1: there the formula is the series of ln(1 + r) and nothing cancels. After Tang, "Table-driven
-// implementation of the logarithm function in IEEE floating-point arithmetic", 1990.
+// error term, which a logarithm near 1 cannot do without, vanishes. The row around 1 has c = 1 and ln c = 0, and
+// reaches over both sides of 1: there the formula is the series of ln(1 + r) and nothing cancels. After Tang,
+// "Table-driven implementation of the logarithm function in IEEE floating-point arithmetic", 1990.
 //
 // Base 10 has tables of its own and the factor 1 / ln 10 in the coefficients.
 #pragma once
@@ -34,6 +34,9 @@ struct ShortRows {
 };
 template <LogAccuracy A> using LogRows = std::conditional_t<A == LogAccuracy::a53, ExactRows, ShortRows>;
 
+/// Four vectors in flight, or two where registers are few.
+inline constexpr int log_vectors_in_flight = vector_bytes == 16 ? 2 : 4;
+
 /// x = 2^k m, and m's row in the tables.
 template <class V> struct LogReduced {
   V k, m;
@@ -50,9 +53,12 @@ template <class Rows, class V> inline LogReduced<V> log_reduce(V x) {
           bit_cast<Int<V>>(fraction >> (52 - Rows::bits))};
 }
 
-/// Marks what log_reduce does not cover: zeros, subnormals, negative numbers, infinities, NaNs.
+/// Marks what the formulas below do not cover: zeros, subnormals, negative numbers, infinities, NaNs.
 template <class V> inline Marks<V> not_normal_positive(V x) {
-  return bit_cast<Marks<V>>((bits(x) - 0x0010000000000000u) | (0x7FEFFFFFFFFFFFFFu - bits(x)));
+  if constexpr (sizeof(Lane<V>) == 8)
+    return bit_cast<Marks<V>>((bits(x) - 0x0010000000000000u) | (0x7FEFFFFFFFFFFFFFu - bits(x)));
+  else
+    return bit_cast<Marks<V>>((bits(x) - 0x00800000u) | (0x7F7FFFFFu - bits(x)));
 }
 
 /// m c - 1, which is a double: through a fused operation, or from two products of a split m.
@@ -83,7 +89,7 @@ template <class V> struct LogParts { V r, head, tail; };
 template <class Base, class V> inline LogParts<V> log_parts(const LogReduced<V>& x) {
   const Pair<V> row = lookup_pair<Base::exact>(x.row);
   // The tail of log c stands in the low bits of c.
-  const V c = from_bits<V>(bits(row.first) & 0xFFFFF80000000000u);
+  const V c = from_bits<V>(bits(row.first) & 0xFFFFF00000000000u);
   return {exact_product_minus_one(x.m, c), x.k * Base::two_hi + row.second,
           x.k * Base::two_lo + (row.first - c) * 0x1p-33};
 }
@@ -115,19 +121,51 @@ template <class Base, LogAccuracy A, class V> inline V logarithm(const LogReduce
     const V rest = x.k * Base::two + row.second;
     if constexpr (natural) {
       constexpr auto& c = [&]() -> auto& {
-        if constexpr (A == LogAccuracy::a50) return log_tables::ln_a50;
-        else if constexpr (A == LogAccuracy::a24) return log_tables::ln_a24;
-        else return log_tables::ln_a26;
-      }();
+        if constexpr (A == LogAccuracy::a50)
+          return log_tables::ln_a50;
+        else if constexpr (A == LogAccuracy::a24)
+          return log_tables::ln_a24;
+        else
+          return log_tables::ln_a26;
+      }
+      ();
       return rest + (r + (r * r) * estrin(r, c));
     } else {
       constexpr auto& c = [&]() -> auto& {
-        if constexpr (A == LogAccuracy::a50) return log_tables::log10_a50;
-        else if constexpr (A == LogAccuracy::a24) return log_tables::log10_a24;
-        else return log_tables::log10_a26;
-      }();
+        if constexpr (A == LogAccuracy::a50)
+          return log_tables::log10_a50;
+        else if constexpr (A == LogAccuracy::a24)
+          return log_tables::log10_a24;
+        else
+          return log_tables::log10_a26;
+      }
+      ();
       return rest + r * estrin(r, c);
     }
+  }
+}
+
+// --- single precision ----------------------------------------------------------------------------------------------
+
+/// ln and log10 of floats in float arithmetic, without a table: m in [2/3, 4/3). Relative errors below 2^-21 and 2^-11.
+enum class FloatLogAccuracy { a21, a11 };
+
+template <class Base, FloatLogAccuracy A, class V> inline V float_logarithm(V x) {
+  constexpr std::uint32_t one = 0x3F800000, least = 0x3F2AAAAB; // 2/3
+  const Bits<V> scaled = bits(x) + (one - least);
+  const V k = exponent_of(from_bits<V>(scaled));
+  const V f = from_bits<V>((scaled & 0x007FFFFF) + least) - 1.0f;
+  constexpr float two = Base::two;
+  if constexpr (std::is_same_v<Base, Natural>) {
+    if constexpr (A == FloatLogAccuracy::a21)
+      return k * two + (f + (f * f) * estrin(f, log_tables::ln_a21));
+    else
+      return (k * two + f) + (f * f) * estrin(f, log_tables::ln_a11);
+  } else {
+    if constexpr (A == FloatLogAccuracy::a21)
+      return k * two + f * estrin(f, log_tables::log10_a21);
+    else
+      return k * two + f * estrin(f, log_tables::log10_a11);
   }
 }
 

@@ -660,20 +660,22 @@ inline constexpr double log10_a50[] = {
     -0x1.2891d3f5349b6p-4,
     0x1.fb7fc9faa2528p-5};
 
-// (ln(1+r) - r) / r^2 on [-0.01512, 0.01562]; error 2^-36.7 of the result
+// (ln(1+r) - r) / r^2 on [-0.01512, 0.01562]; error 2^-43.7 of the result
 inline constexpr double ln_a24[] = {
-    -0x1.ffffffce8e6bcp-2,
-    0x1.555556bb6603ap-2,
-    -0x1.000cda948bce4p-2,
-    0x1.995b5a4c38ceap-3};
+    -0x1.fffffffff969ap-2,
+    0x1.5555551a6e600p-2,
+    -0x1.000002adc249ap-2,
+    0x1.99b2324148be4p-3,
+    -0x1.5501e8421b82fp-3};
 
-// log10(1+r) / r on [-0.01512, 0.01562]; error 2^-36.7 of the result
+// log10(1+r) / r on [-0.01512, 0.01562]; error 2^-44.0 of the result
 inline constexpr double log10_a24[] = {
-    0x1.bcb7b1526d207p-2,
-    -0x1.bcb7b1272b7fap-3,
-    0x1.287a7808065b2p-3,
-    -0x1.bcce110a3f880p-4,
-    0x1.63808a090f43dp-4};
+    0x1.bcb7b1526e6d9p-2,
+    -0x1.bcb7b15266db3p-3,
+    0x1.287a75f4424abp-3,
+    -0x1.bcb7b64e98355p-4,
+    0x1.63dd285e51221p-4,
+    -0x1.2832f08f6d94fp-4};
 
 // (ln(1+r) - r) / r^2 on [-0.01512, 0.01562]; error 2^-29.0 of the result
 inline constexpr double ln_a26[] = {
@@ -687,6 +689,42 @@ inline constexpr double log10_a26[] = {
     -0x1.bcb7b27275b6bp-3,
     0x1.28853518ec542p-3,
     -0x1.bc7672d088869p-4};
+
+// (ln(1+f) - f) / f^2 on [-0.3333, 0.3333]; error 2^-22.3 of the result
+inline constexpr float ln_a21[] = {
+    -0x1.ffffc20000000p-2f,
+    0x1.555e4c0000000p-2f,
+    -0x1.001bac0000000p-2f,
+    0x1.95ddea0000000p-3f,
+    -0x1.4f17820000000p-3f,
+    0x1.5c05f00000000p-3f,
+    -0x1.411d040000000p-3f};
+
+// log10(1+f) / f on [-0.3333, 0.3333]; error 2^-24.9 of the result
+inline constexpr float log10_a21[] = {
+    0x1.bcb7b20000000p-2f,
+    -0x1.bcb7980000000p-3f,
+    0x1.2879980000000p-3f,
+    -0x1.bcd66e0000000p-4f,
+    0x1.641daa0000000p-4f,
+    -0x1.244e700000000p-4f,
+    0x1.ee5f420000000p-5f,
+    -0x1.106aa40000000p-4f,
+    0x1.00e8ec0000000p-4f};
+
+// (ln(1+f) - f) / f^2 on [-0.3333, 0.3333]; error 2^-14.2 of the result
+inline constexpr float ln_a11[] = {
+    -0x1.ff51200000000p-2f,
+    0x1.5402e80000000p-2f,
+    -0x1.1954640000000p-2f,
+    0x1.d4dcbc0000000p-3f};
+
+// log10(1+f) / f on [-0.3333, 0.3333]; error 2^-11.5 of the result
+inline constexpr float log10_a11[] = {
+    0x1.bc90b00000000p-2f,
+    -0x1.bbaec60000000p-3f,
+    0x1.3dd99a0000000p-3f,
+    -0x1.f321ce0000000p-4f};
 
 // clang-format on
 
