@@ -49,6 +49,15 @@ KELVM_API kelStatus kelsLog10_64f_A26(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsLog10_64f_A50(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsLog10_64f_A53(const double* src, double* dst, int len);
 
+/** dst[i] = ln(1 + src[i]), for src[i] > -1, accurate near 0 too; +-0, tiny values and +inf are kept.
+ * Warnings: kelStatusSingularity at -1 (result -inf), kelStatusDomain below, -inf included (result NaN). */
+KELVM_API kelStatus kelsLog1p_32f_A11(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsLog1p_32f_A21(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsLog1p_32f_A24(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsLog1p_64f_A26(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsLog1p_64f_A50(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsLog1p_64f_A53(const double* src, double* dst, int len);
+
 KELVM_END_DECLARATIONS
 
 #endif

@@ -37,10 +37,13 @@ template <LogAccuracy A> using LogRows = std::conditional_t<A == LogAccuracy::a5
 /// Four vectors in flight, or two where registers are few.
 inline constexpr int log_vectors_in_flight = vector_bytes == 16 ? 2 : 4;
 
-/// x = 2^k m, and m's row in the tables.
+/// x = 2^k m, and m's row in the tables. The exponent field of `scaled` is k + 1023.
 template <class V> struct LogReduced {
   V k, m;
   Int<V> row;
+  Bits<V> scaled;
+
+  V inverse_power() const { return from_bits<V>(0x7FE0000000000000u - (scaled & 0xFFF0000000000000u)); } // 2^-k
 };
 
 /// x positive, finite, normal.
@@ -50,7 +53,7 @@ template <class Rows, class V> inline LogReduced<V> log_reduce(V x) {
   const Bits<V> scaled = bits(x) + (one - least); // 2^k times a number from 1 up, linear in m
   const Bits<V> fraction = scaled & 0x000FFFFFFFFFFFFFu;
   return {exponent_of(from_bits<V>(scaled)), from_bits<V>(fraction + least),
-          bit_cast<Int<V>>(fraction >> (52 - Rows::bits))};
+          bit_cast<Int<V>>(fraction >> (52 - Rows::bits)), scaled};
 }
 
 /// Marks what the formulas below do not cover: zeros, subnormals, negative numbers, infinities, NaNs.
@@ -83,23 +86,23 @@ struct Decimal {
   static constexpr double two_hi = log_tables::lg2_hi, two_lo = log_tables::lg2_lo, two = log_tables::lg2;
 };
 
-/// A logarithm but for the part of ln(1 + r): r and k log 2 - log c as an exact head and a tail.
-template <class V> struct LogParts { V r, head, tail; };
+/// A logarithm but for the part of ln(1 + r): c, r, and k log 2 - log c as an exact head and a tail.
+template <class V> struct LogParts { V c, r, head, tail; };
 
 template <class Base, class V> inline LogParts<V> log_parts(const LogReduced<V>& x) {
   const Pair<V> row = lookup_pair<Base::exact>(x.row);
   // The tail of log c stands in the low bits of c.
   const V c = from_bits<V>(bits(row.first) & 0xFFFFF00000000000u);
-  return {exact_product_minus_one(x.m, c), x.k * Base::two_hi + row.second,
+  return {c, exact_product_minus_one(x.m, c), x.k * Base::two_hi + row.second,
           x.k * Base::two_lo + (row.first - c) * 0x1p-33};
 }
 
 /// ln x as an exact head and a small tail, |tail| < 2^-7 |head| or so. Relative error below 2^-64.
-template <class V> inline HeadTail<V> ln_a53(const LogReduced<V>& x) {
-  const LogParts<V> p = log_parts<Natural>(x);
+template <class V> inline HeadTail<V> ln_a53(const LogParts<V>& p) {
   const HeadTail<V> sum = fast_two_sum(p.head, p.r);
   return {sum.head, (p.tail + sum.tail) + (p.r * p.r) * estrin(p.r, log_tables::ln_a53)};
 }
+template <class V> inline HeadTail<V> ln_a53(const LogReduced<V>& x) { return ln_a53(log_parts<Natural>(x)); }
 /// log10 x likewise. The product r / ln 10 is split so that its head is exact.
 template <class V> inline HeadTail<V> log10_a53(const LogReduced<V>& x) {
   const LogParts<V> p = log_parts<Decimal>(x);
@@ -145,16 +148,60 @@ template <class Base, LogAccuracy A, class V> inline V logarithm(const LogReduce
   }
 }
 
+/// What 1 + x is short of the sum rounded to double adds to r.
+template <class V> inline V log1p_correction(const LogReduced<V>& sum, V rest, V c) {
+  return (rest * sum.inverse_power()) * c;
+}
+
+/// ln(1 + x) as an exact head and a small tail, -1 < x < 2^1000: 1 + x is reduced as it rounds, and the error of that
+/// sum joins r. Around 0 the row is that of c = 1, and r is x again.
+template <class V> inline HeadTail<V> logarithm_1p_head_tail(V x) {
+  const HeadTail<V> sum = two_sum(splat<V>(1), x);
+  const LogReduced<V> reduced = log_reduce<ExactRows>(sum.head);
+  LogParts<V> p = log_parts<Natural>(reduced);
+  const HeadTail<V> r = fast_two_sum(p.r, log1p_correction(reduced, sum.tail, p.c));
+  p.r = r.head;
+  p.tail += r.tail;
+  return ln_a53(p);
+}
+template <LogAccuracy A, class V> inline V logarithm_1p(V x) {
+  if constexpr (A == LogAccuracy::a53) {
+    const HeadTail<V> y = logarithm_1p_head_tail(x);
+    return y.head + y.tail;
+  } else if constexpr (A == LogAccuracy::a50) {
+    const HeadTail<V> sum = two_sum(splat<V>(1), x);
+    const LogReduced<V> reduced = log_reduce<ShortRows>(sum.head);
+    const Pair<V> row = lookup_pair<Natural::rounded>(reduced.row);
+    const V r = exact_product_minus_one(reduced.m, row.first) + log1p_correction(reduced, sum.tail, row.first);
+    return (reduced.k * Natural::two + row.second) + (r + (r * r) * estrin(r, log_tables::ln_a50));
+  } else {
+    // Beyond 2^-7 the sum's own error is small enough; below, r is x.
+    const LogReduced<V> reduced = log_reduce<ShortRows>(1.0 + x);
+    const Pair<V> row = lookup_pair<Natural::rounded>(reduced.row);
+    const V r = select(abs(x) < splat<V>(0x1p-7), x, reduced.m * row.first - 1.0);
+    const V rest = reduced.k * Natural::two + row.second;
+    if constexpr (A == LogAccuracy::a24)
+      return rest + (r + (r * r) * estrin(r, log_tables::ln_a24));
+    else
+      return rest + (r + (r * r) * estrin(r, log_tables::ln_a26));
+  }
+}
+
 // --- single precision ----------------------------------------------------------------------------------------------
 
 /// ln and log10 of floats in float arithmetic, without a table: m in [2/3, 4/3). Relative errors below 2^-21 and 2^-11.
 enum class FloatLogAccuracy { a21, a11 };
 
-template <class Base, FloatLogAccuracy A, class V> inline V float_logarithm(V x) {
+/// x = 2^k (1 + f).
+template <class V> struct FloatLogReduced { V k, f; };
+template <class V> inline FloatLogReduced<V> float_log_reduce(V x) {
   constexpr std::uint32_t one = 0x3F800000, least = 0x3F2AAAAB; // 2/3
   const Bits<V> scaled = bits(x) + (one - least);
-  const V k = exponent_of(from_bits<V>(scaled));
-  const V f = from_bits<V>((scaled & 0x007FFFFF) + least) - 1.0f;
+  return {exponent_of(from_bits<V>(scaled)), from_bits<V>((scaled & 0x007FFFFF) + least) - 1.0f};
+}
+
+template <class Base, FloatLogAccuracy A, class V> inline V float_logarithm(V x) {
+  const auto [k, f] = float_log_reduce(x);
   constexpr float two = Base::two;
   if constexpr (std::is_same_v<Base, Natural>) {
     if constexpr (A == FloatLogAccuracy::a21)
@@ -167,6 +214,17 @@ template <class Base, FloatLogAccuracy A, class V> inline V float_logarithm(V x)
     else
       return k * two + f * estrin(f, log_tables::log10_a11);
   }
+}
+
+/// ln(1 + x), -1 < x: where |x| < 1/4, k = 0 and f is x itself.
+template <FloatLogAccuracy A, class V> inline V float_logarithm_1p(V x) {
+  const FloatLogReduced<V> reduced = float_log_reduce(1.0f + x);
+  const V f = select(abs(x) < splat<V>(0.25f), x, reduced.f);
+  const V rest = reduced.k * float(Natural::two);
+  if constexpr (A == FloatLogAccuracy::a21)
+    return rest + (f + (f * f) * estrin(f, log_tables::ln1p_a21));
+  else
+    return rest + (f + (f * f) * estrin(f, log_tables::ln_a11));
 }
 
 } // namespace kelvm::inline KELVM_BUILD

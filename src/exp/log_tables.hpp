@@ -700,6 +700,17 @@ inline constexpr float ln_a21[] = {
     0x1.5c05f00000000p-3f,
     -0x1.411d040000000p-3f};
 
+// (ln(1+f) - f) / f^2 on [-0.3333, 0.3333]; error 2^-25.1 of the result
+inline constexpr float ln1p_a21[] = {
+    -0x1.ffffd80000000p-2f,
+    0x1.5554c00000000p-2f,
+    -0x1.0013e40000000p-2f,
+    0x1.99ec920000000p-3f,
+    -0x1.5045840000000p-3f,
+    0x1.1d2c9a0000000p-3f,
+    -0x1.3ad1ca0000000p-3f,
+    0x1.26094c0000000p-3f};
+
 // log10(1+f) / f on [-0.3333, 0.3333]; error 2^-24.9 of the result
 inline constexpr float log10_a21[] = {
     0x1.bcb7b20000000p-2f,

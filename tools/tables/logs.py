@@ -167,6 +167,8 @@ namespace kelvm::inline KELVM_BUILD::log_tables {
     single = (D(-1) / 3, D(1) / 3)
     for name, ln_count, log10_count in FLOAT_COUNTS:
         logarithm(f"ln_{name}", single, 2, ln_count, D(1), "(ln(1+f) - f) / f^2", "float")
+        if name == "a21":
+            logarithm("ln1p_a21", single, 2, 8, D(1), "(ln(1+f) - f) / f^2", "float")
         logarithm(f"log10_{name}", single, 1, log10_count, inv, "log10(1+f) / f", "float")
     print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::log_tables")
 
