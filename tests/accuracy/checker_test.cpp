@@ -235,6 +235,7 @@ TEST_P(EstimateOf, ChangesNoFigure) {
   EXPECT_EQ(a.ulp.value, b.ulp.value);
   EXPECT_EQ(a.ulp_subnormal.value, b.ulp_subnormal.value);
   EXPECT_EQ(a.relative.value, b.relative.value);
+  EXPECT_EQ(a.absolute.value, b.absolute.value);
   EXPECT_EQ(a.norm_ulp.value, b.norm_ulp.value);
   EXPECT_LE(b.estimate.value, 1);
   EXPECT_GT(a.misrounded, 0u); // the errors made above were seen
@@ -255,17 +256,17 @@ TEST(Limits, ExceededIsSaid) {
   s.ulp.value = 0.53;
   s.relative.value = 0x1p-25;
   s.ulp_subnormal.value = 1;
-  EXPECT_TRUE((accuracy::Limit{"m", 0.54, 0, 1.0, 0}).exceeded(s).empty());
-  EXPECT_FALSE((accuracy::Limit{"m", 0.52, 0, 1.0, 0}).exceeded(s).empty());
-  EXPECT_FALSE((accuracy::Limit{"m", 0.54, 0, 0, 0}).exceeded(s).empty()); // subnormal results as the others
-  EXPECT_TRUE((accuracy::Limit{"m", 0, 25, 0, 0}).exceeded(s).empty());
-  EXPECT_FALSE((accuracy::Limit{"m", 0, 25.1, 0, 0}).exceeded(s).empty());
+  EXPECT_TRUE((accuracy::Limit{"m", 0.54, 0, 0, 1.0, 0}).exceeded(s).empty());
+  EXPECT_FALSE((accuracy::Limit{"m", 0.52, 0, 0, 1.0, 0}).exceeded(s).empty());
+  EXPECT_FALSE((accuracy::Limit{"m", 0.54, 0, 0, 0, 0}).exceeded(s).empty()); // subnormal results as the others
+  EXPECT_TRUE((accuracy::Limit{"m", 0, 25, 0, 0, 0}).exceeded(s).empty());
+  EXPECT_FALSE((accuracy::Limit{"m", 0, 25.1, 0, 0, 0}).exceeded(s).empty());
   s.ulp.value = s.ulp_subnormal.value = 0.5;
-  EXPECT_TRUE((accuracy::Limit{"m", 0.5, 0, 0, 0}).exceeded(s).empty());
+  EXPECT_TRUE((accuracy::Limit{"m", 0.5, 0, 0, 0, 0}).exceeded(s).empty());
   s.misrounded = 1;
-  EXPECT_FALSE((accuracy::Limit{"m", 0.5, 0, 0, 0}).exceeded(s).empty());
+  EXPECT_FALSE((accuracy::Limit{"m", 0.5, 0, 0, 0, 0}).exceeded(s).empty());
   s.relative.value = inf;
-  EXPECT_FALSE((accuracy::Limit{"m", 0, 11, 0, 0}).exceeded(s).empty());
+  EXPECT_FALSE((accuracy::Limit{"m", 0, 11, 0, 0, 0}).exceeded(s).empty());
 }
 
 } // namespace

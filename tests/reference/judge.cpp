@@ -46,6 +46,7 @@ void Statistics::merge(const Statistics& other) {
   ulp.merge(other.ulp);
   ulp_subnormal.merge(other.ulp_subnormal);
   relative.merge(other.relative);
+  absolute.merge(other.absolute);
   norm_ulp.merge(other.norm_ulp);
   estimate.merge(other.estimate);
 }
@@ -110,6 +111,7 @@ template <class T> bool Judge::decided(const Estimate<T>& estimate, const Argume
     bins[i] = bin_of(most);
     if (bins[i] > 0 && (error <= slack || least <= bin_bounds[bins[i] - 1])) return false;
     if (most > (subnormal ? statistics_.ulp_subnormal : statistics_.ulp).value) return false;
+    if (error + slack > static_cast<T>(statistics_.absolute.value)) return false;
     if (complex_) {
       error_square += error * error;
       norm_square += value * value;
@@ -188,6 +190,7 @@ void Judge::judge(const Arguments& arguments, const double got[2]) {
     bool subnormal, rounded;
     const bool number = measure(exact_.result(i), got[i], ulps, subnormal, rounded);
     take(subnormal ? statistics_.ulp_subnormal : statistics_.ulp, ulps);
+    take(statistics_.absolute, number || rounded ? magnitude(difference_) : infinity);
     ++statistics_.histogram[bin_of(ulps)];
     if (!rounded) ++statistics_.misrounded;
     if (!(ulps <= 1)) within_one_ulp = false;

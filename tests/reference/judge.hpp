@@ -48,6 +48,7 @@ struct Statistics {
   Worst ulp;           // components with a normal exact value
   Worst ulp_subnormal; // components with a subnormal exact value
   Worst relative;      // by norm; subnormal results within one ulp are left out
+  Worst absolute;      // components
   Worst norm_ulp;      // complex: error by norm, in ulps of the norm
   Worst estimate;      // error of the estimate as a share of its bound
 
