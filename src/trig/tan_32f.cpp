@@ -55,7 +55,7 @@ template <auto& Series> struct TanSingle : Tan32 {
     const V k = shifted - 0x1.8p23f;
     const V r = magnitude - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f;
     const V z = r * r;
-    const V t = r + r * z * horner(z, Series);
+    const V t = r + r * z * estrin(z, Series);
     const Int<V> odd = int_bits(shifted) << 31;
     const V one = splat<V>(1);
     const V quotient = select(odd, one, t) / select(odd, t, one);

@@ -18,13 +18,13 @@ namespace {
 template <class V> inline HeadTail<V> long_tangent(const Remainder<V>& r) {
   const auto [table, table_tail] = lookup_pair<tangent_head_tail>(r.index & 15);
   const V z = r.head * r.head;
-  const V t_tail = r.tail + r.head * (z * horner(z, tangent_5));
+  const HeadTail<V> t = fast_two_sum(r.head, r.tail + z * (r.head * estrin(z, tangent_5) + r.tail));
 
-  const HeadTail<V> sum = fast_two_sum(table, r.head);
-  const V sum_tail = sum.tail + (table_tail + t_tail);
-  const V product = table * r.head;
+  const HeadTail<V> sum = fast_two_sum(table, t.head);
+  const V sum_tail = sum.tail + (table_tail + t.tail);
+  const V product = table * t.head;
   const V difference = 1.0 - product;
-  const V difference_tail = ((1.0 - difference) - product) - (table * t_tail + table_tail * r.head);
+  const V difference_tail = ((1.0 - difference) - product) - (table * t.tail + table_tail * t.head);
 
   const Int<V> odd = odd_quarters(r.index);
   const V numerator = select(odd, difference, sum.head), numerator_tail = select(odd, difference_tail, sum_tail);

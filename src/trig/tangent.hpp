@@ -22,7 +22,7 @@ template <class I> inline I odd_quarters(I index) { return (index + 8) << 59; }
 /// tan(index pi/32 + r) from a remainder without tail, its polynomial given: five roundings, below 2^-51 together.
 template <class V, int N> inline V short_tangent(V r, Int<V> index, const double (&series)[N]) {
   const V z = r * r;
-  const V t = r + r * z * horner(z, series);
+  const V t = r + r * z * estrin(z, series);
   const V table = lookup<tangent>(index & 15);
   const V sum = table + t, difference = 1.0 - table * t;
   const Int<V> odd = odd_quarters(index);
