@@ -181,7 +181,9 @@ template <class T> Pair<T> divide_element(const Operands& o, kelStatus& status) 
     return with_code<T>(o, quotient(sum_of_products(o.a, o.c, o.b, o.d), norm).rounded(),
                         quotient(sum_of_products(o.b, o.c, -o.a, o.d), norm).rounded(), status);
   }
-  // Something is infinite or a NaN: finite parts count by sign and as zero or not.
+  if (!o.first_infinite() && !o.second_infinite())
+    return with_code<T>(o, default_nan<double>(), default_nan<double>(), status);
+  // Something is infinite: finite parts count by sign and as zero or not.
   const double a = unit(o.a), b = unit(o.b), c = unit(o.c), d = unit(o.d);
   const double inverse = o.second_infinite() ? 0.0 : 1.0;
   const double re = quiet_sum(quiet_product(a, c), quiet_product(b, d));
