@@ -96,7 +96,6 @@ ScaledSum quotient(const ScaledSum& x, const ScaledSum& y) {
   return {fast_two_sum(q, rest / y.value.head), x.exponent - y.exponent};
 }
 
-bool is_nan(double x) { return x != x; }
 bool is_infinite(double x) { return abs(x) == infinity<double>; }
 bool is_finite(double x) { return abs(x) < infinity<double>; }
 

@@ -4,7 +4,7 @@
 // accurately. Ziv, "Fast evaluation of elementary mathematical functions with correctly rounded last bit", 1991.
 #pragma once
 
-#include "simd/vec.hpp"
+#include "exact/exact.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
@@ -32,6 +32,14 @@ inline V in_double_decided(LaneBits& doubtful, F f, V x, More... more) {
                                                                << lanes<decltype(low)>;
     return narrow(low, high);
   }
+}
+
+/// head + tail rounded once to float; head is the sum rounded to double. Where head is a midpoint between two floats the
+/// tail decides.
+inline float round_to_float(HeadTail<double> y) {
+  const bool midpoint = (bits(y.head) & 0x1FFFFFFF) == 0x10000000;
+  if (!midpoint || y.tail == 0) return float(y.head);
+  return float(from_bits<double>((y.tail < 0) == (y.head < 0) ? bits(y.head) + 1 : bits(y.head) - 1));
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -92,6 +92,12 @@ bad 'floats: byte 11: ends inside a double' kelsFloor_64f --from raw floats
 "$apply" kelsFloor_64f three -o absent/result 2>errors
 [[ $? == 2 && $(cat errors) == 'absent/result: cannot be written: No such file or directory' ]] ||
   fail "output into an absent directory: $(cat errors)"
+mkdir out
+echo before >out/result
+seq 5000 >many
+(trap '' XFSZ && ulimit -f 1 && exec "$apply" kelsFloor_64f many -o out/result) 2>errors
+[[ $? == 2 && $(cat errors) == 'out/result: cannot be written: File too large' && $(cat out/result) == before &&
+  $(ls -A out) == result ]] || fail "output that breaks off half-way: $(cat errors) $(ls -A out)"
 "$apply" kelsFloor_64f three >/dev/full 2>errors
 [[ $? == 2 && $(cat errors) == 'standard output: cannot be written: No space left on device' ]] ||
   fail "output to a full device: $(cat errors)"

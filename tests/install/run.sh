@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Installs the build tree, moves what was installed, and uses it as others would: headers alone, a project through
 # find_package, one through pkg-config, and the dynamic loader's choice among the three builds.
-# usage: run.sh CMAKE CC CXX BUILD_TREE SOURCE_TREE
+# usage: run.sh CMAKE GENERATOR CC CXX BUILD_TREE SOURCE_TREE
 set -eu
-cmake=$1 cc=$2 cxx=$3 build=$4 source=$5
+cmake=$1 generator=$2 cc=$3 cxx=$4 build=$5 source=$6
 work=$(mktemp -d "$build/install-test.XXXXXX")
 trap 'rm -rf "$work"' EXIT
 
@@ -35,8 +35,8 @@ done
 
 echo "== find_package"
 consumers=$source/tests/install
-"$cmake" -S "$consumers/find_package" -B "$work/cmake" -DCMAKE_C_COMPILER="$cc" -DCMAKE_PREFIX_PATH="$work/moved" \
-  -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF >"$work/log" && "$cmake" --build "$work/cmake" >>"$work/log" ||
+"$cmake" -S "$consumers/find_package" -B "$work/cmake" -G "$generator" -DCMAKE_C_COMPILER="$cc" \
+  -DCMAKE_PREFIX_PATH="$work/moved" -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF >"$work/log" && "$cmake" --build "$work/cmake" >>"$work/log" ||
   fail "$(cat "$work/log")"
 "$work/cmake/consumer" || fail "the consumer found wrong results"
 
