@@ -308,21 +308,12 @@ template <class V> inline V fused_product_error(V a, V b, V product) {
 }
 #endif
 
-/// floor(log2 v) for a positive normal v, from the exponent field.
+/// floor(log2 v) for a positive normal v; for any positive bits, their exponent field less the bias.
 template <class V> inline V exponent_of(V v) {
-  constexpr bool wide = sizeof(Lane<V>) == 8;
-  if constexpr (wide) {
-#if KELVM_AVX512
-    if constexpr (sizeof v == 64) return (V)_mm512_maskz_getexp_pd(__mmask8(-1), (__m512d)v);
-#endif
-    // The exponent as the low bits of a double in [2^52, 2^53).
+  if constexpr (sizeof(Lane<V>) == 8) // the exponent as the low bits of a double in [2^52, 2^53)
     return from_bits<V>((bits(v) >> 52) | 0x4330000000000000u) - (0x1p52 + 1023);
-  } else {
-#if KELVM_AVX512
-    if constexpr (sizeof v == 64) return (V)_mm512_maskz_getexp_ps(__mmask16(-1), (__m512)v);
-#endif
+  else
     return convert<V>(bit_cast<Int<V>>(bits(v) >> 23)) - 127.0f;
-  }
 }
 
 /// How round() rounds. Quiet raises no inexact.

@@ -100,8 +100,7 @@ struct Exception {
 constexpr Exception exceptions[] = {
     {"Add", "", false, Rule::operation},          {"Add", "", true, Rule::operation},
     {"Sub", "", false, Rule::operation},          {"Sub", "", true, Rule::operation},
-    {"Mul", "", false, Rule::operation},          {"Mul", "", true, Rule::operation},
-    {"MulByConj", "", true, Rule::operation},     {"Sqr", "", false, Rule::operation},
+    {"Mul", "", false, Rule::operation},          {"Sqr", "", false, Rule::operation},
     {"Round", "", false, Rule::operation},        {"Exp", "", false, Rule::arithmetic},
     {"Exp", "A26", false, Rule::silent_infinity},
 };
