@@ -112,6 +112,18 @@ template <class V> inline HeadTail<V> log10_a53(const LogReduced<V>& x) {
   return {sum.head, ((p.tail + sum.tail) + r_tail) + (p.r * p.r) * estrin(p.r, log_tables::log10_a53)};
 }
 
+/// ln x as head and tail, |tail| < 2^-16 |head|, with a relative error below 2^-69: what a power needs.
+template <class V> inline HeadTail<V> ln_pow(const LogReduced<V>& x) {
+  const LogParts<V> p = log_parts<Natural>(x);
+  const HeadTail<V> linear = fast_two_sum(p.head, p.r);
+  // -r^2 / 2 as an exact product of heads and the rest
+  const V r_head = head_of(p.r);
+  const V half_square = r_head * (-0.5 * r_head), square_rest = (p.r + r_head) * (-0.5 * (p.r - r_head));
+  const HeadTail<V> sum = fast_two_sum(linear.head, half_square);
+  const V cubic = (p.r * p.r) * (p.r * estrin(p.r, log_tables::ln_pow));
+  return {sum.head, ((linear.tail + sum.tail) + p.tail) + (square_rest + cubic)};
+}
+
 /// The logarithm to base `Base` of a reduced argument.
 template <class Base, LogAccuracy A, class V> inline V logarithm(const LogReduced<V>& x) {
   constexpr bool natural = std::is_same_v<Base, Natural>;
