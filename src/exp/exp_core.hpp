@@ -99,10 +99,14 @@ inline double scale_rounded(HeadTail<double> v, std::int64_t e) {
   return (double(std::int64_t(rounded)) * power(shift + e - 61 + 60)) * 0x1p-60;
 }
 
-/// e^(head + tail) for any sum, rounded once. An overflow raises its flag, an underflow does not.
+/// e^(head + tail) for any sum, the tail below 2^-20 of the head, rounded once. An overflow raises its flag, an
+/// underflow does not.
 template <ExpAccuracy A> inline double exp_any(double head, double tail) {
-  if (head > 2000) head = 2000;
   if (head < -2000) return 0;
+  if (head > 2000) {
+    head = 2000;
+    tail = 0;
+  }
   const ExpReduced<exp_steps<A>, double> x = exp_reduce<exp_steps<A>>(head);
   constexpr int below_exponent = ExpSteps<exp_steps<A>>::log_n;
   return scale_rounded(exp_unscaled<A>(x, tail), std::int64_t(bits(x.sum) << 13) >> (13 + below_exponent));

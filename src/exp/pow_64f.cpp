@@ -20,8 +20,9 @@
 namespace kelvm::inline KELVM_BUILD {
 namespace {
 
-/// y (head + tail) with an exact head; |tail| < 2^-7 |head| or so in the logarithm, 2^-8 in the product.
-template <class V> HeadTail<V> times(V y, HeadTail<V> logarithm) {
+/// y (head + tail) with an exact head, |tail| < 2^-24 |head|, so that it stays small against a step of the exponential.
+template <class V> HeadTail<V> times(V y, HeadTail<V> unnormalised) {
+  const HeadTail<V> logarithm = fast_two_sum(unnormalised.head, unnormalised.tail);
   const V y_head = head_of(y), log_head = head_of(logarithm.head);
   const V log_rest = (logarithm.head - log_head) + logarithm.tail;
   return {y_head * log_head, y * log_rest + (y - y_head) * log_head};
