@@ -112,4 +112,25 @@ template <ExpAccuracy A> inline double exp_any(double head, double tail) {
   return scale_rounded(exp_unscaled<A>(x, tail), std::int64_t(bits(x.sum) << 13) >> (13 + below_exponent));
 }
 
+// --- single precision ----------------------------------------------------------------------------------------------
+
+/// x = k ln 2 + r in float arithmetic, |r| <= ln 2 / 2; `sum` has k in its low bits.
+template <class V> struct FloatExpReduced {
+  V sum, r;
+  V scaled(V v) const { return from_bits<V>(bits(v) + (bits(sum) << 23)); }
+};
+template <class V> inline FloatExpReduced<V> float_exp_reduce(V x) {
+  constexpr float shifter = 0x1.8p23f;
+  const V sum = x * exp_core_tables::float_per_ln2 + shifter;
+  const V k = sum - shifter;
+  return {sum, (x - k * exp_core_tables::float_ln2_hi) - k * exp_core_tables::float_ln2_lo};
+}
+
+/// e^x with a relative error below 2^-12 where that is a normal number.
+template <class V> inline V float_exp_a11(V x) {
+  const FloatExpReduced<V> reduced = float_exp_reduce(x);
+  const V r = reduced.r;
+  return reduced.scaled(1.0f + (r + (r * r) * estrin(r, exp_core_tables::float_exp_a11)));
+}
+
 } // namespace kelvm::inline KELVM_BUILD

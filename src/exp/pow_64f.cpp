@@ -80,26 +80,14 @@ template <class P> struct Pow64f : Power<P> {
 };
 
 template <class P> struct Powx64f : Power<P> {
-  double y;
-  std::uint64_t base_sign;   // the bit that the vector formula takes off x: none where y is no integer
-  std::uint64_t result_sign; // and gives back to the result
-  bool ordinary;
+  Exponent<double> y;
 
-  explicit Powx64f(double exponent) : y(exponent), base_sign(0), result_sign(0) {
-    ordinary = abs(y) <= Power<P>::largest_y;
-    const Parity p = ordinary ? parity(y) : Parity::fraction;
-    if (p != Parity::fraction) base_sign = sign_bit<double>;
-    if (p == Parity::odd) result_sign = sign_bit<double>;
-  }
-  template <class V> Marks<V> special(V x) const {
-    if (!ordinary) return ~Marks<V>{};
-    return not_normal_positive(from_bits<V>(bits(x) & ~base_sign));
-  }
+  explicit Powx64f(double exponent) : y(exponent, Power<P>::largest_y) {}
+  template <class V> Marks<V> special(V x) const { return y.ordinary ? not_normal_positive(y.base(x)) : ~Marks<V>{}; }
   template <class V> V formula(V x, LaneBits& doubtful) const {
-    const V result = Power<P>::positive(from_bits<V>(bits(x) & ~base_sign), splat<V>(y), doubtful);
-    return from_bits<V>(bits(result) | (bits(x) & result_sign));
+    return y.result(Power<P>::positive(y.base(x), splat<V>(y.value), doubtful), x);
   }
-  double element(double x, kelStatus& status) const { return Power<P>::any(x, y, status); }
+  double element(double x, kelStatus& status) const { return Power<P>::any(x, y.value, status); }
 };
 
 } // namespace

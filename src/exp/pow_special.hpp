@@ -23,6 +23,23 @@ template <class T> inline Parity parity(T y) {
   return (units >> below_point) & 1 ? Parity::odd : Parity::even;
 }
 
+/// The one exponent of a Powx call and what it means for negative bases: where it is an integer, the vector formula
+/// takes |x| for x, and an odd one gives the sign back to the result. `ordinary` is unset where no vector formula
+/// applies.
+template <class T> struct Exponent {
+  T value;
+  Bits<T> base_sign = 0, result_sign = 0;
+  bool ordinary;
+
+  Exponent(T y, T largest) : value(y), ordinary(abs(y) <= largest) {
+    const Parity p = ordinary ? parity(y) : Parity::fraction;
+    if (p != Parity::fraction) base_sign = sign_bit<T>;
+    if (p == Parity::odd) result_sign = sign_bit<T>;
+  }
+  template <class V> V base(V x) const { return from_bits<V>(bits(x) & ~base_sign); }
+  template <class V> V result(V positive, V x) const { return from_bits<V>(bits(positive) | (bits(x) & result_sign)); }
+};
+
 /// x^y for every pair of operands, special cases as in C's Annex F: positive(x, y) computes the power of a positive
 /// finite x != 1 and a finite y != 0, infinity or zero where it leaves the range.
 template <class T, class Positive> inline T power(T x, T y, kelStatus& status, Positive positive) {
