@@ -58,6 +58,15 @@ KELVM_API kelStatus kelsLog1p_64f_A26(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsLog1p_64f_A50(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsLog1p_64f_A53(const double* src, double* dst, int len);
 
+/** dst[i] = e^src[i] - 1, accurate near 0 too; +-0, tiny values and +inf are kept, -inf gives -1.
+ * Warning: kelStatusOverflow where the result is beyond the largest finite number (result +inf). */
+KELVM_API kelStatus kelsExpm1_32f_A11(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsExpm1_32f_A21(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsExpm1_32f_A24(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsExpm1_64f_A26(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsExpm1_64f_A50(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsExpm1_64f_A53(const double* src, double* dst, int len);
+
 /** dst[i] = src1[i]^src2[i]. Special cases as in Annex F of ISO C: a zero exponent and a base of 1 give 1, also with a
  * NaN; a negative base has powers with integer exponents only. A power that is a number of the type is exact.
  * Warnings: kelStatusSingularity for a zero base and a finite negative exponent (result infinite), kelStatusDomain for a

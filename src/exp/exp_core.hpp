@@ -33,6 +33,9 @@ template <int N, class V> struct ExpReduced {
   /// v times 2^floor(k / N), for a normal v and a normal result.
   V scaled(V v) const { return from_bits<V>(bits(v) + ((bits(sum) >> ExpSteps<N>::log_n) << 52)); }
 };
+/// 1 / v for a power of two v, both normal.
+template <class V> inline V inverse_power_of_2(V v) { return from_bits<V>(0x7FE0000000000000u - bits(v)); }
+
 /// |x| < 2^11 for a meaningful result; no flag but inexact is raised for |x| < 2^900.
 template <int N, class V> inline ExpReduced<N, V> exp_reduce(V x) {
   constexpr double shifter = 0x1.8p52;
@@ -112,6 +115,54 @@ template <ExpAccuracy A> inline double exp_any(double head, double tail) {
   return scale_rounded(exp_unscaled<A>(x, tail), std::int64_t(bits(x.sum) << 13) >> (13 + below_exponent));
 }
 
+// --- e^x - 1 -------------------------------------------------------------------------------------------------------
+
+/// e^x - 1 for |x| < 708, as (head + tail) scale: head 2^(k/128) - 1/scale + 2^(k/128) r, but for what the tail has,
+/// below 2^-7 of the head; relative error below 2^-62. The sum goes up in order of size, and every larger part is
+/// exact: 2^(k/128) has a head of 26 bits, and so has r, whose own rounding error is kept.
+template <class V> struct Expm1Parts { V head, tail, scale; };
+
+template <class V> inline Expm1Parts<V> expm1_a53(V x) {
+  const ExpReduced<128, V> reduced = exp_reduce<128>(x);
+  const HeadTail<V> t = exp2_short_and_rest(reduced);
+  const V r = reduced.main - reduced.rest;
+  const V r_error = (reduced.main - r) - reduced.rest;
+  const V beyond_r = (r * r) * estrin(r, exp_core_tables::expm1_a53) + r_error;
+  const V r_head = head_of(r);
+  const V scale = reduced.scaled(splat<V>(1));
+  const HeadTail<V> constant = two_sum(t.head, -inverse_power_of_2(scale));
+  const HeadTail<V> sum = fast_two_sum(constant.head, t.head * r_head);
+  const V product_rest = t.head * (r - r_head) + (t.tail * r + (t.head + t.tail) * beyond_r);
+  return {sum.head, ((constant.tail + sum.tail) + t.tail) + product_rest, scale};
+}
+
+enum class Expm1Accuracy { a53, a50, a24, a26 };
+
+/// e^x - 1, |x| < 708; a50 within 4 ulps, a24 and a26 with relative errors below 2^-43 and 2^-34.
+template <Expm1Accuracy A, class V> inline V exp_minus_1(V x) {
+  if constexpr (A == Expm1Accuracy::a53) {
+    const Expm1Parts<V> y = expm1_a53(x);
+    return (y.head + y.tail) * y.scale;
+  } else if constexpr (A == Expm1Accuracy::a50) {
+    const ExpReduced<128, V> reduced = exp_reduce<128>(x);
+    const HeadTail<V> t = exp2_short_and_rest(reduced);
+    const V r = reduced.main - reduced.rest;
+    const V p = r + (r * r) * estrin(r, exp_core_tables::expm1_a50);
+    const V scale = reduced.scaled(splat<V>(1));
+    return ((t.head - inverse_power_of_2(scale)) + (t.tail + (t.head + t.tail) * p)) * scale;
+  } else {
+    const ExpReduced<32, V> reduced = exp_reduce<32>(x);
+    const V r = reduced.main - reduced.rest;
+    V p;
+    if constexpr (A == Expm1Accuracy::a24)
+      p = r + (r * r) * estrin(r, exp_core_tables::expm1_a24);
+    else
+      p = r + (r * r) * estrin(r, exp_core_tables::expm1_a26);
+    const V t = reduced.scaled(lookup<exp_core_tables::exp2_32>(reduced.row()));
+    return (t - 1.0) + t * p;
+  }
+}
+
 // --- single precision ----------------------------------------------------------------------------------------------
 
 /// x = k ln 2 + r in float arithmetic, |r| <= ln 2 / 2; `sum` has k in its low bits.
@@ -131,6 +182,19 @@ template <class V> inline V float_exp_a11(V x) {
   const FloatExpReduced<V> reduced = float_exp_reduce(x);
   const V r = reduced.r;
   return reduced.scaled(1.0f + (r + (r * r) * estrin(r, exp_core_tables::float_exp_a11)));
+}
+
+/// e^x - 1 for |x| <= 87, with relative errors below 2^-21 and 2^-11.
+enum class FloatExpm1Accuracy { a21, a11 };
+template <FloatExpm1Accuracy A, class V> inline V float_exp_minus_1(V x) {
+  const FloatExpReduced<V> reduced = float_exp_reduce(x);
+  const V r = reduced.r, scale = reduced.scaled(splat<V>(1));
+  V p;
+  if constexpr (A == FloatExpm1Accuracy::a21)
+    p = r + (r * r) * estrin(r, exp_core_tables::float_expm1_a21);
+  else
+    p = r + (r * r) * estrin(r, exp_core_tables::float_expm1_a11);
+  return (scale - 1.0f) + scale * p;
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -72,7 +72,8 @@ namespace kelvm::inline KELVM_BUILD::exp_core_tables {
     expm1("exp_pow", 128, 4)
     for name, count in (("exp_a50", 4), ("exp_a24", 3), ("exp_a26", 2)):
         expm1(name, 32, count)
-    for name, count in (("expm1_a50", 6), ("expm1_a24", 4), ("expm1_a26", 3)):
+    expm1_relative("expm1_a50", 128, 4)
+    for name, count in (("expm1_a24", 4), ("expm1_a26", 3)):
         expm1_relative(name, 32, count)
 
     high = LN2 / 2 * D("1.001")
