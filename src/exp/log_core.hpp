@@ -56,12 +56,21 @@ template <class Rows, class V> inline LogReduced<V> log_reduce(V x) {
           bit_cast<Int<V>>(fraction >> (52 - Rows::bits)), scaled};
 }
 
-/// Marks what the formulas below do not cover: zeros, subnormals, negative numbers, infinities, NaNs.
+/// Marks what the formulas below do not cover in vectors: zeros, subnormals, negative numbers, the last octave (its k +
+/// 1023 leaves the exponent field), infinities, NaNs.
 template <class V> inline Marks<V> not_normal_positive(V x) {
   if constexpr (sizeof(Lane<V>) == 8)
-    return bit_cast<Marks<V>>((bits(x) - 0x0010000000000000u) | (0x7FEFFFFFFFFFFFFFu - bits(x)));
+    return bit_cast<Marks<V>>((bits(x) - 0x0010000000000000u) | (0x7FDFFFFFFFFFFFFFu - bits(x)));
   else
-    return bit_cast<Marks<V>>((bits(x) - 0x00800000u) | (0x7F7FFFFFu - bits(x)));
+    return bit_cast<Marks<V>>((bits(x) - 0x00800000u) | (0x7EFFFFFFu - bits(x)));
+}
+
+/// One lane reduced, any positive finite x.
+template <class Rows> inline LogReduced<double> log_reduce_any(double x) {
+  if (x >= 0x1p-1022) return log_reduce<Rows>(x);
+  LogReduced<double> reduced = log_reduce<Rows>(x * 0x1p54);
+  reduced.k -= 54;
+  return reduced;
 }
 
 /// m c - 1, which is a double: through a fused operation, or from two products of a split m.

@@ -62,7 +62,14 @@ struct PowA11 : KernelDefaults {
     doubtful |= lane_bits(above(abs(exponent), largest_exponent));
     return float_exp_a11(exponent);
   }
-  static float any(float x, float y) { return PowA21::any(x, y); }
+  static float any(float x, float y) {
+    if (!kelvm::any(not_normal_positive(x) | above(abs(y), largest_y))) {
+      LaneBits doubtful = 0;
+      const float result = positive(x, y, doubtful);
+      if (doubtful == 0) return result;
+    }
+    return PowA21::any(x, y);
+  }
 };
 
 template <class P> float power_of_any(float x, float y, kelStatus& status) {

@@ -60,8 +60,7 @@ template <class P> struct Power : KernelDefaults {
   }
   static double any(double x, double y, kelStatus& status) {
     return power(x, y, status, [](double x, double y) {
-      LogReduced<double> reduced = log_reduce<typename P::Rows>(x < 0x1p-1022 ? x * 0x1p54 : x);
-      if (x < 0x1p-1022) reduced.k -= 54;
+      const LogReduced<double> reduced = log_reduce_any<typename P::Rows>(x);
       // Beyond, the power is out of range for every x.
       if (y > largest_y) y = largest_y;
       if (y < -largest_y) y = -largest_y;
