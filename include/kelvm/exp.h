@@ -18,7 +18,7 @@ KELVM_BEGIN_DECLARATIONS
  * 64f_A26 gives +inf without a warning from 709.7773 on, where the exact result is still finite, up to 709.7827.
  * 32f_A11 warns of underflow from -87.33655 on down.
  *
- * Error: 64f_A53 at most 0.53 ulp, 32f_A24 0.57 ulp (subnormal results 1 ulp); the others 2^-bits of the suffix,
+ * Error: 64f_A53 at most 0.53 ulp, 32f_A24 0.574 ulp (subnormal results 1 ulp); the others 2^-bits of the suffix,
  * relative. */
 KELVM_API kelStatus kelsExp_32f_A11(const float* src, float* dst, int len);
 KELVM_API kelStatus kelsExp_32f_A21(const float* src, float* dst, int len);

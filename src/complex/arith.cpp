@@ -97,7 +97,7 @@ ScaledSum quotient(const ScaledSum& x, const ScaledSum& y) {
 }
 
 bool is_infinite(double x) { return abs(x) == infinity<double>; }
-bool is_finite(double x) { return abs(x) < infinity<double>; }
+bool is_finite(double x) { return !is_nan(x) && !is_infinite(x); }
 
 /// Sum and product that give the default NaN where they would raise invalid.
 double quiet_sum(double x, double y) {
@@ -168,13 +168,14 @@ template <class T> Pair<T> multiply_element(const Operands& o, kelStatus& status
 
 /// C, Annex G.5.1, example 2.
 template <class T> Pair<T> divide_element(const Operands& o, kelStatus& status) {
-  if (o.c == 0 && o.d == 0) {
-    if (o.has_nan()) return {default_nan<T>(), default_nan<T>()};
-    if (o.a == 0 && o.b == 0) return with_code<T>(o, default_nan<double>(), default_nan<double>(), status);
+  if (o.c == 0 && o.d == 0 && !(o.a == 0 && o.b == 0)) {
     const double scale = with_sign(infinity<double>, sign_of(o.c));
-    if (!o.first_infinite()) report(status, kelStatusSingularity);
-    return {T(quiet_product(scale, o.a)), T(quiet_product(scale, o.b))};
+    const double re = quiet_product(scale, o.a), im = quiet_product(scale, o.b);
+    if (o.has_nan() || o.first_infinite()) return with_code<T>(o, re, im, status);
+    report(status, kelStatusSingularity);
+    return {T(re), T(im)};
   }
+  if (o.c == 0 && o.d == 0) return with_code<T>(o, default_nan<double>(), default_nan<double>(), status);
   if (o.finite()) {
     const ScaledSum norm = sum_of_products(o.c, o.c, o.d, o.d);
     return with_code<T>(o, quotient(sum_of_products(o.a, o.c, o.b, o.d), norm).rounded(),
@@ -324,7 +325,8 @@ struct DoubleFull : DoubleWindow {
     const HeadTail<V> p = two_product(x, y), q = two_product(z, w);
     doubtful |=
         lane_bits(both_below(p.head, q.head, 0x1p-511) & ((nonzero(x) & nonzero(y)) | (nonzero(z) & nonzero(w))));
-    return add(p, q);
+    const HeadTail<V> sum = add(p, q);
+    return {select(sum.head == 0.0, p.head + q.head, sum.head), sum.tail}; // a zero with the sign of the plain sum
   }
   template <class V> static Pair<V> product(V a, V b, V c, V d, LaneBits& doubtful) {
     return {two_products(a, c, -b, d, doubtful).head, two_products(a, d, b, c, doubtful).head};
@@ -335,7 +337,8 @@ struct DoubleFull : DoubleWindow {
     const auto divide = [&](HeadTail<V> n) {
       const V q = n.head * inverse;
       const HeadTail<V> back = two_product(q, norm.head);
-      return q + (((n.head - back.head) - back.tail) + (n.tail - q * norm.tail)) * inverse;
+      const V correction = (((n.head - back.head) - back.tail) + (n.tail - q * norm.tail)) * inverse;
+      return select(n.head == 0.0, q, q + correction);
     };
     return {divide(two_products(a, c, b, d, doubtful)), divide(two_products(b, c, -a, d, doubtful))};
   }

@@ -2,7 +2,7 @@
 // no table.
 //
 //          2^(j/N)                        e^r         error
-//   A24    head and relative correction   degree 2    0.563 ulp
+//   A24    head and relative correction   degree 2    0.574 ulp
 //   A21    rounded                        degree 2    2^-22.4
 //   A11    -                              degree 3    2^-12.4
 //

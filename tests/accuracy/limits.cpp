@@ -19,7 +19,7 @@ template <class... T> std::string format(const char* pattern, T... values) {
 std::string Limit::exceeded(const reference::Statistics& s) const {
   std::string faults;
   const auto check = [&](const char* what, double value, double limit) {
-    if (!(value <= limit)) faults += format("%s %.6g exceeds %.6g; ", what, value, limit);
+    if (!(value <= limit)) faults += format("%s %.9g exceeds %g; ", what, value, limit);
   };
   if (ulp > 0) {
     check("ulp", s.ulp.value, ulp);

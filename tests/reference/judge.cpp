@@ -56,6 +56,7 @@ Judge::Judge(const harness::Member& member, bool use_estimate)
   if (use_estimate) estimate_ = estimate_of(member);
   mpfr_inits2(64, difference_, norm_, error_norm_, infinity_, nullptr);
   mpfr_set_ui_2exp(infinity_, 1, format_.exponent_max, MPFR_RNDN);
+  overflow_square_ = std::ldexp(1.0L, 2 * format_.exponent_max);
 }
 
 Judge::~Judge() { mpfr_clears(difference_, norm_, error_norm_, infinity_, nullptr); }
@@ -89,15 +90,16 @@ template <class T> bool Judge::decided(const Estimate<T>& estimate, const Argume
       if (complex_ || !std::isnan(got[i])) return false;
       continue;
     }
-    if (value == 0 || std::isinf(value)) {
-      if (complex_ || g != value) return false;
+    if (value == 0) {
+      if (estimate.by_norm || got[i] != 0) return false;
       continue;
     }
-    const int exponent = exponent_of(value);
+    const int exponent = std::isinf(value) ? format_.exponent_max + 1 : exponent_of(value);
     if (exponent >= format_.exponent_max) { // next to the border of overflow or beyond
-      if (complex_ || exponent == format_.exponent_max || got[i] != std::copysign(infinity, got[i]) ||
+      if (estimate.by_norm || exponent == format_.exponent_max || !std::isinf(got[i]) ||
           std::signbit(value) != std::signbit(g))
         return false;
+      norm_square += static_cast<T>(overflow_square_);
       continue;
     }
     if (!std::isfinite(got[i])) return false;
@@ -120,7 +122,7 @@ template <class T> bool Judge::decided(const Estimate<T>& estimate, const Argume
       return false;
     }
   }
-  if (complex_) {
+  if (complex_ && norm_square > 0) {
     const T norm = std::sqrt(norm_square), error = std::sqrt(error_square) + 2 * bound * norm;
     if (error > static_cast<T>(statistics_.relative.value) * norm * (1 - 2 * bound)) return false;
     if (scaled(error, format_.unit(exponent_of(norm * (1 - 2 * bound)))) > statistics_.norm_ulp.value) return false;

@@ -94,6 +94,7 @@ private:
   FamilyEstimate estimate_;
   Statistics statistics_;
   std::uint64_t sample_state_ = 1;
+  long double overflow_square_; // of the power of two above the largest number
   mpfr_t difference_, norm_, error_norm_, infinity_;
 };
 
