@@ -16,6 +16,9 @@
 // A kernel with `covers_everything` has formula alone. A kernel with `doubts` gives formula a last parameter,
 // LaneBits& doubtful, and sets there the lanes whose result is not decided; they go to element() as well.
 //
+// A kernel with `has_wide_formula` has a second pair, wide_special and wide_formula, that takes the place of the first in vectors
+// with marked lanes: slower and covering more, with the bits of formula where that covers a lane.
+//
 // Two sources, or a complex one, are two parameters (x, y); two complex sources are four: real and imaginary part of
 // the first, then of the second. Two destinations, or a complex one, are a Pair.
 #pragma once
@@ -32,6 +35,7 @@ struct KernelDefaults {
   static constexpr int vectors_in_flight = 2;
   static constexpr bool covers_everything = false;
   static constexpr bool doubts = false;
+  static constexpr bool has_wide_formula = false;
   /// The formula may raise underflow for elements that do not earn it (products of tiny intermediate values); the frame
   /// takes it back unless an element() call reports kelStatusUnderflow.
   static constexpr bool stray_underflow = false;
@@ -178,10 +182,18 @@ template <class K, class S> class Loop {
   [[gnu::noinline]] static void one_vector(const K& kernel, const Inputs<V>& in, Outputs<V>& out, LaneBits valid,
                                            Outcome& outcome) {
     LaneBits doubtful = 0;
-    const Marks<V> marked = special(kernel, in);
+    const Marks<V> marked = [&] {
+      if constexpr (K::has_wide_formula)
+        return spread(in, [&](auto... x) { return kernel.wide_special(x...); });
+      else
+        return special(kernel, in);
+    }();
     Inputs<V> tame;
     unrolled<S::inputs>([&](auto k) { tame.of[k] = select(marked, splat<V>(K::harmless), in.of[k]); });
-    out = formula<V>(kernel, tame, doubtful);
+    if constexpr (K::has_wide_formula)
+      out = collect<V>(spread(tame, [&](auto... x) { return kernel.wide_formula(x...); }));
+    else
+      out = formula<V>(kernel, tame, doubtful);
     for (LaneBits left = (lane_bits(marked) | doubtful) & valid; left != 0; left &= left - 1) {
       const int i = __builtin_ctz(left);
       Inputs<T> x;

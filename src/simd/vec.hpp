@@ -308,10 +308,9 @@ template <class V> inline V fused_product_error(V a, V b, V product) {
 }
 #endif
 
-/// floor(log2 v) for a positive normal v: the exponent field, which may also be that of the infinities and stand for one
-/// exponent more. (AVX-512 would extract the exponent in one operation, but takes that field for an infinity.)
+/// floor(log2 v) for a positive normal v; for any positive bits, their exponent field less the bias.
 template <class V> inline V exponent_of(V v) {
-  if constexpr (sizeof(Lane<V>) == 8) // the low bits of a double in [2^52, 2^53)
+  if constexpr (sizeof(Lane<V>) == 8) // the exponent as the low bits of a double in [2^52, 2^53)
     return from_bits<V>((bits(v) >> 52) | 0x4330000000000000u) - (0x1p52 + 1023);
   else
     return convert<V>(bit_cast<Int<V>>(bits(v) >> 23)) - 127.0f;

@@ -36,6 +36,9 @@ Quadrant reduce_medium(double x) {
 
 Word high(DoubleWord x) { return Word(x >> 64); }
 
+/// The upper word of two, shifted up by 0 .. 63 bits.
+Word shifted_up(Word upper, Word lower, int bits) { return upper << bits | lower >> 1 >> (63 - bits); }
+
 Quadrant reduce_large(double x) {
   const Word pattern = bits(x);
   const int exponent = int(pattern >> 52) - 1075; // x = significand 2^exponent
@@ -44,7 +47,7 @@ Quadrant reduce_large(double x) {
   // The fraction bits of 2/pi with weights 2^(1 - exponent) and below: what is above contributes multiples of 4.
   const int first = exponent - 2 + 64, shift = first & 63;
   const Word* from = two_over_pi + (first >> 6);
-  const auto word = [&](int i) { return shift == 0 ? from[i] : from[i] << shift | from[i + 1] >> (64 - shift); };
+  const auto word = [&](int i) { return shifted_up(from[i], from[i + 1], shift); };
 
   // The product modulo 4, in units of 2^-62, 2^-126, 2^-190.
   const DoubleWord low = DoubleWord(significand) * word(2);
@@ -53,17 +56,17 @@ Quadrant reduce_large(double x) {
   const int number = int((top + (Word(1) << 61)) >> 62) & 3;
 
   // The fraction as sign and magnitude, in units of 2^-64, 2^-128, 2^-192, and shifted up until its first bit is 1.
-  Word f[3] = {top << 2 | Word(middle) >> 62, Word(middle) << 2 | Word(low) >> 62, Word(low) << 2};
-  const Word negative = Word(std::int64_t(f[0]) >> 63);
-  for (Word& part : f) part ^= negative;
-  const int zeros = __builtin_clzll(f[0] | 1);
-  DoubleWord fraction = DoubleWord(f[0]) << 64 | f[1];
-  fraction = fraction << zeros | Word(f[2] >> 1 >> (63 - zeros));
+  const Word negative = Word(std::int64_t(top << 2) >> 63);
+  const Word f0 = (top << 2 | Word(middle) >> 62) ^ negative;
+  const Word f1 = (Word(middle) << 2 | Word(low) >> 62) ^ negative;
+  const Word f2 = Word(low) << 2 ^ negative;
+  const int zeros = __builtin_clzll(f0 | 1);
+  const Word upper = shifted_up(f0, f1, zeros), lower = shifted_up(f1, f2, zeros);
 
   // Times pi/2 = 2 (pi_0 2^-64 + pi_1 2^-128), the upper 128 bits.
   constexpr Word pi_0 = 0xC90FDAA22168C234, pi_1 = 0xC4C6628B80DC1CD1;
-  const DoubleWord cross = DoubleWord(high(fraction)) * pi_1 + high(DoubleWord(Word(fraction)) * pi_0);
-  const DoubleWord y = DoubleWord(high(fraction)) * pi_0 + high(cross);
+  const DoubleWord cross = DoubleWord(upper) * pi_1 + high(DoubleWord(lower) * pi_0);
+  const DoubleWord y = DoubleWord(upper) * pi_0 + high(cross);
 
   const double unit = from_pattern(Word(1023 - 63 - zeros) << 52); // of the upper word of y
   const double head = double(std::int64_t(high(y) >> 11)) * 0x1p11;
@@ -77,10 +80,11 @@ Quadrant reduce_large(double x) {
 
 Quadrant reduce_to_quadrant(double x) {
   const double magnitude = abs(x);
-  Quadrant reduced = magnitude < 0x1p30 ? reduce_medium(magnitude) : reduce_large(magnitude);
-  const std::uint64_t sign = sign_of(x);
-  if (sign != 0) reduced.number = -reduced.number & 3;
-  return {reduced.number, {flip_sign(reduced.y.head, sign), flip_sign(reduced.y.tail, sign)}};
+  const Quadrant reduced = magnitude < 0x1p30 ? reduce_medium(magnitude) : reduce_large(magnitude);
+  const Word sign = sign_of(x);
+  const int negative = int(sign >> 63); // arithmetic: signs of arguments are not for branch prediction
+  return {((reduced.number ^ -negative) + negative) & 3,
+          {flip_sign(reduced.y.head, sign), flip_sign(reduced.y.tail, sign)}};
 }
 
 } // namespace kelvm::inline KELVM_BUILD

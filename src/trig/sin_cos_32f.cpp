@@ -34,6 +34,9 @@ template <class V> inline HalfTurns<V> odd_quarter_turns(V x) {
 template <class P> struct SinCos32 {
   using Element = float;
   static constexpr int vectors_in_flight = 4;
+  static constexpr bool has_wide_formula = false;
+
+  template <class V> static V reduce(V x) { return x; }
 
   template <class V> static V sine(V x) {
     const HalfTurns<V> k = half_turns(x);

@@ -17,6 +17,7 @@ namespace {
 struct A53 {
   using Element = double;
   static constexpr int vectors_in_flight = 2;
+  static constexpr bool has_wide_formula = true;
   static constexpr double last = 0x1.5ffffffffffffp+16; // below 90112
 
   template <class V> static V rounded(HeadTail<V> y) { return y.head + y.tail; }
@@ -26,38 +27,39 @@ struct A53 {
     const SmallAngle<V> small(r.head);
     return {rounded(kelvm::sine<0>(r, small)), rounded(kelvm::sine<1>(r, small))};
   }
-  template <class V> static V sine(V x) { return sine(reduce(x)); }
-  template <class V> static V cosine(V x) { return cosine(reduce(x)); }
-  template <class V> static Pair<V> sine_cosine(V x) { return sine_cosine(reduce(x)); }
+  template <class V> static Remainder<V> reduce(V x) { return kelvm::reduce(x); }
+  template <class V> static Remainder<V> reduce_any(V x) { return kelvm::reduce_any(x); }
 };
 
 struct A26 {
   using Element = double;
   static constexpr int vectors_in_flight = 4;
+  static constexpr bool has_wide_formula = true;
   static constexpr double last = 0x1.60000ffffffffp+16; // below 90112.0625
 
-  template <class V> struct Parts {
-    V cos_a, sin_a, cos_r, sin_r;
-    explicit Parts(V x) {
-      const V shifted = x * thirty_two_over_pi + 0x1.8p52;
-      const V k = shifted - 0x1.8p52;
-      const V r = ((x - k * 0x1.921fb54442d18p-4) - k * 0x1.1a62633145c06p-58) - k * 0x1.c1cd129024e09p-111;
-      const Pair<V> a = lookup_pair<cosine_sine>(int_bits(shifted) & 63);
-      cos_a = a.first;
-      sin_a = a.second;
-      const V z = r * r;
-      sin_r = r * (1.0 + z * (-0x1.5555555555555p-3 + z * 0x1.1111111111111p-7));
-      cos_r = 1.0 + z * (-0.5 + z * 0x1.5555555555555p-5);
-    }
-    V sine() const { return sin_a * cos_r + cos_a * sin_r; }
-    V cosine() const { return cos_a * cos_r - sin_a * sin_r; }
-  };
-  template <class V> static V sine(V x) { return Parts<V>(x).sine(); }
-  template <class V> static V cosine(V x) { return Parts<V>(x).cosine(); }
-  template <class V> static Pair<V> sine_cosine(V x) {
-    const Parts<V> parts(x);
-    return {parts.sine(), parts.cosine()};
+  template <class V> struct Parts { V cos_a, sin_a, cos_r, sin_r; };
+  template <class V> static Parts<V> parts(V r, Int<V> index) {
+    const auto [cos_a, sin_a] = lookup_pair<cosine_sine>(index & 63);
+    const V z = r * r;
+    return {cos_a, sin_a, 1.0 + z * (-0.5 + z * 0x1.5555555555555p-5),
+            r * (1.0 + z * (-0x1.5555555555555p-3 + z * 0x1.1111111111111p-7))};
   }
+  template <class V> static V remainder(V x, V k) {
+    return ((x - k * 0x1.921fb54442d18p-4) - k * 0x1.1a62633145c06p-58) - k * 0x1.c1cd129024e09p-111;
+  }
+  template <class V> static Parts<V> reduce(V x) {
+    const V shifted = x * thirty_two_over_pi + 0x1.8p52;
+    return parts(remainder(x, shifted - 0x1.8p52), int_bits(shifted));
+  }
+  template <class V> static Parts<V> reduce_any(V x) {
+    const WithinReach<V> within(x);
+    const V shifted = within.y * thirty_two_over_pi + 0x1.8p52;
+    return parts(remainder(within.y, shifted - 0x1.8p52), int_bits(shifted) + within.index);
+  }
+
+  template <class V> static V sine(const Parts<V>& p) { return p.sin_a * p.cos_r + p.cos_a * p.sin_r; }
+  template <class V> static V cosine(const Parts<V>& p) { return p.cos_a * p.cos_r - p.sin_a * p.sin_r; }
+  template <class V> static Pair<V> sine_cosine(const Parts<V>& p) { return {sine(p), cosine(p)}; }
 };
 
 } // namespace

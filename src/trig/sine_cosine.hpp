@@ -38,12 +38,41 @@ template <class V> inline Remainder<V> reduce(V x) {
   return {head, tail, int_bits(shifted)};
 }
 
-/// The same for any finite double.
-inline Remainder<double> reduce_any(double x) {
-  if (abs(x) < 0x1p17) return reduce(x);
-  const Quadrant quadrant = reduce_to_quadrant(x);
-  Remainder<double> r = reduce(quadrant.y.head);
-  return {r.head, r.tail + quadrant.y.tail, r.index + 16 * quadrant.number};
+/// Any finite doubles brought below 2^17: x = y + tail + index pi/32 modulo 2 pi; smaller ones are their own y.
+template <class V> struct WithinReach {
+  V y, tail;
+  Int<V> index;
+
+  [[gnu::noinline]] explicit WithinReach(V x) {
+    // Lane by lane in scalars, not arrays: a vector loaded right after its lanes were stored waits for all of them.
+    [&]<int... I>(std::integer_sequence<int, I...>) {
+      const Lanes of[] = {Lanes(lane(x, I))...};
+      y = V{of[I].y...};
+      tail = V{of[I].tail...};
+      index = Int<V>{of[I].index...};
+    }
+    (std::make_integer_sequence<int, lanes<V>>{});
+  }
+
+private:
+  struct Lanes {
+    double y, tail = 0;
+    std::int64_t index = 0;
+    explicit Lanes(double x) : y(x) {
+      if (abs(x) < 0x1p17) return;
+      const Quadrant quadrant = reduce_to_quadrant(x);
+      y = quadrant.y.head;
+      tail = quadrant.y.tail;
+      index = 16 * quadrant.number;
+    }
+  };
+};
+
+/// reduce() for any finite doubles.
+template <class V> inline Remainder<V> reduce_any(V x) {
+  const WithinReach<V> within(x);
+  const Remainder<V> r = reduce(within.y);
+  return {r.head, r.tail + within.tail, r.index + within.index};
 }
 
 /// sin r - r = r sine, cos r - 1 = cosine, by Taylor's series: |r| is small enough.

@@ -20,7 +20,7 @@ struct Tan32 : KernelDefaults {
   static constexpr int vectors_in_flight = 4;
 
   static float element(float x, kelStatus& status) {
-    if (x != x) return default_nan<float>();
+    if (is_nan(x)) return default_nan<float>();
     if (abs(x) == infinity<float>) return domain_error<float>(status);
     // Rounded to odd first, so that the rounding to float sees which side of a midpoint the sum is on.
     const HeadTail<double> y = tangent_of(x);
