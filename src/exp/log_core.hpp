@@ -9,9 +9,8 @@
 // floating-point arithmetic", 1990. Two tables:
 //
 //   ExactRows   256 rows, |r| < 0.003. c has so few bits (a multiple of 2^-9 below 1, of 2^-8 above) that r is a
-//   double:
-//               the reduction has no error, which full precision near 1 could not do without. ln c has a head and a
-//               tail.
+//               double: the reduction has no error, which full precision near 1 could not do without. ln c has a head
+//               and a tail.
 //   ShortRows   32 rows, |r| < 0.016, few enough for registers. r and ln c are rounded.
 //
 // Base 10 has tables of its own and the factor 1 / ln 10 in the coefficients.
