@@ -4,6 +4,7 @@
 
 #include "kelvm/arith.h"
 #include "kelvm/exp.h"
+#include "kelvm/root.h"
 #include "kelvm/types.h"
 #include "kelvm/version.h"
 

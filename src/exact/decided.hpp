@@ -4,7 +4,7 @@
 // accurately. Ziv, "Fast evaluation of elementary mathematical functions with correctly rounded last bit", 1991.
 #pragma once
 
-#include "simd/vec.hpp"
+#include "exact/exact.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
@@ -32,6 +32,14 @@ inline V in_double_decided(LaneBits& doubtful, F f, V x, More... more) {
                                                                << lanes<decltype(low)>;
     return narrow(low, high);
   }
+}
+
+/// A double that rounds to float as the exact sum does, |head| >= |tail|: round to odd (Boldo, Melquiond, "Emulation of
+/// FMA and correctly rounded sums: proved algorithms using rounding to odd", 2008).
+inline double odd_sum(HeadTail<double> y) {
+  const auto [head, tail] = fast_two_sum(y.head, y.tail);
+  if (tail == 0 || (bits(head) & 1) != 0) return head;
+  return from_bits<double>((tail > 0) == (head > 0) ? bits(head) + 1 : bits(head) - 1);
 }
 
 } // namespace kelvm::inline KELVM_BUILD
