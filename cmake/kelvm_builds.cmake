@@ -15,7 +15,10 @@ function(kelvm_add_build target directory flags)
             -fno-math-errno
             -fno-exceptions
             -fno-rtti
-            $<$<CXX_COMPILER_ID:Clang>:-ffp-exception-behavior=maytrap>)
+            $<$<CXX_COMPILER_ID:Clang>:-ffp-exception-behavior=maytrap>
+            # The same bytes wherever the tree stands; a debugger wants the true paths.
+            $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>
+            $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=kelvm>)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:kelvm_warnings>)
   # Linked as C: nothing of the C++ run-time library may be needed.
   target_link_options(${target} PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/src/kelvm.map -Wl,--no-undefined)

@@ -34,12 +34,12 @@ inline V in_double_decided(LaneBits& doubtful, F f, V x, More... more) {
   }
 }
 
-/// A double that rounds to float as the exact sum does, |head| >= |tail|: round to odd (Boldo, Melquiond, "Emulation of
-/// FMA and correctly rounded sums: proved algorithms using rounding to odd", 2008).
-inline double odd_sum(HeadTail<double> y) {
-  const auto [head, tail] = fast_two_sum(y.head, y.tail);
-  if (tail == 0 || (bits(head) & 1) != 0) return head;
-  return from_bits<double>((tail > 0) == (head > 0) ? bits(head) + 1 : bits(head) - 1);
+/// head + tail rounded once to float; head is the sum rounded to double. Where head is a midpoint between two floats the
+/// tail decides.
+inline float round_to_float(HeadTail<double> y) {
+  const bool midpoint = (bits(y.head) & 0x1FFFFFFF) == 0x10000000;
+  if (!midpoint || y.tail == 0) return float(y.head);
+  return float(from_bits<double>((y.tail < 0) == (y.head < 0) ? bits(y.head) + 1 : bits(y.head) - 1));
 }
 
 } // namespace kelvm::inline KELVM_BUILD

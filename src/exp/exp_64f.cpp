@@ -115,7 +115,7 @@ template <class P> struct Exp64 : KernelDefaults {
   }
 
   static double element(double x, kelStatus& status) {
-    if (x != x) return P::nan(x);
+    if (is_nan(x)) return P::nan(x);
     if (x == infinity<double>) return x;
     if (x == -infinity<double>) return 0.0;
     if (x <= from_pattern(0xC0874910D52D3052)) { // -745.133...

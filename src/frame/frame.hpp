@@ -16,6 +16,9 @@
 // A kernel with `covers_everything` has formula alone. A kernel with `doubts` gives formula a last parameter,
 // LaneBits& doubtful, and sets there the lanes whose result is not decided; they go to element() as well.
 //
+// A kernel with `has_wide_formula` has a second pair, wide_special and wide_formula, that takes the place of the first in vectors
+// with marked lanes: slower and covering more, with the bits of formula where that covers a lane.
+//
 // Two sources, or a complex one, are two parameters (x, y); two complex sources are four: real and imaginary part of
 // the first, then of the second. Two destinations, or a complex one, are a Pair.
 #pragma once
@@ -32,11 +35,15 @@ struct KernelDefaults {
   static constexpr int vectors_in_flight = 2;
   static constexpr bool covers_everything = false;
   static constexpr bool doubts = false;
+  static constexpr bool has_wide_formula = false;
   /// The formula may raise underflow for elements that do not earn it (products of tiny intermediate values); the frame
   /// takes it back unless an element() call reports kelStatusUnderflow.
   static constexpr bool stray_underflow = false;
   /// A destination may overlap a source in any way; the result is that of a forward loop over the elements.
   static constexpr bool any_overlap = false;
+  /// 2: a complex member that computes each part by itself. Its arrays are taken as arrays of parts, twice as long; an
+  /// even lane of a vector is a real part.
+  static constexpr int parts_by_themselves = 1;
   /// What marked lanes hold while their neighbours are computed: any ordinary argument.
   static constexpr float harmless = 1.0f;
 };
@@ -172,30 +179,46 @@ template <class K, class S> class Loop {
   }
 
   /// One vector, whatever it holds. Lanes outside `valid` are computed but never handed over.
-  [[gnu::noinline]] static void one_vector(const K& kernel, const Inputs<V>& in, Outputs<V>& out,
-                                           [[maybe_unused]] LaneBits valid, [[maybe_unused]] Outcome& outcome) {
+  [[gnu::noinline]] static void one_vector(const K& kernel, const Inputs<V>& in, Outputs<V>& out, LaneBits valid,
+                                           Outcome& outcome) {
     LaneBits doubtful = 0;
+    const Marks<V> marked = [&] {
+      if constexpr (K::has_wide_formula)
+        return spread(in, [&](auto... x) { return kernel.wide_special(x...); });
+      else
+        return special(kernel, in);
+    }();
+    Inputs<V> tame;
+    unrolled<S::inputs>([&](auto k) { tame.of[k] = select(marked, splat<V>(K::harmless), in.of[k]); });
+    if constexpr (K::has_wide_formula)
+      out = collect<V>(spread(tame, [&](auto... x) { return kernel.wide_formula(x...); }));
+    else
+      out = formula<V>(kernel, tame, doubtful);
+    for (LaneBits left = (lane_bits(marked) | doubtful) & valid; left != 0; left &= left - 1) {
+      const int i = __builtin_ctz(left);
+      Inputs<T> x;
+      unrolled<S::inputs>([&](auto k) { x.of[k] = in.of[k][i]; });
+      const Outputs<T> y =
+          collect<T>(spread(x, [&](auto... parts) { return kernel.element(parts..., outcome.status); }));
+      outcome.underflowed |= outcome.status == kelStatusUnderflow;
+      unrolled<S::outputs>([&](auto k) { out.of[k][i] = y.of[k]; });
+    }
+  }
+  /// The vectors behind the last block: a call for each, except where the formula is all there is.
+  static void rest(const K& kernel, const Inputs<V>& in, Outputs<V>& out, [[maybe_unused]] LaneBits valid,
+                   [[maybe_unused]] Outcome& outcome) {
     if constexpr (K::covers_everything) {
+      LaneBits doubtful = 0;
       out = formula<V>(kernel, in, doubtful);
     } else {
-      const Marks<V> marked = special(kernel, in);
-      Inputs<V> tame;
-      unrolled<S::inputs>([&](auto k) { tame.of[k] = select(marked, splat<V>(K::harmless), in.of[k]); });
-      out = formula<V>(kernel, tame, doubtful);
-      for (LaneBits left = (lane_bits(marked) | doubtful) & valid; left != 0; left &= left - 1) {
-        const int i = __builtin_ctz(left);
-        Inputs<T> x;
-        unrolled<S::inputs>([&](auto k) { x.of[k] = in.of[k][i]; });
-        const Outputs<T> y =
-            collect<T>(spread(x, [&](auto... parts) { return kernel.element(parts..., outcome.status); }));
-        outcome.underflowed |= outcome.status == kelStatusUnderflow;
-        unrolled<S::outputs>([&](auto k) { out.of[k][i] = y.of[k]; });
-      }
+      one_vector(kernel, in, out, valid, outcome);
     }
   }
 
 public:
-  [[gnu::noinline]] static Outcome run(const K& kernel, const Arrays<T, S>& in_memory, std::ptrdiff_t len) {
+  /// Flattened: a formula spread over several functions is still inlined whole, or its vectors would go through memory.
+  [[gnu::noinline, gnu::flatten]] static Outcome run(const K& kernel, const Arrays<T, S>& in_memory,
+                                                     std::ptrdiff_t len) {
     const Arrays<T, S> arrays = in_memory; // so that stores cannot change the pointers
     Outcome outcome;
     std::ptrdiff_t i = 0;
@@ -216,23 +239,25 @@ public:
         unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], doubtful); });
       else
         doubtful = 1;
-      if (doubtful != 0) [[unlikely]] {
-        unrolled<K::vectors_in_flight>([&](auto v) {
-          const Inputs<V> x = in[v]; // a copy, so that `in` itself stays in registers
-          Outputs<V> y;
-          one_vector(kernel, x, y, all_lanes<V>, outcome);
-          out[v] = y;
-        });
+      if constexpr (!K::covers_everything) {
+        if (doubtful != 0) [[unlikely]] {
+          unrolled<K::vectors_in_flight>([&](auto v) {
+            const Inputs<V> x = in[v]; // a copy, so that `in` itself stays in registers
+            Outputs<V> y;
+            one_vector(kernel, x, y, all_lanes<V>, outcome);
+            out[v] = y;
+          });
+        }
       }
       unrolled<K::vectors_in_flight>([&](auto v) { store_block(arrays, i + v * width, out[v]); });
     }
     Outputs<V> out;
     for (; i + width <= len; i += width) {
-      one_vector(kernel, load_block(arrays, i), out, all_lanes<V>, outcome);
+      rest(kernel, load_block(arrays, i), out, all_lanes<V>, outcome);
       store_block(arrays, i, out);
     }
     if (const int count = int(len - i); count > 0) {
-      one_vector(kernel, load_tail(arrays, i, count), out, (1u << count) - 1u, outcome);
+      rest(kernel, load_tail(arrays, i, count), out, (1u << count) - 1u, outcome);
       store_tail(arrays, i, count, out);
     }
     return outcome;
@@ -258,7 +283,8 @@ inline kelStatus call(Order order, const K& kernel, const Arrays<typename K::Ele
   if (order == Order::PointersFirst && null) return kelStatusNullPtrError;
   if (len < 1) return kelStatusSizeError;
   if (null) return kelStatusNullPtrError;
-  return in_mode<K::mode, K::stray_underflow>(&Loop<K, S>::run, kernel, arrays, std::ptrdiff_t(len));
+  return in_mode<K::mode, K::stray_underflow>(&Loop<K, S>::run, kernel, arrays,
+                                              std::ptrdiff_t(len) * K::parts_by_themselves);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -28,6 +28,9 @@ template <class K, class E> inline Real<K>* parts(E* p) { return reinterpret_cas
 #define KELVM_COMPLEX_TO_REAL(name, ...) KELVM_ONE_TO_ONE(name, Complex, 2, Real, 1, __VA_ARGS__)
 #define KELVM_BINARY(name, ...) KELVM_TWO_TO_ONE(name, Real, 1, __VA_ARGS__)
 #define KELVM_COMPLEX_BINARY(name, ...) KELVM_TWO_TO_ONE(name, Complex, 2, __VA_ARGS__)
+/// For kernels with parts_by_themselves = 2.
+#define KELVM_PARTS_UNARY(name, ...) KELVM_ONE_TO_ONE(name, Complex, 1, Complex, 1, __VA_ARGS__)
+#define KELVM_PARTS_BINARY(name, ...) KELVM_TWO_TO_ONE(name, Complex, 1, __VA_ARGS__)
 /// The kernel is constructed from the scalar, once a call.
 #define KELVM_SCALAR_POWER(name, ...) KELVM_WITH_SCALAR(name, Real, 1, __VA_ARGS__)
 #define KELVM_COMPLEX_SCALAR_POWER(name, ...) KELVM_WITH_SCALAR(name, Complex, 2, __VA_ARGS__)

@@ -19,6 +19,8 @@ template <class T> inline T default_nan() {
   else
     return from_bits<T>(0xFFC00000u);
 }
+/// Whether x is a NaN, by its bits: a signalling one raises nothing.
+template <class T> inline bool is_nan(T x) { return int_bits(abs(x)) > int_bits(T(__builtin_inf())); }
 template <class T> inline constexpr T infinity = T(__builtin_inf());
 
 inline void report(kelStatus& status, kelStatus code) {

@@ -2,7 +2,7 @@
 // they earn.
 #pragma once
 
-#include "exact/decided.hpp"
+#include "exact/exact.hpp"
 #include "frame/status.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
@@ -18,6 +18,14 @@ inline double scaled_result(HeadTail<double> y, double scale, kelStatus& status)
   // Below, sums with the limit are rounded to multiples of what scales to the smallest subnormal number.
   const HeadTail<double> sum = two_sum(limit, y.head);
   return underflow(status, ((sum.head + (sum.tail + y.tail)) - limit) * scale);
+}
+
+/// A double that rounds to float, subnormal ones included, as the exact sum does, |head| >= |tail|: round to odd (Boldo,
+/// Melquiond, "Emulation of FMA and correctly rounded sums: proved algorithms using rounding to odd", 2008).
+inline double odd_sum(HeadTail<double> y) {
+  const auto [head, tail] = fast_two_sum(y.head, y.tail);
+  if (tail == 0 || (bits(head) & 1) != 0) return head;
+  return from_bits<double>((tail > 0) == (head > 0) ? bits(head) + 1 : bits(head) - 1);
 }
 
 /// The float nearest to head + tail.

@@ -327,6 +327,23 @@ template <class V> inline V fused_product_error(V a, V b, V product) {
 }
 #endif
 
+/// floor(log2 v) for a positive normal v, from the exponent field.
+template <class V> inline V exponent_of(V v) {
+  constexpr bool wide = sizeof(Lane<V>) == 8;
+  if constexpr (wide) {
+#if KELVM_AVX512
+    if constexpr (sizeof v == 64) return (V)_mm512_maskz_getexp_pd(__mmask8(-1), (__m512d)v);
+#endif
+    // The exponent as the low bits of a double in [2^52, 2^53).
+    return from_bits<V>((bits(v) >> 52) | 0x4330000000000000u) - (0x1p52 + 1023);
+  } else {
+#if KELVM_AVX512
+    if constexpr (sizeof v == 64) return (V)_mm512_maskz_getexp_ps(__mmask16(-1), (__m512)v);
+#endif
+    return convert<V>(bit_cast<Int<V>>(bits(v) >> 23)) - 127.0f;
+  }
+}
+
 /// How round() rounds. Quiet raises no inexact.
 enum class Rounding : int { nearest_even = 0, down = 1, up = 2, to_zero = 3, current = 4, current_quiet = 12 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <complex>
 #include <numbers>
 
 namespace accuracy {
@@ -274,6 +275,18 @@ void Inputs::real_pair(Random& random, double parts[4]) const {
   if (!std::isfinite(parts[2])) parts[2] = 1;
 }
 
+// An exponent that brings the power into the range of the type, with a phase of moderate size.
+void Inputs::complex_power(Random& random, double parts[4]) const {
+  if (random.one_in(4)) parts[3] = 0;
+  if (random.one_in(4)) return;
+  const double lowest = member_.is_float() ? -87 : -708, highest = member_.is_float() ? 88 : 709;
+  const double size = random.one_in(2) ? 1 : std::ldexp(random.unit(), -static_cast<int>(random.below(20)));
+  const std::complex<double> target(random.uniform(lowest, highest) * size, random.uniform(-100, 100) * size);
+  const std::complex<double> w = target / std::log(std::complex<double>(parts[0], parts[1]));
+  parts[2] = w.real();
+  if (parts[3] != 0) parts[3] = w.imag();
+}
+
 // Complex arguments that two independent parts would rarely give: on an axis or next to it, on the diagonals, on the
 // unit circle and next to it, close to +-1 and +-i.
 void Inputs::complex_shape(Random& random, double parts[2]) const {
@@ -326,7 +339,7 @@ void Inputs::fill(Random& random, std::vector<reference::Arguments>& block) cons
       if (!range_[1]) {
         const bool product = member_.family == "Mul" || member_.family == "MulByConj";
         if (member_.family == "Pow" || member_.family == "Powx") {
-          if (random.one_in(4)) p[3] = 0;
+          complex_power(random, p);
         } else {
           complex_shape(random, p + 2);
         }

@@ -49,6 +49,7 @@ private:
   double rounded(double x) const;
   double neighbour(Random&, double x) const;
   void real_pair(Random&, double parts[4]) const;
+  void complex_power(Random&, double parts[4]) const;
   void complex_shape(Random&, double parts[2]) const;
 
   harness::Member member_;

@@ -19,13 +19,15 @@ template <class... T> std::string format(const char* pattern, T... values) {
 std::string Limit::exceeded(const reference::Statistics& s) const {
   std::string faults;
   const auto check = [&](const char* what, double value, double limit) {
-    if (!(value <= limit)) faults += format("%s %.6g exceeds %.6g; ", what, value, limit);
+    if (!(value <= limit)) faults += format("%s %.9g exceeds %g; ", what, value, limit);
   };
   if (ulp > 0) {
     check("ulp", s.ulp.value, ulp);
     check("ulp of subnormal results", s.ulp_subnormal.value, subnormal_ulp > 0 ? subnormal_ulp : ulp);
     // A tie that goes the wrong way is half an ulp off, too.
     if (ulp == 0.5 && subnormal_ulp == 0) check("results not correctly rounded:", static_cast<double>(s.misrounded), 0);
+  } else if (absolute > 0) {
+    check("absolute error", s.absolute.value, absolute);
   } else {
     if (!(reference::bits_of(s.relative.value) >= bits))
       faults += format("bits %.3f fall short of %g; ", reference::bits_of(s.relative.value), bits);
@@ -33,13 +35,6 @@ std::string Limit::exceeded(const reference::Statistics& s) const {
   }
   if (norm_ulp > 0) check("ulp by norm", s.norm_ulp.value, norm_ulp);
   return faults;
-}
-
-std::string Limit::text() const {
-  std::string line = ulp > 0 ? format("ulp %g", ulp) : format("bits %g", bits);
-  if (subnormal_ulp > 0) line += format(" subnormal %g", subnormal_ulp);
-  if (norm_ulp > 0) line += format(" norm %g", norm_ulp);
-  return line;
 }
 
 std::vector<Limit> read_limits(const std::string& path) {
@@ -60,6 +55,8 @@ std::vector<Limit> read_limits(const std::string& path) {
         limit.ulp = value;
       else if (key == "bits")
         limit.bits = value;
+      else if (key == "absolute")
+        limit.absolute = value;
       else if (key == "subnormal")
         limit.subnormal_ulp = value;
       else if (key == "norm")
@@ -67,7 +64,7 @@ std::vector<Limit> read_limits(const std::string& path) {
       else
         understood = false;
     }
-    if (!understood || (limit.ulp > 0) == (limit.bits > 0))
+    if (!understood || (limit.ulp > 0) + (limit.bits > 0) + (limit.absolute > 0) != 1)
       throw std::runtime_error(path + ":" + std::to_string(number) + ": not a limit: " + line);
     limits.push_back(limit);
   }

@@ -10,14 +10,14 @@ namespace accuracy {
 
 struct Limit {
   std::string member;
-  double ulp = 0;           // of normal results by component; 0 if the row states bits
-  double bits = 0;          // relative error by norm at most 2^-bits; 0 if the row states ulps
+  double ulp = 0;           // of normal results by component
+  double bits = 0;          // relative error by norm at most 2^-bits
+  double absolute = 0;      // absolute error of each component; one of these three is stated, the others are 0
   double subnormal_ulp = 0; // of subnormal results; 0: as `ulp`, or no more than bits and one ulp allow
   double norm_ulp = 0;      // complex: of the norm; 0: not limited
 
   /// What of the limit the statistics exceed, one line; empty if nothing.
   std::string exceeded(const reference::Statistics& statistics) const;
-  std::string text() const;
 };
 
 /// Throws std::runtime_error with file and line for a row that it does not understand.

@@ -122,6 +122,7 @@ std::string report(const harness::Member& member, const Statistics& s) {
     text += worst_lines(member, "max ulp by norm", format("%.6f", s.norm_ulp.value), s.norm_ulp);
   text +=
       worst_lines(member, "max relative error", format("2^-%.3f", reference::bits_of(s.relative.value)), s.relative);
+  text += format("  max absolute error         %.6g\n", s.absolute.value);
   text += format("  correctly rounded          %.6f %% (%llu of %llu results are not)\n",
                  100 - percent(s.misrounded, s.results), static_cast<unsigned long long>(s.misrounded),
                  static_cast<unsigned long long>(s.results));

@@ -78,9 +78,17 @@ Library::Library(const std::string& path)
 
 void* Library::symbol(const char* name) const { return dlsym(handle_.get(), name); }
 
-kelStatus Library::call(const Member& member, const Arguments& arguments) const {
+void* Library::address(const Member& member) const {
   void* function = symbol(std::string(member.name).c_str());
   if (!function) throw std::runtime_error(path_ + " has no " + std::string(member.name));
+  return function;
+}
+
+kelStatus Library::call(const Member& member, const Arguments& arguments) const {
+  return call_at(address(member), member, arguments);
+}
+
+kelStatus call_at(void* function, const Member& member, const Arguments& arguments) {
   return member.is_float() ? call_parts<float, Complex32f>(function, member, arguments)
                            : call_parts<double, Complex64f>(function, member, arguments);
 }

@@ -59,6 +59,8 @@ public:
   explicit Library(const std::string& path);
   /// The address of an exported name, or null.
   void* symbol(const char* name) const;
+  /// The address of a member. Throws std::runtime_error where the library lacks it.
+  void* address(const Member& member) const;
   kelStatus call(const Member& member, const Arguments& arguments) const;
   const std::string& path() const { return path_; }
 
@@ -66,6 +68,9 @@ private:
   std::string path_;
   std::shared_ptr<void> handle_;
 };
+
+/// Calls the member that lies at an address.
+kelStatus call_at(void* function, const Member& member, const Arguments& arguments);
 
 /// Whether this processor can run the build of that directory name (sse41, avx2, avx512).
 bool processor_runs(std::string_view build);

@@ -46,6 +46,7 @@ void Statistics::merge(const Statistics& other) {
   ulp.merge(other.ulp);
   ulp_subnormal.merge(other.ulp_subnormal);
   relative.merge(other.relative);
+  absolute.merge(other.absolute);
   norm_ulp.merge(other.norm_ulp);
   estimate.merge(other.estimate);
 }
@@ -55,6 +56,7 @@ Judge::Judge(const harness::Member& member, bool use_estimate)
   if (use_estimate) estimate_ = estimate_of(member);
   mpfr_inits2(64, difference_, norm_, error_norm_, infinity_, nullptr);
   mpfr_set_ui_2exp(infinity_, 1, format_.exponent_max, MPFR_RNDN);
+  overflow_square_ = std::ldexp(1.0L, 2 * format_.exponent_max);
 }
 
 Judge::~Judge() { mpfr_clears(difference_, norm_, error_norm_, infinity_, nullptr); }
@@ -64,8 +66,8 @@ void Judge::block(const Arguments* arguments, const double* const got[2], int el
   for (int i = 0; i < elements; ++i) {
     const double values[2] = {got[0][i], two ? got[1][i] : 0};
     if (sample_state_++ % sample_interval != 0) {
-      if (estimate_.for_float.function && decided(estimate_.for_float, arguments[i], values)) continue;
-      if (estimate_.for_double.function && decided(estimate_.for_double, arguments[i], values)) continue;
+      if (estimate_.in_double.function && decided(estimate_.in_double, arguments[i], values)) continue;
+      if (estimate_.in_long_double.function && decided(estimate_.in_long_double, arguments[i], values)) continue;
     }
     judge(arguments[i], values);
   }
@@ -75,9 +77,10 @@ void Judge::block(const Arguments* arguments, const double* const got[2], int el
 // Counts the element and returns true if the estimate alone fixes its place in every statistic.
 template <class T> bool Judge::decided(const Estimate<T>& estimate, const Arguments& arguments, const double got[2]) {
   const int results = exact_.results();
-  const T bound = static_cast<T>(estimate.bound);
-  T c[2];
+  T c[3];
   estimate.function(arguments.parts, c);
+  const T bound = estimate.by_norm ? c[2] : static_cast<T>(estimate.bound);
+  const T norm_slack = estimate.by_norm ? bound * std::hypot(c[0], c[1]) : 0;
   std::size_t bins[2];
   T error_square = 0, norm_square = 0;
   for (int i = 0; i < results; ++i) {
@@ -87,42 +90,46 @@ template <class T> bool Judge::decided(const Estimate<T>& estimate, const Argume
       if (complex_ || !std::isnan(got[i])) return false;
       continue;
     }
-    if (value == 0 || std::isinf(value)) {
-      if (complex_ || g != value) return false;
+    if (value == 0) {
+      if (estimate.by_norm || got[i] != 0) return false;
       continue;
     }
-    const int exponent = exponent_of(value);
+    const int exponent = std::isinf(value) ? format_.exponent_max + 1 : exponent_of(value);
     if (exponent >= format_.exponent_max) { // next to the border of overflow or beyond
-      if (complex_ || exponent == format_.exponent_max || got[i] != std::copysign(infinity, got[i]) ||
+      if (estimate.by_norm || exponent == format_.exponent_max || !std::isinf(got[i]) ||
           std::signbit(value) != std::signbit(g))
         return false;
+      norm_square += static_cast<T>(overflow_square_);
       continue;
     }
     if (!std::isfinite(got[i])) return false;
-    const bool subnormal = exponent <= format_.exponent_min + format_.digits - 1;
-    const int unit = std::max(exponent - format_.digits, format_.exponent_min);
-    const T slack = bound * std::fabs(value), error = std::fabs(g - value) + slack;
-    if (slack > 0 && (exponent_of(value - slack) != exponent || exponent_of(value + slack) != exponent)) return false;
-    const double most = scaled(error, unit), least = most - 2 * scaled(slack, unit);
+    const T slack = estimate.by_norm ? norm_slack : bound * std::fabs(value), error = std::fabs(g - value);
+    if (!(slack < std::fabs(value) / 4) || (slack == 0 && error != 0)) return false;
+    // The exact value may lie in the binade below or above.
+    const int lower = exponent_of(std::fabs(value) - slack), upper = exponent_of(std::fabs(value) + slack);
+    const bool subnormal = upper < format_.exponent_normal();
+    if (lower < format_.exponent_normal() && !subnormal) return false;
+    const double most = scaled(error + slack, format_.unit(lower)), least = scaled(error - slack, format_.unit(upper));
     bins[i] = bin_of(most);
-    if (bins[i] > 0 && least <= bin_bounds[bins[i] - 1]) return false;
+    if (bins[i] > 0 && (error <= slack || least <= bin_bounds[bins[i] - 1])) return false;
     if (most > (subnormal ? statistics_.ulp_subnormal : statistics_.ulp).value) return false;
+    if (error + slack > static_cast<T>(statistics_.absolute.value)) return false;
     if (complex_) {
       error_square += error * error;
       norm_square += value * value;
-    } else if (error > static_cast<T>(statistics_.relative.value) * std::fabs(value) && !(subnormal && most <= 1)) {
+    } else if (error + slack > static_cast<T>(statistics_.relative.value) * (std::fabs(value) - slack) &&
+               !(subnormal && most <= 1)) {
       return false;
     }
   }
-  if (complex_) {
-    const T norm = std::sqrt(norm_square) * (1 - bound), error = std::sqrt(error_square) * (1 + bound);
-    if (error > static_cast<T>(statistics_.relative.value) * norm) return false;
-    const int unit = std::max(exponent_of(norm) - format_.digits, format_.exponent_min);
-    if (scaled(error, unit) > statistics_.norm_ulp.value) return false;
+  if (complex_ && norm_square > 0) {
+    const T norm = std::sqrt(norm_square), error = std::sqrt(error_square) + 2 * bound * norm;
+    if (error > static_cast<T>(statistics_.relative.value) * norm * (1 - 2 * bound)) return false;
+    if (scaled(error, format_.unit(exponent_of(norm * (1 - 2 * bound)))) > statistics_.norm_ulp.value) return false;
   }
   for (int i = 0; i < results; ++i) {
     ++statistics_.histogram[bins[i]];
-    if (bins[i] > 1) ++statistics_.misrounded;
+    if (bins[i] > 0) ++statistics_.misrounded;
   }
   statistics_.results += results;
   return true;
@@ -143,7 +150,7 @@ bool Judge::measure(mpfr_srcptr exact, double got, double& ulps, bool& subnormal
   const int exponent = mpfr_zero_p(exact)
                            ? format_.exponent_min
                            : static_cast<int>(std::clamp<mpfr_exp_t>(mpfr_get_exp(exact), -100000, 100000));
-  subnormal = exponent <= format_.exponent_min + format_.digits - 1;
+  subnormal = exponent < format_.exponent_normal();
   if (std::isinf(got)) {
     if (exponent > format_.exponent_max && std::signbit(got) == (mpfr_signbit(exact) != 0)) return true;
     mpfr_setsign(infinity_, infinity_, std::signbit(got), MPFR_RNDN);
@@ -152,8 +159,7 @@ bool Judge::measure(mpfr_srcptr exact, double got, double& ulps, bool& subnormal
     mpfr_d_sub(difference_, got, exact, MPFR_RNDA);
     mpfr_neg(difference_, difference_, MPFR_RNDN);
   }
-  const int unit = std::clamp(exponent - format_.digits, format_.exponent_min, format_.exponent_max - format_.digits);
-  mpfr_mul_2si(norm_, difference_, -unit, MPFR_RNDN);
+  mpfr_mul_2si(norm_, difference_, -format_.unit(exponent), MPFR_RNDN);
   ulps = magnitude(norm_);
   return true;
 }
@@ -186,6 +192,7 @@ void Judge::judge(const Arguments& arguments, const double got[2]) {
     bool subnormal, rounded;
     const bool number = measure(exact_.result(i), got[i], ulps, subnormal, rounded);
     take(subnormal ? statistics_.ulp_subnormal : statistics_.ulp, ulps);
+    take(statistics_.absolute, number || rounded ? magnitude(difference_) : infinity);
     ++statistics_.histogram[bin_of(ulps)];
     if (!rounded) ++statistics_.misrounded;
     if (!(ulps <= 1)) within_one_ulp = false;
@@ -201,34 +208,40 @@ void Judge::judge(const Arguments& arguments, const double got[2]) {
   if (complex_) {
     mpfr_hypot(norm_, exact_.result(0), exact_.result(1), MPFR_RNDZ);
     const int exponent = mpfr_zero_p(norm_) ? format_.exponent_min : static_cast<int>(mpfr_get_exp(norm_));
-    const int unit = std::clamp(exponent - format_.digits, format_.exponent_min, format_.exponent_max - format_.digits);
-    mpfr_mul_2si(difference_, error_norm_, -unit, MPFR_RNDN);
+    mpfr_mul_2si(difference_, error_norm_, -format_.unit(exponent), MPFR_RNDN);
     take(statistics_.norm_ulp, magnitude(difference_));
-    take_relative(error_norm_, norm_, exponent <= format_.exponent_min + format_.digits - 1 && within_one_ulp);
+    take_relative(error_norm_, norm_, exponent < format_.exponent_normal() && within_one_ulp);
   }
 
-  if (estimate_.for_float.function) check_estimate(estimate_.for_float, here);
-  if (estimate_.for_double.function) check_estimate(estimate_.for_double, here);
+  if (estimate_.in_double.function) check_estimate(estimate_.in_double, here);
+  if (estimate_.in_long_double.function) check_estimate(estimate_.in_long_double, here);
 }
 
 // The estimate's error as a share of its bound, where the exact value is in the estimate's own normal range.
 template <class T> void Judge::check_estimate(const Estimate<T>& estimate, Worst& here) {
-  T c[2];
+  T c[3];
   estimate.function(here.at.parts, c);
+  const auto measurable = [](mpfr_srcptr exact) {
+    return mpfr_regular_p(exact) && mpfr_get_exp(exact) > std::numeric_limits<T>::min_exponent &&
+           mpfr_get_exp(exact) < std::numeric_limits<T>::max_exponent;
+  };
+  if (estimate.by_norm) mpfr_hypot(error_norm_, exact_.result(0), exact_.result(1), MPFR_RNDN);
   for (int i = 0; i < exact_.results(); ++i) {
-    const mpfr_srcptr exact = exact_.result(i);
+    const mpfr_srcptr exact = exact_.result(i), size = estimate.by_norm ? error_norm_ : exact;
     const long double value = c[i];
-    double share = 0;
+    const double bound = estimate.by_norm ? static_cast<double>(c[2]) : estimate.bound;
+    here.value = 0;
     if (mpfr_nan_p(exact) || std::isnan(value)) {
-      share = mpfr_nan_p(exact) && std::isnan(value) ? 0 : infinity;
-    } else if (mpfr_regular_p(exact) && mpfr_get_exp(exact) > std::numeric_limits<T>::min_exponent &&
-               mpfr_get_exp(exact) < std::numeric_limits<T>::max_exponent) {
+      // Where a power overflows on the way its estimate is no number, and never decides.
+      if (!estimate.by_norm && !(mpfr_nan_p(exact) && std::isnan(value))) here.value = infinity;
+    } else if (measurable(size) && std::isfinite(value) && bound < 0.25) {
       mpfr_set_ld(norm_, value, MPFR_RNDN);
       mpfr_sub(difference_, norm_, exact, MPFR_RNDA);
-      mpfr_div(difference_, difference_, exact, MPFR_RNDA);
-      share = mpfr_zero_p(difference_) ? 0 : magnitude(difference_) / estimate.bound;
+      if (!mpfr_zero_p(difference_)) {
+        mpfr_div(difference_, difference_, size, MPFR_RNDA);
+        here.value = magnitude(difference_) / bound;
+      }
     }
-    here.value = share;
     statistics_.estimate.merge(here);
   }
 }

@@ -14,6 +14,7 @@
 #include "estimate.hpp"
 #include "exact.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <limits>
@@ -21,9 +22,9 @@
 namespace reference {
 
 /// Boundaries of the histogram in ulps; the last bin is open. Results up to 0.5 ulp are correctly rounded.
-inline constexpr std::array bin_bounds = {0.25,   0.5,    0.505,  0.51,   0.52,   0.55,  0.6,    0.75,
-                                          1.0,    2.0,    4.0,    16.0,   64.0,   256.0, 1024.0, 8192.0,
-                                          0x1p16, 0x1p20, 0x1p24, 0x1p27, 0x1p30, 0x1p42};
+inline constexpr std::array bin_bounds = {0.5,    0.505,  0.51,   0.52,   0.55,   0.6,    0.75,
+                                          1.0,    2.0,    4.0,    16.0,   64.0,   256.0,  1024.0,
+                                          8192.0, 0x1p16, 0x1p20, 0x1p24, 0x1p27, 0x1p30, 0x1p42};
 
 /// The largest value seen of one measure, and where.
 struct Worst {
@@ -47,6 +48,7 @@ struct Statistics {
   Worst ulp;           // components with a normal exact value
   Worst ulp_subnormal; // components with a subnormal exact value
   Worst relative;      // by norm; subnormal results within one ulp are left out
+  Worst absolute;      // components
   Worst norm_ulp;      // complex: error by norm, in ulps of the norm
   Worst estimate;      // error of the estimate as a share of its bound
 
@@ -58,6 +60,12 @@ struct Format {
   int digits;       // of the significand
   int exponent_min; // of the smallest subnormal number
   int exponent_max; // of the power of two above the largest number
+
+  // Exponents e are those of 2^(e-1) <= |x| < 2^e.
+  int exponent_normal() const { return exponent_min + digits; } // of the smallest normal number
+  int unit(int exponent) const {                                // of an ulp
+    return std::clamp(exponent - digits, exponent_min, exponent_max - digits);
+  }
   static Format of(const harness::Member& member) {
     return member.is_float() ? Format{24, -149, 128} : Format{53, -1074, 1024};
   }
@@ -72,7 +80,7 @@ public:
   void block(const Arguments* arguments, const double* const got[2], int elements);
 
   const Statistics& statistics() const { return statistics_; }
-  bool has_estimate() const { return estimate_.for_float.function || estimate_.for_double.function; }
+  bool has_estimate() const { return estimate_.in_double.function || estimate_.in_long_double.function; }
 
 private:
   template <class T> bool decided(const Estimate<T>& estimate, const Arguments& arguments, const double got[2]);
@@ -86,6 +94,7 @@ private:
   FamilyEstimate estimate_;
   Statistics statistics_;
   std::uint64_t sample_state_ = 1;
+  long double overflow_square_; // of the power of two above the largest number
   mpfr_t difference_, norm_, error_norm_, infinity_;
 };
 

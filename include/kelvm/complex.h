@@ -1,0 +1,56 @@
+/* Complex arithmetic. Conventions, status codes, aliasing: kelvm/types.h.
+ *
+ * Infinities and NaNs behave as C's Annex G has it: a number with an infinite part is infinite whatever the other part.
+ * Warnings of Mul, MulByConj and Div: kelStatusOverflow where finite operands give an infinite part; kelStatusDomain,
+ * with invalid raised, where operands without a NaN give a NaN part (infinity times zero, zero by zero, infinity by
+ * infinity); kelStatusSingularity for a number that is not zero divided by zero. A NaN operand gives NaN parts (the
+ * default NaN) unless an infinity decides, and no warning. A part below the normal range is no warning. */
+#ifndef KELVM_COMPLEX_H
+#define KELVM_COMPLEX_H
+
+#include "kelvm/types.h"
+
+KELVM_BEGIN_DECLARATIONS
+
+/** dst[i] = src1[i] + src2[i], one IEEE operation a part. No warnings. */
+KELVM_API kelStatus kelsAdd_32fc_A24(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAdd_64fc_A53(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
+
+/** dst[i] = src1[i] - src2[i], one IEEE operation a part. No warnings. */
+KELVM_API kelStatus kelsSub_32fc_A24(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSub_64fc_A53(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
+
+/** dst[i] = the conjugate of src[i]: the sign bit of the imaginary part is turned, of zeros and NaNs too. Raises
+ * nothing, no warnings. */
+KELVM_API kelStatus kelsConj_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsConj_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = src1[i] * src2[i]. A24 and A53: each part within 0.51 ulp, also where its two products cancel; the others
+ * within 2^-bits of the suffix, relative to the absolute value of the result. */
+KELVM_API kelStatus kelsMul_32fc_A11(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
+KELVM_API kelStatus kelsMul_32fc_A21(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
+KELVM_API kelStatus kelsMul_32fc_A24(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
+KELVM_API kelStatus kelsMul_64fc_A26(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
+KELVM_API kelStatus kelsMul_64fc_A50(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
+KELVM_API kelStatus kelsMul_64fc_A53(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
+
+/** dst[i] = src1[i] * the conjugate of src2[i]. Accuracy as Mul. */
+KELVM_API kelStatus kelsMulByConj_32fc_A11(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
+KELVM_API kelStatus kelsMulByConj_32fc_A21(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
+KELVM_API kelStatus kelsMulByConj_32fc_A24(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
+KELVM_API kelStatus kelsMulByConj_64fc_A26(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
+KELVM_API kelStatus kelsMulByConj_64fc_A50(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
+KELVM_API kelStatus kelsMulByConj_64fc_A53(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
+
+/** dst[i] = src1[i] / src2[i]. A24 and A53: each part within 0.51 ulp; the others within 2^-bits of the suffix,
+ * relative to the absolute value of the result. */
+KELVM_API kelStatus kelsDiv_32fc_A11(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
+KELVM_API kelStatus kelsDiv_32fc_A21(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
+KELVM_API kelStatus kelsDiv_32fc_A24(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
+KELVM_API kelStatus kelsDiv_64fc_A26(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
+KELVM_API kelStatus kelsDiv_64fc_A50(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
+KELVM_API kelStatus kelsDiv_64fc_A53(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
+
+KELVM_END_DECLARATIONS
+
+#endif

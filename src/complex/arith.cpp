@@ -1,0 +1,380 @@
+// Complex arithmetic, except the absolute value.
+//
+// Add, Sub: one operation a part. Conj: one bit.
+//
+// Mul, MulByConj, Div at full precision. Floats: the products are exact in double; one sum, for Div one quotient, and
+// one rounding: each part below 0.51 ulp. Doubles: both products of a part as exact head and tail and their sum exact
+// to 2^-100 of itself whatever cancels, for Div a corrected quotient: below 0.51 ulp. See Jeannerod, Louvet, Muller,
+// "Further analysis of Kahan's algorithm for the accurate computation of 2x2 determinants", 2013.
+//
+// The lower accuracies are the textbook formulas in the type itself: error sqrt(5) u of the norm for a product (Brent,
+// Percival, Zimmermann, "Error bounds on complex floating-point multiplication", 2007), 6.3 u for a quotient.
+//
+// Where an intermediate value could leave the range of the type, element() computes: it scales, and gives infinities
+// and NaNs the results of C's Annex G. A NaN part is the default NaN.
+#include "exact/exact.hpp"
+#include "frame/member.hpp"
+#include "kelvm/complex.h"
+#include "simd/ordered.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+// --- part by part ---------------------------------------------------------------------------------------------------
+
+template <class T> struct PartByPart : KernelDefaults {
+  using Element = T;
+  static constexpr int vectors_in_flight = 4;
+  static constexpr bool covers_everything = true;
+  static constexpr int parts_by_themselves = 2;
+};
+template <class T> struct Add : PartByPart<T> {
+  template <class V> static V formula(V x, V y) { return ordered_sum(x, y); }
+};
+template <class T> struct Sub : PartByPart<T> {
+  template <class V> static V formula(V x, V y) { return x - y; }
+};
+template <class T> struct Conj : PartByPart<T> {
+  template <class V> static V formula(V x) {
+    const auto sign_of_imaginary_parts = []<int... I>(std::integer_sequence<int, I...>) {
+      return Bits<V>{(I % 2 == 1 ? sign_bit<V> : 0)...};
+    }
+    (std::make_integer_sequence<int, lanes<V>>{});
+    return from_bits<V>(bits(x) ^ sign_of_imaginary_parts);
+  }
+};
+
+// --- one element of a product or quotient, any operands --------------------------------------------------------------
+
+/// x = fraction 2^exponent, 1 <= |fraction| < 2, or zero.
+struct Scaled {
+  double fraction;
+  int exponent = 0;
+};
+Scaled scaled(double x) {
+  if (x == 0) return {x};
+  const bool subnormal = abs(x) < 0x1p-1022;
+  if (subnormal) x *= 0x1p54;
+  const int exponent = int(bits(abs(x)) >> 52) - 1023 - (subnormal ? 54 : 0);
+  return {from_bits<double>((bits(x) & 0x800FFFFFFFFFFFFFu) | 0x3FF0000000000000u), exponent};
+}
+double power_of_two(int exponent) { return from_bits<double>(std::uint64_t(exponent + 1023) << 52); }
+
+/// (head + tail) 2^exponent, 2^-110 < |head| < 16 or zero.
+struct ScaledSum {
+  HeadTail<double> value;
+  int exponent;
+
+  /// Rounded to double, once more where it is subnormal; infinity where it overflows.
+  double rounded() const {
+    const int bounded = exponent < -1300 ? -1300 : exponent > 1300 ? 1300 : exponent;
+    const int last = bounded < -1022 ? -1022 : bounded > 1023 ? 1023 : bounded;
+    return (value.head + value.tail) * power_of_two(bounded - last) * power_of_two(last);
+  }
+};
+
+/// a b + c d for finite operands, relative error below 2^-100.
+ScaledSum sum_of_products(double a, double b, double c, double d) {
+  const Scaled sa = scaled(a), sb = scaled(b), sc = scaled(c), sd = scaled(d);
+  HeadTail<double> p = two_product(sa.fraction, sb.fraction), q = two_product(sc.fraction, sd.fraction);
+  int e = sa.exponent + sb.exponent, f = sc.exponent + sd.exponent;
+  if (q.head == 0) f = e;
+  if (p.head == 0) e = f;
+  if (e < f) {
+    std::swap(p, q);
+    std::swap(e, f);
+  }
+  const double down = e - f > 300 ? 0.0 : power_of_two(f - e);
+  return {add(p, HeadTail<double>{q.head * down, q.tail * down}), e};
+}
+
+/// x / y, relative error below 2^-90.
+ScaledSum quotient(const ScaledSum& x, const ScaledSum& y) {
+  const double q = x.value.head / y.value.head;
+  const HeadTail<double> product = two_product(q, y.value.head);
+  const double rest = ((x.value.head - product.head) - product.tail) + (x.value.tail - q * y.value.tail);
+  return {fast_two_sum(q, rest / y.value.head), x.exponent - y.exponent};
+}
+
+bool is_infinite(double x) { return abs(x) == infinity<double>; }
+bool is_finite(double x) { return !is_nan(x) && !is_infinite(x); }
+
+/// Sum and product that give the default NaN where they would raise invalid.
+double quiet_sum(double x, double y) {
+  if (is_nan(x) || is_nan(y) || (is_infinite(x) && is_infinite(y) && x != y)) return default_nan<double>();
+  return x + y;
+}
+double quiet_product(double x, double y) {
+  if (is_nan(x) || is_nan(y) || (is_infinite(x) && y == 0) || (x == 0 && is_infinite(y))) return default_nan<double>();
+  return x * y;
+}
+
+/// The operands as Annex G's recovery sees them: an infinite number has parts 0 and 1 with their signs, a NaN part of a
+/// finite one is a zero.
+double boxed(double x) { return with_sign(is_infinite(x) ? 1.0 : 0.0, sign_of(x)); }
+double without_nan(double x) { return is_nan(x) ? with_sign(0.0, sign_of(x)) : x; }
+/// A finite part brought to 1: only its sign and whether it is zero matter beside an infinity.
+double unit(double x) { return is_finite(x) && x != 0 ? with_sign(1.0, sign_of(x)) : x; }
+
+struct Operands {
+  double a, b, c, d; // (a + bi) and (c + di)
+
+  bool finite() const { return is_finite(a) && is_finite(b) && is_finite(c) && is_finite(d); }
+  bool has_nan() const { return is_nan(a) || is_nan(b) || is_nan(c) || is_nan(d); }
+  bool first_infinite() const { return is_infinite(a) || is_infinite(b); }
+  bool second_infinite() const { return is_infinite(c) || is_infinite(d); }
+
+  /// As the recovery of infinities sees them, brought where sums of two parts cannot overflow.
+  Operands recovered() const {
+    Operands o{without_nan(a), without_nan(b), without_nan(c), without_nan(d)};
+    if (first_infinite())
+      o.a = boxed(a), o.b = boxed(b);
+    else
+      o.a *= 0.25, o.b *= 0.25;
+    if (second_infinite())
+      o.c = boxed(c), o.d = boxed(d);
+    else
+      o.c *= 0.25, o.d *= 0.25;
+    return o;
+  }
+};
+
+/// The parts of a result with its code: 12 where finite operands overflow, 19 where a NaN part comes from operands
+/// without a NaN.
+template <class T> Pair<T> with_code(const Operands& o, double re, double im, kelStatus& status) {
+  const Pair<T> z{T(re), T(im)};
+  if (o.finite() && (is_infinite(z.first) || is_infinite(z.second))) report(status, kelStatusOverflow);
+  if (!o.has_nan() && (is_nan(z.first) || is_nan(z.second))) report(status, kelStatusDomain);
+  return z;
+}
+/// What C's examples do where the plain formula gives two NaNs: the scale (infinity or zero) times the formula's parts.
+template <class T> Pair<T> recovered(const Operands& o, double scale, double re, double im, kelStatus& status) {
+  return with_code<T>(o, quiet_product(scale, re), quiet_product(scale, im), status);
+}
+
+/// C, Annex G.5.1, example 1.
+template <class T> Pair<T> multiply_element(const Operands& o, kelStatus& status) {
+  if (o.finite())
+    return with_code<T>(o, sum_of_products(o.a, o.c, -o.b, o.d).rounded(),
+                        sum_of_products(o.a, o.d, o.b, o.c).rounded(), status);
+  const double a = unit(o.a), b = unit(o.b), c = unit(o.c), d = unit(o.d);
+  const double re = quiet_sum(quiet_product(a, c), -quiet_product(b, d));
+  const double im = quiet_sum(quiet_product(a, d), quiet_product(b, c));
+  if (!is_nan(re) || !is_nan(im) || !(o.first_infinite() || o.second_infinite()))
+    return with_code<T>(o, re, im, status);
+  const Operands r = o.recovered();
+  return recovered<T>(o, infinity<double>, r.a * r.c - r.b * r.d, r.a * r.d + r.b * r.c, status);
+}
+
+/// C, Annex G.5.1, example 2.
+template <class T> Pair<T> divide_element(const Operands& o, kelStatus& status) {
+  if (o.c == 0 && o.d == 0 && !(o.a == 0 && o.b == 0)) {
+    const double scale = with_sign(infinity<double>, sign_of(o.c));
+    const double re = quiet_product(scale, o.a), im = quiet_product(scale, o.b);
+    if (o.has_nan() || o.first_infinite()) return with_code<T>(o, re, im, status);
+    report(status, kelStatusSingularity);
+    return {T(re), T(im)};
+  }
+  if (o.c == 0 && o.d == 0) return with_code<T>(o, default_nan<double>(), default_nan<double>(), status);
+  if (o.finite()) {
+    const ScaledSum norm = sum_of_products(o.c, o.c, o.d, o.d);
+    return with_code<T>(o, quotient(sum_of_products(o.a, o.c, o.b, o.d), norm).rounded(),
+                        quotient(sum_of_products(o.b, o.c, -o.a, o.d), norm).rounded(), status);
+  }
+  // Something is infinite or a NaN: finite parts count by sign and as zero or not.
+  const double a = unit(o.a), b = unit(o.b), c = unit(o.c), d = unit(o.d);
+  const double inverse = o.second_infinite() ? 0.0 : 1.0;
+  const double re = quiet_sum(quiet_product(a, c), quiet_product(b, d));
+  const double im = quiet_sum(quiet_product(b, c), -quiet_product(a, d));
+  const Operands r = o.recovered();
+  const double r_re = r.a * r.c + r.b * r.d, r_im = r.b * r.c - r.a * r.d;
+  if (o.first_infinite() && is_finite(o.c) && is_finite(o.d)) {
+    if (!is_nan(re) || !is_nan(im)) return with_code<T>(o, re, im, status);
+    return recovered<T>(o, infinity<double>, r_re, r_im, status);
+  }
+  if (o.second_infinite() && is_finite(o.a) && is_finite(o.b)) return recovered<T>(o, inverse, r_re, r_im, status);
+  return with_code<T>(o, default_nan<double>(), default_nan<double>(), status);
+}
+
+// --- kernels --------------------------------------------------------------------------------------------------------
+
+/// Marks lanes with |x| and |y| both below the limit.
+template <class V> Marks<V> both_below(V x, V y, Lane<V> limit) {
+  const Int<V> l = int_bits(splat<V>(limit));
+  return (int_bits(abs(x)) - l) & (int_bits(abs(y)) - l);
+}
+template <class V> Marks<V> nonzero(V x) { return -int_bits(abs(x)); }
+template <class V> Marks<V> not_both_zero(V x, V y) { return -int_bits(abs(from_bits<V>(bits(x) | bits(y)))); }
+
+/// Marks lanes with a part beyond the limit, infinities and NaNs included.
+template <class V> Marks<V> any_above(V a, V b, Lane<V> limit) { return above(abs(a), limit) | above(abs(b), limit); }
+
+/// z w. P: formula, and `limit`, above which a part is special.
+template <class T, class P> struct Multiplication : KernelDefaults {
+  using Element = T;
+  static constexpr bool doubts = true;
+  static constexpr bool stray_underflow = true;
+
+  template <class V> static Marks<V> special(V a, V b, V c, V d) {
+    return any_above(a, b, P::limit) | any_above(c, d, P::limit);
+  }
+  template <class V> static Pair<V> formula(V a, V b, V c, V d, LaneBits& doubtful) {
+    return P::product(a, b, c, d, doubtful);
+  }
+  static Pair<T> element(T a, T b, T c, T d, kelStatus& status) { return multiply_element<T>({a, b, c, d}, status); }
+};
+/// z conj(w): the product with the sign of d turned.
+template <class T, class P> struct ByConjugate : Multiplication<T, P> {
+  template <class V> static Pair<V> formula(V a, V b, V c, V d, LaneBits& doubtful) {
+    return P::product(a, b, c, from_bits<V>(bits(d) ^ sign_bit<V>), doubtful);
+  }
+  static Pair<T> element(T a, T b, T c, T d, kelStatus& status) { return multiply_element<T>({a, b, c, -d}, status); }
+};
+/// z / w. P: formula, and special, which marks zero denominators too.
+template <class T, class P> struct Division : KernelDefaults {
+  using Element = T;
+  static constexpr bool doubts = true;
+  static constexpr bool stray_underflow = true;
+
+  template <class V> static Marks<V> special(V a, V b, V c, V d) { return P::special(a, b, c, d); }
+  template <class V> static Pair<V> formula(V a, V b, V c, V d, LaneBits& doubtful) {
+    return P::quotient(a, b, c, d, doubtful);
+  }
+  static Pair<T> element(T a, T b, T c, T d, kelStatus& status) { return divide_element<T>({a, b, c, d}, status); }
+};
+
+constexpr float largest_float = 0x1.fffffep127f;
+
+/// Floats at full precision. A result that overflows float goes to element() for its code.
+struct FloatFull {
+  static constexpr float limit = largest_float;
+
+  template <class V> static Pair<V> product(V a, V b, V c, V d, LaneBits& doubtful) {
+    const V re = in_double([](auto a, auto b, auto c, auto d) { return a * c - b * d; }, a, b, c, d);
+    const V im = in_double([](auto a, auto b, auto c, auto d) { return a * d + b * c; }, a, b, c, d);
+    doubtful |= lane_bits(any_above(re, im, largest_float));
+    return {re, im};
+  }
+  template <class V> static Marks<V> special(V a, V b, V c, V d) {
+    const Int<V> denominator_parts = int_bits(abs(from_bits<V>(bits(c) | bits(d))));
+    return any_above(a, b, limit) | any_above(c, d, limit) | (denominator_parts - 1); // both zero: -1
+  }
+  template <class V> static Pair<V> quotient(V a, V b, V c, V d, LaneBits& doubtful) {
+    const V re =
+        in_double([](auto a, auto b, auto c, auto d) { return (a * c + b * d) / (c * c + d * d); }, a, b, c, d);
+    const V im =
+        in_double([](auto a, auto b, auto c, auto d) { return (b * c - a * d) / (c * c + d * d); }, a, b, c, d);
+    doubtful |= lane_bits(any_above(re, im, largest_float));
+    return {re, im};
+  }
+};
+
+/// The textbook formulas in the type itself.
+struct FloatShort {
+  static constexpr float limit = 0x1p62f;
+
+  template <class V> static Pair<V> product(V a, V b, V c, V d, LaneBits& doubtful) {
+    const V re = a * c - b * d, im = a * d + b * c;
+    doubtful |= lane_bits(both_below(re, im, 0x1p-120f) & not_both_zero(re, im));
+    return {re, im};
+  }
+  template <class V> static Marks<V> special(V a, V b, V c, V d) {
+    return any_above(a, b, 0x1p120f) | any_above(c, d, 0x1p120f) | both_below(c, d, 0x1p-120f);
+  }
+  /// The denominator is brought to [1, 8) by a power of two.
+  template <class V> static Pair<V> quotient(V a, V b, V c, V d, LaneBits& doubtful) {
+    const Int<V> c_bits = int_bits(abs(c)), d_bits = int_bits(abs(d));
+    const Int<V> larger = c_bits > d_bits ? c_bits : d_bits;
+    const V scale = bit_cast<V>(0x7F000000 - (larger & 0x7F800000));
+    const V cs = c * scale, ds = d * scale;
+    const V inverse = scale / (cs * cs + ds * ds);
+    const V numerator_re = a * cs + b * ds, numerator_im = b * cs - a * ds;
+    const V re = numerator_re * inverse, im = numerator_im * inverse;
+    doubtful |= lane_bits((both_below(numerator_re, numerator_im, 0x1p-100f) & not_both_zero(a, b)) |
+                          any_above(re, im, largest_float));
+    return {re, im};
+  }
+};
+
+/// What the doubles have in common: parts and denominators in a window where no intermediate value leaves the range.
+struct DoubleWindow {
+  static constexpr double limit = 0x1p480;
+
+  template <class V> static Marks<V> special(V a, V b, V c, V d) {
+    return any_above(a, b, 0x1p200) | any_above(c, d, 0x1p200) | both_below(c, d, 0x1p-200);
+  }
+};
+
+struct DoubleShort : DoubleWindow {
+  template <class V> static Pair<V> product(V a, V b, V c, V d, LaneBits& doubtful) {
+    const V re = a * c - b * d, im = a * d + b * c;
+    doubtful |= lane_bits(both_below(re, im, 0x1p-960) & not_both_zero(re, im));
+    return {re, im};
+  }
+  template <class V> static Pair<V> quotient(V a, V b, V c, V d, LaneBits& doubtful) {
+    const V inverse = 1.0 / (c * c + d * d);
+    const V re = a * c + b * d, im = b * c - a * d;
+    doubtful |= lane_bits(both_below(re, im, 0x1p-600) & not_both_zero(a, b));
+    return {re * inverse, im * inverse};
+  }
+};
+
+struct DoubleFull : DoubleWindow {
+  /// x y + z w, relative error below 2^-100, where the larger product is above 2^-511 or both have a zero factor.
+  template <class V> static HeadTail<V> two_products(V x, V y, V z, V w, LaneBits& doubtful) {
+    const HeadTail<V> p = two_product(x, y), q = two_product(z, w);
+    doubtful |=
+        lane_bits(both_below(p.head, q.head, 0x1p-511) & ((nonzero(x) & nonzero(y)) | (nonzero(z) & nonzero(w))));
+    const HeadTail<V> sum = add(p, q);
+    return {select(sum.head == 0.0, p.head + q.head, sum.head), sum.tail}; // a zero with the sign of the plain sum
+  }
+  template <class V> static Pair<V> product(V a, V b, V c, V d, LaneBits& doubtful) {
+    return {two_products(a, c, -b, d, doubtful).head, two_products(a, d, b, c, doubtful).head};
+  }
+  template <class V> static Pair<V> quotient(V a, V b, V c, V d, LaneBits& doubtful) {
+    const HeadTail<V> norm = add(two_product(c, c), two_product(d, d));
+    const V inverse = 1.0 / norm.head;
+    const auto divide = [&](HeadTail<V> n) {
+      const V q = n.head * inverse;
+      const HeadTail<V> back = two_product(q, norm.head);
+      const V correction = (((n.head - back.head) - back.tail) + (n.tail - q * norm.tail)) * inverse;
+      return select(n.head == 0.0, q, q + correction);
+    };
+    return {divide(two_products(a, c, b, d, doubtful)), divide(two_products(b, c, -a, d, doubtful))};
+  }
+};
+
+template <class P> using Mul32 = Multiplication<float, P>;
+template <class P> using Mul64 = Multiplication<double, P>;
+template <class P> using MulByConj32 = ByConjugate<float, P>;
+template <class P> using MulByConj64 = ByConjugate<double, P>;
+template <class P> using Div32 = Division<float, P>;
+template <class P> using Div64 = Division<double, P>;
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_PARTS_BINARY(kelsAdd_32fc_A24, kelvm::Add<float>)
+KELVM_PARTS_BINARY(kelsAdd_64fc_A53, kelvm::Add<double>)
+KELVM_PARTS_BINARY(kelsSub_32fc_A24, kelvm::Sub<float>)
+KELVM_PARTS_BINARY(kelsSub_64fc_A53, kelvm::Sub<double>)
+KELVM_PARTS_UNARY(kelsConj_32fc_A24, kelvm::Conj<float>)
+KELVM_PARTS_UNARY(kelsConj_64fc_A53, kelvm::Conj<double>)
+KELVM_COMPLEX_BINARY(kelsMul_32fc_A11, kelvm::Mul32<kelvm::FloatShort>)
+KELVM_COMPLEX_BINARY(kelsMul_32fc_A21, kelvm::Mul32<kelvm::FloatShort>)
+KELVM_COMPLEX_BINARY(kelsMul_32fc_A24, kelvm::Mul32<kelvm::FloatFull>)
+KELVM_COMPLEX_BINARY(kelsMul_64fc_A26, kelvm::Mul64<kelvm::DoubleShort>)
+KELVM_COMPLEX_BINARY(kelsMul_64fc_A50, kelvm::Mul64<kelvm::DoubleShort>)
+KELVM_COMPLEX_BINARY(kelsMul_64fc_A53, kelvm::Mul64<kelvm::DoubleFull>)
+KELVM_COMPLEX_BINARY(kelsMulByConj_32fc_A11, kelvm::MulByConj32<kelvm::FloatShort>)
+KELVM_COMPLEX_BINARY(kelsMulByConj_32fc_A21, kelvm::MulByConj32<kelvm::FloatShort>)
+KELVM_COMPLEX_BINARY(kelsMulByConj_32fc_A24, kelvm::MulByConj32<kelvm::FloatFull>)
+KELVM_COMPLEX_BINARY(kelsMulByConj_64fc_A26, kelvm::MulByConj64<kelvm::DoubleShort>)
+KELVM_COMPLEX_BINARY(kelsMulByConj_64fc_A50, kelvm::MulByConj64<kelvm::DoubleShort>)
+KELVM_COMPLEX_BINARY(kelsMulByConj_64fc_A53, kelvm::MulByConj64<kelvm::DoubleFull>)
+KELVM_COMPLEX_BINARY(kelsDiv_32fc_A11, kelvm::Div32<kelvm::FloatShort>)
+KELVM_COMPLEX_BINARY(kelsDiv_32fc_A21, kelvm::Div32<kelvm::FloatShort>)
+KELVM_COMPLEX_BINARY(kelsDiv_32fc_A24, kelvm::Div32<kelvm::FloatFull>)
+KELVM_COMPLEX_BINARY(kelsDiv_64fc_A26, kelvm::Div64<kelvm::DoubleShort>)
+KELVM_COMPLEX_BINARY(kelsDiv_64fc_A50, kelvm::Div64<kelvm::DoubleShort>)
+KELVM_COMPLEX_BINARY(kelsDiv_64fc_A53, kelvm::Div64<kelvm::DoubleFull>)

@@ -1,0 +1,60 @@
+// ln(1 + x) of floats (exp/log_core.hpp). A24 is correctly rounded as the logarithm is; in double 1 + x is exact
+// wherever the sum is used. The result has the sign of x, -0 included.
+//
+// Exceptional inputs: -1 is a pole, what is below a domain error, +inf stays, NaN is quieted.
+#include "exact/decided.hpp"
+#include "exp/log_core.hpp"
+#include "frame/member.hpp"
+#include "kelvm/exp.h"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+/// Marks all but -1 < x < inf.
+template <class V> Marks<V> out_of_domain(V x) {
+  const V sum = 1.0f + x;
+  return bit_cast<Marks<V>>((bits(sum) - 1u) | (0x7F7FFFFFu - bits(sum)));
+}
+template <class F> float in_domain(float x, kelStatus& status, F inside) {
+  if (x != x) return x + x;
+  if (x == -1) return pole(status, -1.0f);
+  if (x < -1) return domain_error<float>(status);
+  if (x == infinity<float>) return x;
+  return inside(double(x));
+}
+
+struct Log1pA24 : KernelDefaults {
+  using Element = float;
+  static constexpr bool doubts = true;
+  static constexpr bool stray_underflow = true; // a subnormal result, which is x
+  template <class V> static Marks<V> special(V x) { return out_of_domain(x); }
+  template <class V> static V formula(V x, LaneBits& doubtful) {
+    const V y = in_double_decided<42>(
+        doubtful, [](auto d) { return logarithm_1p<LogAccuracy::a24>(d); }, x);
+    return with_sign(y, sign_of(x));
+  }
+  static float element(float x, kelStatus& status) {
+    return in_domain(x, status, [](double d) {
+      const HeadTail<double> y = logarithm_1p_head_tail(d);
+      return round_to_float(fast_two_sum(y.head, y.tail));
+    });
+  }
+};
+
+template <FloatLogAccuracy A> struct Log1pSingle : KernelDefaults {
+  using Element = float;
+  static constexpr int vectors_in_flight = log_vectors_in_flight;
+  static constexpr bool stray_underflow = true; // x^2 of a tiny x
+  template <class V> static Marks<V> special(V x) { return out_of_domain(x); }
+  template <class V> static V formula(V x) { return with_sign(float_logarithm_1p<A>(x), sign_of(x)); }
+  static float element(float x, kelStatus& status) {
+    return in_domain(x, status, [](double d) { return float(logarithm_1p<LogAccuracy::a24>(d)); });
+  }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsLog1p_32f_A11, kelvm::Log1pSingle<kelvm::FloatLogAccuracy::a11>)
+KELVM_UNARY(kelsLog1p_32f_A21, kelvm::Log1pSingle<kelvm::FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsLog1p_32f_A24, kelvm::Log1pA24)

@@ -1,0 +1,36 @@
+// ln(1 + x) of doubles (exp/log_core.hpp): the logarithm of the rounded sum, whose rounding error joins the reduced
+// argument. The result has the sign of x, -0 included.
+//
+// Exceptional inputs: -1 is a pole, what is below a domain error, +inf stays, NaN is quieted. From 2^1000 on ln x is
+// ln(1 + x).
+#include "exp/log_core.hpp"
+#include "frame/member.hpp"
+#include "kelvm/exp.h"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+template <LogAccuracy A> struct Log1p64f : KernelDefaults {
+  using Element = double;
+  static constexpr int vectors_in_flight = A == LogAccuracy::a53 ? 2 : log_vectors_in_flight;
+  static constexpr bool stray_underflow = true; // x^2 of a tiny x
+  template <class V> static Marks<V> special(V x) {
+    const V sum = 1.0 + x;
+    return bit_cast<Marks<V>>((bits(sum) - 1u) | (0x7E70000000000000u - bits(sum)));
+  }
+  template <class V> static V formula(V x) { return with_sign(logarithm_1p<A>(x), sign_of(x)); }
+  static double element(double x, kelStatus& status) {
+    if (x != x) return x + x;
+    if (x == -1) return pole(status, -1.0);
+    if (x < -1) return domain_error<double>(status);
+    if (x == infinity<double>) return x;
+    return logarithm<Natural, A>(log_reduce<LogRows<A>>(x));
+  }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsLog1p_64f_A26, kelvm::Log1p64f<kelvm::LogAccuracy::a26>)
+KELVM_UNARY(kelsLog1p_64f_A50, kelvm::Log1p64f<kelvm::LogAccuracy::a50>)
+KELVM_UNARY(kelsLog1p_64f_A53, kelvm::Log1p64f<kelvm::LogAccuracy::a53>)

@@ -1,0 +1,64 @@
+// Natural and decimal logarithm of floats (exp/log_core.hpp).
+//
+// A24 is correctly rounded: double arithmetic, and a second evaluation to 2^-64 for the results that lie within 2^-42
+// of a midpoint between two floats. A21 and A11 stay in float arithmetic.
+//
+// Exceptional inputs: +-0 is a pole, what is below zero a domain error, +inf stays, NaN is quieted.
+#include "exact/decided.hpp"
+#include "exp/log_core.hpp"
+#include "frame/member.hpp"
+#include "kelvm/exp.h"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+/// The results that are not a logarithm of a positive number.
+template <class F> float of_positive(float x, kelStatus& status, F logarithm) {
+  if (x != x) return x + x;
+  if (x == 0) return pole(status, -1.0f);
+  if (x < 0) return domain_error<float>(status);
+  if (x == infinity<float>) return x;
+  return logarithm(double(x));
+}
+
+template <class Base> struct LogA24 : KernelDefaults {
+  using Element = float;
+  static constexpr bool doubts = true;
+  static constexpr int vectors_in_flight = 2;
+  /// Subnormal floats are normal doubles.
+  template <class V> static Marks<V> special(V x) {
+    return bit_cast<Marks<V>>((bits(x) - 1u) | (0x7F7FFFFFu - bits(x)));
+  }
+  template <class V> static V formula(V x, LaneBits& doubtful) {
+    return in_double_decided<42>(
+        doubtful, [](auto d) { return logarithm<Base, LogAccuracy::a24>(log_reduce<ShortRows>(d)); }, x);
+  }
+  static float element(float x, kelStatus& status) {
+    return of_positive(x, status, [](double d) {
+      const LogReduced<double> reduced = log_reduce<ExactRows>(d);
+      const HeadTail<double> y = std::is_same_v<Base, Natural> ? ln_a53(reduced) : log10_a53(reduced);
+      return round_to_float(fast_two_sum(y.head, y.tail));
+    });
+  }
+};
+
+template <class Base, FloatLogAccuracy A> struct LogSingle : KernelDefaults {
+  using Element = float;
+  static constexpr int vectors_in_flight = log_vectors_in_flight;
+  template <class V> static Marks<V> special(V x) { return not_normal_positive(x); }
+  template <class V> static V formula(V x) { return float_logarithm<Base, A>(x); }
+  static float element(float x, kelStatus& status) {
+    return of_positive(x, status,
+                       [](double d) { return float(logarithm<Base, LogAccuracy::a24>(log_reduce<ShortRows>(d))); });
+  }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsLn_32f_A11, kelvm::LogSingle<kelvm::Natural, kelvm::FloatLogAccuracy::a11>)
+KELVM_UNARY(kelsLn_32f_A21, kelvm::LogSingle<kelvm::Natural, kelvm::FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsLn_32f_A24, kelvm::LogA24<kelvm::Natural>)
+KELVM_UNARY(kelsLog10_32f_A11, kelvm::LogSingle<kelvm::Decimal, kelvm::FloatLogAccuracy::a11>)
+KELVM_UNARY(kelsLog10_32f_A21, kelvm::LogSingle<kelvm::Decimal, kelvm::FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsLog10_32f_A24, kelvm::LogA24<kelvm::Decimal>)

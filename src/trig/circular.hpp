@@ -1,0 +1,89 @@
+// What Sin, Cos, SinCos and CIS of every type and accuracy have in common. P, the arithmetic of an accuracy, has
+//
+//   using Element = double;
+//   static constexpr double last = ...;     the largest |x| that reduce() covers
+//   static constexpr bool has_wide_formula = ...;       whether there is a reduce_any(), for any finite x, with the bits of
+//   reduce() template <class V> auto reduce(V x), auto reduce_any(V x) V sine(r), V cosine(r)                  of such
+//   a reduced argument Pair<V> sine_cosine(r)                  the bits of sine and cosine
+//
+// Elements that no reduction of P covers are computed in double, with the arithmetic of the most accurate members.
+#pragma once
+
+#include "frame/member.hpp"
+#include "trig/reduction.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+/// The largest finite number.
+template <class T> inline constexpr T largest = sizeof(T) == 8 ? T(0x1.fffffffffffffp+1023) : T(0x1.fffffep+127f);
+
+/// Sine and cosine of any finite double, with the bits of the 64f_A53 members.
+double sine_of(double x);
+double cosine_of(double x);
+Pair<double> sine_cosine_of(double x);
+
+template <class P> struct Circular : KernelDefaults {
+  using Element = typename P::Element;
+  static constexpr bool stray_underflow = true; // powers of small remainders
+  static constexpr int vectors_in_flight = P::vectors_in_flight;
+  static constexpr bool has_wide_formula = P::has_wide_formula;
+
+  template <class V> static Marks<V> special(V x) { return above(abs(x), P::last); }
+  template <class V> static Marks<V> wide_special(V x) { return above(abs(x), largest<Element>); }
+
+protected:
+  static bool is_finite(Element x) { return bits(abs(x)) < bits(infinity<Element>); }
+
+  /// The result for an infinity or a NaN. An infinity is told from a NaN by the upper word of a double alone, so that a
+  /// NaN whose payload lies in the lower word reports a domain error too.
+  static Element not_finite(Element x, kelStatus& status) {
+    const auto upper_word = [](Element y) { return bits(y) >> (8 * sizeof y - 32); };
+    return upper_word(abs(x)) == upper_word(infinity<Element>) ? domain_error<Element>(status) : default_nan<Element>();
+  }
+};
+
+template <class P> struct Sin : Circular<P> {
+  template <class V> static V formula(V x) { return P::sine(P::reduce(x)); }
+  template <class V> static V wide_formula(V x) { return P::sine(P::reduce_any(x)); }
+  static typename P::Element element(typename P::Element x, kelStatus& status) {
+    return Sin::is_finite(x) ? typename P::Element(sine_of(x)) : Sin::not_finite(x, status);
+  }
+};
+
+template <class P> struct Cos : Circular<P> {
+  template <class V> static V formula(V x) { return P::cosine(P::reduce(x)); }
+  template <class V> static V wide_formula(V x) { return P::cosine(P::reduce_any(x)); }
+  static typename P::Element element(typename P::Element x, kelStatus& status) {
+    return Cos::is_finite(x) ? typename P::Element(cosine_of(x)) : Cos::not_finite(x, status);
+  }
+};
+
+template <class P> struct SinCos : Circular<P> {
+  using T = typename P::Element;
+  template <class V> static Pair<V> formula(V x) { return P::sine_cosine(P::reduce(x)); }
+  template <class V> static Pair<V> wide_formula(V x) { return P::sine_cosine(P::reduce_any(x)); }
+  static Pair<T> element(T x, kelStatus& status) {
+    if (!SinCos::is_finite(x)) {
+      const T nan = SinCos::not_finite(x, status);
+      return {nan, nan};
+    }
+    const Pair<double> both = sine_cosine_of(x);
+    return {T(both.first), T(both.second)};
+  }
+};
+
+/// cos x + i sin x. A NaN, whatever its payload, reports nothing.
+template <class P> struct CIS : SinCos<P> {
+  using T = typename P::Element;
+  template <class V> static Pair<V> formula(V x) { return exchanged(SinCos<P>::formula(x)); }
+  template <class V> static Pair<V> wide_formula(V x) { return exchanged(SinCos<P>::wide_formula(x)); }
+  static Pair<T> element(T x, kelStatus& status) {
+    if (is_nan(x)) return {default_nan<T>(), default_nan<T>()};
+    return exchanged(SinCos<P>::element(x, status));
+  }
+
+private:
+  template <class V> static Pair<V> exchanged(Pair<V> both) { return {both.second, both.first}; }
+};
+
+} // namespace kelvm::inline KELVM_BUILD

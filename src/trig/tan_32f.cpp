@@ -1,0 +1,71 @@
+// Tangent, float, computed of |x|, so that rounding cannot make it other than odd.
+//
+// A24: in double as the short forms of tangent.hpp, to 2^-46, which decides the rounding to float of all but one
+// element in two million; the others, and |x| >= 90112, are computed to 2^-58 and rounded once: correctly rounded
+// everywhere.
+//
+// A21, A11: x = k pi/2 + r in single precision, pi/2 in four parts, |r| <= pi/4; tan r by a polynomial of degree 13 or
+// 7, -1 / tan r for odd k. Error 2^-21.4 and 2^-13, next to zeros and poles as well. |x| > 10000 in double.
+#include "exact/decided.hpp"
+#include "frame/member.hpp"
+#include "kelvm/trig.h"
+#include "trig/tangent.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+struct Tan32 : KernelDefaults {
+  using Element = float;
+  static constexpr bool stray_underflow = true; // powers of small remainders
+  static constexpr int vectors_in_flight = 4;
+
+  static float element(float x, kelStatus& status) {
+    if (is_nan(x)) return default_nan<float>();
+    if (abs(x) == infinity<float>) return domain_error<float>(status);
+    // Rounded to odd first, so that the rounding to float sees which side of a midpoint the sum is on.
+    const HeadTail<double> y = tangent_of(x);
+    std::int64_t pattern = int_bits(y.head);
+    if (y.tail != 0 && pattern % 2 == 0) pattern += sign_of(y.head) == sign_of(y.tail) ? 1 : -1;
+    return float(bit_cast<double>(pattern));
+  }
+};
+
+struct TanA24 : Tan32 {
+  static constexpr bool doubts = true;
+  static constexpr int vectors_in_flight = 2;
+
+  template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.5ffffep+16f); } // |x| >= 90112, NaN
+  template <class V> static V formula(V x, LaneBits& doubtful) {
+    const V y = in_double_decided<46>(
+        doubtful,
+        [](auto x) {
+          const auto shifted = x * thirty_two_over_pi + 0x1.8p52;
+          return short_tangent(remainder(x, shifted - 0x1.8p52), int_bits(shifted), tangent_3);
+        },
+        abs(x));
+    return flip_sign(y, sign_of(x));
+  }
+};
+
+template <auto& Series> struct TanSingle : Tan32 {
+  template <class V> static Marks<V> special(V x) { return above(abs(x), 10000.0f); }
+  template <class V> static V formula(V x) {
+    const V magnitude = abs(x);
+    const V shifted = magnitude * 0x1.45f306p-1f + 0x1.8p23f;
+    const V k = shifted - 0x1.8p23f;
+    const V r = magnitude - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f;
+    const V z = r * r;
+    const V t = r + r * z * estrin(z, Series);
+    const Int<V> odd = int_bits(shifted) << 31;
+    const V one = splat<V>(1);
+    const V quotient = select(odd, one, t) / select(odd, t, one);
+    return flip_sign(quotient, sign_of(x) ^ bit_cast<Bits<V>>(odd));
+  }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsTan_32f_A11, kelvm::TanSingle<kelvm::tangent_single_3>)
+KELVM_UNARY(kelsTan_32f_A21, kelvm::TanSingle<kelvm::tangent_single_6>)
+KELVM_UNARY(kelsTan_32f_A24, kelvm::TanA24)

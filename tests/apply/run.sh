@@ -1,0 +1,123 @@
+#!/usr/bin/env bash
+# The program kelvm-apply: good runs give the right bytes; bad input gives one line, exit status 2 and no output.
+# usage: run.sh PATH_OF_KELVM_APPLY
+set -u
+apply=$1
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work" || exit 1
+failures=0
+
+fail() {
+  echo "FAILED: $*"
+  failures=$((failures + 1))
+}
+
+# good EXPECTED_OUTPUT ARGUMENTS...: exit status 0, this output (printf notation), one line on standard error.
+good() {
+  local expected
+  expected=$(printf '%b' "$1")
+  shift
+  local output
+  output=$("$apply" "$@" 2>errors) || fail "$*: exit status $?: $(cat errors)"
+  [[ $output == "$expected" ]] || fail "$*: wrote '$output', expected '$expected'"
+  grep -qE '^kels[A-Za-z0-9_]+: [0-9]+ elements, status -?[0-9]+ \(.*\), [0-9.e+]+ elements per second$' errors ||
+    fail "$*: report is '$(cat errors)'"
+}
+
+# bad LINE ARGUMENTS...: exit status 2, this line alone on standard error, the output file untouched, nothing beside it.
+bad() {
+  local line=$1 status
+  shift
+  mkdir out
+  echo before >out/result
+  "$apply" "$@" -o out/result >stdout 2>errors
+  status=$?
+  [[ $status == 2 ]] || fail "$*: exit status $status"
+  [[ $(cat errors) == "$line" ]] || fail "$*: said '$(cat errors)', expected '$line'"
+  [[ $(cat out/result) == before && $(ls -A out) == result && ! -s stdout ]] || fail "$*: left output: $(ls -A out)"
+  rm -r out
+}
+
+has() {
+  "$apply" --list | grep -qx "$1" || { echo "not built, not tested here: $1"; false; }
+}
+
+printf '# three numbers\n 1.5 -2.5\t# two of them\n0x1p-1\r\n' >three
+printf '0.1\n0.2\n1e308' >decimals
+printf '1 2\n3 4' >four
+printf '1\n2x\n' >word
+printf '1 2\n\n1e999\n' >large
+printf '1\n\n2\n3\n\n' >lines
+printf '\n# nothing\n' >empty
+printf '\x00\x00\x80\x3f\x00\x00\x20\xc0' >floats # 1 and -2.5
+head -c 12 /dev/zero >zeros
+
+# Text, comments, standard input, raw in both directions; digits that read back the same in either type.
+good '2\n-3\n1' kelsRound_64f three
+good '0.010000000000000002\n0.04000000000000001\ninf' kelsSqr_64f_A53 decimals
+good '0.2\n0.4' kelsAdd_32f_A24 - <(echo 0.1 0.2) < <(echo 0.1 0.2)
+good '1\n6.25' kelsSqr_32f_A24 --from raw floats
+good '1 0\n-2 -0.5' kelsModf_32f --from raw - <floats
+good 'inf\n-inf\nnan' kelsFloor_64f <(echo inf -infinity nan) # spelled out, they are numbers
+cp floats keep
+"$apply" kelsFloor_32f --from raw --to raw floats -o keep 2>/dev/null
+[[ $(od -An -tx1 keep | tr -d ' \n') == 0000803f000040c0 ]] || fail "raw output replaces a file: $(od -An -tx1 keep)"
+ln -s keep link
+"$apply" kelsFloor_32f four -o link 2>/dev/null
+[[ -L link && $(cat keep) == $'1\n2\n3\n4' ]] || fail "output through a symbolic link: $(cat keep)"
+
+bad 'kelvm-apply: no member named (--help shows how)'
+bad 'kelvm-apply: unknown member kelsNope_64f (--list shows the members)' kelsNope_64f three
+bad 'kelvm-apply: unknown option --fast (--help shows them)' --fast kelsFloor_64f three
+bad 'kelvm-apply: the format hex is neither text nor raw' --from hex kelsFloor_64f three
+bad 'kelvm-apply: kelsAdd_64f_A53 takes two inputs, not 1' kelsAdd_64f_A53 three
+bad 'kelvm-apply: kelsFloor_64f takes one input, not 2' kelsFloor_64f three three
+bad 'kelvm-apply: standard input cannot be both inputs' kelsAdd_64f_A53 - -
+bad 'kelvm-apply: kelsFloor_64f takes no exponent' kelsFloor_64f three -x 2
+bad 'absent: cannot be read: No such file or directory' kelsFloor_64f absent
+bad '.: cannot be read: Is a directory' kelsFloor_64f .
+bad 'word:2: "2x" is not a number' kelsFloor_64f word
+bad 'standard input:2: "2x" is not a number' kelsFloor_64f - <word
+bad 'large:3: "1e999" is too large for a double' kelsFloor_64f large
+bad 'decimals:3: "1e308" is too large for a float' kelsFloor_32f decimals
+bad 'empty:1: holds no numbers' kelsFloor_64f empty
+bad 'lines:4: ends after 3 elements, but four has 4' kelsAdd_64f_A53 lines four
+bad 'lines:4: ends after 3 elements, but four has 4' kelsAdd_64f_A53 four lines
+bad 'floats: byte 8: ends after 2 elements, but zeros has 3' kelsAdd_32f_A24 --from raw floats zeros
+printf 'abc' >>floats
+bad 'floats: byte 11: ends inside a double' kelsFloor_64f --from raw floats
+
+# An output that cannot be written.
+"$apply" kelsFloor_64f three -o absent/result 2>errors
+[[ $? == 2 && $(cat errors) == 'absent/result: cannot be written: No such file or directory' ]] ||
+  fail "output into an absent directory: $(cat errors)"
+mkdir out
+echo before >out/result
+seq 5000 >many
+(trap '' XFSZ && ulimit -f 1 && exec "$apply" kelsFloor_64f many -o out/result) 2>errors
+[[ $? == 2 && $(cat errors) == 'out/result: cannot be written: File too large' && $(cat out/result) == before &&
+  $(ls -A out) == result ]] || fail "output that breaks off half-way: $(cat errors) $(ls -A out)"
+"$apply" kelsFloor_64f three >/dev/full 2>errors
+[[ $? == 2 && $(cat errors) == 'standard output: cannot be written: No space left on device' ]] ||
+  fail "output to a full device: $(cat errors)"
+
+# The shapes that need members which a build may not have yet.
+if has kelsAdd_64fc_A53; then
+  good '2 4\n6 8' kelsAdd_64fc_A53 four four
+  bad 'lines:4: an odd count of numbers, but complex numbers are pairs' kelsAdd_64fc_A53 lines lines
+fi
+has kelsAbs_32fc_A24 && good '5\n1' kelsAbs_32fc_A24 <(echo 3 4 0 -1)
+has kelsCIS_64fc_A53 && good '1 0' kelsCIS_64fc_A53 <(echo 0)
+if has kelsPowx_64f_A53; then
+  good '1\n4\n9\n16' kelsPowx_64f_A53 -x 2 four
+  bad 'kelvm-apply: kelsPowx_64f_A53 needs an exponent (-x)' kelsPowx_64f_A53 four
+  bad 'kelvm-apply: the exponent "2,1" is not a number of the member'"'"'s type' kelsPowx_64f_A53 -x 2,1 four
+fi
+if has kelsPowx_32fc_A24; then
+  good '1 2\n3 4' kelsPowx_32fc_A24 -x 1,0 four
+  bad 'kelvm-apply: the exponent "2" is not a pair RE,IM of numbers of the member'"'"'s type' kelsPowx_32fc_A24 -x 2 four
+fi
+
+[[ $failures == 0 ]] && echo "all good"
+exit $((failures != 0))

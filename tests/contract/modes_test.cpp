@@ -1,0 +1,161 @@
+// The floating-point environment: the caller's mode, its control words, and the exception flags.
+#include "subject.hpp"
+
+#include <algorithm>
+#include <cstdint>
+#include <sstream>
+
+namespace {
+
+using namespace subject;
+
+constexpr unsigned flush_to_zero = 0x8000, denormals_are_zero = 0x0040, toward_zero = 0x6000;
+constexpr unsigned rounding[] = {0, 0x2000, 0x4000, toward_zero};
+
+enum class Computes { nearest, toward_zero, callers };
+
+/// The mode that a member computes in. Complex sums and conjugates may take either; as they leave the control word as
+/// it is, they are held to what the caller's mode asks.
+Computes mode_of(const harness::Member& m) {
+  for (const char* family : {"Add", "Sub", "Sqr", "Rint", "NearbyInt", "Conj"})
+    if (m.family == family) return Computes::callers;
+  if ((m.family == "Mul" || m.family == "Abs") && !m.complex_source()) return Computes::callers;
+  return m.family == "Modf" ? Computes::toward_zero : Computes::nearest;
+}
+
+std::uint16_t x87_word() {
+  std::uint16_t word;
+  asm volatile("fnstcw %0" : "=m"(word));
+  return word;
+}
+void set_x87_word(std::uint16_t word) { asm volatile("fldcw %0" : : "m"(word)); }
+
+class Modes : public testing::TestWithParam<Subject> {
+protected:
+  const Subject& s = GetParam();
+  const harness::Member& member = s.member;
+  const Sample& sample = sample_of(s);
+};
+INSTANTIATE_TEST_SUITE_P(Members, Modes, testing::ValuesIn(subjects()),
+                         [](const auto& info) { return info.param.name(); });
+
+std::vector<Element> elements_of(const Subject& s, const Strip& strip, int count) {
+  std::vector<Element> elements(count, Element{});
+  const std::size_t part = s.member.part_size(), n = s.member.source_size() / part;
+  for (int i = 0; i < count; ++i)
+    for (int source = 0; source < s.member.sources(); ++source)
+      for (std::size_t p = 0; p < n; ++p) elements[i][2 * source + p] = part_of(strip.source[source], part, i * n + p);
+  return elements;
+}
+
+TEST_P(Modes, TheCallersModeIsHonouredOrOverruledAndAlwaysGivenBack) {
+  constexpr int len = 107;
+  const Computes computes = mode_of(member);
+  Bytes dst1(len * member.destination_size()), dst2 = dst1;
+  for (unsigned round : rounding)
+    for (unsigned flush : {0u, flush_to_zero, denormals_are_zero, flush_to_zero | denormals_are_zero}) {
+      const unsigned mode = round | flush, own = computes == Computes::toward_zero ? toward_zero : 0;
+      // Where the caller's mode decides, the elements one at a time in that mode are the measure.
+      const bool callers = computes == Computes::callers;
+      Strip strip = callers ? alone(s, elements_of(s, sample.mixed, len), default_csr | mode) : sample.mixed;
+      std::fill(strip.flags.begin(), strip.flags.end(), 0u);
+      for (unsigned found : {0u, unsigned{all_flags}}) {
+        const unsigned csr = default_csr | mode | found;
+        Ending ending =
+            s.call({strip.source[0].data(), strip.source[1].data(), nullptr, dst1.data(), dst2.data(), len}, csr);
+        EXPECT_EQ(ending.csr & ~all_flags, csr & ~all_flags) << s << ": control word " << std::hex << csr;
+        EXPECT_EQ(ending.csr & found, found) << s << ": flags that the caller had raised are gone";
+        ASSERT_TRUE(callers || mode == own || ending.csr == csr)
+            << s << ": the control word was changed for the call, so all of it comes back";
+        ending.csr &= ~honest_flags; // what follows is about values
+        ASSERT_TRUE(as_alone(s, strip, 0, len, ending, dst1.data(), dst2.data())) << "control word " << std::hex << csr;
+      }
+    }
+}
+
+TEST_P(Modes, TheX87WordIsAsFoundAndDoesNotMatter) {
+  const std::uint16_t found = x87_word();
+  for (std::uint16_t word : {0x037F, 0x007F, 0x0C7F}) { // extended; single precision; toward zero in single precision
+    set_x87_word(word);
+    const auto result = as_alone(s, sample.mixed, 0, 107);
+    const std::uint16_t left = x87_word();
+    set_x87_word(found);
+    EXPECT_EQ(left, word) << s;
+    EXPECT_TRUE(result);
+  }
+}
+
+/// Where a family's flags follow rules of their own.
+enum class Rule {
+  operation,       // no warnings: the flags are those of the IEEE operations on the elements
+  arithmetic,      // flags come from computing the result: none with a warning for stored zeros and infinities, exact
+                   // subnormals
+  silent_infinity, // an infinity without a warning may raise overflow
+};
+struct Exception {
+  std::string_view family, suffix;
+  bool complex;
+  Rule rule;
+};
+constexpr Exception exceptions[] = {
+    {"Add", "", false, Rule::operation},          {"Add", "", true, Rule::operation},
+    {"Sub", "", false, Rule::operation},          {"Sub", "", true, Rule::operation},
+    {"Mul", "", false, Rule::operation},          {"Mul", "", true, Rule::operation},
+    {"MulByConj", "", true, Rule::operation},     {"Sqr", "", false, Rule::operation},
+    {"Round", "", false, Rule::operation},        {"Exp", "", false, Rule::arithmetic},
+    {"Exp", "A26", false, Rule::silent_infinity},
+};
+bool follows(const harness::Member& m, Rule rule) {
+  for (const Exception& e : exceptions)
+    if (e.family == m.family && (e.suffix.empty() || e.suffix == m.suffix) && e.complex == m.complex_source() &&
+        e.rule == rule)
+      return true;
+  return false;
+}
+
+TEST_P(Modes, AnElementRaisesTheFlagOfItsCodeAndNoOther) {
+  const bool is_float = member.is_float(), operation = follows(member, Rule::operation);
+  const Strip& strip = sample.all;
+  const std::vector<Element> elements = elements_of(s, strip, strip.count);
+  const std::size_t part = member.part_size(), n = member.destination_size() / part;
+  const bool one_part = places_of(member).size() == 1;
+  for (int i = 0; i < strip.count; ++i) {
+    bool nan_in = false, signalling_in = false, tiny = false, infinite = false, nan = false, all_nan = true;
+    for (int place : places_of(member)) {
+      nan_in |= is_nan(is_float, elements[i][place]);
+      signalling_in |= is_signalling(is_float, elements[i][place]);
+    }
+    for (int d = 0; d < member.destinations(); ++d)
+      for (std::size_t p = 0; p < n; ++p) {
+        const std::uint64_t bits = part_of(strip.destination[d], part, i * n + p);
+        nan |= is_nan(is_float, bits);
+        all_nan &= is_nan(is_float, bits);
+        infinite |= !is_nan(is_float, bits) && !is_finite(is_float, bits);
+        tiny |= is_tiny(is_float, bits);
+      }
+    const kelStatus status = strip.status[i];
+    const unsigned raised = strip.flags[i];
+    unsigned demanded = flag_of(status), allowed = demanded | (tiny ? underflow : 0u);
+    if (signalling_in) allowed |= invalid;
+    if (operation) allowed |= (infinite ? overflow : 0u) | (nan || member.family == "Round" ? invalid : 0u);
+    if (status != kelStatusOk && !one_part) allowed |= (infinite ? overflow : 0u) | (nan ? invalid : 0u);
+    if (follows(member, Rule::arithmetic) && (tiny || infinite)) demanded = 0;
+    if (follows(member, Rule::silent_infinity) && infinite) allowed |= overflow;
+    const auto text = [&] {
+      std::ostringstream out;
+      out << s << ": source" << std::hex;
+      for (int place : places_of(member)) out << " 0x" << elements[i][place];
+      out << std::dec << ", status " << status << ", raised" << flag_names(raised);
+      return out.str();
+    };
+    ASSERT_EQ(demanded & ~raised, 0u) << text() << "; missing:" << flag_names(demanded & ~raised);
+    ASSERT_EQ(raised & ~allowed, 0u) << text() << "; not earned:" << flag_names(raised & ~allowed);
+    ASSERT_TRUE(status == kelStatusOk || flag_of(status) != 0) << text();
+    ASSERT_TRUE(status == kelStatusOk || (!operation && mode_of(member) == Computes::nearest)) << text();
+    ASSERT_TRUE(!(one_part && nan_in) || (all_nan && (signalling_in || status == kelStatusOk))) << text();
+    ASSERT_TRUE(status != kelStatusDomain || nan) << text();
+    ASSERT_TRUE(status != kelStatusSingularity || infinite) << text();
+  }
+}
+
+} // namespace

@@ -1,0 +1,46 @@
+#!/bin/sh
+# symbols.sh source-directory library: the shared object exports the built members and the version query, imports
+# nothing but memory functions of the C library, and the public headers declare what it exports.
+set -eu
+source=$1
+library=$2
+failed=0
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+export LC_ALL=C
+
+same() { # what expected found
+  if ! diff "$2" "$3" >"$work/diff"; then
+    echo "$1 (< expected, > found):"
+    cat "$work/diff"
+    failed=1
+  fi
+}
+
+{
+  sed -n 's/^KELVM_BUILT(\(kels[A-Za-z0-9_]*\),.*/\1/p' "$source/src/members.def"
+  echo kelvmGetLibVersion
+} | sort >"$work/members"
+nm -D --defined-only "$library" | awk '$2 != "A" { print $3 }' | sed 's/@.*//' | sort >"$work/exported"
+same "exported names" "$work/members" "$work/exported"
+
+sed -n 's/^KELVM_API.*[ *]\(kel[A-Za-z0-9_]*\)(.*/\1/p' "$source"/include/kelvm/*.h | sort >"$work/declared"
+same "names declared in the headers" "$work/members" "$work/declared"
+
+# Sanitizers, profilers and the tool chain's own start-up code come in by their reserved names.
+imported=$(nm -D --undefined-only "$library" | awk '{ print $2 }' | sed 's/@.*//' |
+  grep -Ev '^(mem(cpy|set|move|cmp)|__stack_chk_fail|__cxa_finalize|__gmon_start__|_ITM_.*|__(asan|ubsan|tsan|sanitizer)_.*)$' || true)
+if [ -n "$imported" ]; then
+  echo "imported names: $imported"
+  failed=1
+fi
+needed=$(readelf -d "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | grep -Ev '^lib(c|asan|ubsan|tsan)\.so\.' || true)
+if [ -n "$needed" ]; then
+  echo "needed libraries: $needed"
+  failed=1
+fi
+if ! readelf -d "$library" | grep -q '(SONAME).*\[libkelvm\.so\.6\]'; then
+  echo "SONAME is not libkelvm.so.6"
+  failed=1
+fi
+exit $failed

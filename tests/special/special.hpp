@@ -1,0 +1,70 @@
+// Tables of special results, one row an element:
+//
+//   special::check("Ln", harness::Type::f64, {
+//       {{0.0}, {-inf}, kelStatusSingularity},
+//       {{1.0}, {0.0}},
+//       {{-1.0}, {default_nan}, kelStatusDomain},
+//       {{bits(0x7FF0000000000001)}, {any_nan}},
+//   });
+//
+// checks every built member of a family and type (or the one named in full): each row alone, and as the first, a middle
+// and the last element of a long array between ordinary ones, in place and out of place; its result bit for bit, the
+// status, and that it raises the flag of its code and none of the other three (invalid, divide-by-zero, overflow,
+// underflow).
+#pragma once
+
+#include "subject.hpp"
+
+#include <initializer_list>
+#include <limits>
+
+namespace special {
+
+/// A number in the member's part type (a double literal must be exact there), its bits, or some NaN.
+class Value {
+public:
+  enum Kind { number, pattern, quiet_nan, processor_nan };
+  Value(double x) : x_(x) {}
+  constexpr Value(Kind kind, std::uint64_t bits = 0) : kind_(kind), bits_(bits) {}
+
+  std::uint64_t as_bits(bool is_float) const;
+  bool matches(bool is_float, std::uint64_t result) const;
+  std::string text(bool is_float) const;
+
+private:
+  Kind kind_ = number;
+  double x_ = 0;
+  std::uint64_t bits_ = 0;
+};
+
+inline Value bits(std::uint64_t pattern) { return {Value::pattern, pattern}; }
+inline constexpr double inf = std::numeric_limits<double>::infinity();
+/// As a result: any quiet NaN. As a source: one without payload, positive.
+inline constexpr Value any_nan{Value::quiet_nan};
+/// The NaN that the processor makes: quiet, negative, without payload.
+inline constexpr Value default_nan{Value::processor_nan};
+
+/// Flags of a row that follow from its status.
+inline constexpr unsigned as_status = ~0u;
+
+/// One element. Sources: the parts of the first, then of the second or of the exponent (two a complex number).
+/// Results: the parts of the result, or those of both destinations.
+struct Row {
+  std::vector<Value> source, result;
+  kelStatus status = kelStatusOk;
+  unsigned flags = as_status; // else a sum of subject::Flag, without inexact
+};
+
+/// One element of a member, called alone with the given control word.
+struct Answer {
+  std::vector<std::uint64_t> parts;
+  subject::Ending ending;
+};
+Answer ask(const harness::Member& member, const std::vector<Value>& source, unsigned csr = subject::default_csr);
+
+void check(std::string_view member, const std::vector<Row>& rows);
+void check(std::string_view family, harness::Type type, const std::vector<Row>& rows);
+/// Both real types.
+void check_real(std::string_view family, const std::vector<Row>& rows);
+
+} // namespace special

@@ -1,0 +1,255 @@
+#include "subject.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <immintrin.h>
+#include <map>
+#include <mutex>
+#include <random>
+#include <sstream>
+#include <stdexcept>
+
+namespace subject {
+namespace {
+
+constexpr double exponents[Subject::scalars][2] = {{2, 0}, {-0.5, 0.25}, {1.0 / 3, 0}, {-3, -1}, {0, 0}};
+
+Element exponent_number(const harness::Member& member, int i) {
+  return {0, 0, bits_of(member.is_float(), exponents[i][0]), bits_of(member.is_float(), exponents[i][1])};
+}
+
+Ending call_at(void* function, const harness::Member& member, const harness::Arguments& arguments, unsigned csr) {
+  const unsigned found = _mm_getcsr();
+  _mm_setcsr(csr);
+  const kelStatus status = harness::call_at(function, member, arguments);
+  const Ending ending{status, _mm_getcsr()};
+  _mm_setcsr(found);
+  return ending;
+}
+
+const unsigned char* at(const Bytes& array, std::size_t offset) {
+  return array.empty() ? nullptr : array.data() + offset;
+}
+
+std::string element_text(const Subject& s, const Strip& strip, int i) {
+  std::ostringstream text;
+  text << std::hex;
+  for (int source = 0; source < s.member.sources(); ++source)
+    for (std::size_t p = 0, n = s.member.source_size() / s.member.part_size(); p < n; ++p)
+      text << " 0x" << part_of(strip.source[source], s.member.part_size(), i * n + p);
+  return text.str();
+}
+
+std::string hex(const void* bytes, std::size_t part, std::size_t size) {
+  std::ostringstream text;
+  text << std::hex;
+  for (std::size_t offset = 0; offset < size; offset += part) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, static_cast<const char*>(bytes) + offset, part);
+    text << (offset ? ", 0x" : "0x") << bits;
+  }
+  return text.str();
+}
+
+template <class Test> bool all_parts(const Subject& s, const Strip& strip, int i, Test test) {
+  const auto holds = [&](const Bytes& array, std::size_t size) {
+    const std::size_t part = s.member.part_size(), n = size / part;
+    for (std::size_t p = 0; p < n; ++p)
+      if (!array.empty() && !test(part_of(array, part, i * n + p))) return false;
+    return true;
+  };
+  return holds(strip.source[0], s.member.source_size()) && holds(strip.source[1], s.member.source_size()) &&
+         holds(strip.destination[0], s.member.destination_size()) &&
+         holds(strip.destination[1], s.member.destination_size());
+}
+
+} // namespace
+
+std::string tested_build() {
+  const char* build = std::getenv("KELVM_TESTED_BUILD");
+  return build ? build : KELVM_TESTED_BUILD;
+}
+
+const harness::Library& library(const std::string& build) {
+  static std::mutex mutex;
+  static std::map<std::string, harness::Library> opened;
+  const std::lock_guard lock(mutex);
+  auto found = opened.find(build);
+  if (found == opened.end())
+    found = opened.emplace(build, harness::Library(KELVM_BUILD_ROOT "/" + build + "/libkelvm.so")).first;
+  return found->second;
+}
+
+unsigned flag_of(kelStatus code) {
+  switch (code) {
+  case kelStatusDomain:
+    return invalid;
+  case kelStatusSingularity:
+    return divide_by_zero;
+  case kelStatusOverflow:
+    return overflow;
+  case kelStatusUnderflow:
+    return underflow;
+  default:
+    return 0;
+  }
+}
+
+std::string flag_names(unsigned flags) {
+  std::string names;
+  if (flags & invalid) names += " invalid";
+  if (flags & divide_by_zero) names += " divide-by-zero";
+  if (flags & overflow) names += " overflow";
+  if (flags & underflow) names += " underflow";
+  if (flags & inexact) names += " inexact";
+  return names.empty() ? " none" : names;
+}
+
+Subject::Subject(const harness::Member& m, int scalar) : Subject(m, exponent_number(m, scalar)) {
+  if (m.shape == harness::Shape::ScalarPower) name_ += "_exponent" + std::to_string(scalar);
+}
+
+Subject::Subject(const harness::Member& m, const Element& with_scalar)
+    : member(m), name_(m.name.substr(4)), exponent_(packed(m, 1, {with_scalar})), function_(library().address(m)) {}
+
+std::string Subject::name() const { return name_; }
+
+Ending Subject::call(harness::Arguments arguments, unsigned csr) const {
+  arguments.scalar = exponent_.data();
+  return call_at(function_, member, arguments, csr);
+}
+
+Ending Subject::call_in(const harness::Library& other, harness::Arguments arguments) const {
+  arguments.scalar = exponent_.data();
+  return call_at(other.address(member), member, arguments, default_csr);
+}
+
+std::vector<Subject> subjects() {
+  std::vector<Subject> list;
+  for (const harness::Member& m : harness::built_members())
+    for (int i = 0; i < (m.shape == harness::Shape::ScalarPower ? Subject::scalars : 1); ++i) list.emplace_back(m, i);
+  return list;
+}
+
+std::ostream& operator<<(std::ostream& out, const Subject& s) { return out << s.name(); }
+
+std::uint64_t part_of(const Bytes& array, std::size_t part_size, std::size_t i) {
+  std::uint64_t bits = 0;
+  std::memcpy(&bits, &array[i * part_size], part_size);
+  return bits;
+}
+
+Strip alone(const Subject& s, const std::vector<Element>& elements, unsigned csr) {
+  const harness::Member& m = s.member;
+  Strip strip;
+  strip.count = static_cast<int>(elements.size());
+  for (int i = 0; i < m.sources(); ++i) strip.source[i] = packed(m, i, elements);
+  for (int i = 0; i < m.destinations(); ++i) strip.destination[i].resize(elements.size() * m.destination_size());
+  for (int i = 0; i < strip.count; ++i) {
+    const std::size_t from = i * m.source_size(), to = i * m.destination_size();
+    const Ending ending = s.call({at(strip.source[0], from), at(strip.source[1], from), nullptr,
+                                  const_cast<unsigned char*>(at(strip.destination[0], to)),
+                                  const_cast<unsigned char*>(at(strip.destination[1], to)), 1},
+                                 csr);
+    strip.status.push_back(ending.status);
+    strip.flags.push_back(ending.flags());
+  }
+  return strip;
+}
+
+Strip pick(const Subject& s, const Strip& from, const std::vector<int>& indices, int count) {
+  Strip strip;
+  strip.count = count;
+  const auto append = [](Bytes& to, const Bytes& of, std::size_t size, int i) {
+    if (!of.empty()) to.insert(to.end(), of.begin() + i * size, of.begin() + (i + 1) * size);
+  };
+  for (int k = 0; k < count; ++k) {
+    const int i = indices[k % indices.size()];
+    for (int a = 0; a < 2; ++a) {
+      append(strip.source[a], from.source[a], s.member.source_size(), i);
+      append(strip.destination[a], from.destination[a], s.member.destination_size(), i);
+    }
+    strip.status.push_back(from.status[i]);
+    strip.flags.push_back(from.flags[i]);
+  }
+  return strip;
+}
+
+testing::AssertionResult as_alone(const Subject& s, const Strip& strip, int from, int len, const Ending& ending,
+                                  const void* dst1, const void* dst2) {
+  const std::size_t size = s.member.destination_size();
+  const void* results[2] = {dst1, dst2};
+  for (int d = 0; d < s.member.destinations(); ++d) {
+    const auto* got = static_cast<const unsigned char*>(results[d]);
+    const unsigned char* expected = at(strip.destination[d], from * size);
+    if (std::memcmp(got, expected, len * size) == 0) continue;
+    int i = 0;
+    while (std::memcmp(got + i * size, expected + i * size, size) == 0) ++i;
+    return testing::AssertionFailure() << s.name() << ": element " << i << " of " << len << " (" << from
+                                       << " in its strip), source" << element_text(s, strip, from + i)
+                                       << ": destination " << d + 1 << " is "
+                                       << hex(got + i * size, s.member.part_size(), size) << ", alone "
+                                       << hex(expected + i * size, s.member.part_size(), size);
+  }
+  kelStatus status = kelStatusOk;
+  unsigned raised_alone = 0, earned = 0;
+  for (int i = from; i < from + len; ++i) {
+    if (strip.status[i] != kelStatusOk) status = strip.status[i];
+    raised_alone |= strip.flags[i];
+    earned |= strip.flags[i] | flag_of(strip.status[i]);
+  }
+  if (ending.status != status)
+    return testing::AssertionFailure() << s.name() << ": status " << ending.status << " of " << len << " elements from "
+                                       << from << ", the last exceptional one alone gives " << status;
+  if ((raised_alone & ~ending.flags()) != 0 || (ending.flags() & ~earned) != 0)
+    return testing::AssertionFailure() << s.name() << ": flags" << flag_names(ending.flags()) << " of " << len
+                                       << " elements from " << from << ", alone they raise" << flag_names(raised_alone)
+                                       << " and earn" << flag_names(earned);
+  return testing::AssertionSuccess();
+}
+
+testing::AssertionResult as_alone(const Subject& s, const Strip& strip, int from, int len, unsigned csr) {
+  constexpr std::size_t margin = 128;
+  constexpr unsigned char untouched = 0xA5;
+  thread_local Bytes arrays[2];
+  const std::size_t bytes = len * s.member.destination_size();
+  for (Bytes& a : arrays) a.assign(bytes + 2 * margin, untouched);
+  const std::size_t offset = from * s.member.source_size();
+  const Ending ending = s.call(
+      {at(strip.source[0], offset), at(strip.source[1], offset), nullptr, &arrays[0][margin], &arrays[1][margin], len},
+      csr);
+  for (const Bytes& a : arrays)
+    if (std::any_of(a.begin(), a.begin() + margin, [](unsigned char c) { return c != untouched; }) ||
+        std::any_of(a.end() - margin, a.end(), [](unsigned char c) { return c != untouched; }))
+      return testing::AssertionFailure() << s.name() << ": written outside the destination of " << len << " elements";
+  return as_alone(s, strip, from, len, ending, &arrays[0][margin], &arrays[1][margin]);
+}
+
+const Sample& sample_of(const Subject& s) {
+  static std::mutex mutex;
+  static std::map<std::string, Sample> samples;
+  const std::lock_guard lock(mutex);
+  const auto [place, is_new] = samples.try_emplace(s.name());
+  Sample& sample = place->second;
+  if (!is_new) return sample;
+
+  std::vector<Element> elements = special_elements(s.member);
+  for (const Element& e : domain_elements(s.member, 500)) elements.push_back(e);
+  std::shuffle(elements.begin(), elements.end(), std::minstd_rand(7));
+  sample.all = alone(s, elements);
+  std::vector<int> special, everything(elements.size());
+  for (int i = 0; i < sample.all.count; ++i) {
+    everything[i] = i;
+    const bool ordinary = sample.all.status[i] == kelStatusOk && sample.all.flags[i] == 0 &&
+                          all_parts(s, sample.all, i, [&](auto bits) { return is_finite(s.member.is_float(), bits); });
+    (ordinary ? sample.ordinary : special).push_back(i);
+  }
+  if (sample.ordinary.empty()) throw std::logic_error("no ordinary elements for " + s.name());
+  for (std::size_t k = 0; k < special.size(); k += 1 + special.size() / 120) sample.special.push_back(special[k]);
+  sample.mixed = pick(s, sample.all, everything, 220);
+  sample.plain = pick(s, sample.all, sample.ordinary, 220);
+  return sample;
+}
+
+} // namespace subject

@@ -1,0 +1,176 @@
+#!/usr/bin/env python3
+"""Tables and coefficients of the logarithm core: writes src/exp/log_tables.hpp.
+
+    tools/tables/logs.py > src/exp/log_tables.hpp
+
+Logarithms come from Python's decimal, whose ln is correctly rounded.
+"""
+from decimal import Decimal as D, getcontext
+from fractions import Fraction as F
+
+from minimax import minimax, to_double, to_float
+
+getcontext().prec = 80
+LN10 = D(10).ln()
+
+
+def dec(q):
+    return D(q.numerator) / D(q.denominator)
+
+
+def ln(q):
+    return dec(q).ln()
+
+
+def double(d):
+    """Nearest double of a Decimal."""
+    return float(d)
+
+
+def down_to(d, bits):
+    """Largest multiple of 2^-bits not above d, as a Fraction."""
+    n = (d * (1 << bits)).to_integral_value(rounding="ROUND_FLOOR")
+    return F(int(n), 1 << bits)
+
+
+def hexf(x):
+    return float(x).hex().replace("0x1.0000000000000p", "0x1p").replace("0x0.0p+0", "0")
+
+
+class Rows:
+    """2^bits rows of m's leading fraction bits, centred on them; m runs through one octave from the double whose upper
+    20 bits are `lowest`, less half a row. c is 1 / centre in the format of multiples of 2^-step (2^-(step + 1) below
+    1)."""
+
+    def __init__(self, bits, lowest, step):
+        self.c, self.largest, self.smallest = [], F(0), F(0)
+        assert lowest % (1 << (8 - bits if bits < 8 else 0)) == 0
+        for i in range(1 << bits):
+            top = ((lowest << 1) >> (8 - bits)) + 2 * i
+            low, centre, high = (self.value(t, bits) for t in (top - 1, top, top + 1))
+            c = F(1) if centre == 1 else self.best(low, centre, high, 1 << (step + (centre > 1)))
+            self.c.append(c)
+            self.largest = max(self.largest, high * c - 1)
+            self.smallest = min(self.smallest, low * c - 1)
+
+    @staticmethod
+    def value(top, bits):
+        """The double of these upper bits, `bits` of the fraction and one half step."""
+        e, f = divmod(top, 2 << bits)
+        return F((2 << bits) + f, 2 << bits) * F(2) ** (e - 1023)
+
+    @staticmethod
+    def best(low, centre, high, step):
+        near = int(step / centre)
+        return min((F(n, step) for n in range(near - 2, near + 4)), key=lambda c: max(high * c - 1, 1 - low * c))
+
+
+SHORT_BITS, SHORT_LOWEST = 5, 0x3FE68
+FLOAT_COUNTS = (("a21", 7, 9), ("a11", 4, 4))
+SHORT_COUNTS = (("a50", 6), ("a24", 5), ("a26", 3))
+
+
+def log_tail(first, factor=D(1), terms=40):
+    """factor (ln(1+x) - its terms below x^first) / x^first."""
+    return lambda x: factor * sum((-1) ** (first + k + 1) * x**k / (first + k) for k in range(terms))
+
+
+def one(x):
+    return D(1)
+
+
+def array(name, comment, coefficients, ctype="double"):
+    suffix = "f" if ctype == "float" else ""
+    body = ",\n    ".join(hexf(c) + suffix for c in coefficients)
+    print(f"// {comment}\ninline constexpr {ctype} {name}[] = {{\n    {body}}};\n")
+
+
+def pair_table(name, comment, data):
+    print(f"// {comment}\nalignas(64) inline constexpr double {name}[][2] = {{")
+    for a, b in data:
+        print(f"    {{{hexf(a)}, {hexf(b)}}},")
+    print("};\n")
+
+
+def constant(name, value, ctype="double"):
+    print(f"inline constexpr {ctype} {name} = {hexf(value)}{'f' if ctype == 'float' else ''};")
+
+
+def bases():
+    return (("ln", "ln", D(1)), ("lg", "log10", 1 / LN10))
+
+
+def exact_tables(rows):
+    assert max(rows.largest, -rows.smallest) < F(1, 256)  # then m c - 1 is a double
+    for suffix, word, scale in bases():
+        packed = []
+        for c in rows.c:
+            l = -ln(c) * scale if c != 1 else D(0)
+            hi = down_to(l, 42)
+            lo = l - dec(hi)
+            n = int((lo * (1 << 85)).to_integral_value(rounding="ROUND_HALF_EVEN"))
+            assert 0 <= n < 1 << 43
+            first = c + F(n, 1 << 52)
+            assert F(float(first)) == first and F(float(hi)) == hi
+            packed.append((first, hi))
+        pair_table(f"inverse_and_exact_{word}",
+                   f"c + 2^33 times the low part of -{word} c; its high part, a multiple of 2^-42", packed)
+        l2 = D(2).ln() * scale
+        hi = down_to(l2, 42)
+        constant(f"{suffix}2_hi", hi)
+        constant(f"{suffix}2_lo", l2 - dec(hi))
+        print()
+
+
+def rounded_tables(rows):
+    for suffix, word, scale in bases():
+        pair_table(f"inverse_and_{word}", f"c, -{word} c",
+                   [(c, double(-ln(c) * scale) if c != 1 else D(0)) for c in rows.c])
+        constant(f"{suffix}2", D(2).ln() * scale)
+        print()
+
+
+def main():
+    print("""// Tables and coefficients of the logarithm core. Generated: do not edit.
+//   tools/tables/logs.py > src/exp/log_tables.hpp
+#pragma once
+
+#include "simd/isa.hpp"
+
+namespace kelvm::inline KELVM_BUILD::log_tables {
+
+// clang-format off
+""")
+    exact = Rows(8, 0x3FE6A, 8)
+    exact_tables(exact)
+    short = Rows(SHORT_BITS, SHORT_LOWEST, 12)
+    rounded_tables(short)
+    inv = 1 / LN10
+    head = F(int((inv * (1 << 27)).to_integral_value()), 1 << 27)
+    constant("inverse_ln10_head", head)
+    constant("inverse_ln10_tail", inv - dec(head))
+    print()
+
+    def logarithm(name, rows, first, count, factor, what, ctype="double"):
+        """The error is that of the logarithm relative to x."""
+        low, high = (dec(rows.smallest), dec(rows.largest)) if isinstance(rows, Rows) else rows
+        c, e = minimax(log_tail(first, factor), lambda x: x ** (first - 1) / factor, range(count), low, high,
+                       to_float if ctype == "float" else to_double)
+        array(name, f"{what} on [{low:.4g}, {high:.4g}]; error 2^{e:.1f} of the result", c, ctype)
+
+    logarithm("ln_a53", exact, 2, 6, D(1), "(ln(1+r) - r) / r^2")
+    logarithm("ln_pow", exact, 2, 7, D(1), "(ln(1+r) - r) / r^2")
+    logarithm("log10_a53", exact, 2, 6, inv, "(log10(1+r) - r/ln 10) / r^2")
+    for name, count in SHORT_COUNTS:
+        logarithm(f"ln_{name}", short, 2, count, D(1), "(ln(1+r) - r) / r^2")
+        logarithm(f"log10_{name}", short, 1, count + 1, inv, "log10(1+r) / r")
+    single = (D(-1) / 3, D(1) / 3)
+    for name, ln_count, log10_count in FLOAT_COUNTS:
+        logarithm(f"ln_{name}", single, 2, ln_count, D(1), "(ln(1+f) - f) / f^2", "float")
+        if name == "a21":
+            logarithm("ln1p_a21", single, 2, 8, D(1), "(ln(1+f) - f) / f^2", "float")
+        logarithm(f"log10_{name}", single, 1, log10_count, inv, "log10(1+f) / f", "float")
+    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::log_tables")
+
+
+main()
