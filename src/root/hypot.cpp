@@ -11,6 +11,7 @@
 #include "exact/decided.hpp"
 #include "exact/exact.hpp"
 #include "frame/member.hpp"
+#include "kelvm/complex.h"
 #include "kelvm/root.h"
 #include "root/root.hpp"
 #include "root/scaled.hpp"
@@ -89,3 +90,10 @@ KELVM_BINARY(kelsHypot_32f_A24, kelvm::Hypot32A24)
 KELVM_BINARY(kelsHypot_64f_A26, kelvm::Hypot<double>)
 KELVM_BINARY(kelsHypot_64f_A50, kelvm::Hypot<double>)
 KELVM_BINARY(kelsHypot_64f_A53, kelvm::Hypot64A53)
+// The absolute value of a complex number is the hypotenuse of its parts.
+KELVM_COMPLEX_TO_REAL(kelsAbs_32fc_A11, kelvm::Hypot<float>)
+KELVM_COMPLEX_TO_REAL(kelsAbs_32fc_A21, kelvm::Hypot<float>)
+KELVM_COMPLEX_TO_REAL(kelsAbs_32fc_A24, kelvm::Hypot32A24)
+KELVM_COMPLEX_TO_REAL(kelsAbs_64fc_A26, kelvm::Hypot<double>)
+KELVM_COMPLEX_TO_REAL(kelsAbs_64fc_A50, kelvm::Hypot<double>)
+KELVM_COMPLEX_TO_REAL(kelsAbs_64fc_A53, kelvm::Hypot64A53)
