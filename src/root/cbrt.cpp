@@ -118,7 +118,7 @@ template <class P> struct Cbrt : KernelDefaults {
   }
   template <class V> static V formula(V x) { return with_sign(P::cbrt(abs(x)), sign_of(x)); }
   static Element element(Element x, kelStatus&) {
-    if (!(abs(x) < infinity<Element>)) return x + x;
+    if (x != x || abs(x) == infinity<Element>) return x + x;
     return with_sign(by_scaling(abs(x), 1, [](Element m) { return P::cbrt(m); }), sign_of(x));
   }
 };
@@ -132,7 +132,7 @@ struct Cbrt32A24 : Cbrt<A21> {
     return with_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus&) {
-    if (!(abs(x) < infinity<float>)) return x + x;
+    if (x != x || abs(x) == infinity<float>) return x + x;
     return with_sign(float(odd_sum(A53::cbrt_parts(double(abs(x))))), sign_of(x));
   }
 };
