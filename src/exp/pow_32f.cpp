@@ -59,8 +59,9 @@ struct PowA11 : KernelDefaults {
 
   template <class V> static V positive(V x, V y, LaneBits& doubtful) {
     const V exponent = y * float_logarithm<Natural, FloatLogAccuracy::a21>(x);
-    doubtful |= lane_bits(above(abs(exponent), largest_exponent));
-    return float_exp_a11(exponent);
+    const Marks<V> out_of_range = above(abs(exponent), largest_exponent);
+    doubtful |= lane_bits(out_of_range);
+    return float_exp_a11(select(out_of_range, V{}, exponent));
   }
   static float any(float x, float y) {
     if (!kelvm::any(not_normal_positive(x) | above(abs(y), largest_y))) {
