@@ -44,7 +44,6 @@ template <class Base> struct LogA24 : KernelDefaults {
 
 template <class Base, FloatLogAccuracy A> struct LogSingle : KernelDefaults {
   using Element = float;
-  static constexpr bool stray_underflow = true; // powers of small remainders
   static constexpr int vectors_in_flight = log_vectors_in_flight;
   static constexpr bool stray_underflow = true; // high powers of a tiny f
   template <class V> static Marks<V> special(V x) { return not_normal_positive(x); }
