@@ -58,6 +58,36 @@ KELVM_API kelStatus kelsLog1p_64f_A26(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsLog1p_64f_A50(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsLog1p_64f_A53(const double* src, double* dst, int len);
 
+/** dst[i] = e^src[i] - 1, accurate near 0 too; +-0, tiny values and +inf are kept, -inf gives -1.
+ * Warning: kelStatusOverflow where the result is beyond the largest finite number (result +inf). */
+KELVM_API kelStatus kelsExpm1_32f_A11(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsExpm1_32f_A21(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsExpm1_32f_A24(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsExpm1_64f_A26(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsExpm1_64f_A50(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsExpm1_64f_A53(const double* src, double* dst, int len);
+
+/** dst[i] = src1[i]^src2[i]. Special cases as in Annex F of ISO C: a zero exponent and a base of 1 give 1, also with a
+ * NaN; a negative base has powers with integer exponents only. A power that is a number of the type is exact.
+ * Warnings: kelStatusSingularity for a zero base and a finite negative exponent (result infinite), kelStatusDomain for a
+ * negative finite base and a finite exponent that is no integer (result NaN), kelStatusOverflow where finite operands
+ * give an infinity, kelStatusUnderflow where the result is below the smallest normal number and not exactly a zero of
+ * the special cases. */
+KELVM_API kelStatus kelsPow_32f_A11(const float* src1, const float* src2, float* dst, int len);
+KELVM_API kelStatus kelsPow_32f_A21(const float* src1, const float* src2, float* dst, int len);
+KELVM_API kelStatus kelsPow_32f_A24(const float* src1, const float* src2, float* dst, int len);
+KELVM_API kelStatus kelsPow_64f_A26(const double* src1, const double* src2, double* dst, int len);
+KELVM_API kelStatus kelsPow_64f_A50(const double* src1, const double* src2, double* dst, int len);
+KELVM_API kelStatus kelsPow_64f_A53(const double* src1, const double* src2, double* dst, int len);
+
+/** dst[i] = src[i]^value: the same bits and warnings as Pow with an array of equal exponents. */
+KELVM_API kelStatus kelsPowx_32f_A11(const float* src, float value, float* dst, int len);
+KELVM_API kelStatus kelsPowx_32f_A21(const float* src, float value, float* dst, int len);
+KELVM_API kelStatus kelsPowx_32f_A24(const float* src, float value, float* dst, int len);
+KELVM_API kelStatus kelsPowx_64f_A26(const double* src, double value, double* dst, int len);
+KELVM_API kelStatus kelsPowx_64f_A50(const double* src, double value, double* dst, int len);
+KELVM_API kelStatus kelsPowx_64f_A53(const double* src, double value, double* dst, int len);
+
 KELVM_END_DECLARATIONS
 
 #endif

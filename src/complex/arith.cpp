@@ -182,17 +182,18 @@ template <class T> Pair<T> divide_element(const Operands& o, kelStatus& status) 
                         quotient(sum_of_products(o.b, o.c, -o.a, o.d), norm).rounded(), status);
   }
   // Something is infinite or a NaN: finite parts count by sign and as zero or not.
-  const double a = unit(o.a), b = unit(o.b), c = unit(o.c), d = unit(o.d);
-  const double inverse = o.second_infinite() ? 0.0 : 1.0;
-  const double re = quiet_sum(quiet_product(a, c), quiet_product(b, d));
-  const double im = quiet_sum(quiet_product(b, c), -quiet_product(a, d));
-  const Operands r = o.recovered();
-  const double r_re = r.a * r.c + r.b * r.d, r_im = r.b * r.c - r.a * r.d;
   if (o.first_infinite() && is_finite(o.c) && is_finite(o.d)) {
+    const double a = unit(o.a), b = unit(o.b), c = unit(o.c), d = unit(o.d);
+    const double re = quiet_sum(quiet_product(a, c), quiet_product(b, d));
+    const double im = quiet_sum(quiet_product(b, c), -quiet_product(a, d));
     if (!is_nan(re) || !is_nan(im)) return with_code<T>(o, re, im, status);
-    return recovered<T>(o, infinity<double>, r_re, r_im, status);
+    const Operands r = o.recovered();
+    return recovered<T>(o, infinity<double>, r.a * r.c + r.b * r.d, r.b * r.c - r.a * r.d, status);
   }
-  if (o.second_infinite() && is_finite(o.a) && is_finite(o.b)) return recovered<T>(o, inverse, r_re, r_im, status);
+  if (o.second_infinite() && is_finite(o.a) && is_finite(o.b)) {
+    const Operands r = o.recovered();
+    return recovered<T>(o, 0.0, r.a * r.c + r.b * r.d, r.b * r.c - r.a * r.d, status);
+  }
   return with_code<T>(o, default_nan<double>(), default_nan<double>(), status);
 }
 

@@ -10,11 +10,8 @@
 namespace kelvm::inline KELVM_BUILD {
 namespace {
 
-/// Marks all but -1 < x < inf.
-template <class V> Marks<V> out_of_domain(V x) {
-  const V sum = 1.0f + x;
-  return bit_cast<Marks<V>>((bits(sum) - 1u) | (0x7F7FFFFFu - bits(sum)));
-}
+/// Marks all but -1 < x < 2^127.
+template <class V> Marks<V> out_of_domain(V x) { return not_normal_positive(1.0f + x); }
 template <class F> float in_domain(float x, kelStatus& status, F inside) {
   if (x != x) return x + x;
   if (x == -1) return pole(status, -1.0f);

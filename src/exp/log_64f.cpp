@@ -23,9 +23,7 @@ template <class Base, LogAccuracy A> struct Log64f : KernelDefaults {
     if (x == 0) return pole(status, -1.0);
     if (x < 0) return domain_error<double>(status);
     if (x == infinity<double>) return x;
-    LogReduced<double> scaled = log_reduce<LogRows<A>>(x * 0x1p54);
-    scaled.k -= 54;
-    return logarithm<Base, A>(scaled);
+    return logarithm<Base, A>(log_reduce_any<LogRows<A>>(x));
   }
 };
 

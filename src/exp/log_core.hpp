@@ -56,12 +56,21 @@ template <class Rows, class V> inline LogReduced<V> log_reduce(V x) {
           bit_cast<Int<V>>(fraction >> (52 - Rows::bits)), scaled};
 }
 
-/// Marks what the formulas below do not cover: zeros, subnormals, negative numbers, infinities, NaNs.
+/// Marks what the formulas below do not cover in vectors: zeros, subnormals, negative numbers, the last octave (its k +
+/// 1023 leaves the exponent field), infinities, NaNs.
 template <class V> inline Marks<V> not_normal_positive(V x) {
   if constexpr (sizeof(Lane<V>) == 8)
-    return bit_cast<Marks<V>>((bits(x) - 0x0010000000000000u) | (0x7FEFFFFFFFFFFFFFu - bits(x)));
+    return bit_cast<Marks<V>>((bits(x) - 0x0010000000000000u) | (0x7FDFFFFFFFFFFFFFu - bits(x)));
   else
-    return bit_cast<Marks<V>>((bits(x) - 0x00800000u) | (0x7F7FFFFFu - bits(x)));
+    return bit_cast<Marks<V>>((bits(x) - 0x00800000u) | (0x7EFFFFFFu - bits(x)));
+}
+
+/// One lane reduced, any positive finite x.
+template <class Rows> inline LogReduced<double> log_reduce_any(double x) {
+  if (x >= 0x1p-1022) return log_reduce<Rows>(x);
+  LogReduced<double> reduced = log_reduce<Rows>(x * 0x1p54);
+  reduced.k -= 54;
+  return reduced;
 }
 
 /// m c - 1, which is a double: through a fused operation, or from two products of a split m.
@@ -110,6 +119,18 @@ template <class V> inline HeadTail<V> log10_a53(const LogReduced<V>& x) {
   const HeadTail<V> sum = fast_two_sum(p.head, r_head * log_tables::inverse_ln10_head);
   const V r_tail = (p.r - r_head) * log_tables::inverse_ln10_head + p.r * log_tables::inverse_ln10_tail;
   return {sum.head, ((p.tail + sum.tail) + r_tail) + (p.r * p.r) * estrin(p.r, log_tables::log10_a53)};
+}
+
+/// ln x as head and tail, |tail| < 2^-16 |head|, with a relative error below 2^-69: what a power needs.
+template <class V> inline HeadTail<V> ln_pow(const LogReduced<V>& x) {
+  const LogParts<V> p = log_parts<Natural>(x);
+  const HeadTail<V> linear = fast_two_sum(p.head, p.r);
+  // -r^2 / 2 as an exact product of heads and the rest
+  const V r_head = head_of(p.r);
+  const V half_square = r_head * (-0.5 * r_head), square_rest = (p.r + r_head) * (-0.5 * (p.r - r_head));
+  const HeadTail<V> sum = fast_two_sum(linear.head, half_square);
+  const V cubic = (p.r * p.r) * (p.r * estrin(p.r, log_tables::ln_pow));
+  return {sum.head, ((linear.tail + sum.tail) + p.tail) + (square_rest + cubic)};
 }
 
 /// The logarithm to base `Base` of a reduced argument.

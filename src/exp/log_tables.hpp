@@ -622,15 +622,14 @@ inline constexpr double ln_a53[] = {
     -0x1.555626dc4184ap-3,
     0x1.24867f7bcabfap-3};
 
-// (ln(1+r) - r) / r^2 on [-0.002869, 0.002926]; error 2^-75.3 of the result
+// (ln(1+r) - r + r^2/2) / r^3 on [-0.002869, 0.002926]; error 2^-75.3 of the result
 inline constexpr double ln_pow[] = {
-    -0x1p-1,
     0x1.5555555555556p-2,
     -0x1.0000000000001p-2,
-    0x1.99999998f3dadp-3,
-    -0x1.555555531dfcdp-3,
-    0x1.2493b178b0264p-3,
-    -0x1.000599c09d45cp-3};
+    0x1.99999998f3d9dp-3,
+    -0x1.5555555331393p-3,
+    0x1.2493b17b9e66dp-3,
+    -0x1.0005746c361a4p-3};
 
 // (log10(1+r) - r/ln 10) / r^2 on [-0.002869, 0.002926]; error 2^-66.3 of the result
 inline constexpr double log10_a53[] = {

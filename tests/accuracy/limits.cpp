@@ -61,6 +61,8 @@ std::vector<Limit> read_limits(const std::string& path) {
         limit.subnormal_ulp = value;
       else if (key == "norm")
         limit.norm_ulp = value;
+      else if (key == "within")
+        limit.within = value;
       else
         understood = false;
     }

@@ -15,6 +15,7 @@ struct Limit {
   double absolute = 0;      // absolute error of each component; one of these three is stated, the others are 0
   double subnormal_ulp = 0; // of subnormal results; 0: as `ulp`, or no more than bits and one ulp allow
   double norm_ulp = 0;      // complex: of the norm; 0: not limited
+  double within = 0;        // holds for sources up to this magnitude only; 0: everywhere
 
   /// What of the limit the statistics exceed, one line; empty if nothing.
   std::string exceeded(const reference::Statistics& statistics) const;

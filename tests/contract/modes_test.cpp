@@ -100,8 +100,7 @@ struct Exception {
 constexpr Exception exceptions[] = {
     {"Add", "", false, Rule::operation},          {"Add", "", true, Rule::operation},
     {"Sub", "", false, Rule::operation},          {"Sub", "", true, Rule::operation},
-    {"Mul", "", false, Rule::operation},          {"Mul", "", true, Rule::operation},
-    {"MulByConj", "", true, Rule::operation},     {"Sqr", "", false, Rule::operation},
+    {"Mul", "", false, Rule::operation},          {"Sqr", "", false, Rule::operation},
     {"Round", "", false, Rule::operation},        {"Exp", "", false, Rule::arithmetic},
     {"Exp", "A26", false, Rule::silent_infinity},
 };
@@ -118,7 +117,8 @@ TEST_P(Modes, AnElementRaisesTheFlagOfItsCodeAndNoOther) {
   const Strip& strip = sample.all;
   const std::vector<Element> elements = elements_of(s, strip, strip.count);
   const std::size_t part = member.part_size(), n = member.destination_size() / part;
-  const bool one_part = places_of(member).size() == 1;
+  // Of two sources or parts, one that is no NaN may decide: infinities, the exponent 0.
+  const bool one_part = places_of(member).size() == 1 && member.shape != harness::Shape::ScalarPower;
   for (int i = 0; i < strip.count; ++i) {
     bool nan_in = false, signalling_in = false, tiny = false, infinite = false, nan = false, all_nan = true;
     for (int place : places_of(member)) {

@@ -8,33 +8,15 @@ Logarithms come from Python's decimal, whose ln is correctly rounded.
 from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
+from emit import array, constant, dec, double, down_to, pair_table
 from minimax import minimax, to_double, to_float
 
 getcontext().prec = 80
 LN10 = D(10).ln()
 
 
-def dec(q):
-    return D(q.numerator) / D(q.denominator)
-
-
 def ln(q):
     return dec(q).ln()
-
-
-def double(d):
-    """Nearest double of a Decimal."""
-    return float(d)
-
-
-def down_to(d, bits):
-    """Largest multiple of 2^-bits not above d, as a Fraction."""
-    n = (d * (1 << bits)).to_integral_value(rounding="ROUND_FLOOR")
-    return F(int(n), 1 << bits)
-
-
-def hexf(x):
-    return float(x).hex().replace("0x1.0000000000000p", "0x1p").replace("0x0.0p+0", "0")
 
 
 class Rows:
@@ -77,23 +59,6 @@ def log_tail(first, factor=D(1), terms=40):
 
 def one(x):
     return D(1)
-
-
-def array(name, comment, coefficients, ctype="double"):
-    suffix = "f" if ctype == "float" else ""
-    body = ",\n    ".join(hexf(c) + suffix for c in coefficients)
-    print(f"// {comment}\ninline constexpr {ctype} {name}[] = {{\n    {body}}};\n")
-
-
-def pair_table(name, comment, data):
-    print(f"// {comment}\nalignas(64) inline constexpr double {name}[][2] = {{")
-    for a, b in data:
-        print(f"    {{{hexf(a)}, {hexf(b)}}},")
-    print("};\n")
-
-
-def constant(name, value, ctype="double"):
-    print(f"inline constexpr {ctype} {name} = {hexf(value)}{'f' if ctype == 'float' else ''};")
 
 
 def bases():
@@ -159,7 +124,7 @@ namespace kelvm::inline KELVM_BUILD::log_tables {
         array(name, f"{what} on [{low:.4g}, {high:.4g}]; error 2^{e:.1f} of the result", c, ctype)
 
     logarithm("ln_a53", exact, 2, 6, D(1), "(ln(1+r) - r) / r^2")
-    logarithm("ln_pow", exact, 2, 7, D(1), "(ln(1+r) - r) / r^2")
+    logarithm("ln_pow", exact, 3, 6, D(1), "(ln(1+r) - r + r^2/2) / r^3")
     logarithm("log10_a53", exact, 2, 6, inv, "(log10(1+r) - r/ln 10) / r^2")
     for name, count in SHORT_COUNTS:
         logarithm(f"ln_{name}", short, 2, count, D(1), "(ln(1+r) - r) / r^2")

@@ -1,0 +1,32 @@
+// e^x - 1 of doubles (exp/exp_core.hpp). The result has the sign of x, -0 included.
+//
+// Exceptional inputs: an overflow beyond 709.78; -inf gives -1, +inf stays, NaN is quieted.
+#include "exp/exp_core.hpp"
+#include "frame/member.hpp"
+#include "kelvm/exp.h"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+template <Expm1Accuracy A> struct Expm164f : KernelDefaults {
+  using Element = double;
+  static constexpr bool stray_underflow = true; // x^2 of a tiny x
+  static constexpr double covered = 708;
+  template <class V> static Marks<V> special(V x) { return above(abs(x), covered); }
+  template <class V> static V formula(V x) { return with_sign(exp_minus_1<A>(x), sign_of(x)); }
+  static double element(double x, kelStatus& status) {
+    if (x != x) return x + x;
+    if (x < 0) return -1;
+    if (x == infinity<double>) return x;
+    // e^x is beyond 2^1000.
+    const double y = exp_any<ExpAccuracy::pow>(x, 0);
+    return y == infinity<double> ? overflow(status, 1.0) : y;
+  }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsExpm1_64f_A26, kelvm::Expm164f<kelvm::Expm1Accuracy::a26>)
+KELVM_UNARY(kelsExpm1_64f_A50, kelvm::Expm164f<kelvm::Expm1Accuracy::a50>)
+KELVM_UNARY(kelsExpm1_64f_A53, kelvm::Expm164f<kelvm::Expm1Accuracy::a53>)
