@@ -2,9 +2,9 @@
 // polynomial. The cosine has the half-integer h = round(x / pi + 1/2) - 1/2 in the place of k.
 //
 //          computed in   |x| up to   pi in parts   polynomial   error
-//   A24    double        10000       2             degree 9     0.81 ulp (cosine 0.53)
-//   A21    float         10000       4             degree 9     2^-22 (cosine 2^-21.8)
-//   A11    float         10000       2 or 4        degree 7     1.6e-4 absolute (cosine 2^-12 relative)
+//   A24    double        10000       2             degree 9     0.81 ulp (cosine 0.6)
+//   A21    float         10000       4             degree 9     2^-22
+//   A11    float         10000       2 or 4        degree 7     1.6e-4 absolute (cosine 2^-19 relative)
 //
 // Larger elements are computed in double. Zeros keep their sign, and tiny elements are their own sines, by the formulas
 // themselves.
