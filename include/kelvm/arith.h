@@ -32,6 +32,29 @@ KELVM_API kelStatus kelsSqr_64f_A53(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsAbs_32f_A24(const float* src, float* dst, int len);
 KELVM_API kelStatus kelsAbs_64f_A53(const double* src, double* dst, int len);
 
+/** dst[i] = src1[i] / src2[i]: the IEEE quotient at A24 and A53, within 2^-11, 2^-21, 2^-26 or 2^-50 of it at the other
+ * accuracies; subnormal arguments and results are honoured. An infinity over a finite value gives an infinity, a finite
+ * value over an infinity a zero, without warning.
+ * Warnings: kelStatusSingularity for x / 0, x finite and non-zero (infinity of the product's sign); kelStatusDomain for
+ * 0 / 0 and infinity / infinity (NaN); kelStatusOverflow; kelStatusUnderflow for a quotient below the normal range. */
+KELVM_API kelStatus kelsDiv_32f_A11(const float* src1, const float* src2, float* dst, int len);
+KELVM_API kelStatus kelsDiv_32f_A21(const float* src1, const float* src2, float* dst, int len);
+KELVM_API kelStatus kelsDiv_32f_A24(const float* src1, const float* src2, float* dst, int len);
+KELVM_API kelStatus kelsDiv_64f_A26(const double* src1, const double* src2, double* dst, int len);
+KELVM_API kelStatus kelsDiv_64f_A50(const double* src1, const double* src2, double* dst, int len);
+KELVM_API kelStatus kelsDiv_64f_A53(const double* src1, const double* src2, double* dst, int len);
+
+/** dst[i] = 1 / src[i]: correctly rounded at A24 and A53, within 2^-11, 2^-21, 2^-26 or 2^-50 at the other accuracies;
+ * an infinity gives a zero of its sign.
+ * Warnings: kelStatusSingularity for a zero (infinity of its sign); kelStatusOverflow for a subnormal whose reciprocal
+ * overflows; kelStatusUnderflow for a subnormal reciprocal. */
+KELVM_API kelStatus kelsInv_32f_A11(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsInv_32f_A21(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsInv_32f_A24(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsInv_64f_A26(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsInv_64f_A50(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsInv_64f_A53(const double* src, double* dst, int len);
+
 /* Rounding to integral values, kept in the type. Exact; infinities and zeros are kept, signs included, except where
  * said otherwise; a NaN gives a quiet NaN. No warnings. */
 

@@ -27,8 +27,8 @@ KELVM_API kelStatus kelsSin_64f_A53(const double* src, double* dst, int len);
 
 /** dst[i] = cos src[i]
  *
- * Error: 64f_A53 and A50 at most 0.61 ulp (0.53 below 90112), 32f_A24 0.53 ulp, 32f_A21 and A11 2^-bits of the suffix,
- * relative. 64f_A26 keeps the absolute error below 3e-11 and its relative accuracy everywhere but next to the zeros. */
+ * Error: 64f_A53 and A50 at most 0.61 ulp (0.53 below 90112), 32f_A24 0.6 ulp, 32f_A21 2^-22, 32f_A11 2^-18 relative.
+ * 64f_A26 keeps the absolute error below 3e-11 and its relative accuracy everywhere but next to the zeros. */
 KELVM_API kelStatus kelsCos_32f_A11(const float* src, float* dst, int len);
 KELVM_API kelStatus kelsCos_32f_A21(const float* src, float* dst, int len);
 KELVM_API kelStatus kelsCos_32f_A24(const float* src, float* dst, int len);

@@ -45,7 +45,7 @@ template <class Base> struct LogA24 : KernelDefaults {
 template <class Base, FloatLogAccuracy A> struct LogSingle : KernelDefaults {
   using Element = float;
   static constexpr int vectors_in_flight = log_vectors_in_flight;
-  static constexpr bool stray_underflow = A == FloatLogAccuracy::a21; // powers of x / 2^k - 1
+  static constexpr bool stray_underflow = true; // high powers of a tiny f
   template <class V> static Marks<V> special(V x) { return not_normal_positive(x); }
   template <class V> static V formula(V x) { return float_logarithm<Base, A>(x); }
   static float element(float x, kelStatus& status) {

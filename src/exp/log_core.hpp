@@ -1,13 +1,17 @@
 // The logarithm core, for any width: what every member that needs a logarithm shares.
 //
-// x = 2^k m with m in [0.707, 1.414), and a table of 256 rows of m's upper bits gives c near 1/m:
+// x = 2^k m with m in one octave around 1, and a table by m's upper bits gives c near 1/m:
 //
-//   ln x = k ln 2 - ln c + ln(1 + r),   r = m c - 1,   |r| < 0.00293
+//   ln x = k ln 2 - ln c + ln(1 + r),   r = m c - 1
 //
-// c has so few bits (a multiple of 2^-9 below 1, of 2^-8 above) that r is a double: the reduction is exact and its
-// error term, which a logarithm near 1 cannot do without, vanishes. The row around 1 has c = 1 and ln c = 0, and
-// reaches over both sides of 1: there the formula is the series of ln(1 + r) and nothing cancels. After Tang,
-// "Table-driven implementation of the logarithm function in IEEE floating-point arithmetic", 1990.
+// The row around 1 has c = 1 and ln c = 0, and reaches over both sides of 1: there the formula is the series of
+// ln(1 + r) and nothing cancels. After Tang, "Table-driven implementation of the logarithm function in IEEE
+// floating-point arithmetic", 1990. Two tables:
+//
+//   ExactRows   256 rows, |r| < 0.003. c has so few bits (a multiple of 2^-9 below 1, of 2^-8 above) that r is a
+//               double: the reduction has no error, which full precision near 1 could not do without. ln c has a head
+//               and a tail.
+//   ShortRows   32 rows, |r| < 0.016, few enough for registers. r and ln c are rounded.
 //
 // Base 10 has tables of its own and the factor 1 / ln 10 in the coefficients.
 #pragma once
@@ -19,8 +23,8 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// How exact a logarithm in double arithmetic is: `a53` within 0.51 ulp, `a50` within 2 ulps, `a24` and `a26` with
-/// relative errors below 2^-38 and 2^-28.
+/// How exact a logarithm in double arithmetic is: `a53` within 0.51 ulp; `a50`, `a24` and `a26` with relative
+/// errors below 2^-50.3, 2^-43 (from a float) and 2^-28.
 enum class LogAccuracy { a53, a50, a24, a26 };
 
 /// How the octave of m is divided: 2^bits rows from the double `lowest` on, less half a row.

@@ -158,6 +158,25 @@ template <class To, class V> inline To convert(V v) {
     return __builtin_convertvector(v, To);
 }
 
+/// The products of the low 32 bits of 64-bit lanes.
+template <class B> inline B multiply_low_halves(B a, B b) {
+  static_assert(sizeof(Lane<B>) == 8);
+  if constexpr (lanes<B> == 1) {
+    return B(std::uint32_t(a)) * std::uint32_t(b);
+#if KELVM_AVX512
+  } else if constexpr (sizeof a == 64) {
+    return (B)_mm512_maskz_mul_epu32(__mmask8(-1), (__m512i)a, (__m512i)b);
+#endif
+#if KELVM_AVX512 || KELVM_AVX2
+  } else if constexpr (sizeof a == 32) {
+    return (B)_mm256_mul_epu32((__m256i)a, (__m256i)b);
+#endif
+  } else {
+    static_assert(sizeof a == 16);
+    return (B)_mm_mul_epu32((__m128i)a, (__m128i)b);
+  }
+}
+
 /// Half 0 or 1 of a vector.
 template <int Half, class V> inline Vec<Lane<V>, lanes<V> / 2> half(V v) {
   return [v]<int... I>(std::integer_sequence<int, I...>) {
@@ -257,9 +276,9 @@ template <class V> inline V sqrt(V v) {
 #if KELVM_AVX512
   } else if constexpr (sizeof v == 64) {
     if constexpr (wide)
-      return (V)_mm512_sqrt_pd((__m512d)v);
+      return (V)_mm512_maskz_sqrt_pd(__mmask8(-1), (__m512d)v);
     else
-      return (V)_mm512_sqrt_ps((__m512)v);
+      return (V)_mm512_maskz_sqrt_ps(__mmask16(-1), (__m512)v);
 #endif
 #if KELVM_AVX512 || KELVM_AVX2
   } else if constexpr (sizeof v == 32) {

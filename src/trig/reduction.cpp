@@ -65,8 +65,7 @@ Quadrant reduce_large(double x) {
 
   // Times pi/2 = 2 (pi_0 2^-64 + pi_1 2^-128), the upper 128 bits.
   constexpr Word pi_0 = 0xC90FDAA22168C234, pi_1 = 0xC4C6628B80DC1CD1;
-  const DoubleWord cross = DoubleWord(upper) * pi_1 + high(DoubleWord(lower) * pi_0);
-  const DoubleWord y = DoubleWord(upper) * pi_0 + high(cross);
+  const DoubleWord y = DoubleWord(upper) * pi_0 + high(DoubleWord(upper) * pi_1) + high(DoubleWord(lower) * pi_0);
 
   const double unit = from_pattern(Word(1023 - 63 - zeros) << 52); // of the upper word of y
   const double head = double(std::int64_t(high(y) >> 11)) * 0x1p11;

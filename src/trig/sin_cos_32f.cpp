@@ -2,9 +2,9 @@
 // polynomial. The cosine has the half-integer h = round(x / pi + 1/2) - 1/2 in the place of k.
 //
 //          computed in   |x| up to   pi in parts   polynomial   error
-//   A24    double        10000       2             degree 9     0.81 ulp (cosine 0.53)
-//   A21    float         10000       4             degree 9     2^-22 (cosine 2^-21.8)
-//   A11    float         10000       2 or 4        degree 7     1.6e-4 absolute (cosine 2^-12 relative)
+//   A24    double        10000       2             degree 9     0.81 ulp (cosine 0.6)
+//   A21    float         10000       4             degree 9     2^-22
+//   A11    float         10000       2 or 4        degree 7     1.6e-4 absolute (cosine 2^-19 relative)
 //
 // Larger elements are computed in double. Zeros keep their sign, and tiny elements are their own sines, by the formulas
 // themselves.
@@ -77,6 +77,11 @@ struct A24 : SinCos32<A24> {
   using SinCos32<A24>::cosine;
 };
 
+/// x - k pi, with pi in four parts.
+template <class V> inline V accurate_remainder(V x, V k) {
+  return x - k * 3.140625f - k * 0x1.fb4p-11f - k * 0x1.444p-23f - k * 0x1.68c234p-38f;
+}
+
 /// sin r = r + r z (q1 + z (...)), z = r^2, in single precision.
 template <class V, int N> inline V sine_series(V r, const float (&q)[N]) {
   const V z = r * r;
@@ -89,7 +94,7 @@ template <class P> struct Single : SinCos32<P> {
     const V r = P::remainder(x, k);
     return with_sign(sine_series(r, P::q), sign_of(r));
   }
-  template <class V> static V cosine(V x, V h) { return sine_series(P::cosine_remainder(x, h), P::q); }
+  template <class V> static V cosine(V x, V h) { return sine_series(accurate_remainder(x, h), P::cosine_q); }
   using SinCos32<P>::sine;
   using SinCos32<P>::cosine;
 };
@@ -97,22 +102,20 @@ template <class P> struct Single : SinCos32<P> {
 struct A21 : Single<A21> {
   static constexpr float last = 10000;
   static constexpr float q[] = {-0x1.55554ap-3f, 0x1.110ee6p-7f, -0x1.9f75e2p-13f, 0x1.5e0a32p-19f};
-  template <class V> static V remainder(V x, V k) {
-    return x - k * 3.140625f - k * 0x1.fb4p-11f - k * 0x1.444p-23f - k * 0x1.68c234p-38f;
-  }
-  template <class V> static V cosine_remainder(V x, V h) { return remainder(x, h); }
+  static constexpr const auto& cosine_q = q;
+  template <class V> static V remainder(V x, V k) { return accurate_remainder(x, k); }
 };
 
 struct A11 : Single<A11> {
   static constexpr float last = 10000;
   static constexpr float q[] = {-0x1.55554cp-3f, 0x1.110ed4p-7f, -0x1.9f6ffep-13f};
+  static constexpr const auto& cosine_q = sine_half_pi_single;
   /// Two parts of pi up to 4000, four beyond.
   template <class V> static V remainder(V x, V k) {
     const V r = x - k * 3.140625f - k * 0x1.fb5444p-11f;
     const Marks<V> far = above(abs(x), 4000.0f);
-    return any(far) ? select(far, A21::remainder(x, k), r) : r;
+    return any(far) ? select(far, accurate_remainder(x, k), r) : r;
   }
-  template <class V> static V cosine_remainder(V x, V h) { return A21::remainder(x, h); }
 };
 
 } // namespace

@@ -15,6 +15,13 @@ constexpr double sine_half_pi[5] = {
     0x1.5d2e6929e93b5p-19,
 };
 
+/// (sin r - r) / r^3 by powers of r^2, |r| <= pi/2, 1 at pi/2: sin r to 2^-19.1
+constexpr float sine_half_pi_single[3] = {
+    -0x1.55510cp-3f,
+    0x1.1070ap-7f,
+    -0x1.84b79p-13f,
+};
+
 /// (tan r - r) / r^3 by powers of r^2, |r| <= pi/64: tan r to 2^-68.6
 constexpr double tangent_5[5] = {
     0x1.5555555555555p-2,

@@ -98,6 +98,7 @@ seq 5000 >many
 (trap '' XFSZ && ulimit -f 1 && exec "$apply" kelsFloor_64f many -o out/result) 2>errors
 [[ $? == 2 && $(cat errors) == 'out/result: cannot be written: File too large' && $(cat out/result) == before &&
   $(ls -A out) == result ]] || fail "output that breaks off half-way: $(cat errors) $(ls -A out)"
+rm -r out
 "$apply" kelsFloor_64f three >/dev/full 2>errors
 [[ $? == 2 && $(cat errors) == 'standard output: cannot be written: No space left on device' ]] ||
   fail "output to a full device: $(cat errors)"

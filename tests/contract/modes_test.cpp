@@ -117,7 +117,8 @@ TEST_P(Modes, AnElementRaisesTheFlagOfItsCodeAndNoOther) {
   const Strip& strip = sample.all;
   const std::vector<Element> elements = elements_of(s, strip, strip.count);
   const std::size_t part = member.part_size(), n = member.destination_size() / part;
-  const bool one_part = places_of(member).size() == 1 && member.shape != harness::Shape::ScalarPower; // NaN^0 is 1
+  // Of two sources or parts, one that is no NaN may decide: infinities, the exponent 0.
+  const bool one_part = places_of(member).size() == 1 && member.shape != harness::Shape::ScalarPower;
   for (int i = 0; i < strip.count; ++i) {
     bool nan_in = false, signalling_in = false, tiny = false, infinite = false, nan = false, all_nan = true;
     for (int place : places_of(member)) {

@@ -1,0 +1,52 @@
+// What the contenders are measured on: one set of random arguments a member, the same for all of them.
+#pragma once
+
+#include "members.hpp"
+#include "peers/peer.hpp"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+struct Range {
+  double lo, hi;
+};
+
+/// Where a family's arguments are taken from unless the command line says otherwise: uniform, for each part of the
+/// first and of the second source.
+struct Ranges {
+  Range first, second;
+};
+Ranges default_ranges(const harness::Member& member);
+
+class Data {
+public:
+  /// At least `minimum` elements are made, so that short calls can walk over different ones.
+  static constexpr std::ptrdiff_t minimum = 1024;
+
+  Data(const harness::Member& member, Ranges ranges, std::ptrdiff_t elements);
+
+  /// The arrays from their start; destinations are written by whoever is called.
+  Call call(std::ptrdiff_t n) const;
+  std::ptrdiff_t elements() const { return elements_; }
+  /// Part `part` of source `source` of element i, and what stands in result component `component`.
+  double argument(int source, int part, std::ptrdiff_t i) const;
+  double result(int component, std::ptrdiff_t i) const;
+  void clear_results();
+
+private:
+  harness::Member member_;
+  std::ptrdiff_t elements_;
+  mutable std::vector<char> arrays_[5];
+
+  /// An array with room for its placement: every array starts at its own offset in a page of memory, so that no load
+  /// waits for an unrelated store to the same offset.
+  enum class Place { source1, source2, scalar, destination1, destination2 };
+  static constexpr std::size_t page = 4096;
+  char* at(Place place) const;
+  double value(Place place, std::ptrdiff_t index) const;
+};
+
+} // namespace bench

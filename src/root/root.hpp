@@ -1,0 +1,73 @@
+// What the roots share: an approximation r of x^(-1/n), n = 2, 3, without divider and square root.
+//
+// First guess: the bits of a positive number, as an integer, are a piecewise linear logarithm, so that a constant minus
+// an n-th of them is the logarithm of about x^(-1/n). The constants balance the residual d = 1 - x r^n: at most 0.0682
+// and 0.1021. Refinement: r (1 - d)^(-1/n) with a polynomial for the power; each further coefficient gains about five
+// bits. Where more is wanted, the step is repeated with the residual of the better r.
+//
+// Blinn, "Floating-point tricks", 1997; Householder, "The numerical treatment of a single nonlinear equation", 1970.
+#pragma once
+
+#include "exact/polynomial.hpp"
+#include "root/root_tables.hpp"
+#include "simd/vec.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+/// About x^(-1/N) for a positive normal x, where that is normal as well: residual within the bounds above.
+template <int N, class V> inline V first_guess(V x) {
+  constexpr bool wide = sizeof(Lane<V>) == 8;
+  using B = Lane<Bits<V>>;
+  if constexpr (N == 2) {
+    return from_bits<V>(B(wide ? 0x5FE6E8EABBE35593 : 0x5F374756) - (bits(x) >> 1));
+  } else if constexpr (wide) {
+    return from_bits<V>(B(0x553EE96222F32195) - multiply_low_halves(bits(x) >> 32, splat<Bits<V>>(0x55555556)));
+  } else {
+    constexpr float third = 0x1.555556p-2f;
+    return bit_cast<V>(convert<Int<V>>(float(0x54A1F5BB) - convert<V>(int_bits(x)) * third));
+  }
+}
+
+/// The residual 1 - x r^N, its error about the rounding errors of 1.
+template <int N, class V> inline V residual(V x, V r) {
+  if constexpr (N == 2)
+    return Lane<V>(1) - (x * r) * r;
+  else
+    return Lane<V>(1) - (x * r) * (r * r);
+}
+
+/// x^(-1/N) as refined by the coefficients, which name their accuracy.
+template <int N, class V, int M> inline V inverse_root(V x, const Lane<V> (&c)[M]) {
+  const V r = first_guess<N>(x);
+  return r * estrin(residual<N>(x, r), c);
+}
+
+/// x rounded to that many significant bits, by its bits.
+template <int Kept, class V> inline V rounded(V x) {
+  constexpr int cleared = 53 - Kept;
+  return from_bits<V>((bits(x) + (Lane<Bits<V>>(1) << (cleared - 1))) & (~Lane<Bits<V>>(0) << cleared));
+}
+
+// Classification. Marks the elements that are not in [low, high], low and high positive and finite, NaN among them.
+// Bits are subtracted as integers, and the sign of the difference decides.
+
+template <class V> inline Bits<V> below(V x, Lane<V> low) { return bits(x) - bits(splat<V>(low)); }
+template <class V> inline Bits<V> beyond(V x, Lane<V> high) { return bits(splat<V>(high)) - bits(x); }
+
+/// For any x.
+template <class V> inline Marks<V> outside(V x, Lane<V> low, Lane<V> high) {
+  return bit_cast<Marks<V>>(below(x, low) | beyond(x, high));
+}
+/// For x >= +0, zero counting as inside.
+template <class V> inline Marks<V> outside_but_zero(V x, Lane<V> low, Lane<V> high) {
+  return bit_cast<Marks<V>>((below(x, low) & -bits(x)) | beyond(x, high));
+}
+/// For any x, +0 counting as inside.
+template <class V> inline Marks<V> outside_but_plus_zero(V x, Lane<V> low, Lane<V> high) {
+  return int_bits(x) | outside_but_zero(x, low, high);
+}
+
+template <class T> inline constexpr T smallest_normal = sizeof(T) == 8 ? T(0x1p-1022) : T(0x1p-126);
+template <class T> inline constexpr T largest_finite = sizeof(T) == 8 ? T(0x1.fffffffffffffp1023) : T(0x1.fffffep127);
+
+} // namespace kelvm::inline KELVM_BUILD
