@@ -236,7 +236,7 @@ const Sample& sample_of(const Subject& s) {
   if (!is_new) return sample;
 
   std::vector<Element> elements = special_elements(s.member);
-  for (const Element& e : domain_elements(s.member, 500)) elements.push_back(e);
+  for (const Element& e : domain_elements(s.member, 3000)) elements.push_back(e);
   std::shuffle(elements.begin(), elements.end(), std::minstd_rand(7));
   sample.all = alone(s, elements);
   std::vector<int> special, everything(elements.size());
