@@ -6,6 +6,7 @@
 #include "kelvm/complex.h"
 #include "kelvm/exp.h"
 #include "kelvm/root.h"
+#include "kelvm/special.h"
 #include "kelvm/trig.h"
 #include "kelvm/types.h"
 #include "kelvm/version.h"
