@@ -13,9 +13,11 @@ KELVM_BEGIN_DECLARATIONS
  * where it is below the smallest normal number (result subnormal or +0).
  * Flags: results that are stored constants raise none: the infinities and zeros of the double members, and of 32f_A11
  * beyond |x| = 160. All others raise overflow or underflow with their warning, but for a subnormal result that is
- * exact. NaN: the 64f_A53 member gives the NaN with every bit set, 32f_A11 the argument unchanged (also a signalling
- * NaN), the others the argument quieted. 64f_A26 gives +inf without a warning from 709.7773 on, where the exact result
- * is still finite, up to 709.7827. 32f_A11 warns of underflow from -87.33655 on down.
+ * exact.
+ * NaN: the 64f_A53 member gives the NaN with every bit set, 32f_A11 the argument unchanged (also a signalling NaN), the
+ * others the argument quieted.
+ * 64f_A26 gives +inf without a warning from 709.7773 on, where the exact result is still finite, up to 709.7827.
+ * 32f_A11 warns of underflow from -87.33655 on down.
  *
  * Error: 64f_A53 at most 0.53 ulp, 32f_A24 0.574 ulp (subnormal results 1 ulp); the others 2^-bits of the suffix,
  * relative. */
