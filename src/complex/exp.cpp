@@ -40,9 +40,9 @@ template <class P> using Exp64 = PlaneFunction<Exp, double, P>;
 } // namespace
 } // namespace kelvm::inline KELVM_BUILD
 
-KELVM_COMPLEX_UNARY(kelsExp_32fc_A11, kelvm::Exp32<kelvm::Short<kelvm::ExpAccuracy::a26>>)
-KELVM_COMPLEX_UNARY(kelsExp_32fc_A21, kelvm::Exp32<kelvm::Short<kelvm::ExpAccuracy::a26>>)
-KELVM_COMPLEX_UNARY(kelsExp_32fc_A24, kelvm::Exp32<kelvm::Short<kelvm::ExpAccuracy::a24>>)
-KELVM_COMPLEX_UNARY(kelsExp_64fc_A26, kelvm::Exp64<kelvm::Short<kelvm::ExpAccuracy::a26>>)
+KELVM_COMPLEX_UNARY(kelsExp_32fc_A11, kelvm::Exp32<kelvm::ShortA26>)
+KELVM_COMPLEX_UNARY(kelsExp_32fc_A21, kelvm::Exp32<kelvm::ShortA26>)
+KELVM_COMPLEX_UNARY(kelsExp_32fc_A24, kelvm::Exp32<kelvm::ShortA24>)
+KELVM_COMPLEX_UNARY(kelsExp_64fc_A26, kelvm::Exp64<kelvm::ShortA26>)
 KELVM_COMPLEX_UNARY(kelsExp_64fc_A50, kelvm::Exp64<kelvm::Middle>)
 KELVM_COMPLEX_UNARY(kelsExp_64fc_A53, kelvm::Exp64<kelvm::Full>)

@@ -24,9 +24,12 @@ CosSin<ScaledSum> any_cos_sin(double y) {
     const Scaled sine = scaled(y);
     return {{{1.0, 0}, 0}, {{sine.fraction, 0}, sine.exponent}};
   }
-  const Remainder<double> r = reduce_any(abs(y));
-  const SmallAngle<double> small(r.head);
-  const HeadTail<double> cos = normalised(sine<1>(r, small)), sin = normalised(sine<0>(r, small));
+  const WithinReach<double> within(abs(y));
+  Remainder<double> r = long_reduce(within.y);
+  r.tail += within.tail;
+  r.index += within.index;
+  const CosSin<Split<double>> c = Full::cos_sin(r);
+  const HeadTail<double> cos = fast_two_sum(c.cos.head, c.cos.rest), sin = fast_two_sum(c.sin.head, c.sin.rest);
   return {{cos, 0}, {{flip_sign(sin.head, sign_of(y)), flip_sign(sin.tail, sign_of(y))}, 0}};
 }
 

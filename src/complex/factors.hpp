@@ -17,6 +17,8 @@
 #pragma once
 
 #include "complex/complex.hpp"
+#include "complex/factors_tables.hpp"
+#include "exact/polynomial.hpp"
 #include "exp/exp_core.hpp"
 #include "trig/sine_cosine.hpp"
 #include "trig/tangent.hpp"
@@ -38,6 +40,19 @@ template <class V> inline Split<V> split(HeadTail<V> a) {
   return {head, (a.head - head) + a.tail};
 }
 
+/// y = index pi/32 + head + tail, |head| <= pi/64, for |y| < 2^17; the error is below 2^-120, which matters where y
+/// is a multiple of pi/2 but for 2^-53.
+template <class V> inline Remainder<V> long_reduce(V y) {
+  using namespace factors_tables;
+  const V shifted = y * thirty_two_over_pi + 0x1.8p52;
+  const V k = shifted - 0x1.8p52;
+  const V t = y - k * pi_32_0;
+  const V first = t - k * pi_32_1;
+  const V second = ((t - first) - k * pi_32_1) - k * pi_32_2;
+  const V head = first + second;
+  return {head, ((first - head) + second) - k * pi_32_3, int_bits(shifted)};
+}
+
 /// Head and tail throughout, one rounding at the end: 0.52 ulp.
 struct Full {
   static constexpr bool splits = true;            // products of tiny factors lose bits below the range
@@ -47,11 +62,26 @@ struct Full {
   template <class V> static V product(const Split<V>& a, const Split<V>& b) {
     return a.head * b.head + (a.head * b.rest + a.rest * (b.head + b.rest));
   }
-  template <class V> static CosSin<Split<V>> cos_sin(V y) {
-    const Remainder<V> r = reduce(y);
-    const SmallAngle<V> small(r.head);
-    return {split(sine<1>(r, small)), split(sine<0>(r, small))};
+  /// With a = index pi/32, sin r = head + beyond and cos r = 1 + c, where head has 26 bits:
+  ///   sin(a + r) = sin a + cos a head + (cos a beyond + sin a c), cos(a + r) = cos a - sin a head + (...).
+  /// sin a and cos a are 26 bits and a rest, so that the products with head are exact. Error 2^-59 relative, next to
+  /// the zeros too.
+  template <class V> static CosSin<Split<V>> cos_sin(const Remainder<V>& r) {
+    const auto [sin_head, sin_rest, cos_head, cos_rest] = lookup_row<factors_tables::sine_cosine>(r.index & 63);
+    const V sin = sin_head + sin_rest, cos = cos_head + cos_rest;
+    const V z = r.head * r.head, head = head_of(r.head);
+    const V beyond = ((r.head - head) + r.tail) + (r.head * z) * horner(z, factors_tables::sine_full);
+    const V c = z * horner(z, factors_tables::cosine_full);
+    // The sum's upper 26 bits, and exactly what is left of it.
+    const auto sum = [](V a, V product, V rest) {
+      const V upper = head_of(a + product);
+      return Split<V>{upper, ((a - upper) + product) + rest};
+    };
+    return {sum(cos_head, -(sin_head * head), (cos_rest - sin_rest * head) + (cos * c - sin * beyond)),
+            sum(sin_head, cos_head * head, (sin_rest + cos_rest * head) + (cos * beyond + sin * c))};
   }
+  template <class V> static CosSin<Split<V>> cos_sin(V y) { return cos_sin(long_reduce(y)); }
+
   template <class V> struct Exponential {
     Split<V> value;
     V scale;
@@ -64,13 +94,22 @@ struct Full {
   }
 };
 
-/// Factors are numbers; an exponential of accuracy A.
-template <ExpAccuracy A> struct Rounded {
+/// Factors are numbers: an exponential of accuracy A, a cosine and sine of the same angles with
+///   sin r = r + r^3 (...), cos r = 1 + r^2 (...)
+/// from the coefficients of P; relative errors stay small next to the zeros.
+template <ExpAccuracy A, class P> struct Rounded {
   static constexpr bool splits = false;
   static constexpr double largest_exponent = 708;
   template <class V> using Factor = V;
 
   template <class V> static V product(V a, V b) { return a * b; }
+  template <class V> static CosSin<V> cos_sin(V y) {
+    const V shifted = y * thirty_two_over_pi + 0x1.8p52;
+    const V r = remainder(y, shifted - 0x1.8p52), z = r * r;
+    const auto [cos_a, sin_a] = lookup_pair<cosine_sine>(int_bits(shifted) & 63);
+    const V c = z * horner(z, P::cosine), sin_r = r + (r * z) * horner(z, P::sine);
+    return {cos_a + (cos_a * c - sin_a * sin_r), sin_a + (sin_a * c + cos_a * sin_r)};
+  }
   template <class V> struct Exponential {
     V value;
     V times(V factor) const { return value * factor; }
@@ -78,28 +117,17 @@ template <ExpAccuracy A> struct Rounded {
   template <class V> static Exponential<V> exponential(V x) { return {exp_normal<A>(x, V{})}; }
 };
 
-/// Each factor within an ulp or so: by norm 2^-51.
-struct Middle : Rounded<ExpAccuracy::a50> {
-  template <class V> static CosSin<V> cos_sin(V y) {
-    const Remainder<V> r = reduce(y);
-    const SmallAngle<V> small(r.head);
-    const HeadTail<V> cos = sine<1>(r, small), sin = sine<0>(r, small);
-    return {cos.head + cos.tail, sin.head + sin.tail};
-  }
+struct LongSeries {
+  static constexpr const auto &sine = factors_tables::sine_full, &cosine = factors_tables::cosine_full;
 };
-
-/// Sine and cosine to 2^-35, next to their zeros too: the same table of angles, and with r = y - k pi/32
-///   sin r = r (1 - r^2/6 + r^4/120), cos r = 1 - r^2/2 + r^4/24.
-template <ExpAccuracy A> struct Short : Rounded<A> {
-  template <class V> static CosSin<V> cos_sin(V y) {
-    const V shifted = y * thirty_two_over_pi + 0x1.8p52;
-    const V r = remainder(y, shifted - 0x1.8p52), z = r * r;
-    const auto [cos_a, sin_a] = lookup_pair<cosine_sine>(int_bits(shifted) & 63);
-    const V cos_r = 1.0 + z * (-0.5 + z * 0x1.5555555555555p-5);
-    const V sin_r = r + (r * z) * (-0x1.5555555555555p-3 + z * 0x1.1111111111111p-7);
-    return {cos_a * cos_r - sin_a * sin_r, sin_a * cos_r + cos_a * sin_r};
-  }
+struct ShortSeries {
+  static constexpr const auto &sine = factors_tables::sine_short, &cosine = factors_tables::cosine_short;
 };
+/// About an ulp a factor.
+using Middle = Rounded<ExpAccuracy::a50, LongSeries>;
+/// Cosine and sine to 2^-40; the exponential to 2^-42 for results that are rounded to float, to 2^-33 for A26.
+using ShortA24 = Rounded<ExpAccuracy::a24, ShortSeries>;
+using ShortA26 = Rounded<ExpAccuracy::a26, ShortSeries>;
 
 // --- one element, any operands --------------------------------------------------------------------------------------
 
