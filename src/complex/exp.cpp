@@ -1,15 +1,17 @@
 // Complex exponential: e^(x + iy) = e^x cos y + i e^x sin y.
 //
-//          e^x                    cos y, sin y        products         error
-//   A53    head of 26 bits, rest  head and tail       one rounding     0.52 ulp a part
-//   A50    rounded                rounded             rounded          2^-51 by norm
-//   A26    2^-33                  2^-35               rounded          2^-32 by norm
-//   A24    2^-42                  2^-35, in double    rounded once     0.501 ulp a part
+//          e^x                    cos y, sin y            products         error
+//   A53    head of 26 bits, rest  head of 26 bits, rest   one rounding     0.52 ulp a part
+//   A50    rounded                rounded                 rounded          2^-51 by norm
+//   A26    2^-33                  2^-40                   rounded          2^-33 by norm
+//   A24    2^-42                  2^-40, in double        rounded once     0.501 ulp a part
+//   A21    2^-23.5 in float       2^-23 in float          rounded          2^-22.6 by norm
+//   A11    2^-13 in float         2^-16 in float          rounded          2^-12.6 by norm
 //
 // e^x is unscaled until the product is made, the sine is that of |y| with the sign put back: conjugate symmetry holds
 // bit for bit, and zeros keep their sign.
 //
-// element() computes what is beyond |x| = 708 (650 at full precision, 88 for floats) with the power of two apart, so
+// element() computes what is beyond |x| = 708 (650 at full precision, 87 or 88 for floats) with the power of two apart, so
 // that e^x may overflow where its product with a small sine does not; large angles; tiny ones, whose product with a
 // rest would underflow; infinities and NaNs.
 #include "complex/factors.hpp"
@@ -40,8 +42,8 @@ template <class P> using Exp64 = PlaneFunction<Exp, double, P>;
 } // namespace
 } // namespace kelvm::inline KELVM_BUILD
 
-KELVM_COMPLEX_UNARY(kelsExp_32fc_A11, kelvm::Exp32<kelvm::ShortA26>)
-KELVM_COMPLEX_UNARY(kelsExp_32fc_A21, kelvm::Exp32<kelvm::ShortA26>)
+KELVM_COMPLEX_UNARY(kelsExp_32fc_A11, kelvm::Exp32<kelvm::SingleA11>)
+KELVM_COMPLEX_UNARY(kelsExp_32fc_A21, kelvm::Exp32<kelvm::SingleA21>)
 KELVM_COMPLEX_UNARY(kelsExp_32fc_A24, kelvm::Exp32<kelvm::ShortA24>)
 KELVM_COMPLEX_UNARY(kelsExp_64fc_A26, kelvm::Exp64<kelvm::ShortA26>)
 KELVM_COMPLEX_UNARY(kelsExp_64fc_A50, kelvm::Exp64<kelvm::Middle>)

@@ -2,7 +2,7 @@
 // and a sine of y, and their products, at every accuracy; and the kernel that makes a member of a function F and an
 // accuracy P. F has
 //
-//   template <class P, class V> static Pair<V> formula(V x, V y)   for |x| <= last<P>, |y| <= last_angle
+//   template <class P, class V> static Pair<V> formula(V x, V y)   for |x| <= last<P>, |y| <= P::last_angle
 //   template <class P> static constexpr double last                 the largest |x| of formula
 //   static Pair<double> any(double x, double y)                     any x and y, correct but for the last rounding
 //
@@ -26,8 +26,6 @@
 namespace kelvm::inline KELVM_BUILD {
 
 template <class F> struct CosSin { F cos, sin; };
-
-constexpr double last_angle = 0x1.5ffffffffffffp+16; // below 90112
 
 // --- accuracies -----------------------------------------------------------------------------------------------------
 
@@ -53,8 +51,14 @@ template <class V> inline Remainder<V> long_reduce(V y) {
   return {head, ((first - head) + second) - k * pi_32_3, int_bits(shifted)};
 }
 
+/// What the accuracies in double share: angles below 90112.
+struct InDouble {
+  using Arithmetic = double;
+  static constexpr double last_angle = 0x1.5ffffffffffffp+16;
+};
+
 /// Head and tail throughout, one rounding at the end: 0.52 ulp.
-struct Full {
+struct Full : InDouble {
   static constexpr bool splits = true;            // products of tiny factors lose bits below the range
   static constexpr double largest_exponent = 650; // no product with a cosine or sine is subnormal but a negligible one
   template <class V> using Factor = Split<V>;
@@ -97,7 +101,7 @@ struct Full {
 /// Factors are numbers: an exponential of accuracy A, a cosine and sine of the same angles with
 ///   sin r = r + r^3 (...), cos r = 1 + r^2 (...)
 /// from the coefficients of P; relative errors stay small next to the zeros.
-template <ExpAccuracy A, class P> struct Rounded {
+template <ExpAccuracy A, class P> struct Rounded : InDouble {
   static constexpr bool splits = false;
   static constexpr double largest_exponent = 708;
   template <class V> using Factor = V;
@@ -129,6 +133,46 @@ using Middle = Rounded<ExpAccuracy::a50, LongSeries>;
 using ShortA24 = Rounded<ExpAccuracy::a24, ShortSeries>;
 using ShortA26 = Rounded<ExpAccuracy::a26, ShortSeries>;
 
+/// In float arithmetic, angles reduced by pi/2. What is subtracted first is exact, so that relative errors stay small
+/// next to the zeros.
+template <class P> struct Single {
+  using Arithmetic = float;
+  static constexpr bool splits = false;
+  static constexpr float largest_exponent = 87, last_angle = 10000;
+  template <class V> using Factor = V;
+
+  template <class V> static V product(V a, V b) { return a * b; }
+  template <class V> static CosSin<V> cos_sin(V y) {
+    const V shifted = y * 0x1.45f306p-1f + 0x1.8p23f;
+    const V k = shifted - 0x1.8p23f;
+    const V r = y - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f, z = r * r;
+    const V cos_r = 1.0f + z * horner(z, P::cosine), sin_r = r + (r * z) * horner(z, P::sine);
+    const Bits<V> quadrant = bits(shifted);
+    const Marks<V> odd = bit_cast<Marks<V>>(quadrant << 31);
+    return {flip_sign(select(odd, sin_r, cos_r), ((quadrant + 1) << 30) & sign_bit<V>),
+            flip_sign(select(odd, cos_r, sin_r), (quadrant << 30) & sign_bit<V>)};
+  }
+  template <class V> struct Exponential {
+    V value;
+    V times(V factor) const { return value * factor; }
+  };
+  template <class V> static Exponential<V> exponential(V x) {
+    const FloatExpReduced<V> reduced = float_exp_reduce(x);
+    const V r = reduced.r;
+    return {reduced.scaled(1.0f + (r + (r * r) * estrin(r, P::exponential)))};
+  }
+};
+struct SeriesA21 {
+  static constexpr const auto &sine = factors_tables::sine_single_a21, &cosine = factors_tables::cosine_single_a21;
+  static constexpr const auto& exponential = exp_core_tables::float_expm1_a21;
+};
+struct SeriesA11 {
+  static constexpr const auto &sine = factors_tables::sine_single_a11, &cosine = factors_tables::cosine_single_a11;
+  static constexpr const auto& exponential = exp_core_tables::float_exp_a11;
+};
+using SingleA21 = Single<SeriesA21>;
+using SingleA11 = Single<SeriesA11>;
+
 // --- one element, any operands --------------------------------------------------------------------------------------
 
 /// Factors to about 2^-58 with their power of two apart. Zero, infinite or NaN by their heads; not normalised.
@@ -149,10 +193,10 @@ template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
   static constexpr bool stray_underflow = true;
 
   /// A quotient or product that overflows float does so in element().
-  static constexpr T last = sizeof(T) == 4 && F::template last<P> > 88 ? T(88) : T(F::template last<P>);
+  static constexpr T last = sizeof(T) == 4 && F::template last<P> > 88 ? 88 : F::template last<P>;
 
   template <class V> static Marks<V> special(V x, V y) {
-    const Marks<V> large = above(abs(x), last) | above(abs(y), T(last_angle));
+    const Marks<V> large = above(abs(x), last) | above(abs(y), T(P::last_angle));
     if constexpr (P::splits)
       return large | tiny(x) | tiny(y);
     else
@@ -160,7 +204,7 @@ template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
   }
   template <class V> static Pair<V> formula(V x, V y) {
     const auto f = [](auto x, auto y) { return F::template formula<P>(x, y); };
-    if constexpr (sizeof(T) == 4)
+    if constexpr (sizeof(T) < sizeof(typename P::Arithmetic))
       return pair_in_double(f, x, y);
     else
       return f(x, y);
