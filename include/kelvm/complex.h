@@ -69,14 +69,46 @@ KELVM_API kelStatus kelsAbs_64fc_A53(const Complex64f* src, double* dst, int len
  * as long as the part is a normal number; the others within 2^-bits of the suffix, relative to the absolute value of
  * the result. Any finite number may be an angle. */
 
-/** dst[i] = the exponential of src[i]: e^x cos y + i e^x sin y. An e^x beyond the range is no overflow where its product
- * with the cosine or sine is not. */
+/** dst[i] = the exponential of src[i]: e^x cos y + i e^x sin y. An e^x beyond the range is no overflow where its
+ * product with the cosine or sine is not. */
 KELVM_API kelStatus kelsExp_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsExp_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsExp_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsExp_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsExp_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsExp_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the hyperbolic sine of src[i]: sinh x cos y + i cosh x sin y. */
+KELVM_API kelStatus kelsSinh_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSinh_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSinh_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSinh_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsSinh_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsSinh_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the hyperbolic cosine of src[i]: cosh x cos y + i sinh x sin y. */
+KELVM_API kelStatus kelsCosh_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsCosh_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsCosh_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsCosh_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsCosh_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsCosh_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the sine of src[i]: sin x cosh y + i cos x sinh y, the bits of -i sinh(iz). */
+KELVM_API kelStatus kelsSin_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSin_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSin_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSin_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsSin_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsSin_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the cosine of src[i]: cos x cosh y - i sin x sinh y, the bits of cosh(iz). */
+KELVM_API kelStatus kelsCos_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsCos_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsCos_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsCos_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsCos_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsCos_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
 
 KELVM_END_DECLARATIONS
 

@@ -49,7 +49,7 @@ inline Scaled scaled(double x) {
   return {from_bits<double>((bits(x) & 0x800FFFFFFFFFFFFFu) | 0x3FF0000000000000u), exponent};
 }
 
-/// (head + tail) 2^exponent, 2^-110 < |head| < 16 or zero.
+/// (head + tail) 2^exponent, 2^-110 < |head| < 2^110 or zero.
 struct ScaledSum {
   HeadTail<double> value;
   int exponent;

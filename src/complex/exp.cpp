@@ -8,11 +8,10 @@
 //   A21    2^-23.5 in float       2^-23 in float          rounded          2^-22.6 by norm
 //   A11    2^-13 in float         2^-16 in float          rounded          2^-12.6 by norm
 //
-// e^x is unscaled until the product is made, the sine is that of |y| with the sign put back: conjugate symmetry holds
-// bit for bit, and zeros keep their sign.
+// At full precision e^x is unscaled until the product is made.
 //
-// element() computes what is beyond |x| = 708 (650 at full precision, 87 or 88 for floats) with the power of two apart, so
-// that e^x may overflow where its product with a small sine does not; large angles; tiny ones, whose product with a
+// element() computes what is beyond |x| = 708 (650 at full precision, 87 or 88 for floats) with the power of two apart,
+// so that e^x may overflow where its product with a small sine does not; large angles; tiny ones, whose product with a
 // rest would underflow; infinities and NaNs.
 #include "complex/factors.hpp"
 #include "frame/member.hpp"
@@ -26,13 +25,13 @@ struct Exp {
 
   template <class P, class V> static Pair<V> formula(V x, V y) {
     const auto e = P::exponential(x);
-    const auto c = P::cos_sin(abs(y));
-    return {e.times(c.cos), flip_sign(e.times(c.sin), sign_of(y))};
+    const auto c = P::circular(abs(y));
+    return {e.times(c.even), flip_sign(e.times(c.odd), sign_of(y))};
   }
   static Pair<double> any(double x, double y) {
     const ScaledSum e = any_exponential(x);
-    const CosSin<ScaledSum> c = any_cos_sin(y);
-    return {any_product(Part::real, e, c.cos), any_product(Part::imaginary, e, c.sin)};
+    const EvenOdd<ScaledSum> c = any_circular(y);
+    return {any_product(Part::real, e, c.even), any_product(Part::imaginary, e, c.odd)};
   }
 };
 

@@ -1,4 +1,4 @@
-// Tables and coefficients of sines and cosines. Generated: do not edit.
+// Tables and coefficients of sines, cosines, hyperbolic sines and cosines. Generated: do not edit.
 //   tools/tables/complex_factors.py > src/complex/factors_tables.hpp
 #pragma once
 
@@ -82,51 +82,90 @@ inline constexpr double pi_32_1 = 0x1.0b4611a000000p-38;
 inline constexpr double pi_32_2 = 0x1.898cc51800000p-68;
 inline constexpr double pi_32_3 = -0x1.fc8f8cbb5bf6cp-101;
 
-// (sin r - r) / r^3 by powers of r^2, |r| <= pi/64: relative error 2^-60.0 of the sine
-inline constexpr double sine_full[] = {
+// (sin r - r) / r^3 by powers of r^2, |r| <= pi/64: relative error 2^-60.0
+inline constexpr double sin_full[] = {
     -0x1.5555555555455p-3,
     0x1.111111073c0d7p-7,
     -0x1.a013253929204p-13};
 
-// (cos r - 1) / r^2 by powers of r^2, |r| <= pi/64: absolute error 2^-73.2 of the cosine
-inline constexpr double cosine_full[] = {
+// (cos r - 1) / r^2 by powers of r^2, |r| <= pi/64: absolute error 2^-73.2
+inline constexpr double cos_full[] = {
     -0x1p-1,
     0x1.55555555554a8p-5,
     -0x1.6c16c161ba844p-10,
     0x1.a013db0b0f268p-16};
 
-// (sin r - r) / r^3 by powers of r^2, |r| <= pi/64: relative error 2^-43.1 of the sine
-inline constexpr double sine_short[] = {
+// (sin r - r) / r^3 by powers of r^2, |r| <= pi/64: relative error 2^-43.1
+inline constexpr double sin_short[] = {
     -0x1.5555554435b80p-3,
     0x1.110b78a1a4e46p-7};
 
-// (cos r - 1) / r^2 by powers of r^2, |r| <= pi/64: absolute error 2^-40.3 of the cosine
-inline constexpr double cosine_short[] = {
+// (cos r - 1) / r^2 by powers of r^2, |r| <= pi/64: absolute error 2^-40.3
+inline constexpr double cos_short[] = {
     -0x1.ffffffc411957p-2,
     0x1.554b8a9977ae4p-5};
 
-// (sin r - r) / r^3 by powers of r^2, |r| <= pi/4: relative error 2^-28.0 of the sine
-inline constexpr float sine_single_a21[] = {
+// (sin r - r) / r^3 by powers of r^2, |r| <= pi/4: relative error 2^-28.0
+inline constexpr float sin_single_a21[] = {
     -0x1.5555460000000p-3f,
     0x1.11077a0000000p-7f,
     -0x1.9954a80000000p-13f};
 
-// (cos r - 1) / r^2 by powers of r^2, |r| <= pi/4: absolute error 2^-33.1 of the cosine
-inline constexpr float cosine_single_a21[] = {
+// (cos r - 1) / r^2 by powers of r^2, |r| <= pi/4: absolute error 2^-33.1
+inline constexpr float cos_single_a21[] = {
     -0x1p-1f,
     0x1.55554a0000000p-5f,
     -0x1.6c0c2a0000000p-10f,
     0x1.99e8f80000000p-16f};
 
-// (sin r - r) / r^3 by powers of r^2, |r| <= pi/4: relative error 2^-19.1 of the sine
-inline constexpr float sine_single_a11[] = {
+// (sin r - r) / r^3 by powers of r^2, |r| <= pi/4: relative error 2^-19.1
+inline constexpr float sin_single_a11[] = {
     -0x1.5544720000000p-3f,
     0x1.0b86dc0000000p-7f};
 
-// (cos r - 1) / r^2 by powers of r^2, |r| <= pi/4: absolute error 2^-16.3 of the cosine
-inline constexpr float cosine_single_a11[] = {
+// (cos r - 1) / r^2 by powers of r^2, |r| <= pi/4: absolute error 2^-16.3
+inline constexpr float cos_single_a11[] = {
     -0x1.ffc51c0000000p-2f,
     0x1.4baa3a0000000p-5f};
+
+// (sinh r - r) / r^3 by powers of r^2, |r| <= ln 2 / 256: relative error 2^-68.2
+inline constexpr double sinh_full[] = {
+    0x1.55555555554afp-3,
+    0x1.1111156d14aacp-7};
+
+// (cosh r - 1) / r^2 by powers of r^2, |r| <= ln 2 / 256: absolute error 2^-65.4
+inline constexpr double cosh_full[] = {
+    0x1.ffffffffffdbap-2,
+    0x1.55555cf628fd4p-5};
+
+// (sinh r - r) / r^3 by powers of r^2, |r| <= ln 2 / 64: relative error 2^-35.6
+inline constexpr double sinh_short[] = {
+    0x1.5555c23fb5bd6p-3};
+
+// (cosh r - 1) / r^2 by powers of r^2, |r| <= ln 2 / 64: absolute error 2^-53.4
+inline constexpr double cosh_short[] = {
+    0x1.ffffffffdba3cp-2,
+    0x1.5555cf5e257fdp-5};
+
+// (sinh r - r) / r^3 by powers of r^2, |r| <= ln 2 / 2: relative error 2^-26.1
+inline constexpr float sinh_single_a21[] = {
+    0x1.5554ae0000000p-3f,
+    0x1.1228f00000000p-7f};
+
+// (cosh r - 1) / r^2 by powers of r^2, |r| <= ln 2 / 2: absolute error 2^-33.2
+inline constexpr float cosh_single_a21[] = {
+    0x1p-1f,
+    0x1.5554e60000000p-5f,
+    0x1.6d4f240000000p-10f};
+
+// (sinh r - r) / r^3 by powers of r^2, |r| <= ln 2 / 2: relative error 2^-15.6
+inline constexpr float sinh_single_a11[] = {
+    0x1.570a240000000p-3f};
+
+// (cosh r - 1) / r^2 by powers of r^2, |r| <= ln 2 / 2: absolute error 2^-23.3
+inline constexpr float cosh_single_a11[] = {
+    0x1.fffdb80000000p-2f,
+    0x1.573ec20000000p-5f};
 
 // clang-format on
 

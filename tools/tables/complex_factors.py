@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Angles and coefficients of the complex functions' sines and cosines: writes src/complex/factors_tables.hpp.
+"""Angles and coefficients of the complex functions' factors: writes src/complex/factors_tables.hpp.
 
     tools/tables/complex_factors.py > src/complex/factors_tables.hpp
 """
@@ -24,16 +24,17 @@ def arctan_of_inverse(n):
 PI = 4 * (4 * arctan_of_inverse(5) - arctan_of_inverse(239))
 
 
-def series(first, terms=25):
-    """The Taylor series of sine (first = 3) or cosine (2), from the power `first` on, divided by it: of z = r^2."""
+def series(first, sign=-1, terms=25):
+    """The Taylor series of sine (first = 3) or cosine (2), from the power `first` on, divided by it: of z = r^2. With
+    sign = 1 those of the hyperbolic ones."""
     def f(z):
-        term = D(-1)
+        term = D(sign)
         for k in range(2, first + 1):
             term /= k
         total = D(0)
         for k in range(first + 1, first + 2 * terms, 2):
             total += term
-            term *= -z / (k * (k + 1))
+            term *= sign * z / (k * (k + 1))
         return total
     return f
 
@@ -43,7 +44,7 @@ def sine_of_angle(j):
     if j % 16 == 0:
         return D((0, 1, 0, -1)[j // 16 % 4])
     x = PI * j / 32
-    return x + x**3 * series(3, 60)(x * x)
+    return x + x**3 * series(3, -1, 60)(x * x)
 
 
 def nearest(d, bits):
@@ -51,7 +52,7 @@ def nearest(d, bits):
 
 
 def main():
-    print("""// Tables and coefficients of sines and cosines. Generated: do not edit.
+    print("""// Tables and coefficients of sines, cosines, hyperbolic sines and cosines. Generated: do not edit.
 //   tools/tables/complex_factors.py > src/complex/factors_tables.hpp
 #pragma once
 
@@ -82,20 +83,24 @@ alignas(64) inline constexpr double sine_cosine[64][4] = {""")
         constant(f"pi_32_{i}", part)
     print()
 
-    def fits(name, label, bound, sine_count, cosine_count, ctype="double"):
+    def fits(name, label, bound, sine_count, cosine_count, ctype="double", h=""):
         high = (bound * D("1.001")) ** 2
         rounded = to_float if ctype == "float" else to_double
-        for kind, first, count in (("sine", 3, sine_count), ("cosine", 2, cosine_count)):
-            c, e = minimax(series(first), lambda z: z, range(count), D(0), high, rounded)
-            what = "(sin r - r) / r^3" if first == 3 else "(cos r - 1) / r^2"
+        for kind, first, count in (("sin", 3, sine_count), ("cos", 2, cosine_count)):
+            c, e = minimax(series(first, 1 if h else -1), lambda z: z, range(count), D(0), high, rounded)
+            what = f"({kind}{h} r - r) / r^3" if first == 3 else f"({kind}{h} r - 1) / r^2"
             error = "relative" if first == 3 else "absolute"
-            array(f"{kind}_{name}", f"{what} by powers of r^2, |r| <= {label}: {error} error 2^{e:.1f} of the {kind}",
-                  c, ctype)
+            array(f"{kind}{h}_{name}", f"{what} by powers of r^2, |r| <= {label}: {error} error 2^{e:.1f}", c, ctype)
 
     fits("full", "pi/64", PI / 64, 3, 4)
     fits("short", "pi/64", PI / 64, 2, 2)
     fits("single_a21", "pi/4", PI / 4, 3, 4, "float")
     fits("single_a11", "pi/4", PI / 4, 2, 2, "float")
+    ln2 = D(2).ln()
+    fits("full", "ln 2 / 256", ln2 / 256, 2, 2, "double", "h")
+    fits("short", "ln 2 / 64", ln2 / 64, 1, 2, "double", "h")
+    fits("single_a21", "ln 2 / 2", ln2 / 2, 2, 3, "float", "h")
+    fits("single_a11", "ln 2 / 2", ln2 / 2, 1, 2, "float", "h")
     print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::factors_tables")
 
 
