@@ -13,17 +13,18 @@ template <class V> inline V tanh_clamped(V x, Lane<V> limit) {
   return select(magnitude < splat<V>(limit), magnitude, splat<V>(limit));
 }
 
-/// tanh x, 0 <= x <= 20, as head and tail with a relative error below 2^-60. e = (head + tail) scale; the quotient does
-/// not depend on the scale. One division: the reciprocal serves the quotient and its correction.
+/// tanh x, 0 <= x <= 20, as head and tail with a relative error below 2^-60, |tail| < 2^-24 head. e = (head + tail)
+/// scale; the quotient does not depend on the scale. The head has 26 bits, as has that of the denominator: what it
+/// leaves of the dividend is exact but for rounding errors of its small parts.
 template <class V> inline HeadTail<V> tanh_head_tail(V x) {
   const Expm1Parts<V> e = expm1_a53(x + x);
   const HeadTail<V> sum = two_sum(e.head, 2.0 * inverse_power_of_2(e.scale));
-  const HeadTail<V> denominator = fast_two_sum(sum.head, sum.tail + e.tail);
-  const V inverse = 1.0 / denominator.head;
-  const V quotient = (e.head + e.tail) * inverse;
-  const HeadTail<V> product = two_product(quotient, denominator.head);
-  const V rest = ((e.head - product.head) - product.tail) + (e.tail - quotient * denominator.tail);
-  return {quotient, rest * inverse};
+  const V denominator = sum.head + e.tail;
+  const V denominator_head = head_of(denominator);
+  const V denominator_tail = ((sum.head - denominator_head) + sum.tail) + e.tail;
+  const V inverse = 1.0 / denominator;
+  const V head = head_of((e.head + e.tail) * inverse);
+  return {head, ((e.head - head * denominator_head) + (e.tail - head * denominator_tail)) * inverse};
 }
 
 /// tanh x, 0 <= x <= 20.
