@@ -110,6 +110,23 @@ KELVM_API kelStatus kelsCos_64fc_A26(const Complex64f* src, Complex64f* dst, int
 KELVM_API kelStatus kelsCos_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsCos_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
 
+/** dst[i] = the hyperbolic tangent of src[i]. Real part +-1 and imaginary part a zero where the real part of src[i] is
+ * infinite, whatever the imaginary one. */
+KELVM_API kelStatus kelsTanh_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsTanh_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsTanh_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsTanh_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsTanh_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsTanh_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the tangent of src[i], the bits of -i tanh(iz). */
+KELVM_API kelStatus kelsTan_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsTan_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsTan_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsTan_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsTan_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsTan_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
 KELVM_END_DECLARATIONS
 
 #endif

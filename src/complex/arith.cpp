@@ -48,25 +48,10 @@ template <class T> struct Conj : PartByPart<T> {
 
 /// a b + c d for finite operands, relative error below 2^-100.
 ScaledSum sum_of_products(double a, double b, double c, double d) {
-  const Scaled sa = scaled(a), sb = scaled(b), sc = scaled(c), sd = scaled(d);
-  HeadTail<double> p = two_product(sa.fraction, sb.fraction), q = two_product(sc.fraction, sd.fraction);
-  int e = sa.exponent + sb.exponent, f = sc.exponent + sd.exponent;
-  if (q.head == 0) f = e;
-  if (p.head == 0) e = f;
-  if (e < f) {
-    std::swap(p, q);
-    std::swap(e, f);
-  }
-  const double down = e - f > 300 ? 0.0 : power_of_two(f - e);
-  return {add(p, HeadTail<double>{q.head * down, q.tail * down}), e};
-}
-
-/// x / y, relative error below 2^-90.
-ScaledSum quotient(const ScaledSum& x, const ScaledSum& y) {
-  const double q = x.value.head / y.value.head;
-  const HeadTail<double> product = two_product(q, y.value.head);
-  const double rest = ((x.value.head - product.head) - product.tail) + (x.value.tail - q * y.value.tail);
-  return {fast_two_sum(q, rest / y.value.head), x.exponent - y.exponent};
+  const auto product = [](const Scaled& x, const Scaled& y) {
+    return ScaledSum{two_product(x.fraction, y.fraction), x.exponent + y.exponent};
+  };
+  return sum(product(scaled(a), scaled(b)), product(scaled(c), scaled(d)));
 }
 
 /// Sum and product that give the default NaN where they would raise invalid.
