@@ -41,7 +41,7 @@ template <class P, class V> auto arc_sine(V x, V y) {
   const Number larger = sqrt(T(0.5) * descending_sum(m, abs(n)));
   const Number cosh_beta = sqrt(one_plus(T(0.5) * descending_sum(m, n)));
   const Number smaller = quotient(y, larger);
-  const auto inside = rounded(n) < T(0);
+  const auto inside = is_negative(n);
   const Number sinh_beta = select(inside, smaller, larger), cos_alpha = select(inside, larger, smaller);
   const Number w = T(2) * normalised(product(sinh_beta, descending_sum(cosh_beta, sinh_beta)));
   return ArcSine<Number>{T(0.5) * P::log1p(w), normalised(product(cos_alpha, cosh_beta))};
@@ -64,7 +64,7 @@ struct ArcSineElement {
 
   double beta() const { return scaled_back(plus_ln2(parts.beta, -z.down), -below_one); }
   double alpha() const {
-    return scaled_back(InExtended::angle(InExtended::number(z.x.value), parts.cosine), -z.x.boost);
+    return scaled_back(InExtended::acute_angle(InExtended::number(z.x.value), parts.cosine), -z.x.boost);
   }
   double acos(bool negative) const {
     const double x = z.x.value;
@@ -73,7 +73,11 @@ struct ArcSineElement {
   }
 };
 
-template <class T, class P> struct Asinh : InverseKernel<T, P> {
+template <class T, class P> struct ArcSineKernel : InverseKernel<T, P> {
+  static constexpr int vectors_in_flight = sizeof(T) == 8 ? 4 : 2; // long chains of roots and quotients
+};
+
+template <class T, class P> struct Asinh : ArcSineKernel<T, P> {
   using Base = InverseKernel<T, P>;
 
   template <class V> static Marks<V> special(V x, V y) { return Base::uncovered(abs(y), abs(x)); }
@@ -81,7 +85,7 @@ template <class T, class P> struct Asinh : InverseKernel<T, P> {
     return Base::evaluate(
         [](auto x, auto y) {
           const auto parts = arc_sine<P>(abs(y), abs(x));
-          const auto alpha = rounded(P::angle(P::number(abs(y)), parts.cosine));
+          const auto alpha = rounded(P::acute_angle(P::number(abs(y)), parts.cosine));
           return Pair<decltype(x)>{with_sign(rounded(parts.beta), sign_of(x)), with_sign(alpha, sign_of(y))};
         },
         x, y);
@@ -103,7 +107,7 @@ private:
   }
 };
 
-template <class T, class P> struct Acos : InverseKernel<T, P> {
+template <class T, class P> struct Acos : ArcSineKernel<T, P> {
   using Base = InverseKernel<T, P>;
 
   template <class V> static Marks<V> special(V x, V y) { return Base::uncovered(abs(x), abs(y)); }

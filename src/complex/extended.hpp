@@ -22,6 +22,7 @@ template <class V> inline V descending_sum(V x, V y) { return x + y; }
 template <class V> inline V normalised(V x) { return x; }
 template <class V> inline V settled(V x) { return x; }
 template <class V> inline V rounded(V x) { return x; }
+template <class V> inline auto is_negative(V x) { return int_bits(x); }
 
 // --- extended ones --------------------------------------------------------------------------------------------------
 
@@ -35,6 +36,7 @@ template <class V> inline Extended<V> settled(Extended<V> x) {
   const HeadTail<V> y = two_sum(x.head, x.tail);
   return {y.head, y.tail};
 }
+template <class V> inline auto is_negative(Extended<V> x) { return int_bits(x.head); }
 template <class V> inline Extended<V> abs(Extended<V> x) { return {abs(x.head), flip_sign(x.tail, sign_of(x.head))}; }
 template <class V> inline Extended<V> operator-(Extended<V> x) { return {-x.head, -x.tail}; }
 template <class M, class V> inline Extended<V> select(M mask, Extended<V> a, Extended<V> b) {

@@ -10,6 +10,8 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
+constexpr double pi = 0x1.921fb54442d18p+1;
+
 // --- accuracies -----------------------------------------------------------------------------------------------------
 
 /// Double numbers, each operation rounded.
@@ -19,7 +21,33 @@ template <LogAccuracy Log, AngleAccuracy Angle> struct InDouble {
   template <class V> static V square_minus_one(V x) { return (x - 1.0) * (x + 1.0); }
   template <class V> static V one_minus(V x) { return 1.0 - x; }
   template <class V> static V log1p(V x) { return logarithm_1p<Log>(x); }
+  /// y >= 0.
   template <class V> static V angle(V y, V x) { return kelvm::angle<Angle>(y, x); }
+  /// x, y >= 0.
+  template <class V> static V acute_angle(V y, V x) { return kelvm::angle<Angle>(y, x); }
+};
+/// Float numbers. The angle is pi/2 or pi less one in the first octant, its arc tangent a polynomial.
+template <FloatLogAccuracy A> struct InFloat {
+  using Working = float;
+  template <class V> static V number(V x) { return x; }
+  template <class V> static V square_minus_one(V x) { return (x - 1.0f) * (x + 1.0f); }
+  template <class V> static V one_minus(V x) { return 1.0f - x; }
+  template <class V> static V log1p(V x) { return float_logarithm_1p<A>(x); }
+  template <class V> static V acute_angle(V y, V x) {
+    const auto steep = x < y;
+    const V r = select(steep, x, y) / select(steep, y, x), z = r * r;
+    const V t = r + (r * z) * [z] {
+      if constexpr (A == FloatLogAccuracy::a21)
+        return estrin(z, inverse_trig::atan_a21);
+      else
+        return estrin(z, inverse_trig::atan_a11);
+    }();
+    return select(steep, float(0.5 * pi) - t, t);
+  }
+  template <class V> static V angle(V y, V x) {
+    const V t = acute_angle(y, abs(x));
+    return select(int_bits(x), float(pi) - t, t);
+  }
 };
 /// Extended double numbers: 2^-70 in all, and 0.51 ulp with the final rounding.
 struct InExtended {
@@ -41,14 +69,19 @@ struct InExtended {
     const auto a = kelvm::angle<AngleAccuracy::a53>(HeadTail<V>{y.head, y.tail}, HeadTail<V>{x.head, x.tail});
     return {a.head, a.tail};
   }
+  template <class V> static Extended<V> acute_angle(Extended<V> y, Extended<V> x) {
+    const auto a =
+        detail::first_quadrant_angle<AngleAccuracy::a53>(HeadTail<V>{y.head, y.tail}, HeadTail<V>{x.head, x.tail});
+    return {a.head, a.tail};
+  }
 };
 
 using A53 = InExtended;
 using A50 = InDouble<LogAccuracy::a50, AngleAccuracy::a50>;
 using A26 = InDouble<LogAccuracy::a26, AngleAccuracy::a26>;
 using A24 = InDouble<LogAccuracy::a24, AngleAccuracy::a24>;
-using A21 = A26;
-using A11 = A26;
+using A21 = InFloat<FloatLogAccuracy::a21>;
+using A11 = InFloat<FloatLogAccuracy::a11>;
 
 // --- which lanes ----------------------------------------------------------------------------------------------------
 
@@ -123,7 +156,5 @@ template <class T> inline T odd_part(double magnitude, T x) {
   if (is_nan(magnitude)) return default_nan<T>();
   return is_nan(x) ? T(magnitude) : with_sign(T(magnitude), sign_of(x));
 }
-
-constexpr double pi = 0x1.921fb54442d18p+1;
 
 } // namespace kelvm::inline KELVM_BUILD
