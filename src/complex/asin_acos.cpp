@@ -35,15 +35,15 @@ template <class Number> struct ArcSine { Number beta, cosine; };
 template <class P, class V> auto arc_sine(V x, V y) {
   using Number = decltype(P::number(x));
   using T = Lane<V>;
-  const Number y_squared = square(P::number(y));
-  const Number n = settled(sum(P::square_minus_one(x), y_squared));
+  const Number less = P::one_minus(x), y_squared = square(P::number(y));
+  const Number n = norm_minus_one(less, sum(square(less), y_squared));
   const Number m = sqrt(sum(square(n), T(4) * y_squared));
   const Number larger = sqrt(T(0.5) * descending_sum(m, abs(n)));
   const Number cosh_beta = sqrt(one_plus(T(0.5) * descending_sum(m, n)));
   const Number smaller = quotient(y, larger);
   const auto inside = is_negative(n);
   const Number sinh_beta = select(inside, smaller, larger), cos_alpha = select(inside, larger, smaller);
-  const Number w = T(2) * normalised(product(sinh_beta, descending_sum(cosh_beta, sinh_beta)));
+  const Number w = twice(normalised(product(sinh_beta, descending_sum(cosh_beta, sinh_beta))));
   return ArcSine<Number>{T(0.5) * P::log1p(w), normalised(product(cos_alpha, cosh_beta))};
 }
 

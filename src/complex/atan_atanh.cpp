@@ -22,11 +22,10 @@ namespace {
 /// atanh (x + iy) for x, y >= 0.
 template <class P, class V> auto arc_tangent(V x, V y) {
   using T = Lane<V>;
-  const auto y_squared = square(P::number(y));
-  const auto distance = normalised(sum(square(P::one_minus(x)), y_squared));
-  const auto n = sum(P::square_minus_one(x), y_squared);
+  const auto less = P::one_minus(x);
+  const auto distance = normalised(sum(square(less), square(P::number(y))));
   const auto re = T(0.25) * P::log1p(quotient(T(4) * x, distance));
-  const auto im = T(0.5) * P::angle(P::number(T(2) * y), settled(-n));
+  const auto im = T(0.5) * P::angle(P::number(twice(y)), -norm_minus_one(less, distance));
   return Pair<decltype(P::number(x))>{re, im};
 }
 

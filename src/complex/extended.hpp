@@ -12,6 +12,7 @@ template <class V> struct Extended { V head, tail; };
 
 // --- single numbers -------------------------------------------------------------------------------------------------
 
+template <class V> inline V twice(V x) { return x + x; }
 template <class V> inline V square(V x) { return x * x; }
 template <class V> inline V product(V x, V y) { return x * y; }
 template <class V> inline V quotient(V x, V y) { return x / y; }
@@ -57,6 +58,7 @@ template <class V> inline Extended<V> extended_product(V x, V y) {
   return {x_upper * y_upper, x * (y - y_upper) + (x - x_upper) * y_upper};
 }
 
+template <class V> inline Extended<V> twice(Extended<V> x) { return 2 * x; }
 template <class V> inline Extended<V> square(Extended<V> x) {
   const Extended<V> s = extended_square(x.head);
   return {s.head, s.tail + 2 * x.head * x.tail};

@@ -18,7 +18,6 @@ constexpr double pi = 0x1.921fb54442d18p+1;
 template <LogAccuracy Log, AngleAccuracy Angle> struct InDouble {
   using Working = double;
   template <class V> static V number(V x) { return x; }
-  template <class V> static V square_minus_one(V x) { return (x - 1.0) * (x + 1.0); }
   template <class V> static V one_minus(V x) { return 1.0 - x; }
   template <class V> static V log1p(V x) { return logarithm_1p<Log>(x); }
   /// y >= 0.
@@ -30,7 +29,6 @@ template <LogAccuracy Log, AngleAccuracy Angle> struct InDouble {
 template <FloatLogAccuracy A> struct InFloat {
   using Working = float;
   template <class V> static V number(V x) { return x; }
-  template <class V> static V square_minus_one(V x) { return (x - 1.0f) * (x + 1.0f); }
   template <class V> static V one_minus(V x) { return 1.0f - x; }
   template <class V> static V log1p(V x) { return float_logarithm_1p<A>(x); }
   template <class V> static V acute_angle(V y, V x) {
@@ -53,10 +51,6 @@ template <FloatLogAccuracy A> struct InFloat {
 struct InExtended {
   using Working = double;
   template <class V> static Extended<V> number(V x) { return {x, V{}}; }
-  template <class V> static Extended<V> square_minus_one(V x) {
-    const HeadTail<V> less = two_sum(x, splat<V>(-1)), more = two_sum(x, splat<V>(1));
-    return product(Extended<V>{less.head, less.tail}, Extended<V>{more.head, more.tail});
-  }
   template <class V> static Extended<V> one_minus(V x) {
     const HeadTail<V> difference = two_sum(splat<V>(1), -x);
     return {difference.head, difference.tail};
@@ -70,8 +64,8 @@ struct InExtended {
     return {a.head, a.tail};
   }
   template <class V> static Extended<V> acute_angle(Extended<V> y, Extended<V> x) {
-    const auto a =
-        detail::first_quadrant_angle<AngleAccuracy::a53>(HeadTail<V>{y.head, y.tail}, HeadTail<V>{x.head, x.tail});
+    const auto a = detail::first_quadrant_angle<AngleAccuracy::a53, true>(HeadTail<V>{y.head, y.tail},
+                                                                          HeadTail<V>{x.head, x.tail});
     return {a.head, a.tail};
   }
 };
@@ -82,6 +76,12 @@ using A26 = InDouble<LogAccuracy::a26, AngleAccuracy::a26>;
 using A24 = InDouble<LogAccuracy::a24, AngleAccuracy::a24>;
 using A21 = InFloat<FloatLogAccuracy::a21>;
 using A11 = InFloat<FloatLogAccuracy::a11>;
+
+/// N = |z|^2 - 1 from 1 - x and the squared distance |z - 1|^2, x >= 0. What cancels is exact or small beside
+/// |z - 1| |z + 1|.
+template <class Number> inline Number norm_minus_one(Number one_minus_x, Number distance) {
+  return settled(sum(distance, -twice(one_minus_x)));
+}
 
 // --- which lanes ----------------------------------------------------------------------------------------------------
 

@@ -59,23 +59,39 @@ template <class Rows, class V> inline AngleRow<V> bounded_angle_row(V y, V x) {
   return angle_row<Rows>(y / select(x < least, least, x));
 }
 
-/// The angle of a point of the first quadrant.
-template <AngleAccuracy A, class V> inline HeadTail<V> first_quadrant_angle(HeadTail<V> y, HeadTail<V> x) {
+/// atan r - r over r z, z = r^2.
+template <AngleAccuracy A, class V> inline V atan_series(V z) {
+  if constexpr (A == AngleAccuracy::a53)
+    return estrin(z, inverse_trig::atan_a53);
+  else if constexpr (A == AngleAccuracy::a50)
+    return estrin(z, inverse_trig::atan_a50);
+  else if constexpr (A == AngleAccuracy::a24)
+    return estrin(z, inverse_trig::atan_a24);
+  else
+    return estrin(z, inverse_trig::atan_a26);
+}
+
+/// The angle of a point of the first quadrant. Without `Tails` those of y and x are 0.
+template <AngleAccuracy A, bool Tails, class V> inline HeadTail<V> first_quadrant_angle(HeadTail<V> y, HeadTail<V> x) {
   const auto [c, row] = bounded_angle_row<LongAngleRows>(y.head, x.head);
   const auto [table, table_tail] = lookup_pair<inverse_trig::atan_long_rows>(row);
 
   // The products with c are exact, and so is the difference but for y/x beyond the table.
   const V x_upper = from_bits<V>(bits(x.head) & ~std::uint64_t(0xFF)), x_lower = x.head - x_upper;
-  const HeadTail<V> difference = fast_two_sum(y.head, -(c * x_upper));
   HeadTail<V> numerator, denominator;
   if constexpr (A == AngleAccuracy::pow) {
     const V y_upper = from_bits<V>(bits(y.head) & ~std::uint64_t(0xFF)), y_lower = y.head - y_upper;
+    const HeadTail<V> difference = fast_two_sum(y.head, -(c * x_upper));
     numerator = two_sum(difference.head, -(c * x_lower));
-    numerator.tail += difference.tail + (y.tail - c * x.tail);
+    numerator.tail += difference.tail;
     denominator = two_sum(x.head, c * y_upper);
-    denominator.tail += c * y_lower + (x.tail + c * y.tail);
+    denominator.tail += c * y_lower;
+    if constexpr (Tails) {
+      numerator.tail += y.tail - c * x.tail;
+      denominator.tail += x.tail + c * y.tail;
+    }
   } else {
-    numerator = {difference.head - c * x_lower, y.tail - c * x.tail};
+    numerator = {(y.head - c * x_upper) - c * x_lower, y.tail - c * x.tail};
     denominator = {x.head + c * y.head, x.tail};
   }
 
@@ -83,7 +99,8 @@ template <AngleAccuracy A, class V> inline HeadTail<V> first_quadrant_angle(Head
   const V reciprocal = 1.0 / denominator.head;
   const V r = head_of(numerator.head * reciprocal);
   const V upper = head_of(denominator.head), lower = denominator.head - upper;
-  const V rest = ((numerator.head - r * upper) - r * lower) + (numerator.tail - r * denominator.tail);
+  V rest = (numerator.head - r * upper) - r * lower;
+  if constexpr (Tails || A == AngleAccuracy::pow) rest += numerator.tail - r * denominator.tail;
   const V r_tail = rest * reciprocal, r_sum = r + r_tail;
 
   const HeadTail<V> sum = fast_two_sum(table, r);
@@ -97,20 +114,20 @@ template <AngleAccuracy A, class V> inline HeadTail<V> first_quadrant_angle(Head
     return {head.head, (sum.tail + head.tail) + (table_tail + (r_tail - cubic))};
   } else {
     const V z = r_sum * r_sum;
-    return {sum.head, (sum.tail + table_tail) + (r_tail + (r_sum * z) * estrin(z, inverse_trig::atan_a53))};
+    return {sum.head, (sum.tail + table_tail) + (r_tail + (r_sum * z) * atan_series<A>(z))};
   }
 }
 
-/// atan r - r over r z, z = r^2.
-template <AngleAccuracy A, class V> inline V atan_series(V z) {
-  if constexpr (A == AngleAccuracy::a53)
-    return estrin(z, inverse_trig::atan_a53);
-  else if constexpr (A == AngleAccuracy::a50)
-    return estrin(z, inverse_trig::atan_a50);
-  else if constexpr (A == AngleAccuracy::a24)
-    return estrin(z, inverse_trig::atan_a24);
-  else
-    return estrin(z, inverse_trig::atan_a26);
+/// The first quadrant's angle t of (|x|, |y|) brought to that of (x, y): `left` has the lanes of negative x.
+template <bool Tails, AngleAccuracy A, class V> inline HeadTail<V> angle_head_tail(HeadTail<V> y, HeadTail<V> x) {
+  const Bits<V> up = sign_of(y.head);
+  const auto left = x.head < V{};
+  const Bits<V> turn = sign_of(keep(left, x.head));
+  const HeadTail<V> t = first_quadrant_angle<A, Tails>(HeadTail<V>{flip_sign(y.head, up), flip_sign(y.tail, up)},
+                                                       HeadTail<V>{abs(x.head), flip_sign(x.tail, turn)});
+  const HeadTail<V> sum = fast_two_sum(keep(left, splat<V>(inverse_trig::pi_head)), flip_sign(t.head, turn));
+  const V tail = sum.tail + (keep(left, splat<V>(inverse_trig::pi_tail)) + flip_sign(t.tail, turn));
+  return {flip_sign(sum.head, up), flip_sign(tail, up)};
 }
 } // namespace detail
 
@@ -121,29 +138,43 @@ template <AngleAccuracy A, class V> inline V atan_series(V z) {
 /// kept, that of a zero x does not matter.
 template <AngleAccuracy A, class V> inline HeadTail<V> angle(HeadTail<V> y, HeadTail<V> x) {
   static_assert(A == AngleAccuracy::pow || A == AngleAccuracy::a53);
-  const Bits<V> up = sign_of(y.head);
-  const auto left = x.head < V{};
-  const Bits<V> turn = sign_of(keep(left, x.head));
-  const HeadTail<V> t = detail::first_quadrant_angle<A>(HeadTail<V>{flip_sign(y.head, up), flip_sign(y.tail, up)},
-                                                        HeadTail<V>{abs(x.head), flip_sign(x.tail, turn)});
-  const HeadTail<V> sum = fast_two_sum(keep(left, splat<V>(inverse_trig::pi_head)), flip_sign(t.head, turn));
-  const V tail = sum.tail + (keep(left, splat<V>(inverse_trig::pi_tail)) + flip_sign(t.tail, turn));
-  return {flip_sign(sum.head, up), flip_sign(tail, up)};
+  return detail::angle_head_tail<true, A>(y, x);
 }
 
-/// The same as one double, `a50`, `a24` or `a26`, never beyond pi rounded to double.
-template <AngleAccuracy A, class V> inline V angle(V y, V x) {
-  static_assert(A != AngleAccuracy::pow && A != AngleAccuracy::a53);
-  const auto left = x < V{};
-  const Bits<V> up = sign_of(y), turn = sign_of(keep(left, x));
-  y = flip_sign(y, up);
-  x = abs(x);
-  const auto [c, row] = detail::bounded_angle_row<ShortAngleRows>(y, x);
-  const V r = (y - c * x) / (x + c * y);
+/// The same of two doubles: head and tail for `pow` and `a53`; for `a50`, `a24` and `a26` one double, never beyond pi
+/// rounded to double.
+template <AngleAccuracy A, class V> inline auto angle(V y, V x) {
+  if constexpr (A == AngleAccuracy::pow || A == AngleAccuracy::a53) {
+    return detail::angle_head_tail<false, A>(HeadTail<V>{y, V{}}, HeadTail<V>{x, V{}});
+  } else {
+    const auto left = x < V{};
+    const Bits<V> up = sign_of(y), turn = sign_of(keep(left, x));
+    y = flip_sign(y, up);
+    x = abs(x);
+    const auto [c, row] = detail::bounded_angle_row<ShortAngleRows>(y, x);
+    const V r = (y - c * x) / (x + c * y);
+    const V z = r * r;
+    const V t = lookup<inverse_trig::atan_short_rows>(row) + (r + (r * z) * detail::atan_series<A>(z));
+    const V bounded = smaller(t, splat<V>(inverse_trig::half_pi_head));
+    return V(flip_sign(keep(left, splat<V>(inverse_trig::pi_head)) + flip_sign(bounded, turn), up));
+  }
+}
+
+/// The arc tangent of t, 0 <= t < 2^1000, never above pi/2 rounded to double: `a53`, within 0.54 ulp, or what is below.
+template <AngleAccuracy A, class V> inline V arc_tangent(V t) {
+  constexpr bool is_long = A == AngleAccuracy::a53;
+  using Rows = std::conditional_t<is_long, LongAngleRows, ShortAngleRows>;
+  const auto [c, row] = angle_row<Rows>(smaller(t, splat<V>(Rows::largest)));
+  const V r = (t - c) / (1.0 + c * t);
   const V z = r * r;
-  const V t = lookup<inverse_trig::atan_short_rows>(row) + (r + (r * z) * detail::atan_series<A>(z));
-  const V bounded = select(t < splat<V>(inverse_trig::half_pi_head), t, splat<V>(inverse_trig::half_pi_head));
-  return flip_sign(keep(left, splat<V>(inverse_trig::pi_head)) + flip_sign(bounded, turn), up);
+  const V rest = (r * z) * detail::atan_series<A>(z);
+  if constexpr (is_long) {
+    const auto [table, table_tail] = lookup_pair<inverse_trig::atan_long_rows>(row);
+    return table + (r + (table_tail + rest));
+  } else {
+    const V sum = lookup<inverse_trig::atan_short_rows>(row) + (r + rest);
+    return smaller(sum, splat<V>(inverse_trig::half_pi_head));
+  }
 }
 
 } // namespace kelvm::inline KELVM_BUILD

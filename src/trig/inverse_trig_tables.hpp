@@ -659,8 +659,11 @@ alignas(64) inline constexpr double atan_short_rows[] = {
 
 inline constexpr double pi_head = 0x1.921fb54442d18p+1;
 inline constexpr double pi_tail = 0x1.1a62633145c07p-53;
+inline constexpr float pi_below = 0x1.921fb40000000p+1f;
 inline constexpr double half_pi_head = 0x1.921fb54442d18p+0;
 inline constexpr double half_pi_tail = 0x1.1a62633145c07p-54;
+inline constexpr float half_pi_below = 0x1.921fb40000000p+0f;
+inline constexpr double three_quarters_pi = 0x1.2d97c7f3321d2p+1;
 
 // (atan(r) / r - 1 + z/3) / z^2, z = r^2, |r| <= 0.0626; error 2^-72.2 of the result
 inline constexpr double atan_pow[] = {
@@ -697,6 +700,90 @@ inline constexpr double atan_a24[] = {
 inline constexpr double atan_a26[] = {
     -0x1.5554e972d1ae4p-2,
     0x1.978563a4a3abep-3};
+
+// (atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; error 2^-23.1 of the result
+inline constexpr float atan_a21[] = {
+    -0x1.5552dc0000000p-2f,
+    0x1.9912280000000p-3f,
+    -0x1.1f8f020000000p-3f,
+    0x1.9841740000000p-4f,
+    -0x1.ed022c0000000p-5f,
+    0x1.94f6aa0000000p-6f,
+    -0x1.3bb5120000000p-8f};
+
+// (atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; error 2^-11.9 of the result
+inline constexpr float atan_a11[] = {
+    -0x1.4f7aae0000000p-2f,
+    0x1.4637000000000p-3f,
+    -0x1.7cb25e0000000p-5f};
+
+// (asin(s) / s - 1 - z/6) / z^2, z = s^2 <= 1/4; error 2^-59.6 of the result
+inline constexpr double asin_a53[] = {
+    0x1.33333333318f2p-4,
+    0x1.6db6db6fe780bp-5,
+    0x1.f1c71b49b158ap-6,
+    0x1.6e8bcd22ec71cp-6,
+    0x1.1c4b11b268de5p-6,
+    0x1.ca069e7eb9360p-7,
+    0x1.76432f046cffep-7,
+    0x1.5d584a9d62525p-7,
+    0x1.0eb82930878cap-8,
+    0x1.5399d96532d1ep-6,
+    -0x1.42640f1086632p-6,
+    0x1.04cfd3eaa6b70p-5};
+
+// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-51.9 of the result
+inline constexpr double asin_a50[] = {
+    0x1.5555555556cffp-3,
+    0x1.3333333091cdep-4,
+    0x1.6db6dd0d94a22p-5,
+    0x1.f1c69ca96ba1dp-6,
+    0x1.6e97007dc0d41p-6,
+    0x1.1bace8b6793ffp-6,
+    0x1.d54d36b64f985p-7,
+    0x1.3374c6a68f60fp-7,
+    0x1.2afb98af0cadap-6,
+    -0x1.7f3bc69350c1fp-7,
+    0x1.022c3bd842e24p-5};
+
+// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-47.9 of the result
+inline constexpr double asin_a24[] = {
+    0x1.5555555541a22p-3,
+    0x1.333333508f0cep-4,
+    0x1.6db6cc4e2f698p-5,
+    0x1.f1caf4c361ab5p-6,
+    0x1.6e441869ab943p-6,
+    0x1.1f7fc74177d0cp-6,
+    0x1.9b92b833dd4c6p-7,
+    0x1.254e02605558fp-6,
+    -0x1.dd54ba4dd9e06p-8,
+    0x1.01f9de2ece798p-5};
+
+// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-27.6 of the result
+inline constexpr double asin_a26[] = {
+    0x1.5555c879f9134p-3,
+    0x1.3301f0e445967p-4,
+    0x1.747c966f06fb9p-5,
+    0x1.8c3ba60bf4ee2p-6,
+    0x1.595b6766a6b1cp-5};
+
+// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-23.4 of the result
+inline constexpr float asin_a21[] = {
+    0x1.554fa20000000p-3f,
+    0x1.34dc440000000p-4f,
+    0x1.47f7b60000000p-5f,
+    0x1.9934c20000000p-5f};
+
+// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-14.7 of the result
+inline constexpr float asin_a11[] = {
+    0x1.520a1a0000000p-3f,
+    0x1.823c320000000p-4f};
+
+// acos(x) / sqrt(1 - x) on [0, 1]; error 2^-11.3 of the result
+inline constexpr float acos_a11[] = {
+    0x1.91f7640000000p+0f,
+    -0x1.9d69640000000p-3f,
+    0x1.7c6ff00000000p-5f};
 
 // clang-format on
 
