@@ -12,7 +12,8 @@ KELVM_BEGIN_DECLARATIONS
  * Warnings: kelStatusOverflow where the result is beyond the largest finite number (result +inf), kelStatusUnderflow
  * where it is below the smallest normal number (result subnormal or +0).
  * Flags: results that are stored constants raise none: the infinities and zeros of the double members, and of 32f_A11
- * beyond |x| = 160. All others raise overflow or underflow with their warning.
+ * beyond |x| = 160. All others raise overflow or underflow with their warning, but for a subnormal result that is
+ * exact.
  * NaN: the 64f_A53 member gives the NaN with every bit set, 32f_A11 the argument unchanged (also a signalling NaN), the
  * others the argument quieted.
  * 64f_A26 gives +inf without a warning from 709.7773 on, where the exact result is still finite, up to 709.7827.
@@ -40,8 +41,8 @@ KELVM_API kelStatus kelsLn_64f_A26(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsLn_64f_A50(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsLn_64f_A53(const double* src, double* dst, int len);
 
-/** dst[i] = log10(src[i]); domain, special values and warnings as for the natural logarithm. Powers of ten give the exact
- * integer in 64f_A53 and 32f_A24. */
+/** dst[i] = log10(src[i]); domain, special values and warnings as for the natural logarithm. Powers of ten give the
+ * exact integer in 64f_A53 and 32f_A24. */
 KELVM_API kelStatus kelsLog10_32f_A11(const float* src, float* dst, int len);
 KELVM_API kelStatus kelsLog10_32f_A21(const float* src, float* dst, int len);
 KELVM_API kelStatus kelsLog10_32f_A24(const float* src, float* dst, int len);
@@ -69,8 +70,8 @@ KELVM_API kelStatus kelsExpm1_64f_A53(const double* src, double* dst, int len);
 
 /** dst[i] = src1[i]^src2[i]. Special cases as in Annex F of ISO C: a zero exponent and a base of 1 give 1, also with a
  * NaN; a negative base has powers with integer exponents only. A power that is a number of the type is exact.
- * Warnings: kelStatusSingularity for a zero base and a finite negative exponent (result infinite), kelStatusDomain for a
- * negative finite base and a finite exponent that is no integer (result NaN), kelStatusOverflow where finite operands
+ * Warnings: kelStatusSingularity for a zero base and a finite negative exponent (result infinite), kelStatusDomain for
+ * a negative finite base and a finite exponent that is no integer (result NaN), kelStatusOverflow where finite operands
  * give an infinity, kelStatusUnderflow where the result is below the smallest normal number and not exactly a zero of
  * the special cases. */
 KELVM_API kelStatus kelsPow_32f_A11(const float* src1, const float* src2, float* dst, int len);

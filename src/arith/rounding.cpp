@@ -30,31 +30,27 @@ template <class T> struct Round : KernelDefaults {
     const Bits<V> sign = sign_of(x);
     const V nearest = round<Rounding::nearest_even>(x);
     const V away = flip_sign(x - nearest, sign);
-    return nearest + select(away == splat<V>(0.5), with_sign(splat<V>(1), sign), splat<V>(0));
+    return nearest + keep(away == splat<V>(0.5), with_sign(splat<V>(1), sign));
   }
 };
 
-/// Integral part toward zero and fractional part, both with the sign of x. In round-toward-zero, adding and subtracting
-/// 2^p (p fraction bits of the type) truncates every |x| below it.
+/// Integral part toward zero and fractional part, both with the sign of x. Exact in every mode; the mode is what makes
+/// the call's flags end with it.
 template <class T> struct Modf : KernelDefaults {
   using Element = T;
   static constexpr Mode mode = Mode::toward_zero;
-  static constexpr T integral_from = sizeof(T) == 8 ? T(0x1p52) : T(0x1p23);
+  static constexpr int vectors_in_flight = 4;
 
-  template <class V> static Marks<V> special(V x) { return above(abs(x), below(integral_from)); }
+  template <class V> static Marks<V> special(V x) {
+    return above(abs(x), sizeof(T) == 8 ? T(0x1.fffffffffffffp1023) : T(0x1.fffffep127));
+  }
   template <class V> static Pair<V> formula(V x) {
-    const V magnitude = abs(x);
-    const V integral = (magnitude + integral_from) - integral_from;
-    return {with_sign(integral, sign_of(x)), with_sign(magnitude - integral, sign_of(x))};
+    const V integral = round<Rounding::to_zero>(x);
+    return {integral, with_sign(x - integral, sign_of(x))};
   }
   static Pair<T> element(T x, kelStatus&) {
     if (x != x) return {x + x, x + x};
     return {x, with_sign(T(0), sign_of(x))};
-  }
-
-private:
-  static constexpr T below(T limit) {
-    return __builtin_bit_cast(T, Lane<Bits<T>>(__builtin_bit_cast(Bits<T>, limit) - 1));
   }
 };
 

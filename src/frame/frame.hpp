@@ -16,8 +16,8 @@
 // A kernel with `covers_everything` has formula alone. A kernel with `doubts` gives formula a last parameter,
 // LaneBits& doubtful, and sets there the lanes whose result is not decided; they go to element() as well.
 //
-// A kernel with `has_wide_formula` has a second pair, wide_special and wide_formula, that takes the place of the first in vectors
-// with marked lanes: slower and covering more, with the bits of formula where that covers a lane.
+// A kernel with `has_wide_formula` has a second pair, wide_special and wide_formula, that takes the place of the first
+// in vectors with marked lanes: slower and covering more, with the bits of formula where that covers a lane.
 //
 // Two sources, or a complex one, are two parameters (x, y); two complex sources are four: real and imaginary part of
 // the first, then of the second. Two destinations, or a complex one, are a Pair.

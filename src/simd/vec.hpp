@@ -216,6 +216,14 @@ template <class M, class V> inline V select(M mask, V a, std::type_identity_t<V>
   }
 }
 
+/// v where the mask is set, +0 elsewhere.
+template <class M, class V> inline V keep(M mask, V v) {
+  if constexpr (std::is_same_v<M, bool>)
+    return mask ? v : V(0);
+  else
+    return from_bits<V>(bits(v) & bit_cast<Bits<V>>(mask));
+}
+
 /// The sign bit of every lane of v.
 template <class V> inline LaneBits sign_bits(V v) {
   constexpr bool wide = sizeof(Lane<V>) == 8;

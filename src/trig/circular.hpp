@@ -1,10 +1,12 @@
 // What Sin, Cos, SinCos and CIS of every type and accuracy have in common. P, the arithmetic of an accuracy, has
 //
 //   using Element = double;
-//   static constexpr double last = ...;     the largest |x| that reduce() covers
-//   static constexpr bool has_wide_formula = ...;       whether there is a reduce_any(), for any finite x, with the bits of
-//   reduce() template <class V> auto reduce(V x), auto reduce_any(V x) V sine(r), V cosine(r)                  of such
-//   a reduced argument Pair<V> sine_cosine(r)                  the bits of sine and cosine
+//   static constexpr double last = ...;             the largest |x| that reduce() covers
+//   static constexpr bool has_wide_formula = ...;   whether there is a reduce_any(), for any finite x, with the bits of
+//                                                   reduce() where that covers x
+//   template <class V> auto reduce(V x), auto reduce_any(V x)
+//   V sine(r), V cosine(r)                          of such a reduced argument
+//   Pair<V> sine_cosine(r)                          the bits of sine and cosine
 //
 // Elements that no reduction of P covers are computed in double, with the arithmetic of the most accurate members.
 #pragma once

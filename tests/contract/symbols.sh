@@ -1,6 +1,6 @@
 #!/bin/sh
 # symbols.sh source-directory library: the shared object exports the built members and the version query, imports
-# nothing but memory functions of the C library, and the public headers declare what it exports.
+# nothing but memory functions of the C library, keeps no state, and the public headers declare what it exports.
 set -eu
 source=$1
 library=$2
@@ -42,5 +42,15 @@ fi
 if ! readelf -d "$library" | grep -q '(SONAME).*\[libkelvm\.so\.6\]'; then
   echo "SONAME is not libkelvm.so.6"
   failed=1
+fi
+
+# No state and nothing to do at load: no variables, no constructors. Sanitizers bring their own.
+if ! nm -D --undefined-only "$library" | grep -Eq '__(asan|ubsan|tsan)_'; then
+  state=$(objdump -t "$library" | awk '$3 == "O" && $4 ~ /^\.(data|bss|tdata|tbss)$/ && $NF !~ /^(completed|__dso_handle|__TMC_END__)/'
+    nm "$library" | grep -E ' _GLOBAL__sub_I_' || true)
+  if [ -n "$state" ]; then
+    echo "variables or constructors: $state"
+    failed=1
+  fi
 fi
 exit $failed
