@@ -32,15 +32,16 @@ enum class ErrorAccuracy { a53, a50, a26, a24, a21, a11 };
 /// a, not above limit. Both non-negative.
 template <class V> inline V at_most(V a, Lane<V> limit) { return select(a < limit, a, splat<V>(limit)); }
 
-/// The row round(a 2^StepBits), and what a exceeds its middle by; exact.
+/// The row round(a 2^StepBits), its middle, and what a exceeds that by; exact.
 template <int StepBits, class V> struct EvenRow {
   Int<V> index;
-  V t;
+  V middle, t;
   explicit EvenRow(V a) {
     constexpr Lane<V> shifter = (sizeof(Lane<V>) == 8 ? Lane<V>(0x1p52) : Lane<V>(0x1p23)) / (1 << StepBits);
     const V sum = a + shifter;
     index = int_bits(sum) & 0xFFF;
-    t = a - (sum - shifter);
+    middle = sum - shifter;
+    t = a - middle;
   }
 };
 
@@ -60,10 +61,18 @@ template <int RowBits, class V> struct BinadeRow {
 
 // --- erf -----------------------------------------------------------------------------------------------------------
 
-/// From here on erf is 1 in double, and in float.
-template <class T> inline constexpr T erf_saturated = sizeof(T) == 8 ? T(6.0) : T(3.953125);
+/// The last row of the tables, on which erf is 1 in the type.
+template <class T> inline constexpr T erf_saturated = sizeof(T) == 8 ? T(6.0) : T(3.9375);
+/// Smaller arguments, but for 0, are not for the vector formulas, whose powers of a would underflow.
+template <class T> inline constexpr T erf_tiny = sizeof(T) == 8 ? T(0x1p-400) : T(0x1p-30);
 
-/// erf(a) at full precision, as a sum, for 2^-900 < a <= 6 or a = 0.
+/// NaNs, and the tiny arguments but for 0.
+template <class V> inline Marks<V> nan_or_tiny(V x) {
+  const Int<V> a = int_bits(abs(x));
+  return above(abs(x), infinity<Lane<V>>) | ((a - bit_cast<Lane<Int<V>>>(erf_tiny<Lane<V>>)) & -a);
+}
+
+/// erf(a) at full precision, as a sum, for erf_tiny <= a <= 6 or a = 0.
 template <class V> inline HeadTail<V> erf_head_tail(V a) {
   const EvenRow<3, V> row(a);
   const HeadTail<V> p = split_row_sum(row.t, lookup_row<error_tables::erf_a53>(row.index));
@@ -74,23 +83,40 @@ template <class V> inline HeadTail<V> erf_head_tail(V a) {
 /// erf(a) for a >= 0.
 template <ErrorAccuracy A, class V> inline V erf_positive(V a) {
   using enum ErrorAccuracy;
+  using T = Lane<V>;
+  a = at_most(a, erf_saturated<T>);
   if constexpr (A == a53) {
-    const HeadTail<V> result = erf_head_tail(at_most(a, 6.0));
+    const HeadTail<V> result = erf_head_tail(a);
     return result.head + result.tail;
   } else {
-    // A24 has a float's range in double.
-    a = at_most(a, A == a24 ? Lane<V>(erf_saturated<float>) : erf_saturated<Lane<V>>);
-    const EvenRow<4, V> row(a);
-    if constexpr (A == a50)
-      return at_most(a * row_horner(row.t, lookup_row<error_tables::erf_a50>(row.index)), 1);
-    else if constexpr (A == a26)
-      return at_most(a * row_horner(row.t, lookup_row<error_tables::erf_a26>(row.index)), 1);
-    else if constexpr (A == a24)
-      return a * row_horner(row.t, lookup_row<error_tables::erf_a24>(row.index));
-    else if constexpr (A == a21)
-      return at_most(a * row_horner(row.t, lookup_row<error_tables::erf_a21>(row.index)), 1);
-    else
-      return at_most(a * row_horner(row.t, lookup_row<error_tables::erf_a11>(row.index)), 1);
+    const EvenRow<sizeof(T) == 8 ? 7 : 4, V> row(a);
+    const V r = row.middle, t = row.t, square = r * r;
+    const auto [value, slope] = [&] {
+      if constexpr (sizeof(T) == 8)
+        return lookup_pair<error_tables::erf_and_slope>(row.index);
+      else
+        return lookup_pair<error_tables::float_erf_and_slope>(row.index);
+    }();
+    // Of the derivatives, divided by the first and by n!.
+    const V second = square * T(2.0 / 3) - T(1.0 / 3);
+    V rest;
+    if constexpr (A == a11) {
+      rest = t * T(-1.0 / 3) - r;
+    } else if constexpr (A == a26) {
+      rest = t * second - r;
+    } else {
+      const V third = r * (T(0.5) - square * T(1.0 / 3));
+      if constexpr (A == a21) {
+        rest = t * (second + t * third) - r;
+      } else if constexpr (A == a24) {
+        rest = t * (second + t * (third + t * T(0.1))) - r;
+      } else {
+        const V fourth = square * (square * T(2.0 / 15) - T(0.4)) + T(0.1);
+        const V fifth = r * (square * (T(2.0 / 9) - square * T(2.0 / 45)) - T(1.0 / 6));
+        rest = t * (second + t * (third + t * (fourth + t * fifth))) - r;
+      }
+    }
+    return value + (slope * t) * (1 + t * rest);
   }
 }
 
@@ -204,7 +230,7 @@ template <class F, ErrorAccuracy A, class V> inline V error_complement(V x) {
   }
 }
 /// The relative errors of a24, in bits.
-inline constexpr int erf_a24_bits = 39, error_complement_a24_bits = 39;
+inline constexpr int erf_a24_bits = 40, error_complement_a24_bits = 39;
 
 /// The tail's result rounded once, also below the normal range, for in_vectors < a < first_zero.
 template <class F> inline double end_of_tail(double a) {

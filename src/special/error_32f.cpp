@@ -11,33 +11,31 @@
 namespace kelvm::inline KELVM_BUILD {
 namespace {
 
-struct Single : KernelDefaults {
+struct ErfSpecial : KernelDefaults {
   using Element = float;
-  static constexpr bool stray_underflow = true;
-};
-
-template <ErrorAccuracy A> struct Erf32 : Single {
-  static constexpr int vectors_in_flight = 4;
-  template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<float>); }
-  template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
-  static float element(float x, kelStatus&) { return x + x; }
-};
-template <> struct Erf32<ErrorAccuracy::a24> : Single {
-  static constexpr bool doubts = true;
-  /// NaNs, and 0 < |x| < 2^-126: the result may be subnormal.
-  template <class V> static Marks<V> special(V x) {
-    const Int<V> a = int_bits(abs(x));
-    return above(abs(x), infinity<float>) | ((a - bit_cast<std::int32_t>(0x1p-126f)) & -a);
+  template <class V> static Marks<V> special(V x) { return nan_or_tiny(x); }
+  /// The complete function, correctly rounded.
+  static float element(float x, kelStatus&) {
+    if (x != x) return x + x;
+    const HeadTail<double> y = erf_head_tail(at_most(double(abs(x)), erf_saturated<double>));
+    return with_sign(round_to_float(fast_two_sum(y.head, y.tail)), sign_of(x));
   }
+};
+template <ErrorAccuracy A> struct Erf32 : ErfSpecial {
+  static constexpr int vectors_in_flight = 4;
+  template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
+};
+template <> struct Erf32<ErrorAccuracy::a24> : ErfSpecial {
+  static constexpr bool doubts = true;
   template <class V> static V formula(V x, LaneBits& doubtful) {
     const auto f = [](auto d) { return erf_positive<ErrorAccuracy::a24>(d); };
     return with_sign(in_double_decided<erf_a24_bits>(doubtful, f, abs(x)), sign_of(x));
   }
-  static float element(float x, kelStatus&) {
-    if (x != x) return x + x;
-    const HeadTail<double> y = erf_head_tail(at_most(double(abs(x)), 6.0));
-    return with_sign(round_to_float(fast_two_sum(y.head, y.tail)), sign_of(x));
-  }
+};
+
+struct Single : KernelDefaults {
+  using Element = float;
+  static constexpr bool stray_underflow = true;
 };
 
 template <class F> struct ComplementSpecial : Single {

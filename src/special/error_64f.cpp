@@ -1,6 +1,6 @@
 // Error function, its complement and the normal distribution function, double (special/error.hpp).
 //
-// Exceptional inputs: erf keeps zeros, is +-1 at the infinities, and x 2 / sqrt(pi), rounded once, below 2^-900. A
+// Exceptional inputs: erf keeps zeros, is +-1 at the infinities, and x 2 / sqrt(pi), rounded once, below 2^-400. A
 // result of erfc or Phi below the normal range, zero included, is an underflow; at the infinities the results are 0, 1
 // and 2 without a code. A NaN comes back quiet. Powers of tiny arguments and remainders may raise an underflow that no
 // result earns.
@@ -13,13 +13,7 @@ namespace {
 
 template <ErrorAccuracy A> struct Erf64 : KernelDefaults {
   using Element = double;
-  static constexpr bool stray_underflow = true;
-  template <class V> static Marks<V> special(V x) {
-    const Marks<V> nan = above(abs(x), infinity<double>);
-    if constexpr (A != ErrorAccuracy::a53) return nan;
-    const Int<V> a = int_bits(abs(x));
-    return nan | ((a - bit_cast<std::int64_t>(0x1p-900)) & -a); // 0 < |x| < 2^-900
-  }
+  template <class V> static Marks<V> special(V x) { return nan_or_tiny(x); }
   template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
   static double element(double x, kelStatus&) {
     if (x != x) return x + x;

@@ -17,6 +17,23 @@ Real erf_over_x(const Real& x) {
   return y;
 }
 
+/// erf(k / per_unit) and the derivative there for k = 0 ... last, the last row 1 and 0.
+template <class T> std::vector<std::vector<double>> erf_and_slope(int per_unit, int last) {
+  std::vector<std::vector<double>> rows;
+  for (int k = 0; k < last; ++k) {
+    Real r, value, slope;
+    mpfr_set_d(r, double(k) / per_unit, MPFR_RNDN);
+    mpfr_erf(value, r, MPFR_RNDN);
+    mpfr_sqr(r, r, MPFR_RNDN);
+    mpfr_neg(r, r, MPFR_RNDN);
+    mpfr_exp(slope, r, MPFR_RNDN);
+    mpfr_mul(slope, slope, erf_over_x(to_real(0)), MPFR_RNDN);
+    rows.push_back({double(T(to_quad(value))), double(T(to_quad(slope)))});
+  }
+  rows.push_back({1, 0});
+  return rows;
+}
+
 /// e^(a^2) erfc(a)
 Real scaled_erfc(const Real& a) {
   Real e, y;
@@ -67,27 +84,15 @@ Rows binade_rows(Real (*scaled)(const Real&), int row_bits, double last, int deg
 int main() {
   header("error_tables.hpp", "<cstdint>");
   std::puts("namespace error_tables {\n");
-  std::puts("// Polynomials in t for erf(a) / a, a = k / n + t, |t| <= 1 / (2n), k the row.");
-  struct {
-    const char *name, *text;
-    Rows rows;
-  } erf[] = {
-      {"erf_a53", "n = 8: c0_lo, c1_lo, c2, ..., c10, c0_hi, c1_hi, the heads of 26 bits.", even_rows(8, 49, 10)},
-      {"erf_a50", "n = 16: c0, ..., c7.", even_rows(16, 97, 7)},
-      {"erf_a26", "n = 16: c0, ..., c3.", even_rows(16, 97, 3)},
-      {"erf_a24", "n = 16: c0, ..., c5.", even_rows(16, 64, 5)},
-      {"erf_a21", "n = 16: c0, ..., c3.", even_rows(16, 64, 3)},
-      {"erf_a11", "n = 16: c0, c1.", even_rows(16, 64, 1)},
-  };
-  for (int i = 0; i < 6; ++i) {
-    comment(erf[i].text, erf[i].rows);
-    if (i == 0)
-      print_array("double", erf[i].name, split_rows(erf[i].rows, 1, 26));
-    else if (i < 4)
-      print_doubles(erf[i].name, erf[i].rows);
-    else
-      print_floats(erf[i].name, erf[i].rows);
-  }
+  const Rows p = even_rows(8, 49, 10);
+  std::puts("// A polynomial in t for erf(a) / a, a = k / 8 + t, |t| <= 1 / 16, k the row.");
+  comment("c0_lo, c1_lo, c2, ..., c10, c0_hi, c1_hi, the heads of 26 bits.", p);
+  print_array("double", "erf_a53", split_rows(p, 1, 26));
+  std::puts("\n// erf(r) and 2 / sqrt(pi) e^(-r^2); from the last row on erf is 1 in this type.\n");
+  std::puts("/// r = k / 128");
+  print_array("double", "erf_and_slope", erf_and_slope<double>(128, 6 * 128));
+  std::puts("\n/// r = k / 16");
+  print_array("float", "float_erf_and_slope", erf_and_slope<float>(16, 63));
   std::puts(
       "\n// Polynomials in t for e^(a^2) erfc(a) and e^(a^2 / 2) Phi(-a). A binade of 1 + a has 2^n rows; t is a less\n"
       "// that of the row's middle.");
