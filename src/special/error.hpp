@@ -59,6 +59,45 @@ template <int RowBits, class V> struct BinadeRow {
   }
 };
 
+// --- a row's value and slope ---------------------------------------------------------------------------------------
+
+/// factor (-2)^n / (n! (n + Offset)), n = First ... First + N - 1: the integral of s^(Offset - 1) e^(-2 w s) from 0 to
+/// 1 as a power series in w.
+template <class T, int Offset, int First, int N> struct SlopeSeries {
+  T c[N];
+  constexpr explicit SlopeSeries(double factor) : c{} {
+    double numerator = factor, factorial = 1;
+    for (int n = 0; n < First + N; ++n) {
+      if (n >= First) c[n - First] = T(numerator / (factorial * (n + Offset)));
+      numerator *= -2;
+      factorial *= n + 1;
+    }
+  }
+};
+
+/// How many terms of three series are taken: those beside 1, in w = r t, with t^2, and with t^4.
+template <int First, int Second, int Third> struct SlopeTerms {
+  static constexpr int first = First, second = Second, third = Third;
+};
+
+/// erf(r + t) - erf(r), which is slope times the integral of e^(-2 r s - s^2) from 0 to t, slope the derivative at r.
+template <class Terms, class V> inline V rise(V slope, V r, V t) {
+  using T = Lane<V>;
+  static constexpr SlopeSeries<T, 1, 1, Terms::first> first(1);
+  const V w = r * t;
+  V sum = w * estrin(w, first.c);
+  if constexpr (Terms::second > 0) {
+    static constexpr SlopeSeries<T, 3, 0, Terms::second> second(-1);
+    V of_square = estrin(w, second.c);
+    if constexpr (Terms::third > 0) {
+      static constexpr SlopeSeries<T, 5, 0, Terms::third> third(0.5);
+      of_square += (t * t) * estrin(w, third.c);
+    }
+    sum += (t * t) * of_square;
+  }
+  return (slope * t) * (1 + sum);
+}
+
 // --- erf -----------------------------------------------------------------------------------------------------------
 
 /// The last row of the tables, on which erf is 1 in the type.
@@ -88,63 +127,41 @@ template <ErrorAccuracy A, class V> inline V erf_positive(V a) {
   if constexpr (A == a53) {
     const HeadTail<V> result = erf_head_tail(a);
     return result.head + result.tail;
+  } else if constexpr (sizeof(T) == 8) {
+    using Terms = std::conditional_t<A == a50, SlopeTerms<4, 4, 2>,
+                                     std::conditional_t<A == a24, SlopeTerms<3, 2, 1>, SlopeTerms<2, 1, 0>>>;
+    const EvenRow<7, V> row(a);
+    const auto [value, slope] = lookup_pair<error_tables::erf_and_slope>(row.index);
+    return value + rise<Terms>(slope, row.middle, row.t);
   } else {
-    const EvenRow<sizeof(T) == 8 ? 7 : 4, V> row(a);
-    const V r = row.middle, t = row.t, square = r * r;
-    const auto [value, slope] = [&] {
-      if constexpr (sizeof(T) == 8)
-        return lookup_pair<error_tables::erf_and_slope>(row.index);
-      else
-        return lookup_pair<error_tables::float_erf_and_slope>(row.index);
-    }();
-    // Of the derivatives, divided by the first and by n!.
-    const V second = square * T(2.0 / 3) - T(1.0 / 3);
-    V rest;
-    if constexpr (A == a11) {
-      rest = t * T(-1.0 / 3) - r;
-    } else if constexpr (A == a26) {
-      rest = t * second - r;
-    } else {
-      const V third = r * (T(0.5) - square * T(1.0 / 3));
-      if constexpr (A == a21) {
-        rest = t * (second + t * third) - r;
-      } else if constexpr (A == a24) {
-        rest = t * (second + t * (third + t * T(0.1))) - r;
-      } else {
-        const V fourth = square * (square * T(2.0 / 15) - T(0.4)) + T(0.1);
-        const V fifth = r * (square * (T(2.0 / 9) - square * T(2.0 / 45)) - T(1.0 / 6));
-        rest = t * (second + t * (third + t * (fourth + t * fifth))) - r;
-      }
-    }
-    return value + (slope * t) * (1 + t * rest);
+    using Terms = std::conditional_t<A == a21, SlopeTerms<3, 2, 0>, SlopeTerms<1, 1, 0>>;
+    const EvenRow<4, V> row(a);
+    const auto [value, slope] = lookup_pair<error_tables::float_erf_and_slope>(row.index);
+    return value + rise<Terms>(slope, row.middle, row.t);
   }
 }
 
 // --- erfc and Phi --------------------------------------------------------------------------------------------------
 
-// A family has its table, `whole` (what the tails on both sides sum up to), `side` (the sign bit of x in its own tail,
-// the other side being whole less the tail), the square's factor, and by type: the last a of the vector formula (some
-// way from where an inexact result could leave the normal range), the last a with a normal result, and one from which
-// on the result is zero.
+// A family has its table, `whole` (what the tails on both sides sum up to), `tail_is_negative` (the other side is whole
+// less the tail), the square's factor, what its argument is in erfc's, and by type: the last a of the vector formula
+// (some way from where an inexact result could leave the normal range), the last a with a normal result, and one from
+// which on the result is zero.
 
 struct Erfc {
-  static constexpr auto &a53 = error_tables::erfc_a53, &a50 = error_tables::erfc_a50, &a26 = error_tables::erfc_a26;
-  static constexpr auto& a24 = error_tables::erfc_a24;
-  static constexpr auto &a21 = error_tables::erfc_a21, &a11 = error_tables::erfc_a11;
+  static constexpr auto& a53 = error_tables::erfc_a53;
   static constexpr int whole = 2;
   static constexpr bool tail_is_negative = false;
-  static constexpr double square_factor = 1;
+  static constexpr double square_factor = 1, argument = 1;
   template <class T> static constexpr T in_vectors = sizeof(T) == 8 ? T(26.5) : T(9.1875);
   template <class T> static constexpr T last_normal = sizeof(T) == 8 ? T(0x1.a8b12fc6e4891p+4) : T(0x1.2639bep+3);
   template <class T> static constexpr T first_zero = sizeof(T) == 8 ? T(27.2261) : T(10.0546);
 };
 struct CdfNorm {
-  static constexpr auto &a53 = error_tables::normal_a53, &a50 = error_tables::normal_a50;
-  static constexpr auto &a26 = error_tables::normal_a26, &a24 = error_tables::normal_a24;
-  static constexpr auto &a21 = error_tables::normal_a21, &a11 = error_tables::normal_a11;
+  static constexpr auto& a53 = error_tables::normal_a53;
   static constexpr int whole = 1;
   static constexpr bool tail_is_negative = true;
-  static constexpr double square_factor = 0.5;
+  static constexpr double square_factor = 0.5, argument = 0x1.6a09e667f3bcdp-1;
   template <class T> static constexpr T in_vectors = sizeof(T) == 8 ? T(37.5) : T(12.9375);
   template <class T> static constexpr T last_normal = sizeof(T) == 8 ? T(0x1.2c27b05bf1a0ap+5) : T(0x1.9e6602p+3);
   template <class T> static constexpr T first_zero = sizeof(T) == 8 ? T(38.4855) : T(14.1702);
@@ -184,6 +201,23 @@ template <class F, class V> inline V either_side(V tail, Int<V> opposite) {
   return whole + flip_sign(tail, bit_cast<Bits<V>>(opposite) & sign_bit<V>);
 }
 
+/// The row of a family's argument in erfc's table.
+template <class F, int StepBits, bool Exact, class V> inline EvenRow<StepBits, V> complement_row(V a) {
+  using T = Lane<V>;
+  if constexpr (F::argument == 1) {
+    return EvenRow<StepBits, V>(a);
+  } else {
+    EvenRow<StepBits, V> row(a * T(F::argument));
+    if constexpr (Exact) { // t with the product's rounding error, and the factor's
+      constexpr T hi = sizeof(T) == 8 ? T(0x1.6a09e6p-1) : T(0x1.6ap-1);
+      constexpr T lo = sizeof(T) == 8 ? T(0x1.9fcef32422cbfp-27) : T(0x1.3cccfep-14);
+      const V a_hi = head_of(a);
+      row.t = (a_hi * hi - row.middle) + (a_hi * lo + (a - a_hi) * T(F::argument));
+    }
+    return row;
+  }
+}
+
 template <class F, ErrorAccuracy A, class V> inline V error_complement(V x) {
   using enum ErrorAccuracy;
   using T = Lane<V>;
@@ -196,41 +230,25 @@ template <class F, ErrorAccuracy A, class V> inline V error_complement(V x) {
     const Bits<V> sign = bit_cast<Bits<V>>(opposite) & sign_bit<V>;
     const HeadTail<V> sum = fast_two_sum(whole, flip_sign(tail.value.head, sign));
     return (sum.head + (sum.tail + flip_sign(tail.value.tail, sign))) * scale;
-  } else if constexpr (A == a50) {
-    const V a_hi = head_of(a), square_rest = (T(F::square_factor) * (a - a_hi)) * (a + a_hi);
-    const ExpReduced<32, V> power = exp_reduce<32>(T(-F::square_factor) * (a_hi * a_hi));
-    const HeadTail<V> e = exp_unscaled<ExpAccuracy::a50>(power, -square_rest);
-    const BinadeRow<5, V> row(a);
-    return either_side<F>(power.scaled(e.head * row_horner(row.t, lookup_row<F::a50>(row.index))), opposite);
-  } else if constexpr (A == a26 || A == a24) {
-    // The square of a float is exact.
-    const ExpReduced<32, V> power = exp_reduce<32>(T(-F::square_factor) * (a * a));
-    const HeadTail<V> e = exp_unscaled < A == a26 ? ExpAccuracy::a26 : ExpAccuracy::a24 > (power, V{});
-    const BinadeRow<5, V> row(a);
-    V q;
-    if constexpr (A == a26)
-      q = row_horner(row.t, lookup_row<F::a26>(row.index));
-    else
-      q = row_horner(row.t, lookup_row<F::a24>(row.index));
-    return either_side<F>(power.scaled(e.head * q), opposite);
-  } else if constexpr (A == a21) {
-    const V a_hi = head_of(a), square_rest = (T(F::square_factor) * (a - a_hi)) * (a + a_hi);
-    const FloatExpReduced<V> power = float_exp_reduce(T(-F::square_factor) * (a_hi * a_hi));
-    const V r = power.r - square_rest;
-    const V e = 1 + (r + (r * r) * estrin(r, exp_core_tables::float_expm1_a21));
-    const BinadeRow<5, V> row(a);
-    return either_side<F>(power.scaled(e * row_horner(row.t, lookup_row<F::a21>(row.index))), opposite);
   } else {
-    const FloatExpReduced<V> power = float_exp_reduce(T(-F::square_factor) * (a * a));
-    const V r = power.r;
-    const V e = 1 + (r + (r * r) * estrin(r, exp_core_tables::float_exp_a11));
-    const BinadeRow<5, V> row(a);
-    const auto [c0, c1] = lookup_pair<F::a11>(row.index);
-    return either_side<F>(power.scaled(e * (c0 + row.t * c1)), opposite);
+    V tail;
+    if constexpr (sizeof(T) == 8) {
+      using Terms = std::conditional_t<A == a50, SlopeTerms<10, 8, 4>,
+                                       std::conditional_t<A == a24, SlopeTerms<6, 4, 1>, SlopeTerms<6, 3, 0>>>;
+      const auto row = complement_row<F, 7, A == a50>(a);
+      const auto [value, slope] = lookup_pair<error_tables::erfc_and_slope>(row.index);
+      tail = value - rise<Terms>(slope, row.middle, row.t);
+    } else {
+      using Terms = std::conditional_t<A == a21, SlopeTerms<4, 2, 0>, SlopeTerms<2, 0, 0>>;
+      const auto row = complement_row<F, 6, A == a21>(a);
+      const auto [value, slope] = lookup_pair<error_tables::float_erfc_and_slope>(row.index);
+      tail = value - rise<Terms>(slope, row.middle, row.t);
+    }
+    return either_side<F>(F::whole == 2 ? tail : T(0.5) * tail, opposite);
   }
 }
 /// The relative errors of a24, in bits.
-inline constexpr int erf_a24_bits = 40, error_complement_a24_bits = 39;
+inline constexpr int erf_a24_bits = 40, error_complement_a24_bits = 40;
 
 /// The tail's result rounded once, also below the normal range, for in_vectors < a < first_zero.
 template <class F> inline double end_of_tail(double a) {

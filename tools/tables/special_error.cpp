@@ -17,20 +17,25 @@ Real erf_over_x(const Real& x) {
   return y;
 }
 
-/// erf(k / per_unit) and the derivative there for k = 0 ... last, the last row 1 and 0.
-template <class T> std::vector<std::vector<double>> erf_and_slope(int per_unit, int last) {
+/// f(k / per_unit) and 2 / sqrt(pi) e^(-(k / per_unit)^2) for k = 0 ... last.
+template <class T> std::vector<std::vector<double>> values_and_slopes(decltype(mpfr_erf) f, int per_unit, int last) {
   std::vector<std::vector<double>> rows;
-  for (int k = 0; k < last; ++k) {
-    Real r, value, slope;
-    mpfr_set_d(r, double(k) / per_unit, MPFR_RNDN);
-    mpfr_erf(value, r, MPFR_RNDN);
-    mpfr_sqr(r, r, MPFR_RNDN);
-    mpfr_neg(r, r, MPFR_RNDN);
-    mpfr_exp(slope, r, MPFR_RNDN);
+  for (int k = 0; k <= last; ++k) {
+    const Real r = to_real(Quad(k) / per_unit);
+    Real value, slope;
+    f(value, r, MPFR_RNDN);
+    mpfr_sqr(slope, r, MPFR_RNDN);
+    mpfr_neg(slope, slope, MPFR_RNDN);
+    mpfr_exp(slope, slope, MPFR_RNDN);
     mpfr_mul(slope, slope, erf_over_x(to_real(0)), MPFR_RNDN);
     rows.push_back({double(T(to_quad(value))), double(T(to_quad(slope)))});
   }
-  rows.push_back({1, 0});
+  return rows;
+}
+/// The same for erf, the last row 1 and 0.
+template <class T> std::vector<std::vector<double>> erf_and_slope(int per_unit, int last) {
+  auto rows = values_and_slopes<T>(mpfr_erf, per_unit, last);
+  rows.back() = {1, 0};
   return rows;
 }
 
@@ -83,42 +88,31 @@ Rows binade_rows(Real (*scaled)(const Real&), int row_bits, double last, int deg
 
 int main() {
   header("error_tables.hpp", "<cstdint>");
-  std::puts("namespace error_tables {\n");
-  const Rows p = even_rows(8, 49, 10);
-  std::puts("// A polynomial in t for erf(a) / a, a = k / 8 + t, |t| <= 1 / 16, k the row.");
-  comment("c0_lo, c1_lo, c2, ..., c10, c0_hi, c1_hi, the heads of 26 bits.", p);
-  print_array("double", "erf_a53", split_rows(p, 1, 26));
-  std::puts("\n// erf(r) and 2 / sqrt(pi) e^(-r^2); from the last row on erf is 1 in this type.\n");
-  std::puts("/// r = k / 128");
-  print_array("double", "erf_and_slope", erf_and_slope<double>(128, 6 * 128));
-  std::puts("\n/// r = k / 16");
-  print_array("float", "float_erf_and_slope", erf_and_slope<float>(16, 63));
-  std::puts(
-      "\n// Polynomials in t for e^(a^2) erfc(a) and e^(a^2 / 2) Phi(-a). A binade of 1 + a has 2^n rows; t is a less\n"
-      "// that of the row's middle.");
-  const struct {
-    const char* name;
-    Real (*f)(const Real&);
-    double last, last_float; // with a result other than zero; with a normal float
-  } families[] = {{"erfc", scaled_erfc, 27.2261, 9.1946}, {"normal", scaled_normal, 38.4855, 12.95}};
-  for (const auto& family : families) {
-    char name[64];
-    const auto print = [&](const char* suffix, const char* text, int row_bits, double last, int degree, auto emit) {
-      std::snprintf(name, sizeof name, "%s_%s", family.name, suffix);
-      const Rows rows = binade_rows(family.f, row_bits, last, degree);
-      comment(text, rows);
-      emit(rows);
-    };
-    const auto doubles = [&](const Rows& rows) { print_doubles(name, rows); };
-    const auto floats = [&](const Rows& rows) { print_floats(name, rows); };
-    print("a53", "n = 4: c0_lo, c1_lo, c2, ..., c10, c0_hi, c1_hi, the heads of 26 bits.", 4, family.last, 10,
-          [&](const Rows& rows) { print_array("double", name, split_rows(rows, 1, 26)); });
-    print("a50", "n = 5: c0, ..., c7.", 5, family.last, 7, doubles);
-    print("a26", "n = 5: c0, ..., c3.", 5, family.last, 3, doubles);
-    print("a24", "n = 5: c0, ..., c5.", 5, family.last_float, 5, doubles);
-    print("a21", "n = 5: c0, ..., c3.", 5, family.last_float, 3, floats);
-    print("a11", "n = 5: c0, c1.", 5, family.last_float, 1, floats);
-  }
+  std::puts("namespace error_tables {");
+  const char* layout = "c0_lo, c1_lo, c2, ..., c10, c0_hi, c1_hi, the heads of 26 bits.";
+  const auto print_split = [&](const char* name, const Rows& rows) {
+    comment(layout, rows);
+    print_array("double", name, split_rows(rows, 1, 26));
+  };
+  std::puts("\n// A polynomial in t for erf(a) / a, a = k / 8 + t, |t| <= 1 / 16, k the row.");
+  print_split("erf_a53", even_rows(8, 49, 10));
+  std::puts("\n// Polynomials in t for e^(a^2) erfc(a) and e^(a^2 / 2) Phi(-a). A binade of 1 + a has 16 rows; t is a "
+            "less that of\n"
+            "// the row's middle.");
+  print_split("erfc_a53", binade_rows(scaled_erfc, 4, 27.2261, 10));
+  print_split("normal_a53", binade_rows(scaled_normal, 4, 38.4855, 10));
+
+  const auto print_pairs = [](const char* type, const char* name, const char* text, const auto& rows) {
+    std::printf("\n/// %s\n", text);
+    print_array(type, name, rows);
+  };
+  std::puts("\n// erf(r) or erfc(r), and 2 / sqrt(pi) e^(-r^2). In the last row of erf it is 1 in the type.");
+  print_pairs("double", "erf_and_slope", "r = k / 128", erf_and_slope<double>(128, 6 * 128));
+  print_pairs("float", "float_erf_and_slope", "r = k / 16", erf_and_slope<float>(16, 63));
+  print_pairs("double", "erfc_and_slope", "r = k / 128, as far as 26.53",
+              values_and_slopes<double>(mpfr_erfc, 128, 3396));
+  print_pairs("float", "float_erfc_and_slope", "r = k / 64, as far as 9.19",
+              values_and_slopes<float>(mpfr_erfc, 64, 588));
   std::puts("\n} // namespace error_tables");
   footer();
 }
