@@ -30,7 +30,7 @@ namespace kelvm::inline KELVM_BUILD {
 enum class ErrorAccuracy { a53, a50, a26, a24, a21, a11 };
 
 /// a, not above limit. Both non-negative.
-template <class V> inline V at_most(V a, Lane<V> limit) { return select(a < limit, a, splat<V>(limit)); }
+template <class V> inline V at_most(V a, Lane<V> limit) { return smaller_of(a, splat<V>(limit)); }
 
 /// The row round(a 2^StepBits), its middle, and what a exceeds that by; exact.
 template <int StepBits, class V> struct EvenRow {
