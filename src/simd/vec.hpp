@@ -216,6 +216,34 @@ template <class M, class V> inline V select(M mask, V a, std::type_identity_t<V>
   }
 }
 
+/// The smaller of a and b, neither a NaN.
+template <class V> inline V smaller_of(V a, V b) {
+  [[maybe_unused]] constexpr bool wide = sizeof(Lane<V>) == 8;
+  if constexpr (lanes<V> == 1) {
+    return a < b ? a : b;
+#if KELVM_AVX512
+  } else if constexpr (sizeof(V) == 64) {
+    if constexpr (wide)
+      return (V)_mm512_maskz_min_pd(0xFF, (__m512d)a, (__m512d)b);
+    else
+      return (V)_mm512_maskz_min_ps(0xFFFF, (__m512)a, (__m512)b);
+#endif
+#if KELVM_AVX512 || KELVM_AVX2
+  } else if constexpr (sizeof(V) == 32) {
+    if constexpr (wide)
+      return (V)_mm256_min_pd((__m256d)a, (__m256d)b);
+    else
+      return (V)_mm256_min_ps((__m256)a, (__m256)b);
+#endif
+  } else {
+    static_assert(sizeof(V) == 16);
+    if constexpr (wide)
+      return (V)_mm_min_pd((__m128d)a, (__m128d)b);
+    else
+      return (V)_mm_min_ps((__m128)a, (__m128)b);
+  }
+}
+
 /// v where the mask is set, +0 elsewhere.
 template <class M, class V> inline V keep(M mask, V v) {
   if constexpr (std::is_same_v<M, bool>)
