@@ -70,6 +70,25 @@ template <class V> inline V splat(Lane<V> x) {
   (std::make_integer_sequence<int, lanes<V>>{});
 }
 
+/// The two values at `from`, over and over.
+template <class V> inline V splat_pair(const Lane<V>* from) {
+  static_assert(std::is_same_v<V, Native<Lane<V>>>);
+  if constexpr (sizeof(Lane<V>) == 4) {
+    double both;
+    std::memcpy(&both, from, sizeof both);
+    return (V)splat<Vec<double, lanes<V> / 2>>(both);
+  } else {
+    const __m128d both = _mm_loadu_pd(from);
+#if KELVM_AVX512
+    return (V)_mm512_maskz_broadcast_f64x2(__mmask8(-1), both);
+#elif KELVM_AVX2
+    return (V)_mm256_set_m128d(both, both);
+#else
+    return (V)both;
+#endif
+  }
+}
+
 namespace detail {
 /// Lanes 0 .. n-1 set, as a vector mask (builds without mask registers).
 template <class V> inline Int<V> first_lanes(int n) {
