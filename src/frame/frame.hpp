@@ -14,7 +14,9 @@
 //                                   formula(x) with one lane where that covers it. Called for marked lanes only.
 //
 // A kernel with `covers_everything` has formula alone. A kernel with `doubts` gives formula a last parameter,
-// LaneBits& doubtful, and sets there the lanes whose result is not decided; they go to element() as well.
+// LaneBits& doubtful, and sets there the lanes whose result is not decided; they go to element() as well. Where that
+// costs too much, the parameter is a Doubt<V>& of the kernel's own, which gathers what it needs from all vectors of a
+// block: any() tells whether a lane of the block may be doubtful, lanes(), asked after a single vector, which are.
 //
 // A kernel with `has_wide_formula` has a second pair, wide_special and wide_formula, that takes the place of the first
 // in vectors with marked lanes: slower and covering more, with the bits of formula where that covers a lane.
@@ -115,7 +117,18 @@ template <class K, class S> class Loop {
   template <class U> static Outputs<U> collect(U result) { return {{result}}; }
   template <class U> static Outputs<U> collect(Pair<U> result) { return {{result.first, result.second}}; }
 
-  template <class U> static Outputs<U> formula(const K& kernel, const Inputs<U>& in, LaneBits& doubtful) {
+  template <class U> static auto doubt_of() {
+    if constexpr (requires { typename K::template Doubt<U>; })
+      return typename K::template Doubt<U>{};
+    else
+      return LaneBits{0};
+  }
+  static bool some(LaneBits doubtful) { return doubtful != 0; }
+  static LaneBits lanes_of(LaneBits doubtful) { return doubtful; }
+  template <class D> static bool some(const D& doubt) { return doubt.any(); }
+  template <class D> static LaneBits lanes_of(const D& doubt) { return doubt.lanes(); }
+
+  template <class U, class D> static Outputs<U> formula(const K& kernel, const Inputs<U>& in, D& doubtful) {
     return collect<U>(spread(in, [&](auto... x) {
       if constexpr (K::doubts)
         return kernel.formula(x..., doubtful);
@@ -130,14 +143,20 @@ template <class K, class S> class Loop {
       return spread(in, [&](auto... x) { return kernel.special(x...); });
   }
 
-  static Inputs<V> load_block(const Arrays<T, S>& arrays, std::ptrdiff_t i) {
+  /// Ordered: lane 0 holds the first element, and so on. Otherwise, where all elements are complex, in the order of
+  /// unzip.
+  enum class Lanes { ordered, any };
+  static constexpr bool may_zip = S::source_parts == 2 && S::destination_parts == 2;
+
+  template <Lanes O> static Inputs<V> load_block(const Arrays<T, S>& arrays, std::ptrdiff_t i) {
     Inputs<V> in;
     unrolled<S::sources>([&](auto s) {
       const T* from = arrays.source[s] + i * S::source_parts;
       if constexpr (S::source_parts == 1) {
         in.of[s] = load<V>(from);
       } else {
-        const Pair<V> parts = deinterleave(load<V>(from), load<V>(from + width));
+        const V low = load<V>(from), high = load<V>(from + width);
+        const Pair<V> parts = O == Lanes::any && may_zip ? unzip(low, high) : deinterleave(low, high);
         in.of[2 * s] = parts.first;
         in.of[2 * s + 1] = parts.second;
       }
@@ -163,13 +182,14 @@ template <class K, class S> class Loop {
     });
     return in;
   }
-  static void store_block(const Arrays<T, S>& arrays, std::ptrdiff_t i, const Outputs<V>& out) {
+  template <Lanes O> static void store_block(const Arrays<T, S>& arrays, std::ptrdiff_t i, const Outputs<V>& out) {
     unrolled<S::destinations>([&](auto d) {
       T* to = arrays.destination[d] + i * S::destination_parts;
       if constexpr (S::destination_parts == 1) {
         store<V>(to, out.of[d]);
       } else {
-        const Pair<V> pairs = interleave(Pair<V>{out.of[2 * d], out.of[2 * d + 1]});
+        const Pair<V> parts{out.of[2 * d], out.of[2 * d + 1]};
+        const Pair<V> pairs = O == Lanes::any && may_zip ? zip(parts) : interleave(parts);
         store<V>(to, pairs.first);
         store<V>(to + width, pairs.second);
       }
@@ -233,7 +253,7 @@ template <class K, class S> class Loop {
   }
   /// One vector, whatever it holds. Lanes outside `valid` are computed but never handed over.
   static Outputs<V> one_vector(const K& kernel, const Inputs<V>& in, LaneBits valid, Outcome& outcome) {
-    LaneBits doubtful = 0;
+    auto doubtful = doubt_of<V>();
     if constexpr (K::covers_everything) {
       return formula<V>(kernel, in, doubtful);
     } else {
@@ -253,7 +273,7 @@ template <class K, class S> class Loop {
         }
       }
       out = formula<V>(kernel, tame, doubtful);
-      if (const LaneBits left = (marked | doubtful) & valid; left != 0) [[unlikely]] {
+      if (const LaneBits left = (marked | lanes_of(doubtful)) & valid; left != 0) [[unlikely]] {
         const Spilled<Inputs<V>> x(in);
         Spilled<Outputs<V>> y(out);
         hand_over(kernel, x.value, y.value, left, outcome);
@@ -278,7 +298,8 @@ public:
         const Outputs<V> out = one_vector(kernel, load_tail(arrays, i, count), (1u << count) - 1u, outcome);
         store_tail(arrays, i, count, out);
       } else {
-        store_block(arrays, i, one_vector(kernel, load_block(arrays, i), all_lanes<V>, outcome));
+        store_block<Lanes::ordered>(arrays, i,
+                                    one_vector(kernel, load_block<Lanes::ordered>(arrays, i), all_lanes<V>, outcome));
       }
     }
     return outcome;
@@ -304,9 +325,9 @@ public:
       Inputs<V> in[K::vectors_in_flight];
       Outputs<V> out[K::vectors_in_flight];
       Marks<V> marked{};
-      LaneBits doubtful = 0;
+      auto doubtful = doubt_of<V>();
       unrolled<K::vectors_in_flight>([&](auto v) {
-        in[v] = load_block(arrays, i + v * width);
+        in[v] = load_block<Lanes::any>(arrays, i + v * width);
         marked |= special(kernel, in[v]);
       });
       if (!K::covers_everything && any(marked)) [[unlikely]] {
@@ -314,11 +335,11 @@ public:
         continue;
       }
       unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], doubtful); });
-      if (!K::covers_everything && doubtful != 0) [[unlikely]] {
+      if (!K::covers_everything && some(doubtful)) [[unlikely]] {
         by_vector(block);
         continue;
       }
-      unrolled<K::vectors_in_flight>([&](auto v) { store_block(arrays, i + v * width, out[v]); });
+      unrolled<K::vectors_in_flight>([&](auto v) { store_block<Lanes::any>(arrays, i + v * width, out[v]); });
     }
     if (i < len) by_vector(len - i);
     return outcome;
