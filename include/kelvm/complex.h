@@ -62,6 +62,18 @@ KELVM_API kelStatus kelsAbs_64fc_A26(const Complex64f* src, double* dst, int len
 KELVM_API kelStatus kelsAbs_64fc_A50(const Complex64f* src, double* dst, int len);
 KELVM_API kelStatus kelsAbs_64fc_A53(const Complex64f* src, double* dst, int len);
 
+/** dst[i] = the square root of src[i], principal branch: the real part is not negative (never -0), the imaginary part
+ * has the sign of the source's, that of a zero too, which decides the side of the cut along the negative real axis.
+ * Infinities and NaNs as csqrt in Annex G: an infinite imaginary part gives (inf, +-inf), -inf on the real axis (0,
+ * +-inf). No warnings. No overflow or loss of small parts in between. A24, A53: each part within 0.51 ulp; the
+ * others within 2^-bits of the suffix, relative to the absolute value of the result. */
+KELVM_API kelStatus kelsSqrt_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSqrt_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSqrt_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSqrt_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsSqrt_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsSqrt_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
 KELVM_END_DECLARATIONS
 
 #endif
