@@ -12,7 +12,7 @@
 //
 // Where an intermediate value could leave the range of the type, element() computes: it scales, and gives infinities
 // and NaNs the results of C's Annex G. A NaN part is the default NaN.
-#include "exact/exact.hpp"
+#include "complex/complex.hpp"
 #include "frame/member.hpp"
 #include "kelvm/complex.h"
 #include "simd/ordered.hpp"
@@ -46,33 +46,6 @@ template <class T> struct Conj : PartByPart<T> {
 
 // --- one element of a product or quotient, any operands --------------------------------------------------------------
 
-/// x = fraction 2^exponent, 1 <= |fraction| < 2, or zero.
-struct Scaled {
-  double fraction;
-  int exponent = 0;
-};
-Scaled scaled(double x) {
-  if (x == 0) return {x};
-  const bool subnormal = abs(x) < 0x1p-1022;
-  if (subnormal) x *= 0x1p54;
-  const int exponent = int(bits(abs(x)) >> 52) - 1023 - (subnormal ? 54 : 0);
-  return {from_bits<double>((bits(x) & 0x800FFFFFFFFFFFFFu) | 0x3FF0000000000000u), exponent};
-}
-double power_of_two(int exponent) { return from_bits<double>(std::uint64_t(exponent + 1023) << 52); }
-
-/// (head + tail) 2^exponent, 2^-110 < |head| < 16 or zero.
-struct ScaledSum {
-  HeadTail<double> value;
-  int exponent;
-
-  /// Rounded to double, once more where it is subnormal; infinity where it overflows.
-  double rounded() const {
-    const int bounded = exponent < -1300 ? -1300 : exponent > 1300 ? 1300 : exponent;
-    const int last = bounded < -1022 ? -1022 : bounded > 1023 ? 1023 : bounded;
-    return (value.head + value.tail) * power_of_two(bounded - last) * power_of_two(last);
-  }
-};
-
 /// a b + c d for finite operands, relative error below 2^-100.
 ScaledSum sum_of_products(double a, double b, double c, double d) {
   const Scaled sa = scaled(a), sb = scaled(b), sc = scaled(c), sd = scaled(d);
@@ -95,9 +68,6 @@ ScaledSum quotient(const ScaledSum& x, const ScaledSum& y) {
   const double rest = ((x.value.head - product.head) - product.tail) + (x.value.tail - q * y.value.tail);
   return {fast_two_sum(q, rest / y.value.head), x.exponent - y.exponent};
 }
-
-bool is_infinite(double x) { return abs(x) == infinity<double>; }
-bool is_finite(double x) { return !is_nan(x) && !is_infinite(x); }
 
 /// Sum and product that give the default NaN where they would raise invalid.
 double quiet_sum(double x, double y) {
@@ -139,14 +109,6 @@ struct Operands {
   }
 };
 
-/// The parts of a result with its code: 12 where finite operands overflow, 19 where a NaN part comes from operands
-/// without a NaN.
-template <class T> Pair<T> with_code(const Operands& o, double re, double im, kelStatus& status) {
-  const Pair<T> z{T(re), T(im)};
-  if (o.finite() && (is_infinite(z.first) || is_infinite(z.second))) report(status, kelStatusOverflow);
-  if (!o.has_nan() && (is_nan(z.first) || is_nan(z.second))) report(status, kelStatusDomain);
-  return z;
-}
 /// What C's examples do where the plain formula gives two NaNs: the scale (infinity or zero) times the formula's parts.
 template <class T> Pair<T> recovered(const Operands& o, double scale, double re, double im, kelStatus& status) {
   return with_code<T>(o, quiet_product(scale, re), quiet_product(scale, im), status);
@@ -206,9 +168,6 @@ template <class V> Marks<V> both_below(V x, V y, Lane<V> limit) {
 }
 template <class V> Marks<V> nonzero(V x) { return -int_bits(abs(x)); }
 template <class V> Marks<V> not_both_zero(V x, V y) { return -int_bits(abs(from_bits<V>(bits(x) | bits(y)))); }
-
-/// Marks lanes with a part beyond the limit, infinities and NaNs included.
-template <class V> Marks<V> any_above(V a, V b, Lane<V> limit) { return above(abs(a), limit) | above(abs(b), limit); }
 
 /// z w. P: formula, and `limit`, above which a part is special.
 template <class T, class P> struct Multiplication : KernelDefaults {
