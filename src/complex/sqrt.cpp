@@ -114,8 +114,8 @@ template <class T, class P> struct ComplexSqrt : KernelDefaults {
     const T nan = default_nan<T>();
     if (abs(y) == infinity<T>) return {infinity<T>, y};
     if (abs(x) == infinity<T>) {
-      const T other = is_nan(y) ? nan : with_sign(T(0), sign_of(y));
-      return x > 0 ? Pair<T>{x, other} : Pair<T>{abs(other), with_sign(infinity<T>, sign_of(y))};
+      const T zero = is_nan(y) ? nan : T(0);
+      return x > 0 ? Pair<T>{x, with_sign(zero, sign_of(y))} : Pair<T>{zero, with_sign(infinity<T>, sign_of(y))};
     }
     if (is_nan(x) || is_nan(y)) return {nan, nan};
     return with_signs(root_of_any(abs(x), abs(y)), x, y);
