@@ -1,4 +1,4 @@
-/* Complex arithmetic. Conventions, status codes, aliasing: kelvm/types.h.
+/* Complex arithmetic and elementary functions. Conventions, status codes, aliasing: kelvm/types.h.
  *
  * Infinities and NaNs behave as C's Annex G has it: a number with an infinite part is infinite whatever the other part.
  * Warnings of Mul, MulByConj and Div: kelStatusOverflow where finite operands give an infinite part; kelStatusDomain,
@@ -73,6 +73,54 @@ KELVM_API kelStatus kelsSqrt_32fc_A24(const Complex32f* src, Complex32f* dst, in
 KELVM_API kelStatus kelsSqrt_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsSqrt_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsSqrt_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/* The elementary functions below share their conventions. Infinities, NaNs and signs of zeros as C's Annex G has them.
+ * Conjugate symmetry, oddness and evenness hold bit for bit. Warnings: kelStatusOverflow where finite operands give an
+ * infinite part; kelStatusDomain, with invalid raised, where an operand without a NaN gives a NaN part (an infinite
+ * angle). A part below the normal range is no warning. Accuracy: A24 within 0.51 ulp and A53 within 1 ulp in each part,
+ * as long as the part is a normal number; the others within 2^-bits of the suffix, relative to the absolute value of
+ * the result. Any finite number may be an angle. */
+
+/** dst[i] = the exponential of src[i]: e^x cos y + i e^x sin y. An e^x beyond the range is no overflow where its
+ * product with the cosine or sine is not. */
+KELVM_API kelStatus kelsExp_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsExp_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsExp_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsExp_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsExp_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsExp_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the hyperbolic sine of src[i]: sinh x cos y + i cosh x sin y. */
+KELVM_API kelStatus kelsSinh_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSinh_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSinh_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSinh_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsSinh_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsSinh_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the hyperbolic cosine of src[i]: cosh x cos y + i sinh x sin y. */
+KELVM_API kelStatus kelsCosh_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsCosh_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsCosh_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsCosh_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsCosh_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsCosh_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the sine of src[i]: sin x cosh y + i cos x sinh y, the bits of -i sinh(iz). */
+KELVM_API kelStatus kelsSin_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSin_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSin_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsSin_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsSin_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsSin_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the cosine of src[i]: cos x cosh y - i sin x sinh y, the bits of cosh(iz). */
+KELVM_API kelStatus kelsCos_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsCos_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsCos_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsCos_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsCos_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsCos_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
 
 KELVM_END_DECLARATIONS
 

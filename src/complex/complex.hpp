@@ -49,16 +49,24 @@ inline Scaled scaled(double x) {
   return {from_bits<double>((bits(x) & 0x800FFFFFFFFFFFFFu) | 0x3FF0000000000000u), exponent};
 }
 
-/// (head + tail) 2^exponent, 2^-110 < |head| < 16 or zero.
+/// (head + tail) 2^exponent, 2^-110 < |head| < 2^110 or zero.
 struct ScaledSum {
   HeadTail<double> value;
   int exponent;
 
-  /// Rounded to double, once more where it is subnormal; infinity where it overflows.
+  /// Rounded once to double, infinity where it overflows.
   double rounded() const {
     const int bounded = exponent < -1300 ? -1300 : exponent > 1300 ? 1300 : exponent;
     const int last = bounded < -1022 ? -1022 : bounded > 1023 ? 1023 : bounded;
-    return (value.head + value.tail) * power_of_two(bounded - last) * power_of_two(last);
+    double sum = value.head + value.tail;
+    if (bounded < -900) {
+      const double limit = with_sign(power_of_two(-1022 - bounded), sign_of(sum)); // becomes the smallest normal number
+      if (abs(sum) < abs(limit)) { // sums with it are multiples of what becomes the smallest subnormal one
+        const HeadTail<double> from_limit = two_sum(limit, value.head);
+        sum = with_sign((from_limit.head + (from_limit.tail + value.tail)) - limit, sign_of(sum));
+      }
+    }
+    return sum * power_of_two(bounded - last) * power_of_two(last);
   }
 };
 
