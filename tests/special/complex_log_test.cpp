@@ -76,4 +76,48 @@ TEST(ComplexSqrt, EndsOfTheRange) {
   special::check("Sqrt", Type::c32, {{{0x1p126, 0x1p-149}, {0x1p63, 0.0}}, {{-0x1p-148, 0.0}, {0.0, 0x1p-74}}});
 }
 
+TEST(ComplexLog, SpecialArguments) {
+  // The multiples of pi/4 that a double and a float hold, and those over ln 10.
+  struct Constants {
+    const char* family;
+    Type type;
+    double quarter, half, three_quarters, whole;
+  };
+  const Constants all[] = {
+      {"Ln", Type::c64, 0x1.921fb54442d18p-1, 0x1.921fb54442d18p+0, 0x1.2d97c7f3321d2p+1, 0x1.921fb54442d18p+1},
+      {"Ln", Type::c32, 0x1.921fb6p-1, 0x1.921fb6p+0, 0x1.2d97c8p+1, 0x1.921fb6p+1},
+      {"Log10", Type::c64, 0x1.5d47c4cb2fba1p-2, 0x1.5d47c4cb2fba1p-1, 0x1.05f5d39863cb9p+0, 0x1.5d47c4cb2fba1p+0},
+      {"Log10", Type::c32, 0x1.5d47c4p-2, 0x1.5d47c4p-1, 0x1.05f5d4p+0, 0x1.5d47c4p+0}};
+  for (const Constants& c : all)
+    for (double sign : {1.0, -1.0}) {
+      const double zero = 0 * sign, infinite = inf * sign;
+      special::check(c.family, c.type,
+                     {{{-0.0, zero}, {-inf, c.whole * sign}, kelStatusSingularity},
+                      {{0.0, zero}, {-inf, zero}, kelStatusSingularity},
+                      {{1.5, infinite}, {inf, c.half * sign}},
+                      {{-1.5, infinite}, {inf, c.half * sign}},
+                      {{-inf, 1.5 * sign}, {inf, c.whole * sign}},
+                      {{inf, 1.5 * sign}, {inf, zero}},
+                      {{-inf, infinite}, {inf, c.three_quarters * sign}},
+                      {{inf, infinite}, {inf, c.quarter * sign}},
+                      {{infinite, any_nan}, {inf, default_nan}},
+                      {{any_nan, infinite}, {inf, default_nan}},
+                      {{any_nan, sign}, {default_nan, default_nan}},
+                      {{sign, any_nan}, {default_nan, default_nan}},
+                      {{any_nan, any_nan}, {default_nan, default_nan}},
+                      {{1.0, zero}, {0.0, zero}}});
+    }
+  for (const char* family : {"Ln", "Log10"}) check_conjugates(family, {{}});
+}
+
+/// ln(1 + x^2) / 2 for tiny x, and the angles there; the ends of the range.
+TEST(ComplexLog, NextToOneAndTheEndsOfTheRange) {
+  special::check("kelsLn_64fc_A53", {{{1.0, 0x1p-520}, {0x1p-1041, 0x1p-520}},
+                                     {{0x1p-500, -1.0}, {0x1p-1001, -0x1.921fb54442d18p+0}},
+                                     {{1.0, 0x1p-600}, {0.0, 0x1p-600}},
+                                     {{0x1p1000, 0x1p-60}, {0x1.5a92d6d005c94p+9, 0x1p-1060}},
+                                     {{-0x1p1000, -0x1p-60}, {0x1.5a92d6d005c94p+9, -0x1.921fb54442d18p+1}},
+                                     {{0x1p-1074, 0.0}, {-0x1.74385446d71c3p+9, 0.0}}});
+}
+
 } // namespace
