@@ -136,8 +136,8 @@ struct Full : InDouble {
   /// is a multiple of pi/2 but for 2^-53.
   template <class V> static Remainder<V> long_reduce(V y) {
     using namespace factors_tables;
-    const V shifted = y * thirty_two_over_pi + 0x1.8p52;
-    const V k = shifted - 0x1.8p52;
+    const V shifted = y * thirty_two_over_pi + shifter<double>;
+    const V k = shifted - shifter<double>;
     const V t = y - k * pi_32_0;
     const V first = t - k * pi_32_1;
     const V second = ((t - first) - k * pi_32_1) - k * pi_32_2;
@@ -212,8 +212,8 @@ template <ExpAccuracy A, class P> struct Rounded : Plain, InDouble {
     }
   }
   template <class V> static EvenOdd<V> circular(V y) {
-    const V shifted = y * thirty_two_over_pi + 0x1.8p52;
-    const EvenOdd<V> r = even_odd(remainder(y, shifted - 0x1.8p52), P::cos, P::sin);
+    const V shifted = y * thirty_two_over_pi + shifter<double>;
+    const EvenOdd<V> r = even_odd(remainder(y, shifted - shifter<double>), P::cos, P::sin);
     const auto [cos_a, sin_a] = lookup_pair<cosine_sine>(int_bits(shifted) & 63);
     return added<Plane::circular>({cos_a, sin_a}, r.even, r.odd);
   }
@@ -253,8 +253,8 @@ template <class P> struct Single : Plain {
     return added<Plane::hyperbolic>({up + down, up - down}, r.even, r.odd);
   }
   template <class V> static EvenOdd<V> circular(V y) {
-    const V shifted = y * 0x1.45f306p-1f + 0x1.8p23f;
-    const V k = shifted - 0x1.8p23f;
+    const V shifted = y * 0x1.45f306p-1f + shifter<float>;
+    const V k = shifted - shifter<float>;
     const V remainder = y - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f;
     const EvenOdd<V> r = even_odd(remainder, P::cos, P::sin);
     const V cos_r = 1.0f + r.even;
