@@ -26,12 +26,13 @@ template <class F> struct Inverse32f : KernelDefaults {
 template <class F> struct InverseA24 : Inverse32f<F> {
   static constexpr int vectors_in_flight = 2;
   static constexpr bool doubts = true;
+  static constexpr bool stray_underflow = true; // powers of tiny arguments
   template <class V> static V formula(V x, LaneBits& doubtful) {
     return in_double_decided<39>(
         doubtful, [](auto x) { return inverse_short<F>(x, inverse_trig::asin_a24); }, x);
   }
   static float element(float x, kelStatus& status) {
-    if (!(abs(x) < 1)) return Inverse32f<F>::element(x, status);
+    if (any(Inverse32f<F>::special(x))) return Inverse32f<F>::element(x, status);
     const HeadTail<double> y = inverse_a53<F>(double(x));
     return round_to_float(fast_two_sum(y.head, y.tail));
   }
