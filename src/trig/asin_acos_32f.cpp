@@ -19,6 +19,7 @@ template <class F> struct Inverse32f : KernelDefaults {
   using Element = float;
   static constexpr int vectors_in_flight = 4;
   static constexpr float harmless = 0.5f;
+  static constexpr bool stray_underflow = true; // powers of tiny arguments
   template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.fffffep-1f); }
   static float element(float x, kelStatus& status) { return inverse_of_border<F>(x, status); }
 };
@@ -26,7 +27,6 @@ template <class F> struct Inverse32f : KernelDefaults {
 template <class F> struct InverseA24 : Inverse32f<F> {
   static constexpr int vectors_in_flight = 2;
   static constexpr bool doubts = true;
-  static constexpr bool stray_underflow = true; // powers of tiny arguments
   template <class V> static V formula(V x, LaneBits& doubtful) {
     return in_double_decided<39>(
         doubtful, [](auto x) { return inverse_short<F>(x, inverse_trig::asin_a24); }, x);
@@ -39,7 +39,6 @@ template <class F> struct InverseA24 : Inverse32f<F> {
 };
 
 template <class F, auto& Series> struct InverseSingle : Inverse32f<F> {
-  static constexpr bool stray_underflow = true; // powers of tiny arguments
   template <class V> static V formula(V x) { return inverse_short<F>(x, Series); }
 };
 
