@@ -101,7 +101,7 @@ template <class Terms, class V> inline V rise(V slope, V r, V t) {
 // --- erf -----------------------------------------------------------------------------------------------------------
 
 /// The last row of the tables, on which erf is 1 in the type.
-template <class T> inline constexpr T erf_saturated = sizeof(T) == 8 ? T(6.0) : T(3.9375);
+template <class T> inline constexpr T erf_saturated = sizeof(T) == 8 ? T(6.0) : T(3.96875);
 /// Smaller arguments, but for 0, are not for the vector formulas, whose powers of a would underflow.
 template <class T> inline constexpr T erf_tiny = sizeof(T) == 8 ? T(0x1p-400) : T(0x1p-30);
 
@@ -123,7 +123,7 @@ template <class V> inline HeadTail<V> erf_head_tail(V a) {
 template <ErrorAccuracy A, class V> inline V erf_positive(V a) {
   using enum ErrorAccuracy;
   using T = Lane<V>;
-  a = at_most(a, erf_saturated<T>);
+  if constexpr (A != a11) a = at_most(a, erf_saturated<T>);
   if constexpr (A == a53) {
     const HeadTail<V> result = erf_head_tail(a);
     return result.head + result.tail;
@@ -133,11 +133,13 @@ template <ErrorAccuracy A, class V> inline V erf_positive(V a) {
     const EvenRow<7, V> row(a);
     const auto [value, slope] = lookup_pair<error_tables::erf_and_slope>(row.index);
     return value + rise<Terms>(slope, row.middle, row.t);
-  } else {
-    using Terms = std::conditional_t<A == a21, SlopeTerms<3, 2, 0>, SlopeTerms<1, 1, 0>>;
-    const EvenRow<4, V> row(a);
+  } else if constexpr (A == a21) {
+    const EvenRow<5, V> row(a);
     const auto [value, slope] = lookup_pair<error_tables::float_erf_and_slope>(row.index);
-    return value + rise<Terms>(slope, row.middle, row.t);
+    return value + rise<SlopeTerms<2, 1, 0>>(slope, row.middle, row.t);
+  } else {
+    a = at_most(a, 2.75f);
+    return at_most(a * estrin(a * a, error_tables::erf_a11), 1);
   }
 }
 

@@ -23,6 +23,8 @@ struct ErfSpecial : KernelDefaults {
 };
 template <ErrorAccuracy A> struct Erf32 : ErfSpecial {
   static constexpr int vectors_in_flight = 4;
+  static constexpr bool stray_underflow = true; // squares of tiny arguments
+  template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<float>); }
   template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
 };
 template <> struct Erf32<ErrorAccuracy::a24> : ErfSpecial {
