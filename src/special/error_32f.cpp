@@ -1,7 +1,7 @@
 // Error function, its complement and the normal distribution function, float (special/error.hpp).
 //
 // A24 is correctly rounded: double arithmetic, and the evaluation of the 64f_A53 member for the results that lie within
-// 2^-39 of a midpoint between two floats. A21 and A11 stay in float arithmetic.
+// 2^-40 of a midpoint between two floats. A21 and A11 stay in float arithmetic.
 //
 // Exceptional inputs as in double.
 #include "frame/member.hpp"
