@@ -130,7 +130,7 @@ struct Full : InDouble {
                                         factors_tables::sinh_full);
   }
 
-  template <Angles A, class V> static EvenOdd<Split<V>> circular(V y) {
+  template <Angles A = Angles::near, class V> static EvenOdd<Split<V>> circular(V y) {
     if constexpr (A == Angles::near) {
       return circular(long_reduce(y));
     } else {
@@ -138,6 +138,11 @@ struct Full : InDouble {
       const Remainder<V> r = long_reduce(within.y);
       return circular(Remainder<V>{r.head, r.tail + within.tail, r.index + within.index});
     }
+  }
+  template <class V> static EvenOdd<Split<V>> circular(const Remainder<V>& r) {
+    const auto [sin_head, sin_rest, cos_head, cos_rest] = lookup_row<factors_tables::sine_cosine>(r.index & 63);
+    return added<Functions::circular>({Split<V>{cos_head, cos_rest}, Split<V>{sin_head, sin_rest}},
+                                      HeadTail<V>{r.head, r.tail}, factors_tables::cos_full, factors_tables::sin_full);
   }
   /// y = index pi/32 + head + tail, |head| <= pi/64, for |y| < 2^17; the error is below 2^-120, which matters where y
   /// is a multiple of pi/2 but for 2^-53.
@@ -153,11 +158,6 @@ struct Full : InDouble {
   }
 
 private:
-  template <class V> static EvenOdd<Split<V>> circular(const Remainder<V>& r) {
-    const auto [sin_head, sin_rest, cos_head, cos_rest] = lookup_row<factors_tables::sine_cosine>(r.index & 63);
-    return added<Functions::circular>({Split<V>{cos_head, cos_rest}, Split<V>{sin_head, sin_rest}},
-                                      HeadTail<V>{r.head, r.tail}, factors_tables::cos_full, factors_tables::sin_full);
-  }
   /// a + b + rest, |rest| far below: the upper 26 bits of a + b, and exactly what is left of it, with the rest.
   template <class V> static Split<V> sum(V a, V b, V rest) {
     const V head = head_of(a + b);
@@ -223,7 +223,7 @@ template <ExpAccuracy E, class P> struct Rounded : Plain, InDouble {
       return added<Functions::hyperbolic>({up + down, up - down}, r.even, r.odd);
     }
   }
-  template <Angles A, class V> static EvenOdd<V> circular(V y) {
+  template <Angles A = Angles::near, class V> static EvenOdd<V> circular(V y) {
     if constexpr (A == Angles::near) {
       return circular(y, V{}, Int<V>{});
     } else {
@@ -280,7 +280,7 @@ template <class P> struct Single : Plain {
     const EvenOdd<V> r = even_odd(reduced.r, P::cosh, P::sinh);
     return added<Functions::hyperbolic>({up + down, up - down}, r.even, r.odd);
   }
-  template <Angles, class V> static EvenOdd<V> circular(V y) {
+  template <Angles = Angles::near, class V> static EvenOdd<V> circular(V y) {
     const V shifted = y * 0x1.45f306p-1f + 0x1.8p23f;
     const V k = shifted - 0x1.8p23f;
     const V remainder = y - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f;
