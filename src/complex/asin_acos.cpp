@@ -117,7 +117,7 @@ template <class T, class P> struct Acos : ArcSineKernel<T, P> {
   }
   static Pair<T> element(T x, T y, kelStatus&) {
     const Pair<double> w = upper_half(x, abs(y));
-    return {odd_part(w.first, T(1)), odd_part(w.second, is_nan(y) ? T(-1) : -y)};
+    return {odd_part(w.first, T(1)), odd_part(w.second, -y)};
   }
 
 private:

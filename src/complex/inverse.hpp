@@ -156,10 +156,9 @@ inline Extended<double> plus_ln2(Extended<double> x, double k) {
 /// x 2^exponent, rounded once more where it is subnormal.
 inline double scaled_back(Extended<double> x, int exponent) { return ScaledSum{{x.head, x.tail}, exponent}.rounded(); }
 
-/// A part of a result that is odd in x, from its absolute value; +0 or +inf where x is a NaN.
+/// A part of a result from its absolute value, with the sign of x; a NaN is the default one.
 template <class T> inline T odd_part(double magnitude, T x) {
-  if (is_nan(magnitude)) return default_nan<T>();
-  return is_nan(x) ? T(magnitude) : with_sign(T(magnitude), sign_of(x));
+  return is_nan(magnitude) ? default_nan<T>() : with_sign(T(magnitude), sign_of(x));
 }
 
 } // namespace kelvm::inline KELVM_BUILD
