@@ -50,6 +50,7 @@ template <class Base, class V> struct NormParts {
     p.r = select(near_one, minus_one.head, p.r);
     rest = select(near_one, minus_one.tail, rest);
   }
+  /// With the rest in r.
   LogParts<V> joined() const { return with_rest<Base>(p, rest); }
 };
 
