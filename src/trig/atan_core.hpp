@@ -5,12 +5,13 @@
 //   atan(y/x) = atan c + atan r,   r = (y - c x) / (x + c y)
 //
 // c is y/x rounded to few bits, so that c x and c y are exact in two parts, and y - c x loses nothing by cancellation.
-// Below 1/16 c is 0 and r the quotient itself, so that small angles keep their relative accuracy; c stops at 14 or 32,
-// as r goes to 1/c where y/x goes to infinity. atan r is an odd polynomial, |r| < 0.072. After Tang, "Table-lookup
-// algorithms for elementary functions and their error analysis", 1991. Two tables:
+// For small angles c is 0 and r the quotient itself; c stops at 15.75 or 32, as r goes to 1/c where y/x goes to
+// infinity. atan r is an odd polynomial. After Tang, "Table-lookup algorithms for elementary functions and their error
+// analysis", 1991. Two tables:
 //
-//   LongRows    578 rows, 64 an octave: |r| is below 2^-7 of the angle but for c = 0. atan c has a head and a tail.
-//   ShortRows   64 rows, 8 an octave, few enough for registers. atan c is rounded.
+//   long     642 rows, c = 0 and 64 an octave from 1/32 on: |r| < 1/32, and below 2^-7 of the angle but for c = 0.
+//            atan c has a head and a tail.
+//   short    64 rows, few enough for registers: c a multiple of 1/4, |r| < 1/8. atan c is rounded.
 //
 // Other quadrants: |y| and |x| take part, x < 0 turns the angle t into pi - t, and the sign of y is that of the result.
 #pragma once
@@ -23,59 +24,79 @@
 namespace kelvm::inline KELVM_BUILD {
 
 /// How exact an angle in double arithmetic is. As head and tail: `pow` with a relative error below 2^-68.9, `a53` below
-/// 2^-56.5. As one double: `a50`, `a24` and `a26` below 2^-51.3, 2^-49.8 and 2^-30.2.
-enum class AngleAccuracy { pow, a53, a50, a24, a26 };
-
-/// A table of arc tangents: 2^bits rows an octave from 1/16 to `largest` behind row 0.
-struct LongAngleRows {
-  static constexpr int bits = 6;
-  static constexpr double largest = 32;
-};
-struct ShortAngleRows {
-  static constexpr int bits = 3;
-  static constexpr double largest = 14;
-};
+/// 2^-56.5. As one double: `a50`, `a24`, `a38` and `a26` below 2^-50.5, 2^-49.5, 2^-41 and 2^-33.
+enum class AngleAccuracy { pow, a53, a50, a24, a38, a26 };
 
 /// c near q and its row.
 template <class V> struct AngleRow {
   V c;
   Int<V> row;
 };
-/// 0 <= q <= Rows::largest.
-template <class Rows, class V> inline AngleRow<V> angle_row(V q) {
-  constexpr int shift = 52 - Rows::bits;
-  constexpr std::uint64_t half = std::uint64_t(1) << (shift - 1); // rows are centred
-  constexpr std::uint64_t lowest = 0x3FB0000000000000;            // 1/16
-  const auto tabulated = q >= splat<V>(__builtin_bit_cast(double, lowest - half));
-  const Bits<V> centred = bits(q) + half;
-  return {keep(tabulated, from_bits<V>(centred & ~(2 * half - 1))),
-          bit_cast<Int<V>>(keep(tabulated, from_bits<V>((centred >> shift) - ((lowest >> shift) - 1))))};
-}
+struct LongAngleRows {
+  static constexpr double largest = 32;
+
+  /// 0 <= q <= largest.
+  template <class V> static AngleRow<V> at(V q) {
+    constexpr int shift = 52 - 6;                                   // 64 rows an octave,
+    constexpr std::uint64_t half = std::uint64_t(1) << (shift - 1); // centred
+    constexpr std::uint64_t lowest = 0x3FA0000000000000;            // 1/32
+    const auto tabulated = q >= splat<V>(__builtin_bit_cast(double, lowest - half));
+    const Bits<V> centred = bits(q) + half;
+    return {keep(tabulated, from_bits<V>(centred & ~(2 * half - 1))),
+            bit_cast<Int<V>>(keep(tabulated, from_bits<V>((centred >> shift) - ((lowest >> shift) - 1))))};
+  }
+};
+struct ShortAngleRows {
+  static constexpr double largest = 15.75;
+
+  template <class V> static AngleRow<V> at(V q) {
+    const V shifted = q + 0x1.8p50; // rounds to a multiple of 1/4
+    return {shifted - 0x1.8p50, int_bits(shifted) & 63};
+  }
+};
 
 namespace detail {
 /// c for a point of the first quadrant, (0, 0) excluded. x may be 0: the quotient is bounded before it is taken.
 template <class Rows, class V> inline AngleRow<V> bounded_angle_row(V y, V x) {
   const V least = y * (1 / Rows::largest);
-  return angle_row<Rows>(y / select(x < least, least, x));
+  return Rows::at(y / select(x < least, least, x));
 }
 
-/// The angle of a point of the first quadrant.
-template <AngleAccuracy A, class V> inline HeadTail<V> first_quadrant_angle(HeadTail<V> y, HeadTail<V> x) {
+/// atan r - r over r z, z = r^2.
+template <AngleAccuracy A, class V> inline V atan_series(V z) {
+  if constexpr (A == AngleAccuracy::a53)
+    return estrin(z, inverse_trig::atan_a53);
+  else if constexpr (A == AngleAccuracy::a50)
+    return estrin(z, inverse_trig::atan_a50);
+  else if constexpr (A == AngleAccuracy::a24)
+    return estrin(z, inverse_trig::atan_a24);
+  else if constexpr (A == AngleAccuracy::a38)
+    return estrin(z, inverse_trig::atan_a38);
+  else
+    return estrin(z, inverse_trig::atan_a26);
+}
+
+/// The angle of a point of the first quadrant. Without `Tails` those of y and x are 0.
+template <AngleAccuracy A, bool Tails, class V> inline HeadTail<V> first_quadrant_angle(HeadTail<V> y, HeadTail<V> x) {
   const auto [c, row] = bounded_angle_row<LongAngleRows>(y.head, x.head);
   const auto [table, table_tail] = lookup_pair<inverse_trig::atan_long_rows>(row);
 
   // The products with c are exact, and so is the difference but for y/x beyond the table.
   const V x_upper = from_bits<V>(bits(x.head) & ~std::uint64_t(0xFF)), x_lower = x.head - x_upper;
-  const HeadTail<V> difference = fast_two_sum(y.head, -(c * x_upper));
   HeadTail<V> numerator, denominator;
   if constexpr (A == AngleAccuracy::pow) {
     const V y_upper = from_bits<V>(bits(y.head) & ~std::uint64_t(0xFF)), y_lower = y.head - y_upper;
+    const HeadTail<V> difference = fast_two_sum(y.head, -(c * x_upper));
     numerator = two_sum(difference.head, -(c * x_lower));
-    numerator.tail += difference.tail + (y.tail - c * x.tail);
+    numerator.tail += difference.tail;
     denominator = two_sum(x.head, c * y_upper);
-    denominator.tail += c * y_lower + (x.tail + c * y.tail);
+    denominator.tail += c * y_lower;
+    if constexpr (Tails) {
+      numerator.tail += y.tail - c * x.tail;
+      denominator.tail += x.tail + c * y.tail;
+    }
   } else {
-    numerator = {difference.head - c * x_lower, y.tail - c * x.tail};
+    numerator = {(y.head - c * x_upper) - c * x_lower, y.tail - c * x.tail};
     denominator = {x.head + c * y.head, x.tail};
   }
 
@@ -83,7 +104,8 @@ template <AngleAccuracy A, class V> inline HeadTail<V> first_quadrant_angle(Head
   const V reciprocal = 1.0 / denominator.head;
   const V r = head_of(numerator.head * reciprocal);
   const V upper = head_of(denominator.head), lower = denominator.head - upper;
-  const V rest = ((numerator.head - r * upper) - r * lower) + (numerator.tail - r * denominator.tail);
+  V rest = (numerator.head - r * upper) - r * lower;
+  if constexpr (Tails || A == AngleAccuracy::pow) rest += numerator.tail - r * denominator.tail;
   const V r_tail = rest * reciprocal, r_sum = r + r_tail;
 
   const HeadTail<V> sum = fast_two_sum(table, r);
@@ -97,20 +119,20 @@ template <AngleAccuracy A, class V> inline HeadTail<V> first_quadrant_angle(Head
     return {head.head, (sum.tail + head.tail) + (table_tail + (r_tail - cubic))};
   } else {
     const V z = r_sum * r_sum;
-    return {sum.head, (sum.tail + table_tail) + (r_tail + (r_sum * z) * estrin(z, inverse_trig::atan_a53))};
+    return {sum.head, (sum.tail + table_tail) + (r_tail + (r_sum * z) * atan_series<A>(z))};
   }
 }
 
-/// atan r - r over r z, z = r^2.
-template <AngleAccuracy A, class V> inline V atan_series(V z) {
-  if constexpr (A == AngleAccuracy::a53)
-    return estrin(z, inverse_trig::atan_a53);
-  else if constexpr (A == AngleAccuracy::a50)
-    return estrin(z, inverse_trig::atan_a50);
-  else if constexpr (A == AngleAccuracy::a24)
-    return estrin(z, inverse_trig::atan_a24);
-  else
-    return estrin(z, inverse_trig::atan_a26);
+/// The first quadrant's angle t of (|x|, |y|) brought to that of (x, y): `left` has the lanes of negative x.
+template <bool Tails, AngleAccuracy A, class V> inline HeadTail<V> angle_head_tail(HeadTail<V> y, HeadTail<V> x) {
+  const Bits<V> up = sign_of(y.head);
+  const auto left = x.head < V{};
+  const Bits<V> turn = sign_of(keep(left, x.head));
+  const HeadTail<V> t = first_quadrant_angle<A, Tails>(HeadTail<V>{flip_sign(y.head, up), flip_sign(y.tail, up)},
+                                                       HeadTail<V>{abs(x.head), flip_sign(x.tail, turn)});
+  const HeadTail<V> sum = fast_two_sum(keep(left, splat<V>(inverse_trig::pi_head)), flip_sign(t.head, turn));
+  const V tail = sum.tail + (keep(left, splat<V>(inverse_trig::pi_tail)) + flip_sign(t.tail, turn));
+  return {flip_sign(sum.head, up), flip_sign(tail, up)};
 }
 } // namespace detail
 
@@ -121,29 +143,43 @@ template <AngleAccuracy A, class V> inline V atan_series(V z) {
 /// kept, that of a zero x does not matter.
 template <AngleAccuracy A, class V> inline HeadTail<V> angle(HeadTail<V> y, HeadTail<V> x) {
   static_assert(A == AngleAccuracy::pow || A == AngleAccuracy::a53);
-  const Bits<V> up = sign_of(y.head);
-  const auto left = x.head < V{};
-  const Bits<V> turn = sign_of(keep(left, x.head));
-  const HeadTail<V> t = detail::first_quadrant_angle<A>(HeadTail<V>{flip_sign(y.head, up), flip_sign(y.tail, up)},
-                                                        HeadTail<V>{abs(x.head), flip_sign(x.tail, turn)});
-  const HeadTail<V> sum = fast_two_sum(keep(left, splat<V>(inverse_trig::pi_head)), flip_sign(t.head, turn));
-  const V tail = sum.tail + (keep(left, splat<V>(inverse_trig::pi_tail)) + flip_sign(t.tail, turn));
-  return {flip_sign(sum.head, up), flip_sign(tail, up)};
+  return detail::angle_head_tail<true, A>(y, x);
 }
 
-/// The same as one double, `a50`, `a24` or `a26`, never beyond pi rounded to double.
-template <AngleAccuracy A, class V> inline V angle(V y, V x) {
-  static_assert(A != AngleAccuracy::pow && A != AngleAccuracy::a53);
-  const auto left = x < V{};
-  const Bits<V> up = sign_of(y), turn = sign_of(keep(left, x));
-  y = flip_sign(y, up);
-  x = abs(x);
-  const auto [c, row] = detail::bounded_angle_row<ShortAngleRows>(y, x);
-  const V r = (y - c * x) / (x + c * y);
+/// The same of two doubles: head and tail for `pow` and `a53`; for the others one double, never beyond pi
+/// rounded to double.
+template <AngleAccuracy A, class V> inline auto angle(V y, V x) {
+  if constexpr (A == AngleAccuracy::pow || A == AngleAccuracy::a53) {
+    return detail::angle_head_tail<false, A>(HeadTail<V>{y, V{}}, HeadTail<V>{x, V{}});
+  } else {
+    const auto left = x < V{};
+    const Bits<V> up = sign_of(y), turn = sign_of(keep(left, x));
+    y = flip_sign(y, up);
+    x = abs(x);
+    const auto [c, row] = detail::bounded_angle_row<ShortAngleRows>(y, x);
+    const V r = (y - c * x) / (x + c * y);
+    const V z = r * r;
+    const V t = lookup<inverse_trig::atan_short_rows>(row) + (r + (r * z) * detail::atan_series<A>(z));
+    const V bounded = smaller(t, splat<V>(inverse_trig::half_pi_head));
+    return V(flip_sign(keep(left, splat<V>(inverse_trig::pi_head)) + flip_sign(bounded, turn), up));
+  }
+}
+
+/// The arc tangent of t, 0 <= t < 2^1000, never above pi/2 rounded to double: `a53`, within 0.54 ulp, or what is below.
+template <AngleAccuracy A, class V> inline V arc_tangent(V t) {
+  constexpr bool is_long = A == AngleAccuracy::a53;
+  using Rows = std::conditional_t<is_long, LongAngleRows, ShortAngleRows>;
+  const auto [c, row] = Rows::at(smaller(t, splat<V>(Rows::largest)));
+  const V r = (t - c) / (1.0 + c * t);
   const V z = r * r;
-  const V t = lookup<inverse_trig::atan_short_rows>(row) + (r + (r * z) * detail::atan_series<A>(z));
-  const V bounded = select(t < splat<V>(inverse_trig::half_pi_head), t, splat<V>(inverse_trig::half_pi_head));
-  return flip_sign(keep(left, splat<V>(inverse_trig::pi_head)) + flip_sign(bounded, turn), up);
+  const V rest = (r * z) * detail::atan_series<A>(z);
+  if constexpr (is_long) {
+    const auto [table, table_tail] = lookup_pair<inverse_trig::atan_long_rows>(row);
+    return table + (r + (table_tail + rest));
+  } else {
+    const V sum = lookup<inverse_trig::atan_short_rows>(row) + (r + rest);
+    return smaller(sum, splat<V>(inverse_trig::half_pi_head));
+  }
 }
 
 } // namespace kelvm::inline KELVM_BUILD
