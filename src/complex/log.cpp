@@ -41,9 +41,7 @@ template <class Base, class V> V scaled_angle(V angle) {
 // --- accuracies -----------------------------------------------------------------------------------------------------
 
 template <class Base> struct Full {
-  template <class V> static V imaginary(V x, V y) {
-    return scaled_angle<Base>(angle<AngleAccuracy::a53>(HeadTail<V>{y, V{}}, HeadTail<V>{x, V{}}), y);
-  }
+  template <class V> static V imaginary(V x, V y) { return scaled_angle<Base>(angle<AngleAccuracy::a53>(y, x), y); }
   template <class V> static Pair<V> formula(V x, V y, LaneBits& doubtful) {
     const HeadTail<V> re = log_abs_a53<Base>(x, y, doubtful);
     return {re.head + re.tail, imaginary(x, y)};
@@ -60,9 +58,9 @@ template <class Base, LogAccuracy L, AngleAccuracy A> struct Short {
   }
 };
 
-template <class Base, FloatLogAccuracy L, FloatAngleAccuracy A> struct FloatShort {
+template <class Base, FloatLogAccuracy L, auto& AngleSeries> struct FloatShort {
   template <class V> static Pair<V> formula(V x, V y) {
-    return {float_log_abs<Base, L>(x, y), scaled_angle<Base>(float_angle<A>(y, x))};
+    return {float_log_abs<Base, L>(x, y), scaled_angle<Base>(float_angle<AngleSeries>(y, x))};
   }
 };
 
@@ -170,7 +168,7 @@ template <class Base> struct Logarithm32A24 : KernelDefaults {
         [](auto x, auto y) {
           const auto [larger, smaller] = by_size(x, y);
           return Pair<decltype(x)>{log_abs<Base, LogAccuracy::a24>(larger, smaller),
-                                   scaled_angle<Base>(angle<AngleAccuracy::a24>(y, x))};
+                                   scaled_angle<Base>(angle<AngleAccuracy::a38>(y, x))};
         },
         x, y);
   }
@@ -195,8 +193,8 @@ template <class Base> using A53 = Logarithm64<Base, Full<Base>, true>;
 template <class Base> using A50 = Logarithm64<Base, Short<Base, LogAccuracy::a50, AngleAccuracy::a50>, false>;
 template <class Base> using A26 = Logarithm64<Base, Short<Base, LogAccuracy::a26, AngleAccuracy::a26>, false>;
 template <class Base> using A24 = Logarithm32A24<Base>;
-template <class Base> using A21 = Logarithm32<Base, FloatShort<Base, FloatLogAccuracy::a21, FloatAngleAccuracy::a21>>;
-template <class Base> using A11 = Logarithm32<Base, FloatShort<Base, FloatLogAccuracy::a11, FloatAngleAccuracy::a11>>;
+template <class Base> using A21 = Logarithm32<Base, FloatShort<Base, FloatLogAccuracy::a21, inverse_trig::atan_a21>>;
+template <class Base> using A11 = Logarithm32<Base, FloatShort<Base, FloatLogAccuracy::a11, inverse_trig::atan_a11>>;
 
 } // namespace
 } // namespace kelvm::inline KELVM_BUILD

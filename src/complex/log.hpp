@@ -105,9 +105,4 @@ template <class Base, FloatLogAccuracy A, class V> inline V float_log_abs(V x, V
   return 0.5f * float_logarithm<Base, A>(reduced.k, select(near & small, minus_one, reduced.f));
 }
 
-enum class FloatAngleAccuracy { a21, a11 };
-template <FloatAngleAccuracy A, class V> inline V float_angle(V y, V x) {
-  return in_double([](auto y, auto x) { return angle<AngleAccuracy::a26>(y, x); }, y, x);
-}
-
 } // namespace kelvm::inline KELVM_BUILD

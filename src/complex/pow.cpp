@@ -97,7 +97,7 @@ template <class P> struct WithTails {
   template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
     const HeadTail<V> log = P::logarithm(NormParts<Natural, V>(norm_head_tail(x, y)));
     const HeadTail<V> l = fast_two_sum(0.5 * log.head, 0.5 * log.tail);
-    const HeadTail<V> theta = angle<AngleAccuracy::pow>(HeadTail<V>{y, V{}}, HeadTail<V>{x, V{}});
+    const HeadTail<V> theta = angle<AngleAccuracy::pow>(y, x);
     const HeadTail<V> t = fast_two_sum(theta.head, theta.tail);
 
     const Halves<V> c_parts(c), d_parts(d), minus_d_parts(-d), l_parts(l), t_parts(t);
@@ -200,7 +200,7 @@ struct A11 {
   }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
     const V l = float_log_abs<Natural, FloatLogAccuracy::a21>(x, y);
-    const V t = float_angle<FloatAngleAccuracy::a21>(y, x);
+    const V t = float_angle<inverse_trig::atan_a21>(y, x);
     const V p = c * l - d * t, q = c * t + d * l;
     const Marks<V> beyond = above(abs(p), 86.0f) | above(abs(q), 128.0f);
     doubtful |= lane_bits(beyond | (int_bits(abs(q)) - 1));
