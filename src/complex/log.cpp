@@ -26,9 +26,10 @@ template <class Base, class V> V scaled_angle(HeadTail<V> angle, V y) {
   if constexpr (std::is_same_v<Base, Natural>) {
     return angle.head + angle.tail;
   } else {
-    const HeadTail<V> product = two_product(angle.head, splat<V>(inverse_ln10));
-    const V rest = product.tail + (angle.head * inverse_ln10_rest + angle.tail * inverse_ln10);
-    return with_sign(product.head + rest, sign_of(y));
+    using namespace log_tables;
+    const V head = head_of(angle.head), tail = (angle.head - head) + angle.tail;
+    const V rest = head * inverse_ln10_tail + tail * inverse_ln10;
+    return with_sign(head * inverse_ln10_head + rest, sign_of(y));
   }
 }
 template <class Base, class V> V scaled_angle(V angle) {
@@ -144,10 +145,7 @@ template <class Base, class P, bool Doubts> struct Logarithm64 : KernelDefaults,
   static constexpr bool doubts = Doubts, has_wide_formula = Doubts;
   static constexpr bool stray_underflow = true;
 
-  template <class V> static Marks<V> special(V x, V y) {
-    x = abs(x), y = abs(y);
-    return outside_but_zero(x, 0x1p-440, 0x1p440) | outside_but_zero(y, 0x1p-440, 0x1p440) | both_zero(x, y);
-  }
+  template <class V> static Marks<V> special(V x, V y) { return outside_window(x, y, 0x1p-440, 0x1p440); }
   template <class V> static Marks<V> wide_special(V x, V y) { return special(x, y); }
   static Pair<double> element(double x, double y, kelStatus& status) {
     if (!is_finite(x) || !is_finite(y) || (x == 0 && y == 0)) return special_logarithm<Base>(x, y, status);
@@ -179,10 +177,7 @@ template <class Base, class P> struct Logarithm32 : KernelDefaults, P {
   using Element = float;
   static constexpr bool stray_underflow = true;
 
-  template <class V> static Marks<V> special(V x, V y) {
-    x = abs(x), y = abs(y);
-    return outside_but_zero(x, 0x1p-60f, 0x1p62f) | outside_but_zero(y, 0x1p-60f, 0x1p62f) | both_zero(x, y);
-  }
+  template <class V> static Marks<V> special(V x, V y) { return outside_window(x, y, 0x1p-60f, 0x1p62f); }
   static Pair<float> element(float x, float y, kelStatus& status) {
     if (any(Logarithm32A24<Base>::special(x, y))) return special_logarithm<Base>(x, y, status);
     return Logarithm32A24<Base>::formula(x, y);

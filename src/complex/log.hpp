@@ -13,6 +13,13 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
+/// Marks what the logarithms below and the angle do not cover: a part above high; an imaginary part below low but not
+/// zero, whose angle may be tiny; both parts below low, zero among them.
+template <class V> inline Marks<V> outside_window(V x, V y, Lane<V> low, Lane<V> high) {
+  const Int<V> a = int_bits(abs(x)), b = int_bits(abs(y)), l = int_bits(splat<V>(low)), h = int_bits(splat<V>(high));
+  return ((b - l) & ((a - l) | -b)) | (h - a) | (h - b);
+}
+
 /// x^2 + y^2 with a relative error below 2^-75, where the larger is in [2^-480, 2^500].
 template <class V> inline HeadTail<V> norm_head_tail(V x, V y) {
   const V x_head = head_of(x), y_head = head_of(y);

@@ -91,8 +91,7 @@ template <class P> struct WithTails {
   using RealPower = typename P::RealPower;
 
   template <class V> static Marks<V> special(V x, V y, V c, V d) {
-    const auto outside = [](V part) { return outside_but_zero(abs(part), 0x1p-400, 0x1p400); };
-    return outside(x) | outside(y) | any_above(c, d, 0x1p60);
+    return outside_window(x, y, 0x1p-400, 0x1p400) | any_above(c, d, 0x1p60);
   }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
     const HeadTail<V> log = P::logarithm(NormParts<Natural, V>(norm_head_tail(x, y)));
@@ -143,8 +142,7 @@ struct A26 {
   using Element = double;
   using RealPower = Power<PowA26>;
   template <class V> static Marks<V> special(V x, V y, V c, V d) {
-    const auto outside = [](V part) { return outside_but_zero(abs(part), 0x1p-450, 0x1p450); };
-    return outside(x) | outside(y) | above(abs(c), 0x1p60) | above(abs(d), 0x1p60);
+    return outside_window(x, y, 0x1p-440, 0x1p440) | any_above(c, d, 0x1p60);
   }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
     return Short<LogAccuracy::a24, AngleAccuracy::a24, ShortA26>::formula(x, y, c, d, 690, 0, doubtful);
@@ -157,7 +155,8 @@ template <class R, LogAccuracy L, AngleAccuracy A, class C> struct FloatInDouble
   static constexpr double near_zero = L == LogAccuracy::a50 ? 0x1p-20 : 0;
 
   template <class V> static Marks<V> special(V x, V y, V c, V d) {
-    return any_above(x, y, largest_finite<float>) | any_above(c, d, largest_finite<float>);
+    const Marks<V> zero = int_bits(abs(from_bits<V>(bits(x) | bits(y)))) - 1;
+    return any_above(x, y, largest_finite<float>) | any_above(c, d, largest_finite<float>) | zero;
   }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
     const auto f = [](auto x, auto y, auto c, auto d, LaneBits& doubtful) {
@@ -195,8 +194,7 @@ struct A11 {
   using RealPower = RealA11;
 
   template <class V> static Marks<V> special(V x, V y, V c, V d) {
-    const auto outside = [](V part) { return outside_but_zero(abs(part), 0x1p-60f, 0x1p60f); };
-    return outside(x) | outside(y) | any_above(c, d, 0x1p60f);
+    return outside_window(x, y, 0x1p-60f, 0x1p60f) | any_above(c, d, 0x1p60f);
   }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
     const V l = float_log_abs<Natural, FloatLogAccuracy::a21>(x, y);
@@ -218,10 +216,7 @@ template <class P> struct ComplexPow : KernelDefaults {
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true;
 
-  template <class V> static Marks<V> special(V x, V y, V c, V d) {
-    const Marks<V> zero = int_bits(abs(from_bits<V>(bits(x) | bits(y)))) - 1;
-    return P::special(x, y, c, d) | zero;
-  }
+  template <class V> static Marks<V> special(V x, V y, V c, V d) { return P::special(x, y, c, d); }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
     return P::formula(x, y, c, d, doubtful);
   }
