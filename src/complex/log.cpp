@@ -145,7 +145,15 @@ template <class Base, class P, bool Doubts> struct Logarithm64 : KernelDefaults,
   static constexpr bool doubts = Doubts, has_wide_formula = Doubts;
   static constexpr bool stray_underflow = true;
 
-  template <class V> static Marks<V> special(V x, V y) { return outside_window(x, y, 0x1p-440, 0x1p440); }
+  template <class V> static Marks<V> special(V x, V y) {
+    const Marks<V> outside = outside_window(x, y, 0x1p-440, 0x1p440);
+    if constexpr (Doubts) { // the exact norm needs the square of a small real part, too
+      const Int<V> a = int_bits(abs(x));
+      return outside | ((a - int_bits(splat<V>(0x1p-440))) & -a);
+    } else {
+      return outside;
+    }
+  }
   template <class V> static Marks<V> wide_special(V x, V y) { return special(x, y); }
   static Pair<double> element(double x, double y, kelStatus& status) {
     if (!is_finite(x) || !is_finite(y) || (x == 0 && y == 0)) return special_logarithm<Base>(x, y, status);
