@@ -122,6 +122,85 @@ KELVM_API kelStatus kelsCos_64fc_A26(const Complex64f* src, Complex64f* dst, int
 KELVM_API kelStatus kelsCos_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsCos_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
 
+/** dst[i] = the hyperbolic tangent of src[i]. Real part +-1 and imaginary part a zero where the real part of src[i] is
+ * infinite, whatever the imaginary one. */
+KELVM_API kelStatus kelsTanh_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsTanh_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsTanh_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsTanh_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsTanh_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsTanh_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the tangent of src[i], the bits of -i tanh(iz). */
+KELVM_API kelStatus kelsTan_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsTan_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsTan_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsTan_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsTan_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsTan_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/* Inverse circular and hyperbolic functions. Special values as C's Annex G has them (casinh, cacos, cacosh, catanh); asin z
+ * and atan z are -i asinh(iz) and -i atanh(iz). NaN parts of results are the default NaN, without a warning. The
+ * functions are odd, but acos and acosh, and all commute with conjugation, bit for bit. */
+
+/** dst[i] = the inverse sine of src[i], real part in [-pi/2, pi/2]. Cuts along the real axis beyond -1 and 1, continuous
+ * from above where the imaginary part is +0 and from below where it is -0. Bit for bit -i asinh(i z). No warnings.
+ * A24 and A53: each part within 0.51 ulp, also next to the cuts and the branch points; the others within 2^-bits of the
+ * suffix, relative to the absolute value of the result. */
+KELVM_API kelStatus kelsAsin_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAsin_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAsin_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAsin_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsAsin_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsAsin_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the inverse cosine of src[i], real part in [0, pi]. Cuts as Asin's, accuracy as Asin's. No warnings. */
+KELVM_API kelStatus kelsAcos_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAcos_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAcos_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAcos_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsAcos_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsAcos_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the inverse hyperbolic sine of src[i], imaginary part in [-pi/2, pi/2]. Cuts along the imaginary axis beyond
+ * -i and i, the sign of a zero real part telling the sides apart. Accuracy as Asin's. No warnings. */
+KELVM_API kelStatus kelsAsinh_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAsinh_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAsinh_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAsinh_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsAsinh_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsAsinh_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the inverse hyperbolic cosine of src[i]: i acos(z) or -i acos(z), bit for bit, the one whose real part is not
+ * negative. Cut along the real axis below 1, the sign of a zero imaginary part telling the sides apart. Accuracy as
+ * Asin's. No warnings. */
+KELVM_API kelStatus kelsAcosh_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAcosh_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAcosh_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAcosh_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsAcosh_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsAcosh_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the inverse tangent of src[i], real part in [-pi/2, pi/2]. Cuts along the imaginary axis beyond -i and i, the
+ * sign of a zero real part telling the sides apart. Bit for bit -i atanh(i z). Warning: kelStatusSingularity at -i and
+ * i. Accuracy as Asin's. */
+KELVM_API kelStatus kelsAtan_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAtan_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAtan_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAtan_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsAtan_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsAtan_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/** dst[i] = the inverse hyperbolic tangent of src[i], imaginary part in [-pi/2, pi/2]. Cuts along the real axis beyond -1
+ * and 1, the sign of a zero imaginary part telling the sides apart. Warning: kelStatusSingularity at -1 and 1, where the
+ * real part is infinite. Accuracy as Asin's. */
+KELVM_API kelStatus kelsAtanh_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAtanh_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAtanh_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
+KELVM_API kelStatus kelsAtanh_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsAtanh_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
+KELVM_API kelStatus kelsAtanh_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
 /** dst[i] = the natural logarithm of src[i]: ln |z| + i angle(z), the angle in [-pi, pi] with the sign of the imaginary
  * part, that of a zero too, which decides the side of the cut along the negative real axis. Infinities and NaNs as
  * clog in Annex G. kelStatusSingularity at 0, which gives -inf and the angle of the zeros' signs. A24, A53: each part

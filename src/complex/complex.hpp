@@ -70,6 +70,26 @@ struct ScaledSum {
   }
 };
 
+/// Relative errors below 2^-100, also where a sum cancels, for normalised values.
+inline ScaledSum product(const ScaledSum& x, const ScaledSum& y) {
+  return {multiply(x.value, y.value), x.exponent + y.exponent};
+}
+inline ScaledSum sum(ScaledSum x, ScaledSum y) {
+  if (y.value.head == 0) y.exponent = x.exponent;
+  if (x.value.head == 0) x.exponent = y.exponent;
+  if (x.exponent < y.exponent) std::swap(x, y);
+  const int distance = x.exponent - y.exponent;
+  const double down = distance > 300 ? 0.0 : power_of_two(-distance);
+  return {add(x.value, HeadTail<double>{y.value.head * down, y.value.tail * down}), x.exponent};
+}
+/// x / y, relative error below 2^-90.
+inline ScaledSum quotient(const ScaledSum& x, const ScaledSum& y) {
+  const double q = x.value.head / y.value.head;
+  const HeadTail<double> product = two_product(q, y.value.head);
+  const double rest = ((x.value.head - product.head) - product.tail) + (x.value.tail - q * y.value.tail);
+  return {fast_two_sum(q, rest / y.value.head), x.exponent - y.exponent};
+}
+
 // --- floats in double -----------------------------------------------------------------------------------------------
 
 /// in_double() for functions that give a Pair: each part is rounded once.
@@ -92,11 +112,7 @@ template <class K> struct OfRotated : K {
   template <class V, class... Doubtful> static Pair<V> formula(V x, V y, Doubtful&... doubtful) {
     return K::formula(-y, x, doubtful...);
   }
-  static Pair<T> element(T x, T y, kelStatus& status) { return K::element(negated(y), x, status); }
-
-protected:
-  /// A NaN keeps its sign.
-  static T negated(T x) { return is_nan(x) ? x : -x; }
+  static Pair<T> element(T x, T y, kelStatus& status) { return K::element(-y, x, status); }
 };
 
 /// -i f(iz): sin z = -i sinh(iz), and so for tan, asin, atan.
@@ -108,7 +124,7 @@ template <class K> struct Rotated : OfRotated<K> {
   }
   static Pair<T> element(T x, T y, kelStatus& status) {
     const Pair<T> z = OfRotated<K>::element(x, y, status);
-    return {z.second, OfRotated<K>::negated(z.first)};
+    return {z.second, is_nan(z.first) ? z.first : -z.first}; // the default NaN stays what it is
   }
 };
 

@@ -14,6 +14,7 @@
 //   EvenOdd<Factor<V>> hyperbolic(V x)  cosh x and sinh x, 0 <= x <= largest_exponent
 //   EvenOdd<Factor<V>> circular(V y)    cos y and sin y, 0 <= y <= last_angle
 //   V product(Factor<V>, Factor<V>)
+//   SumOfSquares<V>(Factor<V>, Factor<V>)   with functions that divide a product of two factors by it
 //
 // A part of a result is a product of two factors, which never cancel: relative errors add up, and that is all. Factors
 // are those of |x| and |y|, signs are put back at the end: symmetries hold bit for bit, zeros keep their signs.
@@ -75,9 +76,34 @@ struct Full : InDouble {
   static constexpr bool splits = true;            // products of tiny factors lose bits below the range
   static constexpr double largest_exponent = 650; // no product with a cosine or sine is subnormal but a negligible one
 
-  template <class V> static V product(const Split<V>& a, const Split<V>& b) {
-    return a.head * b.head + (a.head * b.rest + a.rest * (b.head + b.rest));
+  /// The head is exact.
+  template <class V> static HeadTail<V> long_product(const Split<V>& a, const Split<V>& b) {
+    return {a.head * b.head, a.head * b.rest + a.rest * (b.head + b.rest)};
   }
+  template <class V> static V product(const Split<V>& a, const Split<V>& b) {
+    const HeadTail<V> ab = long_product(a, b);
+    return ab.head + ab.tail;
+  }
+  /// c^2 + d^2, as a divisor. A quotient's head has 26 bits, so that its product with the head of the sum is exact.
+  template <class V> struct SumOfSquares {
+    Split<V> value;
+    V inverse;
+
+    SumOfSquares(const Split<V>& c, const Split<V>& d) {
+      const HeadTail<V> cc = long_product(c, c), dd = long_product(d, d);
+      const HeadTail<V> heads = two_sum(cc.head, dd.head);
+      const HeadTail<V> total = fast_two_sum(heads.head, heads.tail + (cc.tail + dd.tail));
+      value.head = head_of(total.head);
+      value.rest = (total.head - value.head) + total.tail;
+      inverse = 1.0 / total.head;
+    }
+    /// a b / (c^2 + d^2)
+    V divides(const Split<V>& a, const Split<V>& b) const {
+      const HeadTail<V> ab = long_product(a, b);
+      const V quotient = head_of((ab.head + ab.tail) * inverse);
+      return quotient + ((ab.head - quotient * value.head) + (ab.tail - quotient * value.rest)) * inverse;
+    }
+  };
 
   template <class V> struct Exponential {
     Split<V> value;
@@ -155,6 +181,11 @@ struct Plain {
   static constexpr bool splits = false;
 
   template <class V> static V product(V a, V b) { return a * b; }
+  template <class V> struct SumOfSquares {
+    V inverse;
+    SumOfSquares(V c, V d) : inverse(Lane<V>(1) / (c * c + d * d)) {}
+    V divides(V a, V b) const { return (a * b) * inverse; }
+  };
   template <class V> struct Exponential {
     V value;
     V times(V factor) const { return value * factor; }
@@ -289,10 +320,10 @@ template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
   }
 
 private:
-  /// Marks 0 < |x| < 2^-480.
+  /// Marks 0 < |x| < 2^-400.
   template <class V> static Marks<V> tiny(V x) {
     const Int<V> magnitude = int_bits(abs(x));
-    return (magnitude - int_bits(splat<V>(0x1p-480))) & -magnitude;
+    return (magnitude - int_bits(splat<V>(0x1p-400))) & -magnitude;
   }
   /// x as a double; raises nothing for a signalling NaN.
   static double quiet(T x) {

@@ -206,6 +206,16 @@ template <class V> inline HeadTail<V> logarithm_1p_head_tail(V x) {
   const LogParts<V> p = log_parts<Natural>(reduced);
   return ln_a53(with_rest<Natural>(p, log1p_correction(reduced, sum.tail, p.c)));
 }
+/// The same for a normalised head and tail.
+template <class V> inline HeadTail<V> logarithm_1p_head_tail(HeadTail<V> x) {
+  const HeadTail<V> sum = two_sum(splat<V>(1), x.head);
+  const LogReduced<V> reduced = log_reduce<ExactRows>(sum.head);
+  LogParts<V> p = log_parts<Natural>(reduced);
+  const HeadTail<V> r = fast_two_sum(p.r, log1p_correction(reduced, sum.tail, p.c));
+  p.r = r.head;
+  p.tail += r.tail + log1p_correction(reduced, x.tail, p.c);
+  return ln_a53(p);
+}
 template <LogAccuracy A, class V> inline V logarithm_1p(V x) {
   if constexpr (A == LogAccuracy::a53) {
     const HeadTail<V> y = logarithm_1p_head_tail(x);
