@@ -332,11 +332,10 @@ template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
   static constexpr T last = sizeof(T) == 4 && F::template last<P> > 88 ? 88 : F::template last<P>;
 
   static constexpr bool has_wide_formula = true;
-  static constexpr T largest_finite = sizeof(T) == 4 ? 0x1.fffffep127f : T(0x1.fffffffffffffp1023);
 
   template <class V> static Marks<V> special(V x, V y) { return outside(x, y, T(P::last_angle)); }
   template <class V> static Pair<V> formula(V x, V y) { return evaluated<P, Angles::near>(x, y); }
-  template <class V> static Marks<V> wide_special(V x, V y) { return outside(x, y, largest_finite); }
+  template <class V> static Marks<V> wide_special(V x, V y) { return outside(x, y, largest_finite<T>); }
   template <class V> static Pair<V> wide_formula(V x, V y) {
     const Marks<V> far = above(abs(y), T(P::last_angle));
     if (!any(far)) return formula(x, y);

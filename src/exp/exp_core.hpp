@@ -81,6 +81,21 @@ template <ExpAccuracy A, class V> inline V exp_normal(V head, V tail) {
     return x.scaled(y.head);
 }
 
+/// e^x where that is a normal number and |x| < 2^7, for the lower accuracies: k ln 2 / 32 is rounded, below 2^-46.
+template <ExpAccuracy A, class V> inline V exp_normal(V x) {
+  static_assert(A == ExpAccuracy::a24 || A == ExpAccuracy::a26);
+  constexpr double step = ExpSteps<32>::hi + ExpSteps<32>::lo;
+  const ExpReduced<32, V> reduced = exp_reduce<32>(x);
+  const V r = x - (reduced.sum - shifter<double>) * step;
+  const V t = lookup<exp_core_tables::exp2_32>(reduced.row());
+  V p;
+  if constexpr (A == ExpAccuracy::a24)
+    p = estrin(r, exp_core_tables::exp_a24);
+  else
+    p = estrin(r, exp_core_tables::exp_a26);
+  return reduced.scaled(t + t * (r + (r * r) * p));
+}
+
 /// (head + tail) 2^e rounded once, also where the result is subnormal, zero or infinite; 1/2 < head + tail < 2.1.
 /// Raises no underflow.
 inline double scale_rounded(HeadTail<double> v, std::int64_t e) {

@@ -513,6 +513,16 @@ template <int Half> inline Native<double> widen(Native<float> v) {
   return (Native<double>)_mm_cvtps_pd(Half ? _mm_movehl_ps((__m128)v, (__m128)v) : (__m128)v);
 #endif
 }
+/// The same for the integers of float lanes.
+template <int Half> inline Native<double> widen(Int<Native<float>> v) {
+#if KELVM_AVX512
+  return (Native<double>)_mm512_maskz_cvtepi32_pd(0xFF, (__m256i)half<Half>(v));
+#elif KELVM_AVX2
+  return (Native<double>)_mm256_cvtepi32_pd((__m128i)half<Half>(v));
+#else
+  return (Native<double>)_mm_cvtepi32_pd(Half ? _mm_unpackhi_epi64((__m128i)v, (__m128i)v) : (__m128i)v);
+#endif
+}
 /// Two native double vectors rounded to one native float vector.
 inline Native<float> narrow(Native<double> low, Native<double> high) {
 #if KELVM_AVX512
