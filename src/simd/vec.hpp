@@ -301,6 +301,33 @@ template <class V> inline V smaller(V a, V b) {
       return (V)_mm_min_ps((__m128)a, (__m128)b);
   }
 }
+/// a where a > b, b elsewhere (NaN among it).
+template <class V> inline V larger(V a, V b) {
+  constexpr bool wide = sizeof(Lane<V>) == 8;
+  if constexpr (lanes<V> == 1) {
+    return a > b ? a : b;
+#if KELVM_AVX512
+  } else if constexpr (sizeof a == 64) {
+    if constexpr (wide)
+      return (V)_mm512_maskz_max_pd(__mmask8(-1), (__m512d)a, (__m512d)b);
+    else
+      return (V)_mm512_maskz_max_ps(__mmask16(-1), (__m512)a, (__m512)b);
+#endif
+#if KELVM_AVX512 || KELVM_AVX2
+  } else if constexpr (sizeof a == 32) {
+    if constexpr (wide)
+      return (V)_mm256_max_pd((__m256d)a, (__m256d)b);
+    else
+      return (V)_mm256_max_ps((__m256)a, (__m256)b);
+#endif
+  } else {
+    static_assert(sizeof a == 16);
+    if constexpr (wide)
+      return (V)_mm_max_pd((__m128d)a, (__m128d)b);
+    else
+      return (V)_mm_max_ps((__m128)a, (__m128)b);
+  }
+}
 
 template <class V> inline V sqrt(V v) {
   constexpr bool wide = sizeof(Lane<V>) == 8;

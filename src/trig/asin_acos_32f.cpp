@@ -28,13 +28,17 @@ template <class F> struct InverseA24 : Inverse32f<F> {
   static constexpr int vectors_in_flight = 2;
   static constexpr bool doubts = true;
   template <class V> static V formula(V x, LaneBits& doubtful) {
-    return in_double_decided<39>(
-        doubtful, [](auto x) { return inverse_short<F>(x, inverse_trig::asin_a24); }, x);
+    const V t = abs(x);
+    const V y = in_double_decided<39>(
+        doubtful, [](auto x, auto half_rest) { return inverse_short<F>(x, half_rest, inverse_trig::asin_a24); },
+        F::odd ? t : x, half_rest_of(t));
+    return F::odd ? flip_sign(y, sign_of(x)) : y;
   }
   static float element(float x, kelStatus& status) {
     if (any(Inverse32f<F>::special(x))) return Inverse32f<F>::element(x, status);
     const HeadTail<double> y = inverse_a53<F>(double(x));
-    return round_to_float(fast_two_sum(y.head, y.tail));
+    const float sum = round_to_float(fast_two_sum(y.head, y.tail));
+    return F::odd ? flip_sign(sum, sign_of(x)) : sum;
   }
 };
 

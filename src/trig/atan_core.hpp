@@ -58,8 +58,7 @@ struct ShortAngleRows {
 namespace detail {
 /// c for a point of the first quadrant, (0, 0) excluded. x may be 0: the quotient is bounded before it is taken.
 template <class Rows, class V> inline AngleRow<V> bounded_angle_row(V y, V x) {
-  const V least = y * (1 / Rows::largest);
-  return Rows::at(y / select(x < least, least, x));
+  return Rows::at(y / larger(y * (1 / Rows::largest), x));
 }
 
 /// atan r - r over r z, z = r^2.
