@@ -19,6 +19,10 @@ inline std::uint64_t ticks() {
   return now;
 }
 
+/// Clears the upper halves of the vector registers. A contender may leave something there, and then SSE code of the
+/// next one runs several times slower.
+[[gnu::target("avx")]] inline void clear_upper_halves() { _mm256_zeroupper(); }
+
 /// Ticks of the time stamp counter a nanosecond.
 inline double ticks_per_ns() {
   using Clock = std::chrono::steady_clock;
@@ -35,8 +39,13 @@ struct Timing {
   double minimum = 0, median = 0;
 };
 
-/// run(contender, calls) gives the ticks of that many calls of contender number 0 .. contenders - 1.
-template <class Run> std::vector<Timing> interleaved(int contenders, int rounds, Run run) {
+/// batch(contender, calls) gives the ticks of that many calls of contender number 0 .. contenders - 1.
+template <class Run> std::vector<Timing> interleaved(int contenders, int rounds, Run batch) {
+  const bool has_avx = __builtin_cpu_supports("avx");
+  const auto run = [&](int contender, long calls) {
+    if (has_avx) clear_upper_halves();
+    return batch(contender, calls);
+  };
   constexpr double batch_ticks = 30000;
   std::vector<long> calls(contenders);
   for (int c = 0; c < contenders; ++c) {

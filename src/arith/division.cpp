@@ -26,15 +26,41 @@ template <class T> T quotient(T x, T y, kelStatus& status) {
   return q;
 }
 
+/// Whether results may have a code. For a block, the smallest and the largest magnitude tell, as 32-bit words, of which
+/// the upper one of a double counts; a zero makes a closer look at single vectors necessary.
+template <class V> struct QuotientDoubt {
+  using T = Lane<V>;
+
+  void add(V dividend, V quotient) {
+    const V magnitude = abs(quotient);
+    const Words words = bit_cast<Words>(magnitude);
+    least = words < least ? words : least;
+    largest = words > largest ? words : largest;
+    const Bits<V> small = below(magnitude, from_bits<T>(bits(smallest_normal<T>) + 1));
+    undecided |= (small & -bits(abs(dividend))) | beyond(magnitude, largest_finite<T>);
+  }
+  bool any() const {
+    constexpr std::uint32_t low = sizeof(T) == 8 ? 0x00100001 : 0x00800001;
+    constexpr std::uint32_t high = sizeof(T) == 8 ? 0x7FEFFFFF : 0x7F7FFFFF;
+    return sign_bits(bit_cast<Bits<V>>((least - low) | (high - largest))) != 0;
+  }
+  LaneBits lanes() const { return sign_bits(undecided); }
+
+private:
+  using Words = Vec<std::uint32_t, sizeof(V) / 4>;
+  Words least = ~Words{}, largest{};
+  Bits<V> undecided{};
+};
+
 template <class T> struct Div : KernelDefaults {
   using Element = T;
   static constexpr bool doubts = true;
+  static constexpr int vectors_in_flight = 4;
+  template <class V> using Doubt = QuotientDoubt<V>;
   template <class V> static Marks<V> special(V, V) { return Marks<V>{}; }
-  template <class V> static V formula(V x, V y, LaneBits& doubtful) {
+  template <class V> static V formula(V x, V y, Doubt<V>& doubt) {
     const V q = x / y;
-    const V magnitude = abs(q);
-    const Bits<V> small = (bits(magnitude) - (bits(splat<V>(smallest_normal<T>)) + 1)) & -bits(abs(x));
-    doubtful |= sign_bits(small | beyond(magnitude, largest_finite<T>));
+    doubt.add(x, q);
     return q;
   }
   static T element(T x, T y, kelStatus& status) { return quotient(x, y, status); }

@@ -3,16 +3,19 @@
 // Add, Sub: one operation a part. Conj: one bit.
 //
 // Mul, MulByConj, Div at full precision. Floats: the products are exact in double; one sum, for Div one quotient, and
-// one rounding: each part below 0.51 ulp. Doubles: both products of a part as exact head and tail and their sum exact
-// to 2^-100 of itself whatever cancels, for Div a corrected quotient: below 0.51 ulp. See Jeannerod, Louvet, Muller,
-// "Further analysis of Kahan's algorithm for the accurate computation of 2x2 determinants", 2013.
+// one rounding: each part below 0.51 ulp. Doubles: both products of a part as exact head and tail. For Mul their sum is
+// rounded once where it does not cancel, and below 1 ulp where it does; for Div it is exact to 2^-100 of itself
+// whatever cancels, and the quotient is corrected: below 0.51 ulp. See Jeannerod, Louvet, Muller, "Further analysis of
+// Kahan's algorithm for the accurate computation of 2x2 determinants", 2013, and Jeannerod, "A radix-independent error
+// analysis of the Cornea-Harrison-Tang method", 2016.
 //
 // The lower accuracies are the textbook formulas in the type itself: error sqrt(5) u of the norm for a product (Brent,
 // Percival, Zimmermann, "Error bounds on complex floating-point multiplication", 2007), 6.3 u for a quotient.
 //
 // Where an intermediate value could leave the range of the type, element() computes: it scales, and gives infinities
-// and NaNs the results of C's Annex G. A NaN part is the default NaN.
-#include "exact/exact.hpp"
+// and NaNs the results of C's Annex G. A NaN part is the default NaN. Products take any operands and look at what comes
+// out, so the frame takes back the flags that no element earned; quotients look at their operands first.
+#include "complex/complex.hpp"
 #include "frame/member.hpp"
 #include "kelvm/complex.h"
 #include "simd/ordered.hpp"
@@ -46,58 +49,13 @@ template <class T> struct Conj : PartByPart<T> {
 
 // --- one element of a product or quotient, any operands --------------------------------------------------------------
 
-/// x = fraction 2^exponent, 1 <= |fraction| < 2, or zero.
-struct Scaled {
-  double fraction;
-  int exponent = 0;
-};
-Scaled scaled(double x) {
-  if (x == 0) return {x};
-  const bool subnormal = abs(x) < 0x1p-1022;
-  if (subnormal) x *= 0x1p54;
-  const int exponent = int(bits(abs(x)) >> 52) - 1023 - (subnormal ? 54 : 0);
-  return {from_bits<double>((bits(x) & 0x800FFFFFFFFFFFFFu) | 0x3FF0000000000000u), exponent};
-}
-double power_of_two(int exponent) { return from_bits<double>(std::uint64_t(exponent + 1023) << 52); }
-
-/// (head + tail) 2^exponent, 2^-110 < |head| < 16 or zero.
-struct ScaledSum {
-  HeadTail<double> value;
-  int exponent;
-
-  /// Rounded to double, once more where it is subnormal; infinity where it overflows.
-  double rounded() const {
-    const int bounded = exponent < -1300 ? -1300 : exponent > 1300 ? 1300 : exponent;
-    const int last = bounded < -1022 ? -1022 : bounded > 1023 ? 1023 : bounded;
-    return (value.head + value.tail) * power_of_two(bounded - last) * power_of_two(last);
-  }
-};
-
 /// a b + c d for finite operands, relative error below 2^-100.
 ScaledSum sum_of_products(double a, double b, double c, double d) {
-  const Scaled sa = scaled(a), sb = scaled(b), sc = scaled(c), sd = scaled(d);
-  HeadTail<double> p = two_product(sa.fraction, sb.fraction), q = two_product(sc.fraction, sd.fraction);
-  int e = sa.exponent + sb.exponent, f = sc.exponent + sd.exponent;
-  if (q.head == 0) f = e;
-  if (p.head == 0) e = f;
-  if (e < f) {
-    std::swap(p, q);
-    std::swap(e, f);
-  }
-  const double down = e - f > 300 ? 0.0 : power_of_two(f - e);
-  return {add(p, HeadTail<double>{q.head * down, q.tail * down}), e};
+  const auto product = [](const Scaled& x, const Scaled& y) {
+    return ScaledSum{two_product(x.fraction, y.fraction), x.exponent + y.exponent};
+  };
+  return sum(product(scaled(a), scaled(b)), product(scaled(c), scaled(d)));
 }
-
-/// x / y, relative error below 2^-90.
-ScaledSum quotient(const ScaledSum& x, const ScaledSum& y) {
-  const double q = x.value.head / y.value.head;
-  const HeadTail<double> product = two_product(q, y.value.head);
-  const double rest = ((x.value.head - product.head) - product.tail) + (x.value.tail - q * y.value.tail);
-  return {fast_two_sum(q, rest / y.value.head), x.exponent - y.exponent};
-}
-
-bool is_infinite(double x) { return abs(x) == infinity<double>; }
-bool is_finite(double x) { return !is_nan(x) && !is_infinite(x); }
 
 /// Sum and product that give the default NaN where they would raise invalid.
 double quiet_sum(double x, double y) {
@@ -139,14 +97,6 @@ struct Operands {
   }
 };
 
-/// The parts of a result with its code: 12 where finite operands overflow, 19 where a NaN part comes from operands
-/// without a NaN.
-template <class T> Pair<T> with_code(const Operands& o, double re, double im, kelStatus& status) {
-  const Pair<T> z{T(re), T(im)};
-  if (o.finite() && (is_infinite(z.first) || is_infinite(z.second))) report(status, kelStatusOverflow);
-  if (!o.has_nan() && (is_nan(z.first) || is_nan(z.second))) report(status, kelStatusDomain);
-  return z;
-}
 /// What C's examples do where the plain formula gives two NaNs: the scale (infinity or zero) times the formula's parts.
 template <class T> Pair<T> recovered(const Operands& o, double scale, double re, double im, kelStatus& status) {
   return with_code<T>(o, quiet_product(scale, re), quiet_product(scale, im), status);
@@ -207,83 +157,120 @@ template <class V> Marks<V> both_below(V x, V y, Lane<V> limit) {
 template <class V> Marks<V> nonzero(V x) { return -int_bits(abs(x)); }
 template <class V> Marks<V> not_both_zero(V x, V y) { return -int_bits(abs(from_bits<V>(bits(x) | bits(y)))); }
 
-/// Marks lanes with a part beyond the limit, infinities and NaNs included.
-template <class V> Marks<V> any_above(V a, V b, Lane<V> limit) { return above(abs(a), limit) | above(abs(b), limit); }
+/// Tells by two sizes whether all is well: one that is no ordinary number where an operand is infinite or a NaN or
+/// something may overflow, and one that is small where a result may have suffered from underflow. For a block their sum
+/// and minimum do; zeros are among the small ones, so that the lanes of a single vector are told apart with more care.
+template <class V> struct SizeDoubt {
+  using T = Lane<V>;
 
-/// z w. P: formula, and `limit`, above which a part is special.
-template <class T, class P> struct Multiplication : KernelDefaults {
+  void large(V size, T limit) {
+    sum += size;
+    undecided |= above(size, limit);
+    high = limit;
+  }
+  /// harmful: whether being below the limit, as a zero is, means that the result is undecided.
+  void small(V size, T limit, Marks<V> harmful) {
+    least = lesser(size, least);
+    undecided |= (int_bits(size) - int_bits(splat<V>(limit))) & harmful;
+    low = limit;
+  }
+  bool any() const { return kelvm::any(above(abs(sum), high) | (int_bits(least) - int_bits(splat<V>(low)))); }
+  LaneBits lanes() const { return lane_bits(undecided); }
+
+private:
+  V sum = splat<V>(T(-0.0)), least = splat<V>(infinity<T>);
+  Marks<V> undecided{};
+  T high = largest_finite<T>, low = 0;
+};
+template <class V> V size_of(Pair<V> z) { return abs(z.first) + abs(z.second); }
+
+enum class Conjugate { no, yes };
+
+/// z w or z conj(w). P: product.
+template <class T, class P, Conjugate C> struct Multiplication : KernelDefaults {
   using Element = T;
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true;
+  static constexpr bool stray_exceptions = true;
+  static constexpr int vectors_in_flight = P::vectors_in_flight;
+  template <class V> using Doubt = SizeDoubt<V>;
 
-  template <class V> static Marks<V> special(V a, V b, V c, V d) {
-    return any_above(a, b, P::limit) | any_above(c, d, P::limit);
+  template <class V> static Marks<V> special(V, V, V, V) { return Marks<V>{}; }
+  template <class V> static Pair<V> formula(V a, V b, V c, V d, Doubt<V>& doubt) {
+    return P::template product<C>(a, b, c, d, doubt);
   }
-  template <class V> static Pair<V> formula(V a, V b, V c, V d, LaneBits& doubtful) {
-    return P::product(a, b, c, d, doubtful);
+  static Pair<T> element(T a, T b, T c, T d, kelStatus& status) {
+    return multiply_element<T>({a, b, c, C == Conjugate::yes ? -d : d}, status);
   }
-  static Pair<T> element(T a, T b, T c, T d, kelStatus& status) { return multiply_element<T>({a, b, c, d}, status); }
 };
-/// z conj(w): the product with the sign of d turned.
-template <class T, class P> struct ByConjugate : Multiplication<T, P> {
-  template <class V> static Pair<V> formula(V a, V b, V c, V d, LaneBits& doubtful) {
-    return P::product(a, b, c, from_bits<V>(bits(d) ^ sign_bit<V>), doubtful);
-  }
-  static Pair<T> element(T a, T b, T c, T d, kelStatus& status) { return multiply_element<T>({a, b, c, -d}, status); }
-};
+/// The plain formulas.
+template <Conjugate C, class V> Pair<V> plain_product(V a, V b, V c, V d) {
+  if constexpr (C == Conjugate::yes)
+    return {a * c + b * d, b * c - a * d};
+  else
+    return {a * c - b * d, a * d + b * c};
+}
 /// z / w. P: formula, and special, which marks zero denominators too.
 template <class T, class P> struct Division : KernelDefaults {
   using Element = T;
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true;
+  static constexpr bool stray_exceptions = true;
+  template <class V> using Doubt = SizeDoubt<V>;
 
   template <class V> static Marks<V> special(V a, V b, V c, V d) { return P::special(a, b, c, d); }
-  template <class V> static Pair<V> formula(V a, V b, V c, V d, LaneBits& doubtful) {
-    return P::quotient(a, b, c, d, doubtful);
+  template <class V> static Pair<V> formula(V a, V b, V c, V d, Doubt<V>& doubt) {
+    return P::quotient(a, b, c, d, doubt);
   }
   static Pair<T> element(T a, T b, T c, T d, kelStatus& status) { return divide_element<T>({a, b, c, d}, status); }
 };
 
-constexpr float largest_float = 0x1.fffffep127f;
-
 /// Floats at full precision. A result that overflows float goes to element() for its code.
 struct FloatFull {
-  static constexpr float limit = largest_float;
+  static constexpr int vectors_in_flight = 2;
+  static constexpr float limit = largest_finite<float>;
 
-  template <class V> static Pair<V> product(V a, V b, V c, V d, LaneBits& doubtful) {
-    const V re = in_double([](auto a, auto b, auto c, auto d) { return a * c - b * d; }, a, b, c, d);
-    const V im = in_double([](auto a, auto b, auto c, auto d) { return a * d + b * c; }, a, b, c, d);
-    doubtful |= lane_bits(any_above(re, im, largest_float));
-    return {re, im};
+  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
+    constexpr auto re = [](auto a, auto b, auto c, auto d) { return plain_product<C>(a, b, c, d).first; };
+    constexpr auto im = [](auto a, auto b, auto c, auto d) { return plain_product<C>(a, b, c, d).second; };
+    const Pair<V> z{in_double(re, a, b, c, d), in_double(im, a, b, c, d)};
+    doubt.large(size_of(z), largest_finite<float>);
+    return z;
   }
   template <class V> static Marks<V> special(V a, V b, V c, V d) {
     const Int<V> denominator_parts = int_bits(abs(from_bits<V>(bits(c) | bits(d))));
     return any_above(a, b, limit) | any_above(c, d, limit) | (denominator_parts - 1); // both zero: -1
   }
-  template <class V> static Pair<V> quotient(V a, V b, V c, V d, LaneBits& doubtful) {
+  template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
     const V re =
         in_double([](auto a, auto b, auto c, auto d) { return (a * c + b * d) / (c * c + d * d); }, a, b, c, d);
     const V im =
         in_double([](auto a, auto b, auto c, auto d) { return (b * c - a * d) / (c * c + d * d); }, a, b, c, d);
-    doubtful |= lane_bits(any_above(re, im, largest_float));
+    doubt.large(size_of(Pair<V>{re, im}), largest_finite<float>);
     return {re, im};
   }
 };
 
+/// Non-zero results of a size below the limit are undecided.
+template <class V> void tell_by_size(Pair<V> z, Lane<V> limit, SizeDoubt<V>& doubt) {
+  const V size = size_of(z);
+  doubt.large(size, largest_finite<Lane<V>>);
+  doubt.small(size, limit, nonzero(size));
+}
+
 /// The textbook formulas in the type itself.
 struct FloatShort {
-  static constexpr float limit = 0x1p62f;
-
-  template <class V> static Pair<V> product(V a, V b, V c, V d, LaneBits& doubtful) {
-    const V re = a * c - b * d, im = a * d + b * c;
-    doubtful |= lane_bits(both_below(re, im, 0x1p-120f) & not_both_zero(re, im));
-    return {re, im};
+  static constexpr int vectors_in_flight = 3;
+  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
+    const Pair<V> z = plain_product<C>(a, b, c, d);
+    tell_by_size(z, 0x1p-119f, doubt);
+    return z;
   }
   template <class V> static Marks<V> special(V a, V b, V c, V d) {
     return any_above(a, b, 0x1p120f) | any_above(c, d, 0x1p120f) | both_below(c, d, 0x1p-120f);
   }
   /// The denominator is brought to [1, 8) by a power of two.
-  template <class V> static Pair<V> quotient(V a, V b, V c, V d, LaneBits& doubtful) {
+  template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
     const Int<V> c_bits = int_bits(abs(c)), d_bits = int_bits(abs(d));
     const Int<V> larger = c_bits > d_bits ? c_bits : d_bits;
     const V scale = bit_cast<V>(0x7F000000 - (larger & 0x7F800000));
@@ -291,64 +278,92 @@ struct FloatShort {
     const V inverse = scale / (cs * cs + ds * ds);
     const V numerator_re = a * cs + b * ds, numerator_im = b * cs - a * ds;
     const V re = numerator_re * inverse, im = numerator_im * inverse;
-    doubtful |= lane_bits((both_below(numerator_re, numerator_im, 0x1p-100f) & not_both_zero(a, b)) |
-                          any_above(re, im, largest_float));
+    doubt.small(size_of(Pair<V>{numerator_re, numerator_im}), 0x1p-99f, not_both_zero(a, b));
+    doubt.large(size_of(Pair<V>{re, im}), largest_finite<float>);
     return {re, im};
   }
 };
 
 /// What the doubles have in common: parts and denominators in a window where no intermediate value leaves the range.
 struct DoubleWindow {
-  static constexpr double limit = 0x1p480;
-
   template <class V> static Marks<V> special(V a, V b, V c, V d) {
     return any_above(a, b, 0x1p200) | any_above(c, d, 0x1p200) | both_below(c, d, 0x1p-200);
   }
 };
 
 struct DoubleShort : DoubleWindow {
-  template <class V> static Pair<V> product(V a, V b, V c, V d, LaneBits& doubtful) {
-    const V re = a * c - b * d, im = a * d + b * c;
-    doubtful |= lane_bits(both_below(re, im, 0x1p-960) & not_both_zero(re, im));
-    return {re, im};
+  static constexpr int vectors_in_flight = 3;
+  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
+    const Pair<V> z = plain_product<C>(a, b, c, d);
+    tell_by_size(z, 0x1p-959, doubt);
+    return z;
   }
-  template <class V> static Pair<V> quotient(V a, V b, V c, V d, LaneBits& doubtful) {
+  template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
     const V inverse = 1.0 / (c * c + d * d);
     const V re = a * c + b * d, im = b * c - a * d;
-    doubtful |= lane_bits(both_below(re, im, 0x1p-600) & not_both_zero(a, b));
+    doubt.small(size_of(Pair<V>{re, im}), 0x1p-599, not_both_zero(a, b));
     return {re * inverse, im * inverse};
   }
 };
 
+enum class Sign { plus, minus };
+
 struct DoubleFull : DoubleWindow {
-  /// x y + z w, relative error below 2^-100, where the larger product is above 2^-511 or both have a zero factor.
-  template <class V> static HeadTail<V> two_products(V x, V y, V z, V w, LaneBits& doubtful) {
+  static constexpr int vectors_in_flight = 2;
+
+  /// The exact products x y and z w, the second with the sign.
+  template <class V> struct Products { HeadTail<V> p, q; };
+  /// They are exact where the larger one is above the limit; both may have a zero factor.
+  template <Sign S, class V>
+  static Products<V> products(Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w, double limit, SizeDoubt<V>& doubt) {
     const HeadTail<V> p = two_product(x, y), q = two_product(z, w);
-    doubtful |=
-        lane_bits(both_below(p.head, q.head, 0x1p-511) & ((nonzero(x) & nonzero(y)) | (nonzero(z) & nonzero(w))));
-    const HeadTail<V> sum = add(p, q);
-    return {select(sum.head == 0.0, p.head + q.head, sum.head), sum.tail}; // a zero with the sign of the plain sum
+    doubt.small(abs(p.head) + abs(q.head), limit,
+                (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
+    return {p, S == Sign::plus ? q : HeadTail<V>{-q.head, -q.tail}};
   }
-  template <class V> static Pair<V> product(V a, V b, V c, V d, LaneBits& doubtful) {
-    return {two_products(a, c, -b, d, doubtful).head, two_products(a, d, b, c, doubtful).head};
+  /// x y + z w, or x y - z w, rounded. Where the sum of p and q is inexact, the errors are small beside it; where it is
+  /// exact, the sum of the errors is exact or no larger than the result: below 1 ulp.
+  template <Sign S, class V> static V sum_of_two(Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w, SizeDoubt<V>& doubt) {
+    const auto [p, q] = products<S>(x, y, z, w, 0x1p-900, doubt);
+    const HeadTail<V> sum = two_sum(p.head, q.head);
+    return sum.head - (0 - (sum.tail + (p.tail + q.tail))); // a zero keeps the sign of the plain sum
   }
-  template <class V> static Pair<V> quotient(V a, V b, V c, V d, LaneBits& doubtful) {
-    const HeadTail<V> norm = add(two_product(c, c), two_product(d, d));
+  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
+    doubt.large(size_of(Pair<V>{a, b}) + size_of(Pair<V>{c, d}), 0x1p500);
+    const Halves<V> sa(a), sb(b), sc(c), sd(d);
+    if constexpr (C == Conjugate::yes)
+      return {sum_of_two<Sign::plus>(sa, sc, sb, sd, doubt), sum_of_two<Sign::minus>(sb, sc, sa, sd, doubt)};
+    else
+      return {sum_of_two<Sign::minus>(sa, sc, sb, sd, doubt), sum_of_two<Sign::plus>(sa, sd, sb, sc, doubt)};
+  }
+
+  /// p + q, relative error below 2^-100. A zero has the sign of the plain sum.
+  template <class V> static HeadTail<V> exact_sum(Products<V> of) {
+    const HeadTail<V> heads = two_sum(of.p.head, of.q.head), tails = two_sum(of.p.tail, of.q.tail);
+    const V middle = heads.tail + tails.head;
+    const V head = heads.head - (0 - middle);
+    return {head, (middle - (head - heads.head)) + tails.tail};
+  }
+  template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
+    const Halves<V> sa(a), sb(b), sc(c), sd(d);
+    const HeadTail<V> norm = exact_sum(Products<V>{two_product(sc, sc), two_product(sd, sd)});
+    const Halves<V> norm_head(norm.head);
     const V inverse = 1.0 / norm.head;
     const auto divide = [&](HeadTail<V> n) {
       const V q = n.head * inverse;
-      const HeadTail<V> back = two_product(q, norm.head);
+      const HeadTail<V> back = two_product(Halves<V>(q), norm_head);
       const V correction = (((n.head - back.head) - back.tail) + (n.tail - q * norm.tail)) * inverse;
-      return select(n.head == 0.0, q, q + correction);
+      return q - (0 - correction); // a zero keeps its sign
     };
-    return {divide(two_products(a, c, b, d, doubtful)), divide(two_products(b, c, -a, d, doubtful))};
+    return {divide(exact_sum(products<Sign::plus>(sa, sc, sb, sd, 0x1p-510, doubt))),
+            divide(exact_sum(products<Sign::minus>(sb, sc, sa, sd, 0x1p-510, doubt)))};
   }
 };
 
-template <class P> using Mul32 = Multiplication<float, P>;
-template <class P> using Mul64 = Multiplication<double, P>;
-template <class P> using MulByConj32 = ByConjugate<float, P>;
-template <class P> using MulByConj64 = ByConjugate<double, P>;
+template <class P> using Mul32 = Multiplication<float, P, Conjugate::no>;
+template <class P> using Mul64 = Multiplication<double, P, Conjugate::no>;
+template <class P> using MulByConj32 = Multiplication<float, P, Conjugate::yes>;
+template <class P> using MulByConj64 = Multiplication<double, P, Conjugate::yes>;
 template <class P> using Div32 = Division<float, P>;
 template <class P> using Div64 = Division<double, P>;
 

@@ -11,6 +11,7 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// An unevaluated sum, |tail| <= ulp(head) / 2 where it is normalised.
 template <class V> struct HeadTail { V head, tail; };
+template <class V> inline V rounded(HeadTail<V> y) { return y.head + y.tail; }
 
 /// a + b exactly, where |a| >= |b| or a = 0 (Dekker).
 template <class V> inline HeadTail<V> fast_two_sum(V a, V b) {
@@ -23,7 +24,6 @@ template <class V> inline HeadTail<V> two_sum(V a, V b) {
   const V b_part = sum - a;
   return {sum, (a - (sum - b_part)) + (b - b_part)};
 }
-
 /// The upper 26 significant bits of a double, truncated (12 of a float): products of two such heads are exact. The tail
 /// a - head has up to 27 bits, so a tail times a tail is not always exact.
 template <class V> inline V head_of(V a) {
@@ -33,20 +33,32 @@ template <class V> inline V head_of(V a) {
     return from_bits<V>(bits(a) & Lane<Bits<V>>(0xFFFFF000u));
 }
 
-/// a * b exactly, where neither the product nor its error leaves the normal range and |a|, |b| < 2^996 (2^115 for
-/// floats). The value is the same with a fused multiply-add and without.
-template <class V> inline HeadTail<V> two_product(V a, V b) {
-  const V product = a * b;
-  if constexpr (has_fused_product_error) {
-    return {product, fused_product_error(a, b, product)};
-  } else {
-    constexpr Lane<V> splitter = sizeof(Lane<V>) == 8 ? Lane<V>(0x1p27 + 1) : Lane<V>(0x1p12 + 1);
-    const V a_scaled = splitter * a, b_scaled = splitter * b;
-    const V a_head = a_scaled - (a_scaled - a), b_head = b_scaled - (b_scaled - b);
-    const V a_tail = a - a_head, b_tail = b - b_head;
-    return {product, ((a_head * b_head - product) + a_head * b_tail + a_tail * b_head) + a_tail * b_tail};
+/// A factor of exact products. Without a fused operation its upper half of the significant bits, rounded to nearest,
+/// and the rest, so that products of halves are exact (Dekker; the rounding is an integer addition).
+template <class V> struct Halves {
+  V value;
+  V head, tail;
+
+  explicit Halves(V a) : value(a) {
+    if constexpr (!has_fused_product_error) {
+      constexpr int cleared = sizeof(Lane<V>) == 8 ? 27 : 12;
+      constexpr Lane<Bits<V>> one = 1;
+      head = from_bits<V>((bits(a) + (one << (cleared - 1))) & ~((one << cleared) - 1));
+      tail = a - head;
+    }
   }
+};
+
+/// a * b exactly, where neither the product nor its error leaves the normal range and |a|, |b| < 2^1023 (2^127 for
+/// floats). The value is the same with a fused multiply-add and without.
+template <class V> inline HeadTail<V> two_product(Halves<V> a, Halves<V> b) {
+  const V product = a.value * b.value;
+  if constexpr (has_fused_product_error)
+    return {product, fused_product_error(a.value, b.value, product)};
+  else
+    return {product, ((a.head * b.head - product) + a.head * b.tail + a.tail * b.head) + a.tail * b.tail};
 }
+template <class V> inline HeadTail<V> two_product(V a, V b) { return two_product(Halves<V>(a), Halves<V>(b)); }
 
 /// (a + b), relative error below 2u^2 where both have the same sign or b is a single.
 template <class V> inline HeadTail<V> add(HeadTail<V> a, V b) {

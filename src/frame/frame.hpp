@@ -14,7 +14,9 @@
 //                                   formula(x) with one lane where that covers it. Called for marked lanes only.
 //
 // A kernel with `covers_everything` has formula alone. A kernel with `doubts` gives formula a last parameter,
-// LaneBits& doubtful, and sets there the lanes whose result is not decided; they go to element() as well.
+// LaneBits& doubtful, and sets there the lanes whose result is not decided; they go to element() as well. Where that
+// costs too much, the parameter is a Doubt<V>& of the kernel's own, which gathers what it needs from all vectors of a
+// block: any() tells whether a lane of the block may be doubtful, lanes(), asked after a single vector, which are.
 //
 // A kernel with `has_wide_formula` has a second pair, wide_special and wide_formula, that takes the place of the first
 // in vectors with marked lanes: slower and covering more, with the bits of formula where that covers a lane.
@@ -39,6 +41,9 @@ struct KernelDefaults {
   /// The formula may raise underflow for elements that do not earn it (products of tiny intermediate values); the frame
   /// takes it back unless an element() call reports kelStatusUnderflow.
   static constexpr bool stray_underflow = false;
+  /// The same with invalid and overflow: a formula that takes special elements as they come and tells them by the
+  /// result, which makes them doubtful.
+  static constexpr bool stray_exceptions = false;
   /// A destination may overlap a source in any way; the result is that of a forward loop over the elements.
   static constexpr bool any_overlap = false;
   /// 2: a complex member that computes each part by itself. Its arrays are taken as arrays of parts, twice as long; an
@@ -49,6 +54,11 @@ struct KernelDefaults {
 };
 
 enum class Order { CountFirst, PointersFirst };
+
+template <class K>
+inline constexpr unsigned stray_flags = (K::stray_underflow ? flag_of(kelStatusUnderflow) : 0) |
+                                        (K::stray_exceptions ? flag_of(kelStatusDomain) | flag_of(kelStatusOverflow)
+                                                             : 0);
 
 /// The arrays of a call and the parts of an element in each: one for reals, two for complex numbers.
 template <int Sources, int SourceParts, int Destinations, int DestinationParts> struct Shape {
@@ -61,6 +71,14 @@ template <class T, class S> struct Arrays {
   const T* source[S::sources];
   T* destination[S::destinations];
 
+  static Arrays of(const T* source1, const T* source2, T* destination1, T* destination2) {
+    Arrays arrays{{source1}, {destination1}};
+    if constexpr (S::sources == 2) arrays.source[1] = source2;
+    if constexpr (S::destinations == 2) arrays.destination[1] = destination2;
+    return arrays;
+  }
+  const T* second_source() const { return S::sources == 2 ? source[S::sources - 1] : nullptr; }
+  T* second_destination() const { return S::destinations == 2 ? destination[S::destinations - 1] : nullptr; }
   bool has_null() const {
     bool null = false;
     for (const T* p : source) null |= p == nullptr;
@@ -88,7 +106,6 @@ template <class K, class S> class Loop {
   using T = typename K::Element;
   using V = Native<T>;
   static constexpr int width = native_lanes<T>;
-  static constexpr int block = width * K::vectors_in_flight;
 
   template <class U> struct Inputs { U of[S::inputs]; };
   template <class U> struct Outputs { U of[S::outputs]; };
@@ -100,7 +117,18 @@ template <class K, class S> class Loop {
   template <class U> static Outputs<U> collect(U result) { return {{result}}; }
   template <class U> static Outputs<U> collect(Pair<U> result) { return {{result.first, result.second}}; }
 
-  template <class U> static Outputs<U> formula(const K& kernel, const Inputs<U>& in, LaneBits& doubtful) {
+  template <class U> static auto doubt_of() {
+    if constexpr (requires { typename K::template Doubt<U>; })
+      return typename K::template Doubt<U>{};
+    else
+      return LaneBits{0};
+  }
+  static bool some(LaneBits doubtful) { return doubtful != 0; }
+  static LaneBits lanes_of(LaneBits doubtful) { return doubtful; }
+  template <class D> static bool some(const D& doubt) { return doubt.any(); }
+  template <class D> static LaneBits lanes_of(const D& doubt) { return doubt.lanes(); }
+
+  template <class U, class D> static Outputs<U> formula(const K& kernel, const Inputs<U>& in, D& doubtful) {
     return collect<U>(spread(in, [&](auto... x) {
       if constexpr (K::doubts)
         return kernel.formula(x..., doubtful);
@@ -115,14 +143,20 @@ template <class K, class S> class Loop {
       return spread(in, [&](auto... x) { return kernel.special(x...); });
   }
 
-  static Inputs<V> load_block(const Arrays<T, S>& arrays, std::ptrdiff_t i) {
+  /// Ordered: lane 0 holds the first element, and so on. Otherwise, where all elements are complex, in the order of
+  /// unzip.
+  enum class Lanes { ordered, any };
+  static constexpr bool may_zip = S::source_parts == 2 && S::destination_parts == 2;
+
+  template <Lanes O> static Inputs<V> load_block(const Arrays<T, S>& arrays, std::ptrdiff_t i) {
     Inputs<V> in;
     unrolled<S::sources>([&](auto s) {
       const T* from = arrays.source[s] + i * S::source_parts;
       if constexpr (S::source_parts == 1) {
         in.of[s] = load<V>(from);
       } else {
-        const Pair<V> parts = deinterleave(load<V>(from), load<V>(from + width));
+        const V low = load<V>(from), high = load<V>(from + width);
+        const Pair<V> parts = O == Lanes::any && may_zip ? unzip(low, high) : deinterleave(low, high);
         in.of[2 * s] = parts.first;
         in.of[2 * s + 1] = parts.second;
       }
@@ -137,10 +171,10 @@ template <class K, class S> class Loop {
       if constexpr (S::source_parts == 1) {
         in.of[s] = load_first<V>(from, count, splat<V>(load<T>(from)));
       } else {
-        const Pair<V> fill = interleave(Pair<V>{splat<V>(load<T>(from)), splat<V>(load<T>(from + 1))});
+        const V fill = splat_pair<V>(from);
         const int n = 2 * count;
-        const V low = n < width ? load_first<V>(from, n, fill.first) : load<V>(from);
-        const V high = n <= width ? fill.second : load_first<V>(from + width, n - width, fill.second);
+        const V low = n < width ? load_first<V>(from, n, fill) : load<V>(from);
+        const V high = n <= width ? fill : load_first<V>(from + width, n - width, fill);
         const Pair<V> parts = deinterleave(low, high);
         in.of[2 * s] = parts.first;
         in.of[2 * s + 1] = parts.second;
@@ -148,13 +182,14 @@ template <class K, class S> class Loop {
     });
     return in;
   }
-  static void store_block(const Arrays<T, S>& arrays, std::ptrdiff_t i, const Outputs<V>& out) {
+  template <Lanes O> static void store_block(const Arrays<T, S>& arrays, std::ptrdiff_t i, const Outputs<V>& out) {
     unrolled<S::destinations>([&](auto d) {
       T* to = arrays.destination[d] + i * S::destination_parts;
       if constexpr (S::destination_parts == 1) {
         store<V>(to, out.of[d]);
       } else {
-        const Pair<V> pairs = interleave(Pair<V>{out.of[2 * d], out.of[2 * d + 1]});
+        const Pair<V> parts{out.of[2 * d], out.of[2 * d + 1]};
+        const Pair<V> pairs = O == Lanes::any && may_zip ? zip(parts) : interleave(parts);
         store<V>(to, pairs.first);
         store<V>(to + width, pairs.second);
       }
@@ -178,50 +213,110 @@ template <class K, class S> class Loop {
     });
   }
 
-  /// One vector, whatever it holds. Lanes outside `valid` are computed but never handed over.
-  [[gnu::noinline]] static void one_vector(const K& kernel, const Inputs<V>& in, Outputs<V>& out, LaneBits valid,
-                                           Outcome& outcome) {
-    LaneBits doubtful = 0;
-    const Marks<V> marked = [&] {
-      if constexpr (K::has_wide_formula)
-        return spread(in, [&](auto... x) { return kernel.wide_special(x...); });
-      else
-        return special(kernel, in);
-    }();
-    Inputs<V> tame;
-    unrolled<S::inputs>([&](auto k) { tame.of[k] = select(marked, splat<V>(K::harmless), in.of[k]); });
-    if constexpr (K::has_wide_formula)
-      out = collect<V>(spread(tame, [&](auto... x) { return kernel.wide_formula(x...); }));
-    else
-      out = formula<V>(kernel, tame, doubtful);
-    for (LaneBits left = (lane_bits(marked) | doubtful) & valid; left != 0; left &= left - 1) {
+  /// A copy in memory for a function, taken and given back vector by vector so that the original stays in registers.
+  template <class Vectors> struct Spilled {
+    Vectors value;
+    Spilled() = default;
+    explicit Spilled(const Vectors& from) {
+      unrolled<int(sizeof value / sizeof value.of[0])>([&](auto k) { value.of[k] = from.of[k]; });
+    }
+    void give(Vectors& to) const {
+      unrolled<int(sizeof value / sizeof value.of[0])>([&](auto k) { to.of[k] = value.of[k]; });
+    }
+  };
+
+  /// The marked lanes of a vector, one by one in increasing index.
+  [[gnu::noinline]] static void hand_over(const K& kernel, const Inputs<V>& in, Outputs<V>& out, LaneBits marked,
+                                          Outcome& outcome) {
+    for (LaneBits left = marked; left != 0; left &= left - 1) {
       const int i = __builtin_ctz(left);
       Inputs<T> x;
       unrolled<S::inputs>([&](auto k) { x.of[k] = in.of[k][i]; });
-      const Outputs<T> y =
-          collect<T>(spread(x, [&](auto... parts) { return kernel.element(parts..., outcome.status); }));
-      outcome.underflowed |= outcome.status == kelStatusUnderflow;
+      kelStatus status = kelStatusOk;
+      const Outputs<T> y = collect<T>(spread(x, [&](auto... parts) { return kernel.element(parts..., status); }));
+      outcome.add(status);
       unrolled<S::outputs>([&](auto k) { out.of[k][i] = y.of[k]; });
     }
   }
-  /// The vectors behind the last block: a call for each, except where the formula is all there is.
-  static void rest(const K& kernel, const Inputs<V>& in, Outputs<V>& out, [[maybe_unused]] LaneBits valid,
-                   [[maybe_unused]] Outcome& outcome) {
+  static Inputs<V> tamed(const Inputs<V>& in, Marks<V> marked) {
+    Inputs<V> tame;
+    unrolled<S::inputs>([&](auto k) { tame.of[k] = select(marked, splat<V>(K::harmless), in.of[k]); });
+    return tame;
+  }
+  /// A vector with lanes that the formula does not cover, for kernels with a wide formula.
+  [[gnu::noinline]] static void wide_vector(const K& kernel, const Inputs<V>& in, Outputs<V>& out, LaneBits valid,
+                                            Outcome& outcome) {
+    const Marks<V> marked = spread(in, [&](auto... x) { return kernel.wide_special(x...); });
+    const Inputs<V> tame = tamed(in, marked);
+    out = collect<V>(spread(tame, [&](auto... x) { return kernel.wide_formula(x...); }));
+    hand_over(kernel, in, out, lane_bits(marked) & valid, outcome);
+  }
+  /// One vector, whatever it holds. Lanes outside `valid` are computed but never handed over.
+  static Outputs<V> one_vector(const K& kernel, const Inputs<V>& in, LaneBits valid, Outcome& outcome) {
+    auto doubtful = doubt_of<V>();
     if constexpr (K::covers_everything) {
-      LaneBits doubtful = 0;
-      out = formula<V>(kernel, in, doubtful);
+      return formula<V>(kernel, in, doubtful);
     } else {
-      one_vector(kernel, in, out, valid, outcome);
+      const Marks<V> marks = special(kernel, in);
+      const LaneBits marked = lane_bits(marks);
+      Inputs<V> tame = in;
+      Outputs<V> out;
+      if (marked != 0) [[unlikely]] {
+        if constexpr (K::has_wide_formula) {
+          const Spilled<Inputs<V>> x(in);
+          Spilled<Outputs<V>> y;
+          wide_vector(kernel, x.value, y.value, valid, outcome);
+          y.give(out);
+          return out;
+        } else {
+          tame = tamed(in, marks);
+        }
+      }
+      out = formula<V>(kernel, tame, doubtful);
+      if (const LaneBits left = (marked | lanes_of(doubtful)) & valid; left != 0) [[unlikely]] {
+        const Spilled<Inputs<V>> x(in);
+        Spilled<Outputs<V>> y(out);
+        hand_over(kernel, x.value, y.value, left, outcome);
+        y.give(out);
+      }
+      return out;
     }
   }
 
 public:
-  /// Flattened: a formula spread over several functions is still inlined whole, or its vectors would go through memory.
-  [[gnu::noinline, gnu::flatten]] static Outcome run(const K& kernel, const Arrays<T, S>& in_memory,
-                                                     std::ptrdiff_t len) {
-    const Arrays<T, S> arrays = in_memory; // so that stores cannot change the pointers
+  static constexpr int block = width * K::vectors_in_flight;
+
+  // The loops take what they need in registers: at most two sources and two destinations.
+
+  /// For any arrays, and for few elements: one vector after the other.
+  [[gnu::noinline, gnu::flatten]] static Outcome run_by_vector(const K& kernel, const T* source1, const T* source2,
+                                                               T* destination1, T* destination2, std::ptrdiff_t len) {
+    const auto arrays = Arrays<T, S>::of(source1, source2, destination1, destination2);
+    Outcome outcome;
+    for (std::ptrdiff_t i = 0; i < len; i += width) {
+      if (const int count = int(len - i); count < width) {
+        const Outputs<V> out = one_vector(kernel, load_tail(arrays, i, count), (1u << count) - 1u, outcome);
+        store_tail(arrays, i, count, out);
+      } else {
+        store_block<Lanes::ordered>(arrays, i,
+                                    one_vector(kernel, load_block<Lanes::ordered>(arrays, i), all_lanes<V>, outcome));
+      }
+    }
+    return outcome;
+  }
+
+  /// For many elements: blocks, and by vector those blocks that hold special elements. Flattened: a formula spread over
+  /// several functions is still inlined whole, or its vectors would go through memory.
+  [[gnu::noinline, gnu::flatten]] static Outcome run(const K& kernel, const T* source1, const T* source2,
+                                                     T* destination1, T* destination2, std::ptrdiff_t len) {
+    const auto arrays = Arrays<T, S>::of(source1, source2, destination1, destination2);
     Outcome outcome;
     std::ptrdiff_t i = 0;
+    const auto by_vector = [&](std::ptrdiff_t count) {
+      const std::ptrdiff_t s = i * S::source_parts, d = i * S::destination_parts;
+      outcome.add(run_by_vector(kernel, source1 + s, S::sources == 2 ? source2 + s : nullptr, destination1 + d,
+                                S::destinations == 2 ? destination2 + d : nullptr, count));
+    };
     if constexpr (K::any_overlap) {
       if (arrays.overlaps_within(block * sizeof(T))) [[unlikely]]
         return element_by_element(kernel, arrays, len);
@@ -230,36 +325,23 @@ public:
       Inputs<V> in[K::vectors_in_flight];
       Outputs<V> out[K::vectors_in_flight];
       Marks<V> marked{};
-      LaneBits doubtful = 0;
+      auto doubtful = doubt_of<V>();
       unrolled<K::vectors_in_flight>([&](auto v) {
-        in[v] = load_block(arrays, i + v * width);
+        in[v] = load_block<Lanes::any>(arrays, i + v * width);
         marked |= special(kernel, in[v]);
       });
-      if (K::covers_everything || !any(marked)) [[likely]]
-        unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], doubtful); });
-      else
-        doubtful = 1;
-      if constexpr (!K::covers_everything) {
-        if (doubtful != 0) [[unlikely]] {
-          unrolled<K::vectors_in_flight>([&](auto v) {
-            const Inputs<V> x = in[v]; // a copy, so that `in` itself stays in registers
-            Outputs<V> y;
-            one_vector(kernel, x, y, all_lanes<V>, outcome);
-            out[v] = y;
-          });
-        }
+      if (!K::covers_everything && any(marked)) [[unlikely]] {
+        by_vector(block);
+        continue;
       }
-      unrolled<K::vectors_in_flight>([&](auto v) { store_block(arrays, i + v * width, out[v]); });
+      unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], doubtful); });
+      if (!K::covers_everything && some(doubtful)) [[unlikely]] {
+        by_vector(block);
+        continue;
+      }
+      unrolled<K::vectors_in_flight>([&](auto v) { store_block<Lanes::any>(arrays, i + v * width, out[v]); });
     }
-    Outputs<V> out;
-    for (; i + width <= len; i += width) {
-      rest(kernel, load_block(arrays, i), out, all_lanes<V>, outcome);
-      store_block(arrays, i, out);
-    }
-    if (const int count = int(len - i); count > 0) {
-      rest(kernel, load_tail(arrays, i, count), out, (1u << count) - 1u, outcome);
-      store_tail(arrays, i, count, out);
-    }
+    if (i < len) by_vector(len - i);
     return outcome;
   }
 
@@ -283,8 +365,11 @@ inline kelStatus call(Order order, const K& kernel, const Arrays<typename K::Ele
   if (order == Order::PointersFirst && null) return kelStatusNullPtrError;
   if (len < 1) return kelStatusSizeError;
   if (null) return kelStatusNullPtrError;
-  return in_mode<K::mode, K::stray_underflow>(&Loop<K, S>::run, kernel, arrays,
-                                              std::ptrdiff_t(len) * K::parts_by_themselves);
+  using L = Loop<K, S>;
+  const std::ptrdiff_t count = std::ptrdiff_t(len) * K::parts_by_themselves;
+  const auto loop = count < L::block && !K::any_overlap ? &L::run_by_vector : &L::run;
+  return in_mode<K::mode, stray_flags<K>>(loop, kernel, arrays.source[0], arrays.second_source(), arrays.destination[0],
+                                          arrays.second_destination(), count);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

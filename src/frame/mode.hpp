@@ -13,23 +13,44 @@ inline constexpr unsigned mode_mask = 0xE040;
 /// What a kernel computes in. The values of the fixed modes are the fields' bits.
 enum class Mode : unsigned { nearest = 0, toward_zero = 0x6000, callers = ~0u };
 
-/// How a loop ended: the call's status, and whether an element earned an underflow, whatever came after it.
+/// The IEEE flag of a warning code, as a bit of the control word.
+constexpr unsigned flag_of(kelStatus code) {
+  switch (code) {
+  case kelStatusDomain:
+    return 0x01;
+  case kelStatusSingularity:
+    return 0x04;
+  case kelStatusOverflow:
+    return 0x08;
+  case kelStatusUnderflow:
+    return 0x10;
+  default:
+    return 0;
+  }
+}
+
+/// How a loop ended: the code of its last exceptional element, and the flags that any of them earned.
 struct Outcome {
   kelStatus status = kelStatusOk;
-  bool underflowed = false;
+  unsigned earned = 0;
+
+  void add(kelStatus code) { add({code, flag_of(code)}); }
+  void add(Outcome later) {
+    if (later.status != kelStatusOk) status = later.status;
+    earned |= later.earned;
+  }
 };
 
 /// Calls loop(arguments...) in the mode. Where the control word has to change, the word found at entry is loaded back
-/// after the loop, its sticky flags included. With StrayUnderflow, an underflow that no element earned is taken back.
+/// after the loop, its sticky flags included. Flags of StrayFlags that no element earned are taken back.
 /// `loop` must be a function that is not inlined here: the compiler moves floating-point operations across a change of
 /// the control word, but not across a call.
-template <Mode M, bool StrayUnderflow, class... Parameters, class... Arguments>
+template <Mode M, unsigned StrayFlags, class... Parameters, class... Arguments>
 inline kelStatus in_mode(Outcome (*loop)(Parameters...), const Arguments&... arguments) {
-  static_assert(M != Mode::callers || !StrayUnderflow);
+  static_assert(M != Mode::callers || StrayFlags == 0);
   if constexpr (M == Mode::callers) {
     return loop(arguments...).status;
   } else {
-    constexpr unsigned underflow_flag = 0x10;
     const unsigned found = _mm_getcsr();
     if ((found & mode_mask) != unsigned(M)) [[unlikely]] {
       _mm_setcsr((found & ~mode_mask) | unsigned(M));
@@ -38,11 +59,10 @@ inline kelStatus in_mode(Outcome (*loop)(Parameters...), const Arguments&... arg
       return status;
     }
     const Outcome outcome = loop(arguments...);
-    if constexpr (StrayUnderflow) {
-      if (!outcome.underflowed && (found & underflow_flag) == 0) {
-        const unsigned left = _mm_getcsr();
-        if ((left & underflow_flag) != 0) _mm_setcsr(left & ~underflow_flag);
-      }
+    if constexpr (StrayFlags != 0) {
+      const unsigned left = _mm_getcsr(), stray = left & StrayFlags & ~(found | outcome.earned);
+      if (stray != 0) [[unlikely]]
+        _mm_setcsr(left & ~stray);
     }
     return outcome.status;
   }

@@ -70,6 +70,25 @@ template <class V> inline V splat(Lane<V> x) {
   (std::make_integer_sequence<int, lanes<V>>{});
 }
 
+/// The two values at `from`, over and over.
+template <class V> inline V splat_pair(const Lane<V>* from) {
+  static_assert(std::is_same_v<V, Native<Lane<V>>>);
+  if constexpr (sizeof(Lane<V>) == 4) {
+    double both;
+    std::memcpy(&both, from, sizeof both);
+    return (V)splat<Vec<double, lanes<V> / 2>>(both);
+  } else {
+    const __m128d both = _mm_loadu_pd(from);
+#if KELVM_AVX512
+    return (V)_mm512_maskz_broadcast_f64x2(__mmask8(-1), both);
+#elif KELVM_AVX2
+    return (V)_mm256_set_m128d(both, both);
+#else
+    return (V)both;
+#endif
+  }
+}
+
 namespace detail {
 /// Lanes 0 .. n-1 set, as a vector mask (builds without mask registers).
 template <class V> inline Int<V> first_lanes(int n) {
@@ -133,6 +152,27 @@ template <class V> inline Pair<V> interleave(Pair<V> parts) {
                    __builtin_shufflevector(parts.first, parts.second, (n / 2 + I / 2 + I % 2 * n)...)};
   }
   (std::make_integer_sequence<int, n>{});
+}
+
+/// The same within each 128 bits, where shuffles are cheap: unzip(low, high) has the pairs in an order of its own, and
+/// zip() undoes it.
+template <class V> inline Pair<V> unzip(V low, V high) {
+  return [=]<int... I>(std::integer_sequence<int, I...>) {
+    constexpr int n = lanes<V>, per = 16 / int(sizeof(Lane<V>));
+    return Pair<V>{
+        __builtin_shufflevector(low, high, (I / per * per + I % per / (per / 2) * n + I % (per / 2) * 2)...),
+        __builtin_shufflevector(low, high, (I / per * per + I % per / (per / 2) * n + I % (per / 2) * 2 + 1)...)};
+  }
+  (std::make_integer_sequence<int, lanes<V>>{});
+}
+template <class V> inline Pair<V> zip(Pair<V> parts) {
+  return [=]<int... I>(std::integer_sequence<int, I...>) {
+    constexpr int n = lanes<V>, per = 16 / int(sizeof(Lane<V>));
+    return Pair<V>{
+        __builtin_shufflevector(parts.first, parts.second, (I / per * per + I % per / 2 + I % 2 * n)...),
+        __builtin_shufflevector(parts.first, parts.second, (I / per * per + per / 2 + I % per / 2 + I % 2 * n)...)};
+  }
+  (std::make_integer_sequence<int, lanes<V>>{});
 }
 
 template <class V> inline Lane<V> lane(const V& v, int i) {
@@ -216,6 +256,34 @@ template <class M, class V> inline V select(M mask, V a, std::type_identity_t<V>
   }
 }
 
+/// The smaller of a and b, neither a NaN.
+template <class V> inline V smaller_of(V a, V b) {
+  [[maybe_unused]] constexpr bool wide = sizeof(Lane<V>) == 8;
+  if constexpr (lanes<V> == 1) {
+    return a < b ? a : b;
+#if KELVM_AVX512
+  } else if constexpr (sizeof(V) == 64) {
+    if constexpr (wide)
+      return (V)_mm512_maskz_min_pd(0xFF, (__m512d)a, (__m512d)b);
+    else
+      return (V)_mm512_maskz_min_ps(0xFFFF, (__m512)a, (__m512)b);
+#endif
+#if KELVM_AVX512 || KELVM_AVX2
+  } else if constexpr (sizeof(V) == 32) {
+    if constexpr (wide)
+      return (V)_mm256_min_pd((__m256d)a, (__m256d)b);
+    else
+      return (V)_mm256_min_ps((__m256)a, (__m256)b);
+#endif
+  } else {
+    static_assert(sizeof(V) == 16);
+    if constexpr (wide)
+      return (V)_mm_min_pd((__m128d)a, (__m128d)b);
+    else
+      return (V)_mm_min_ps((__m128)a, (__m128)b);
+  }
+}
+
 /// v where the mask is set, +0 elsewhere.
 template <class M, class V> inline V keep(M mask, V v) {
   if constexpr (std::is_same_v<M, bool>)
@@ -269,6 +337,36 @@ template <class V> inline Marks<V> above(V v, Lane<V> limit) { return int_bits(s
 template <class V> inline constexpr Lane<Bits<V>> sign_bit = Lane<Bits<V>>(1) << (8 * sizeof(Lane<V>) - 1);
 
 template <class V> inline V abs(V v) { return from_bits<V>(bits(v) & ~sign_bit<V>); }
+/// Added to |x| < 2^51 (2^22 for floats) it rounds x to an integer, which stands in the low bits of the sum; subtracted
+/// again it leaves that integer.
+template <class T> inline constexpr T shifter = sizeof(T) == 8 ? T(0x1.8p52) : T(0x1.8p23);
+/// a < b ? a : b, for floating lanes: b where one is a NaN.
+template <class V> inline V lesser(V a, V b) {
+  constexpr bool wide = sizeof(Lane<V>) == 8;
+  if constexpr (lanes<V> == 1) {
+    return a < b ? a : b;
+#if KELVM_AVX512
+  } else if constexpr (sizeof a == 64) {
+    if constexpr (wide)
+      return (V)_mm512_maskz_min_pd(__mmask8(-1), (__m512d)a, (__m512d)b);
+    else
+      return (V)_mm512_maskz_min_ps(__mmask16(-1), (__m512)a, (__m512)b);
+#endif
+#if KELVM_AVX512 || KELVM_AVX2
+  } else if constexpr (sizeof a == 32) {
+    if constexpr (wide)
+      return (V)_mm256_min_pd((__m256d)a, (__m256d)b);
+    else
+      return (V)_mm256_min_ps((__m256)a, (__m256)b);
+#endif
+  } else {
+    static_assert(sizeof a == 16);
+    if constexpr (wide)
+      return (V)_mm_min_pd((__m128d)a, (__m128d)b);
+    else
+      return (V)_mm_min_ps((__m128)a, (__m128)b);
+  }
+}
 /// The sign bit of v alone, as bits to be or-ed or xor-ed into a value.
 template <class V> inline Bits<V> sign_of(V v) { return bits(v) & sign_bit<V>; }
 template <class V> inline V with_sign(V v, Bits<V> sign) { return from_bits<V>(bits(v) | sign); }
@@ -440,6 +538,16 @@ template <int Half> inline Native<double> widen(Native<float> v) {
   return (Native<double>)_mm256_cvtps_pd((__m128)half<Half>(v));
 #else
   return (Native<double>)_mm_cvtps_pd(Half ? _mm_movehl_ps((__m128)v, (__m128)v) : (__m128)v);
+#endif
+}
+/// The same for the integers of float lanes.
+template <int Half> inline Native<double> widen(Int<Native<float>> v) {
+#if KELVM_AVX512
+  return (Native<double>)_mm512_maskz_cvtepi32_pd(0xFF, (__m256i)half<Half>(v));
+#elif KELVM_AVX2
+  return (Native<double>)_mm256_cvtepi32_pd((__m128i)half<Half>(v));
+#else
+  return (Native<double>)_mm_cvtepi32_pd(Half ? _mm_unpackhi_epi64((__m128i)v, (__m128i)v) : (__m128i)v);
 #endif
 }
 /// Two native double vectors rounded to one native float vector.

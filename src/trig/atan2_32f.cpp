@@ -48,15 +48,7 @@ struct Atan2A24 : Atan2Single {
 template <auto& Series> struct Atan2Short : Atan2Single {
   static constexpr int vectors_in_flight = 4;
   template <class V> static V formula(V y, V x, LaneBits& doubtful) {
-    const V up = abs(y), right = abs(x);
-    const auto steep = up > right;
-    const auto left = x < V{};
-    const V q = smaller(up, right) / select(steep, up, right);
-    const V z = q * q;
-    const V t = q + (q * z) * estrin(z, Series);
-    const V base = select(steep, splat<V>(inverse_trig::half_pi_below), keep(left, splat<V>(inverse_trig::pi_below)));
-    const V turned = flip_sign(t, sign_of(keep(left, x)) ^ sign_of(keep(steep, splat<V>(-0.0f))));
-    const V result = flip_sign(base + turned, sign_of(y));
+    const V result = float_angle<Series>(y, x);
     doubtful |= tiny(result);
     return result;
   }

@@ -164,6 +164,20 @@ template <AngleAccuracy A, class V> inline auto angle(V y, V x) {
   }
 }
 
+/// The angle of (x, y) in float arithmetic, for finite floats that are not both 0: with atan_a21 or atan_a11 for the
+/// series, errors 2^-22 and 2^-12.
+template <auto& Series, class V> inline V float_angle(V y, V x) {
+  const V up = abs(y), right = abs(x);
+  const auto steep = up > right;
+  const auto left = x < V{};
+  const V q = smaller(up, right) / select(steep, up, right);
+  const V z = q * q;
+  const V t = q + (q * z) * estrin(z, Series);
+  const V base = select(steep, splat<V>(inverse_trig::half_pi_below), keep(left, splat<V>(inverse_trig::pi_below)));
+  const V turned = flip_sign(t, sign_of(keep(left, x)) ^ sign_of(keep(steep, splat<V>(-0.0f))));
+  return flip_sign(base + turned, sign_of(y));
+}
+
 /// The arc tangent of t, 0 <= t < 2^1000, never above pi/2 rounded to double: `a53`, within 0.54 ulp, or what is below.
 template <AngleAccuracy A, class V> inline V arc_tangent(V t) {
   constexpr bool is_long = A == AngleAccuracy::a53;
