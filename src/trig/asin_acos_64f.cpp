@@ -15,7 +15,6 @@ namespace {
 
 template <class F> struct InverseDouble : KernelDefaults {
   using Element = double;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // powers of tiny arguments
   static constexpr float harmless = 0.5f;
 

@@ -41,7 +41,7 @@ template <class F, class V, int N> inline V inverse_short(V x, V half_rest, cons
   using T = Lane<V>;
   const V t = F::odd ? x : abs(x);
   const auto large = t > splat<V>(T(0.5));
-  const V z = smaller(half_rest, t * t), s = select(large, sqrt(half_rest), t);
+  const V z = smaller_of(half_rest, t * t), s = select(large, sqrt(half_rest), t);
   const V series = s + (s * z) * estrin(z, coefficients);
   const V twice = series + series;
   if constexpr (F::odd) {
@@ -66,7 +66,7 @@ template <class F, class V> inline HeadTail<V> inverse_a53(V x) {
   const V t = abs(x);
   const auto large = t > splat<V>(0.5);
   const V half_rest = half_rest_of(t);
-  const V z = smaller(half_rest, t * t), s = select(large, sqrt(half_rest), t);
+  const V z = smaller_of(half_rest, t * t), s = select(large, sqrt(half_rest), t);
 
   // s^2 = square + below. Where s is a root, half_rest - square is exact.
   const V s_head = head_of(s), s_tail = s - s_head;
