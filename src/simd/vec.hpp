@@ -284,6 +284,34 @@ template <class V> inline V smaller_of(V a, V b) {
   }
 }
 
+/// The larger of a and b, neither a NaN.
+template <class V> inline V larger_of(V a, V b) {
+  [[maybe_unused]] constexpr bool wide = sizeof(Lane<V>) == 8;
+  if constexpr (lanes<V> == 1) {
+    return a > b ? a : b;
+#if KELVM_AVX512
+  } else if constexpr (sizeof a == 64) {
+    if constexpr (wide)
+      return (V)_mm512_maskz_max_pd(__mmask8(-1), (__m512d)a, (__m512d)b);
+    else
+      return (V)_mm512_maskz_max_ps(__mmask16(-1), (__m512)a, (__m512)b);
+#endif
+#if KELVM_AVX512 || KELVM_AVX2
+  } else if constexpr (sizeof a == 32) {
+    if constexpr (wide)
+      return (V)_mm256_max_pd((__m256d)a, (__m256d)b);
+    else
+      return (V)_mm256_max_ps((__m256)a, (__m256)b);
+#endif
+  } else {
+    static_assert(sizeof a == 16);
+    if constexpr (wide)
+      return (V)_mm_max_pd((__m128d)a, (__m128d)b);
+    else
+      return (V)_mm_max_ps((__m128)a, (__m128)b);
+  }
+}
+
 /// v where the mask is set, +0 elsewhere.
 template <class M, class V> inline V keep(M mask, V v) {
   if constexpr (std::is_same_v<M, bool>)
@@ -371,34 +399,6 @@ template <class V> inline V lesser(V a, V b) {
 template <class V> inline Bits<V> sign_of(V v) { return bits(v) & sign_bit<V>; }
 template <class V> inline V with_sign(V v, Bits<V> sign) { return from_bits<V>(bits(v) | sign); }
 template <class V> inline V flip_sign(V v, Bits<V> sign) { return from_bits<V>(bits(v) ^ sign); }
-
-/// a where a < b, b elsewhere (NaN among it).
-template <class V> inline V smaller(V a, V b) {
-  constexpr bool wide = sizeof(Lane<V>) == 8;
-  if constexpr (lanes<V> == 1) {
-    return a < b ? a : b;
-#if KELVM_AVX512
-  } else if constexpr (sizeof a == 64) {
-    if constexpr (wide)
-      return (V)_mm512_maskz_min_pd(__mmask8(-1), (__m512d)a, (__m512d)b);
-    else
-      return (V)_mm512_maskz_min_ps(__mmask16(-1), (__m512)a, (__m512)b);
-#endif
-#if KELVM_AVX512 || KELVM_AVX2
-  } else if constexpr (sizeof a == 32) {
-    if constexpr (wide)
-      return (V)_mm256_min_pd((__m256d)a, (__m256d)b);
-    else
-      return (V)_mm256_min_ps((__m256)a, (__m256)b);
-#endif
-  } else {
-    static_assert(sizeof a == 16);
-    if constexpr (wide)
-      return (V)_mm_min_pd((__m128d)a, (__m128d)b);
-    else
-      return (V)_mm_min_ps((__m128)a, (__m128)b);
-  }
-}
 
 template <class V> inline V sqrt(V v) {
   constexpr bool wide = sizeof(Lane<V>) == 8;

@@ -17,7 +17,6 @@ namespace {
 
 template <class F> struct Inverse32f : KernelDefaults {
   using Element = float;
-  static constexpr int vectors_in_flight = 4;
   static constexpr float harmless = 0.5f;
   static constexpr bool stray_underflow = true; // powers of tiny arguments
   template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.fffffep-1f); }
@@ -25,16 +24,21 @@ template <class F> struct Inverse32f : KernelDefaults {
 };
 
 template <class F> struct InverseA24 : Inverse32f<F> {
-  static constexpr int vectors_in_flight = 2;
+  static constexpr int vectors_in_flight = 1;
   static constexpr bool doubts = true;
-  template <class V> static V formula(V x, LaneBits& doubtful) {
-    return in_double_decided<39>(
-        doubtful, [](auto x) { return inverse_short<F>(x, inverse_trig::asin_a24); }, x);
+  template <class V> using Doubt = MidpointDoubt;
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
+    const V t = abs(x);
+    const V y = in_double_decided<39>(
+        doubt, [](auto x, auto half_rest) { return inverse_short<F>(x, half_rest, inverse_trig::asin_a24); },
+        F::odd ? t : x, half_rest_of(t));
+    return F::odd ? flip_sign(y, sign_of(x)) : y;
   }
   static float element(float x, kelStatus& status) {
     if (any(Inverse32f<F>::special(x))) return Inverse32f<F>::element(x, status);
     const HeadTail<double> y = inverse_a53<F>(double(x));
-    return round_to_float(fast_two_sum(y.head, y.tail));
+    const float sum = round_to_float(fast_two_sum(y.head, y.tail));
+    return F::odd ? flip_sign(sum, sign_of(x)) : sum;
   }
 };
 

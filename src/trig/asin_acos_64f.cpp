@@ -1,7 +1,7 @@
 // Arc sine and arc cosine, double (trig/asin_core.hpp).
 //
 //          series                        s, z/6, sums
-//   A53    12 coefficients, 2^-59        head and tail
+//   A53    rational 4/4, 2^-61.9         head and tail
 //   A50    11 coefficients, 2^-51.9      rounded
 //   A26    5 coefficients, 2^-27.8       rounded
 //
@@ -25,7 +25,8 @@ template <class F> struct InverseDouble : KernelDefaults {
 template <class F> struct InverseLong : InverseDouble<F> {
   template <class V> static V formula(V x) {
     const HeadTail<V> y = inverse_a53<F>(x);
-    return y.head + y.tail;
+    const V sum = y.head + y.tail;
+    return F::odd ? flip_sign(sum, sign_of(x)) : sum;
   }
 };
 

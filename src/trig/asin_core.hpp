@@ -32,30 +32,41 @@ template <class T>
 inline constexpr T half_pi_in = sizeof(T) == 8 ? T(inverse_trig::half_pi_head) : T(inverse_trig::half_pi_below);
 template <class T> inline constexpr T pi_in = sizeof(T) == 8 ? T(inverse_trig::pi_head) : T(inverse_trig::pi_below);
 
-/// The function with a series P given by its coefficients, in the arithmetic of the lanes. |x| <= 1.
-template <class F, class V, int N> inline V inverse_short(V x, const Lane<V> (&coefficients)[N]) {
+/// (1 - |x|) / 2, exact where |x| >= 1/2.
+template <class V> inline V half_rest_of(V t) { return Lane<V>(0.5) - Lane<V>(0.5) * t; }
+
+/// The function, of |x| where it is odd, with a series P given by its coefficients, in the arithmetic of the lanes.
+/// |x| <= 1.
+template <class F, class V, int N> inline V inverse_short(V x, V half_rest, const Lane<V> (&coefficients)[N]) {
   using T = Lane<V>;
-  const V t = abs(x);
+  const V t = F::odd ? x : abs(x);
   const auto large = t > splat<V>(T(0.5));
-  const V half_rest = T(0.5) - T(0.5) * t;
-  const V z = smaller(half_rest, t * t), s = select(large, sqrt(half_rest), t);
+  const V z = smaller_of(half_rest, t * t), s = select(large, sqrt(half_rest), t);
   const V series = s + (s * z) * estrin(z, coefficients);
   const V twice = series + series;
   if constexpr (F::odd) {
-    return flip_sign(select(large, half_pi_in<T> - twice, series), sign_of(x));
+    return select(large, half_pi_in<T> - twice, series);
   } else {
     const V base = select(large, keep(x < V{}, splat<V>(pi_in<T>)), splat<V>(half_pi_in<T>));
     return base + flip_sign(select(large, twice, -series), sign_of(x));
   }
 }
 
-/// The function as an exact head and a tail below 2^-7 of it, relative error 2^-57. |x| < 1.
+template <class F, class V, int N> inline V inverse_short(V x, const Lane<V> (&coefficients)[N]) {
+  const V t = abs(x);
+  if constexpr (F::odd)
+    return flip_sign(inverse_short<F>(t, half_rest_of(t), coefficients), sign_of(x));
+  else
+    return inverse_short<F>(x, half_rest_of(t), coefficients);
+}
+
+/// The function, of |x| where it is odd, as an exact head and a tail below 2^-7 of it; relative error 2^-57. |x| < 1.
 template <class F, class V> inline HeadTail<V> inverse_a53(V x) {
   using namespace inverse_trig;
   const V t = abs(x);
   const auto large = t > splat<V>(0.5);
-  const V half_rest = 0.5 - 0.5 * t;
-  const V z = smaller(half_rest, t * t), s = select(large, sqrt(half_rest), t);
+  const V half_rest = half_rest_of(t);
+  const V z = smaller_of(half_rest, t * t), s = select(large, sqrt(half_rest), t);
 
   // s^2 = square + below. Where s is a root, half_rest - square is exact.
   const V s_head = head_of(s), s_tail = s - s_head;
@@ -67,7 +78,8 @@ template <class F, class V> inline HeadTail<V> inverse_a53(V x) {
   // A(s) = s + s_head sixth + rest, sixth the head of z/6
   const V sixth = head_of(z * 0x1.5555555555555p-3);
   const V sixth_tail = ((square - 6.0 * sixth) + select(large, left, below)) * 0x1.5555555555555p-3;
-  const V rest = ((s_tail + root_tail) * sixth + root_tail) + s * (sixth_tail + (z * z) * estrin(z, asin_a53));
+  const V rest = ((s_tail + root_tail) * sixth + root_tail) +
+                 s * (sixth_tail + ((z * z) * estrin(z, asin_numerator)) / estrin(z, asin_denominator));
 
   V base, base_tail, factor;
   if constexpr (F::odd) {
@@ -83,7 +95,6 @@ template <class F, class V> inline HeadTail<V> inverse_a53(V x) {
   const HeadTail<V> linear = fast_two_sum(base, factor * s);
   const HeadTail<V> sum = fast_two_sum(linear.head, (factor * s_head) * sixth);
   const V tail = (sum.tail + linear.tail) + (base_tail + factor * rest);
-  if constexpr (F::odd) return {flip_sign(sum.head, sign_of(x)), flip_sign(tail, sign_of(x))};
   return {sum.head, tail};
 }
 

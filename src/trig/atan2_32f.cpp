@@ -18,6 +18,7 @@ namespace {
 struct Atan2Single : KernelDefaults {
   using Element = float;
   static constexpr bool doubts = true;
+  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // small quotients left of the y axis
 
   /// Infinities, NaNs, zeros.
@@ -30,26 +31,27 @@ struct Atan2Single : KernelDefaults {
                          [](float y, float x) { return float(angle<AngleAccuracy::a38>(double(y), double(x))); });
   }
 
-protected:
-  /// The lanes below the normal range.
-  template <class V> static LaneBits tiny(V result) {
-    return sign_bits(int_bits(abs(result)) - int_bits(splat<V>(0x1p-126f)));
-  }
+  /// Marks the lanes below the normal range.
+  template <class V> struct Doubt {
+    Marks<V> tiny{};
+    void add(V result) { tiny |= int_bits(abs(result)) - int_bits(splat<V>(0x1p-126f)); }
+    bool any() const { return lanes() != 0; }
+    LaneBits lanes() const { return sign_bits(tiny); }
+  };
 };
 
 struct Atan2A24 : Atan2Single {
-  template <class V> static V formula(V y, V x, LaneBits& doubtful) {
+  template <class V> static V formula(V y, V x, Doubt<V>& doubt) {
     const V result = in_double([](auto y, auto x) { return angle<AngleAccuracy::a38>(y, x); }, y, x);
-    doubtful |= tiny(result);
+    doubt.add(result);
     return result;
   }
 };
 
 template <auto& Series> struct Atan2Short : Atan2Single {
-  static constexpr int vectors_in_flight = 4;
-  template <class V> static V formula(V y, V x, LaneBits& doubtful) {
+  template <class V> static V formula(V y, V x, Doubt<V>& doubt) {
     const V result = float_angle<Series>(y, x);
-    doubtful |= tiny(result);
+    doubt.add(result);
     return result;
   }
 };

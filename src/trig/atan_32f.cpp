@@ -25,11 +25,12 @@ struct Atan32f : KernelDefaults {
 };
 
 struct AtanA24 : Atan32f {
-  static constexpr int vectors_in_flight = 2;
+  static constexpr int vectors_in_flight = 3;
   static constexpr bool doubts = true;
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> using Doubt = MidpointDoubt;
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V y = in_double_decided<40>(
-        doubtful, [](auto t) { return arc_tangent<AngleAccuracy::a38>(t); }, abs(x));
+        doubt, [](auto t) { return arc_tangent<AngleAccuracy::a38>(t); }, abs(x));
     return flip_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus& status) {

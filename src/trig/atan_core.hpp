@@ -58,8 +58,7 @@ struct ShortAngleRows {
 namespace detail {
 /// c for a point of the first quadrant, (0, 0) excluded. x may be 0: the quotient is bounded before it is taken.
 template <class Rows, class V> inline AngleRow<V> bounded_angle_row(V y, V x) {
-  const V least = y * (1 / Rows::largest);
-  return Rows::at(y / select(x < least, least, x));
+  return Rows::at(y / larger_of(y * (1 / Rows::largest), x));
 }
 
 /// atan r - r over r z, z = r^2.
@@ -160,7 +159,7 @@ template <AngleAccuracy A, class V> inline auto angle(V y, V x) {
     const V r = (y - c * x) / (x + c * y);
     const V z = r * r;
     const V t = lookup<inverse_trig::atan_short_rows>(row) + (r + (r * z) * detail::atan_series<A>(z));
-    const V bounded = smaller(t, splat<V>(inverse_trig::half_pi_head));
+    const V bounded = smaller_of(t, splat<V>(inverse_trig::half_pi_head));
     return V(flip_sign(keep(left, splat<V>(inverse_trig::pi_head)) + flip_sign(bounded, turn), up));
   }
 }
@@ -171,7 +170,7 @@ template <auto& Series, class V> inline V float_angle(V y, V x) {
   const V up = abs(y), right = abs(x);
   const auto steep = up > right;
   const auto left = x < V{};
-  const V q = smaller(up, right) / select(steep, up, right);
+  const V q = smaller_of(up, right) / select(steep, up, right);
   const V z = q * q;
   const V t = q + (q * z) * estrin(z, Series);
   const V base = select(steep, splat<V>(inverse_trig::half_pi_below), keep(left, splat<V>(inverse_trig::pi_below)));
@@ -183,7 +182,7 @@ template <auto& Series, class V> inline V float_angle(V y, V x) {
 template <AngleAccuracy A, class V> inline V arc_tangent(V t) {
   constexpr bool is_long = A == AngleAccuracy::a53;
   using Rows = std::conditional_t<is_long, LongAngleRows, ShortAngleRows>;
-  const auto [c, row] = Rows::at(smaller(t, splat<V>(Rows::largest)));
+  const auto [c, row] = Rows::at(smaller_of(t, splat<V>(Rows::largest)));
   const V r = (t - c) / (1.0 + c * t);
   const V z = r * r;
   const V rest = (r * z) * detail::atan_series<A>(z);
@@ -192,7 +191,7 @@ template <AngleAccuracy A, class V> inline V arc_tangent(V t) {
     return table + (r + (table_tail + rest));
   } else {
     const V sum = lookup<inverse_trig::atan_short_rows>(row) + (r + rest);
-    return smaller(sum, splat<V>(inverse_trig::half_pi_head));
+    return smaller_of(sum, splat<V>(inverse_trig::half_pi_head));
   }
 }
 

@@ -789,20 +789,21 @@ inline constexpr float atan_a11[] = {
     0x1.4637000000000p-3f,
     -0x1.7cb25e0000000p-5f};
 
-// (asin(s) / s - 1 - z/6) / z^2, z = s^2 <= 1/4; error 2^-59.3 of the result
-inline constexpr double asin_a53[] = {
-    0x1.3333333331365p-4,
-    0x1.6db6db7053204p-5,
-    0x1.f1c71b16721fap-6,
-    0x1.6e8bd3ababf23p-6,
-    0x1.1c4a8ff6cfd4cp-6,
-    0x1.ca13ad7688335p-7,
-    0x1.75d26fcd2df04p-7,
-    0x1.5feab4f964413p-7,
-    0x1.f552b3dfa24fep-9,
-    0x1.601c08fc84c58p-6,
-    -0x1.547179a338e78p-6,
-    0x1.0a8b6ba3f1116p-5};
+// (asin(s) / s - 1 - z/6) / z^2, z = s^2 <= 1/4; error 2^-61.9 of the result
+inline constexpr double asin_numerator[] = {
+    0x1.33333333334b5p-4,
+    -0x1.16c076ccdc9f3p-3,
+    0x1.3465ebc346460p-4,
+    -0x1.90cea44b55736p-7,
+    0x1.2f39cc09200acp-15};
+
+// its denominator
+inline constexpr double asin_denominator[] = {
+    0x1p+0,
+    -0x1.347bd0b6e4fcap+1,
+    0x1.0444c25c89856p+1,
+    -0x1.640ee0d613ce5p-1,
+    0x1.408fa1c077b47p-4};
 
 // (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-51.6 of the result
 inline constexpr double asin_a50[] = {

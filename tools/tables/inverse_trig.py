@@ -3,11 +3,12 @@
 
     tools/tables/inverse_trig.py > src/trig/inverse_trig_tables.hpp
 """
+import math
 from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
 from emit import array, constant, dec, double, down_to, hexf, pair_table
-from minimax import minimax, to_double, to_float
+from minimax import minimax, points, solve, to_double, to_float
 
 getcontext().prec = 80
 
@@ -73,6 +74,27 @@ def acos_factor(x):
     return 2 * asin_series(w / 2, terms=600) * D("0.5").sqrt() if w < 1 else PI / 2
 
 
+def rational(f, weight, m, n, high, rounds=20):
+    """N of degree m and D = 1 + ... of degree n with N / D near f on [0, high], as minimax() fits: least squares of
+    N - f D, reweighted by 1 / D and by the error. Then log2 of the largest error."""
+    xs = points(D(0), high, 8 * (m + n + 2))
+    ys, ws = [f(x) for x in xs], [weight(x) for x in xs]
+    basis = [[x**i for i in range(m + 1)] + [-y * x**j for j in range(1, n + 1)] for x, y in zip(xs, ys)]
+    lawson, denominators, best = [D(1)] * len(xs), [D(1)] * len(xs), None
+    for _ in range(rounds):
+        squares = [(w / d) ** 2 * k for w, d, k in zip(ws, denominators, lawson)]
+        a = [[sum(v * b[i] * b[j] for v, b in zip(squares, basis)) for j in range(m + n + 1)] for i in range(m + n + 1)]
+        c = solve(a, [sum(v * b[i] * y for v, b, y in zip(squares, basis, ys)) for i in range(m + n + 1)])
+        denominators = [1 + sum(v * x**j for j, v in enumerate(c[m + 1:], 1)) for x in xs]
+        numerators = [sum(v * x**i for i, v in enumerate(c[:m + 1])) for x in xs]
+        errors = [abs(w * (y - p / q)) for w, y, p, q in zip(ws, ys, numerators, denominators)]
+        if best is None or max(errors) < best[0]:
+            best = (max(errors), c)
+        lawson = [k * (e * len(errors) / sum(errors) + D("1e-6")) for k, e in zip(lawson, errors)]
+    c = [to_double(v) for v in best[1]]
+    return c[:m + 1], [1.0] + c[m + 1:], math.log2(best[0])
+
+
 def angle_polynomial(name, largest, first, count, what):
     """Coefficients of z^0 ... of the series of atan(r) / r from its term `first` on, z = r^2, |r| <= largest."""
     c, e = minimax(lambda z: atan_series(z, first), lambda z: z**first, range(count), D(0), largest**2, to_double)
@@ -110,13 +132,14 @@ namespace kelvm::inline KELVM_BUILD::inverse_trig {
     for name, count in (("atan_a21", 7), ("atan_a11", 3)):
         c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1), to_float)
         array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; error 2^{e:.1f} of the result", c, "float")
-    for name, first, count, ctype in (("asin_a53", 2, 12, "double"), ("asin_a50", 1, 11, "double"),
-                                      ("asin_a24", 1, 8, "double"), ("asin_a26", 1, 5, "double"),
-                                      ("asin_a21", 1, 4, "float"), ("asin_a11", 1, 2, "float")):
-        c, e = minimax(lambda z: asin_series(z, first), lambda z: z**first * asin_weight(z), range(count), D(0), D("0.25"),
+    numerator, denominator, e = rational(lambda z: asin_series(z, 2), lambda z: z**2 * asin_weight(z), 4, 4, D("0.25"))
+    array("asin_numerator", f"(asin(s) / s - 1 - z/6) / z^2, z = s^2 <= 1/4; error 2^{e:.1f} of the result", numerator)
+    array("asin_denominator", "its denominator", denominator)
+    for name, count, ctype in (("asin_a50", 11, "double"), ("asin_a24", 8, "double"), ("asin_a26", 5, "double"),
+                               ("asin_a21", 4, "float"), ("asin_a11", 2, "float")):
+        c, e = minimax(lambda z: asin_series(z, 1), lambda z: z * asin_weight(z), range(count), D(0), D("0.25"),
                        to_double if ctype == "double" else to_float)
-        what = "(asin(s) / s - 1 - z/6) / z^2" if first == 2 else "(asin(s) / s - 1) / z"
-        array(name, f"{what}, z = s^2 <= 1/4; error 2^{e:.1f} of the result", c, ctype)
+        array(name, f"(asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^{e:.1f} of the result", c, ctype)
     c, e = minimax(acos_factor, lambda x: 1 / acos_factor(x), range(3), D(0), D(1), to_float)
     array("acos_a11", f"acos(x) / sqrt(1 - x) on [0, 1]; error 2^{e:.1f} of the result", c, "float")
     print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::inverse_trig")
