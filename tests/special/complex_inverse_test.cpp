@@ -26,7 +26,7 @@ double rounded(Type type, double x) { return type == Type::c32 ? static_cast<dou
 Value source(double x) { return std::isnan(x) ? any_nan : Value(x); }
 Value result(double x) { return std::isnan(x) ? default_nan : Value(x); }
 
-/// A part of w turned with the part of z that it goes with, if that has a sign.
+/// A part of w turned with the part of z that it goes with; a NaN as a source is always positive.
 double turned_with(double w, double z) { return std::isnan(z) ? w : -w; }
 Annex conjugate(const Annex& r) {
   return {std::conj(r.z), {r.w.real(), turned_with(r.w.imag(), r.z.imag())}, r.status};
@@ -57,9 +57,12 @@ void check_rows(const char* family, const std::vector<Annex>& annex) {
 
 Complex turned(Complex z) { return {-z.imag(), z.real()}; }      // iz
 Complex turned_back(Complex z) { return {z.imag(), -z.real()}; } // -iz
-/// The rows of g(z) = -i f(iz) from those of f.
+/// The rows of g(z) = -i f(iz) from those of f; where z turns a NaN, it is a positive one again.
 std::vector<Annex> rotated(std::vector<Annex> rows) {
-  for (Annex& r : rows) r.z = turned_back(r.z), r.w = turned_back(r.w);
+  for (Annex& r : rows) {
+    r.z = turned_back(r.z);
+    r.w = {r.w.imag(), turned_with(r.w.real(), r.z.imag())};
+  }
   return rows;
 }
 /// The rows of acosh from those of acos with a positive imaginary part of z (below, its conjugate).
