@@ -7,9 +7,6 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-inline bool is_infinite(double x) { return abs(x) == infinity<double>; }
-inline bool is_finite(double x) { return !is_nan(x) && !is_infinite(x); }
-
 /// Marks lanes with a part beyond the limit, infinities and NaNs included.
 template <class V> inline Marks<V> any_above(V a, V b, Lane<V> limit) {
   return above(abs(a), limit) | above(abs(b), limit);

@@ -148,8 +148,8 @@ struct Full : InDouble {
   /// is a multiple of pi/2 but for 2^-53.
   template <class V> static Remainder<V> long_reduce(V y) {
     using namespace factors_tables;
-    const V shifted = y * thirty_two_over_pi + 0x1.8p52;
-    const V k = shifted - 0x1.8p52;
+    const V shifted = y * thirty_two_over_pi + shifter<double>;
+    const V k = shifted - shifter<double>;
     const V t = y - k * pi_32_0;
     const V first = t - k * pi_32_1;
     const V second = ((t - first) - k * pi_32_1) - k * pi_32_2;
@@ -225,19 +225,27 @@ template <ExpAccuracy E, class P> struct Rounded : Plain, InDouble {
   }
   template <Angles A = Angles::near, class V> static EvenOdd<V> circular(V y) {
     if constexpr (A == Angles::near) {
-      return circular(y, V{}, Int<V>{});
+      return of_angle(reduced_angle(y));
     } else {
       const WithinReach<V> within(y);
-      return circular(within.y, within.tail, within.index);
+      const Angle<V> near = reduced_angle(within.y);
+      return of_angle(Angle<V>{near.r + within.tail, near.index + within.index});
     }
   }
 
 private:
-  /// Of y + tail + index pi/32.
-  template <class V> static EvenOdd<V> circular(V y, V tail, Int<V> index) {
-    const V shifted = y * thirty_two_over_pi + 0x1.8p52;
-    const EvenOdd<V> r = even_odd(remainder(y, shifted - 0x1.8p52) + tail, P::cos, P::sin);
-    const auto [cos_a, sin_a] = lookup_pair<cosine_sine>((int_bits(shifted) + index) & 63);
+  /// r + index pi/32
+  template <class V> struct Angle {
+    V r;
+    Int<V> index;
+  };
+  template <class V> static Angle<V> reduced_angle(V y) {
+    const V shifted = y * thirty_two_over_pi + shifter<double>;
+    return {remainder(y, shifted - shifter<double>), int_bits(shifted)};
+  }
+  template <class V> static EvenOdd<V> of_angle(const Angle<V>& angle) {
+    const EvenOdd<V> r = even_odd(angle.r, P::cos, P::sin);
+    const auto [cos_a, sin_a] = lookup_pair<cosine_sine>(angle.index & 63);
     return added<Functions::circular>({cos_a, sin_a}, r.even, r.odd);
   }
 };
@@ -281,8 +289,8 @@ template <class P> struct Single : Plain {
     return added<Functions::hyperbolic>({up + down, up - down}, r.even, r.odd);
   }
   template <Angles = Angles::near, class V> static EvenOdd<V> circular(V y) {
-    const V shifted = y * 0x1.45f306p-1f + 0x1.8p23f;
-    const V k = shifted - 0x1.8p23f;
+    const V shifted = y * 0x1.45f306p-1f + shifter<float>;
+    const V k = shifted - shifter<float>;
     const V remainder = y - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f;
     const EvenOdd<V> r = even_odd(remainder, P::cos, P::sin);
     const V cos_r = 1.0f + r.even;
@@ -332,11 +340,10 @@ template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
   static constexpr T last = sizeof(T) == 4 && F::template last<P> > 88 ? 88 : F::template last<P>;
 
   static constexpr bool has_wide_formula = true;
-  static constexpr T largest_finite = sizeof(T) == 4 ? 0x1.fffffep127f : T(0x1.fffffffffffffp1023);
 
   template <class V> static Marks<V> special(V x, V y) { return outside(x, y, T(P::last_angle)); }
   template <class V> static Pair<V> formula(V x, V y) { return evaluated<P, Angles::near>(x, y); }
-  template <class V> static Marks<V> wide_special(V x, V y) { return outside(x, y, largest_finite); }
+  template <class V> static Marks<V> wide_special(V x, V y) { return outside(x, y, largest_finite<T>); }
   template <class V> static Pair<V> wide_formula(V x, V y) {
     const Marks<V> far = above(abs(y), T(P::last_angle));
     if (!any(far)) return formula(x, y);
