@@ -225,19 +225,27 @@ template <ExpAccuracy E, class P> struct Rounded : Plain, InDouble {
   }
   template <Angles A = Angles::near, class V> static EvenOdd<V> circular(V y) {
     if constexpr (A == Angles::near) {
-      return circular(y, V{}, Int<V>{});
+      return of_angle(reduced_angle(y));
     } else {
       const WithinReach<V> within(y);
-      return circular(within.y, within.tail, within.index);
+      const Angle<V> near = reduced_angle(within.y);
+      return of_angle(Angle<V>{near.r + within.tail, near.index + within.index});
     }
   }
 
 private:
-  /// Of y + tail + index pi/32.
-  template <class V> static EvenOdd<V> circular(V y, V tail, Int<V> index) {
+  /// r + index pi/32
+  template <class V> struct Angle {
+    V r;
+    Int<V> index;
+  };
+  template <class V> static Angle<V> reduced_angle(V y) {
     const V shifted = y * thirty_two_over_pi + shifter<double>;
-    const EvenOdd<V> r = even_odd(remainder(y, shifted - shifter<double>) + tail, P::cos, P::sin);
-    const auto [cos_a, sin_a] = lookup_pair<cosine_sine>((int_bits(shifted) + index) & 63);
+    return {remainder(y, shifted - shifter<double>), int_bits(shifted)};
+  }
+  template <class V> static EvenOdd<V> of_angle(const Angle<V>& angle) {
+    const EvenOdd<V> r = even_odd(angle.r, P::cos, P::sin);
+    const auto [cos_a, sin_a] = lookup_pair<cosine_sine>(angle.index & 63);
     return added<Functions::circular>({cos_a, sin_a}, r.even, r.odd);
   }
 };
