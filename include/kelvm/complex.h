@@ -145,8 +145,8 @@ KELVM_API kelStatus kelsTan_64fc_A53(const Complex64f* src, Complex64f* dst, int
 
 /** dst[i] = the inverse sine of src[i], real part in [-pi/2, pi/2]. Cuts along the real axis beyond -1 and 1, continuous
  * from above where the imaginary part is +0 and from below where it is -0. Bit for bit -i asinh(i z). No warnings.
- * A24 and A53: each part within 0.51 ulp, also next to the cuts and the branch points; the others within 2^-bits of the
- * suffix, relative to the absolute value of the result. */
+ * Each part within 0.501 ulp (A24) and 0.55 ulp (A53), also next to the cuts and the branch points; the others within
+ * 2^-bits of the suffix, relative to the absolute value of the result. */
 KELVM_API kelStatus kelsAsin_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAsin_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAsin_32fc_A24(const Complex32f* src, Complex32f* dst, int len);

@@ -157,8 +157,6 @@ template <class V> Marks<V> both_below(V x, V y, Lane<V> limit) {
 template <class V> Marks<V> nonzero(V x) { return -int_bits(abs(x)); }
 template <class V> Marks<V> not_both_zero(V x, V y) { return -int_bits(abs(from_bits<V>(bits(x) | bits(y)))); }
 
-template <class T> inline constexpr T largest_finite = sizeof(T) == 8 ? T(0x1.fffffffffffffp1023) : T(0x1.fffffep127f);
-
 /// Tells by two sizes whether all is well: one that is no ordinary number where an operand is infinite or a NaN or
 /// something may overflow, and one that is small where a result may have suffered from underflow. For a block their sum
 /// and minimum do; zeros are among the small ones, so that the lanes of a single vector are told apart with more care.

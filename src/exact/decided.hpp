@@ -18,19 +18,43 @@ template <int ErrorBits, class V> inline Marks<V> near_midpoint(V y) {
   return ((int_bits(y) + (margin - midpoint)) & below_float) - 2 * margin;
 }
 
-/// in_double() for a correctly rounded member: f has relative error below 2^-ErrorBits, and the lanes that this leaves
-/// undecided are added to `doubtful`.
-template <int ErrorBits, class F, class V, class... More>
-inline V in_double_decided(LaneBits& doubtful, F f, V x, More... more) {
+/// The undecided lanes of a kernel (its Doubt): one test for all vectors of a block.
+struct MidpointDoubt {
+  void add(Marks<Native<double>> low, Marks<Native<double>> high) {
+    marks |= low | high;
+    undecided |= sign_bits(low) | sign_bits(high) << native_lanes<double>;
+  }
+  bool any() const { return sign_bits(marks) != 0; }
+  LaneBits lanes() const { return undecided; }
+
+private:
+  Marks<Native<double>> marks{};
+  LaneBits undecided = 0;
+};
+inline void add_undecided(MidpointDoubt& doubt, Marks<Native<double>> low, Marks<Native<double>> high) {
+  doubt.add(low, high);
+}
+inline void add_undecided(LaneBits& doubtful, Marks<Native<double>> low, Marks<Native<double>> high) {
+  doubtful |= sign_bits(low) | sign_bits(high) << native_lanes<double>;
+}
+
+/// narrow() for a correctly rounded member: the values have relative error below 2^-ErrorBits, and the lanes that this
+/// leaves undecided are added to `doubt`, a MidpointDoubt or LaneBits.
+template <int ErrorBits, class D>
+inline Native<float> narrow_decided(D& doubt, Native<double> low, Native<double> high) {
+  add_undecided(doubt, near_midpoint<ErrorBits>(low), near_midpoint<ErrorBits>(high));
+  return narrow(low, high);
+}
+
+/// in_double() likewise.
+template <int ErrorBits, class D, class F, class V, class... More>
+inline V in_double_decided(D& doubt, F f, V x, More... more) {
   if constexpr (lanes<V> == 1) {
     const double y = f(double(x), double(more)...);
-    doubtful |= sign_bits(near_midpoint<ErrorBits>(y));
+    doubt |= sign_bits(near_midpoint<ErrorBits>(y));
     return float(y);
   } else {
-    const Native<double> low = f(widen<0>(x), widen<0>(more)...), high = f(widen<1>(x), widen<1>(more)...);
-    doubtful |= sign_bits(near_midpoint<ErrorBits>(low)) | sign_bits(near_midpoint<ErrorBits>(high))
-                                                               << lanes<decltype(low)>;
-    return narrow(low, high);
+    return narrow_decided<ErrorBits>(doubt, f(widen<0>(x), widen<0>(more)...), f(widen<1>(x), widen<1>(more)...));
   }
 }
 

@@ -11,6 +11,7 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// An unevaluated sum, |tail| <= ulp(head) / 2 where it is normalised.
 template <class V> struct HeadTail { V head, tail; };
+template <class V> inline V rounded(HeadTail<V> y) { return y.head + y.tail; }
 
 /// a + b exactly, where |a| >= |b| or a = 0 (Dekker).
 template <class V> inline HeadTail<V> fast_two_sum(V a, V b) {

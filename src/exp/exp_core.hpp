@@ -38,9 +38,8 @@ template <class V> inline V inverse_power_of_2(V v) { return from_bits<V>(0x7FE0
 
 /// |x| < 2^11 for a meaningful result; no flag but inexact is raised for |x| < 2^900.
 template <int N, class V> inline ExpReduced<N, V> exp_reduce(V x) {
-  constexpr double shifter = 0x1.8p52;
-  const V sum = x * ExpSteps<N>::per_step + shifter;
-  const V k = sum - shifter;
+  const V sum = x * ExpSteps<N>::per_step + shifter<double>;
+  const V k = sum - shifter<double>;
   return {sum, x - k * ExpSteps<N>::hi, k * ExpSteps<N>::lo};
 }
 
@@ -80,6 +79,21 @@ template <ExpAccuracy A, class V> inline V exp_normal(V head, V tail) {
     return x.scaled(y.head + y.tail);
   else
     return x.scaled(y.head);
+}
+
+/// e^x where that is a normal number and |x| < 2^7, for the lower accuracies: k ln 2 / 32 is rounded, below 2^-46.
+template <ExpAccuracy A, class V> inline V exp_normal(V x) {
+  static_assert(A == ExpAccuracy::a24 || A == ExpAccuracy::a26);
+  constexpr double step = ExpSteps<32>::hi + ExpSteps<32>::lo;
+  const ExpReduced<32, V> reduced = exp_reduce<32>(x);
+  const V r = x - (reduced.sum - shifter<double>) * step;
+  const V t = lookup<exp_core_tables::exp2_32>(reduced.row());
+  V p;
+  if constexpr (A == ExpAccuracy::a24)
+    p = estrin(r, exp_core_tables::exp_a24);
+  else
+    p = estrin(r, exp_core_tables::exp_a26);
+  return reduced.scaled(t + t * (r + (r * r) * p));
 }
 
 /// (head + tail) 2^e rounded once, also where the result is subnormal, zero or infinite; 1/2 < head + tail < 2.1.
@@ -171,9 +185,8 @@ template <class V> struct FloatExpReduced {
   V scaled(V v) const { return from_bits<V>(bits(v) + (bits(sum) << 23)); }
 };
 template <class V> inline FloatExpReduced<V> float_exp_reduce(V x) {
-  constexpr float shifter = 0x1.8p23f;
-  const V sum = x * exp_core_tables::float_per_ln2 + shifter;
-  const V k = sum - shifter;
+  const V sum = x * exp_core_tables::float_per_ln2 + shifter<float>;
+  const V k = sum - shifter<float>;
   return {sum, (x - k * exp_core_tables::float_ln2_hi) - k * exp_core_tables::float_ln2_lo};
 }
 

@@ -14,7 +14,7 @@ namespace {
 constexpr float covered = 87;
 
 float correctly_rounded(float x, kelStatus& status) {
-  if (x != x) return x + x;
+  if (is_nan(x)) return x + x;
   if (x < -covered) return -1;
   if (x == infinity<float>) return x;
   if (x > 89) return overflow(status, x);
@@ -28,10 +28,11 @@ struct Expm1A24 : KernelDefaults {
   using Element = float;
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true; // a subnormal result, which is x
+  template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x) { return above(abs(x), covered); }
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V y = in_double_decided<42>(
-        doubtful, [](auto d) { return exp_minus_1<Expm1Accuracy::a24>(d); }, x);
+        doubt, [](auto d) { return exp_minus_1<Expm1Accuracy::a24>(d); }, x);
     return with_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus& status) { return correctly_rounded(x, status); }

@@ -13,7 +13,7 @@ namespace {
 /// Marks all but -1 < x < 2^127.
 template <class V> Marks<V> out_of_domain(V x) { return not_normal_positive(1.0f + x); }
 template <class F> float in_domain(float x, kelStatus& status, F inside) {
-  if (x != x) return x + x;
+  if (is_nan(x)) return x + x;
   if (x == -1) return pole(status, -1.0f);
   if (x < -1) return domain_error<float>(status);
   if (x == infinity<float>) return x;
@@ -24,10 +24,11 @@ struct Log1pA24 : KernelDefaults {
   using Element = float;
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true; // a subnormal result, which is x
+  template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x) { return out_of_domain(x); }
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V y = in_double_decided<42>(
-        doubtful, [](auto d) { return logarithm_1p<LogAccuracy::a24>(d); }, x);
+        doubt, [](auto d) { return logarithm_1p<LogAccuracy::a24>(d); }, x);
     return with_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus& status) {

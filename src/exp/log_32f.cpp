@@ -14,7 +14,7 @@ namespace {
 
 /// The results that are not a logarithm of a positive number.
 template <class F> float of_positive(float x, kelStatus& status, F logarithm) {
-  if (x != x) return x + x;
+  if (is_nan(x)) return x + x;
   if (x == 0) return pole(status, -1.0f);
   if (x < 0) return domain_error<float>(status);
   if (x == infinity<float>) return x;
@@ -24,14 +24,15 @@ template <class F> float of_positive(float x, kelStatus& status, F logarithm) {
 template <class Base> struct LogA24 : KernelDefaults {
   using Element = float;
   static constexpr bool doubts = true;
-  static constexpr int vectors_in_flight = 2;
-  /// Subnormal floats are normal doubles.
+  static constexpr int vectors_in_flight = 3;
+  template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x) {
-    return bit_cast<Marks<V>>((bits(x) - 1u) | (0x7F7FFFFFu - bits(x)));
+    return bit_cast<Marks<V>>((bits(x) - 0x00800000u) | (0x7F7FFFFFu - bits(x)));
   }
-  template <class V> static V formula(V x, LaneBits& doubtful) {
-    return in_double_decided<42>(
-        doubtful, [](auto d) { return logarithm<Base, LogAccuracy::a24>(log_reduce<ShortRows>(d)); }, x);
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
+    const auto reduced = log_reduce_floats<ShortRows>(x);
+    return narrow_decided<42>(doubt, logarithm<Base, LogAccuracy::a24>(reduced.template half<0>()),
+                              logarithm<Base, LogAccuracy::a24>(reduced.template half<1>()));
   }
   static float element(float x, kelStatus& status) {
     return of_positive(x, status, [](double d) {

@@ -24,8 +24,9 @@
 namespace kelvm::inline KELVM_BUILD {
 
 /// How exact a logarithm in double arithmetic is: `a53` within 0.51 ulp; `a50`, `a24` and `a26` with relative
-/// errors below 2^-50.3, 2^-43 (from a float) and 2^-28.
-enum class LogAccuracy { a53, a50, a24, a26 };
+/// errors below 2^-50.3, 2^-43 (from a float) and 2^-28; `a50_of_float` is a50 for an argument of 24 bits, whose
+/// products with the numbers of a table are exact.
+enum class LogAccuracy { a53, a50, a50_of_float, a24, a26 };
 
 /// How the octave of m is divided: 2^bits rows from the double `lowest` on, less half a row.
 struct ExactRows {
@@ -58,6 +59,25 @@ template <class Rows, class V> inline LogReduced<V> log_reduce(V x) {
   const Bits<V> fraction = scaled & 0x000FFFFFFFFFFFFFu;
   return {exponent_of(from_bits<V>(scaled)), from_bits<V>(fraction + least),
           bit_cast<Int<V>>(fraction >> (52 - Rows::bits)), scaled};
+}
+
+/// A half of a vector of floats, reduced.
+template <int Half> struct LogReducedHalf {
+  Native<double> k, m;
+  HalfIndex<Half> row;
+};
+/// The same for positive normal floats, reduced before they are widened: k, m and row of the doubles.
+template <class Rows> struct LogReducedFloats {
+  Int<Native<float>> k, row;
+  Native<float> m;
+
+  template <int Half> LogReducedHalf<Half> half() const { return {widen<Half>(k), widen<Half>(m), {row}}; }
+};
+template <class Rows> inline LogReducedFloats<Rows> log_reduce_floats(Native<float> x) {
+  using I = Int<Native<float>>;
+  constexpr int least = int((Rows::lowest - (std::uint64_t(1) << (51 - Rows::bits)) - 0x3800000000000000) >> 29);
+  const I above_least = int_bits(x) - least, fraction = above_least & 0x007FFFFF;
+  return {above_least >> 23, fraction >> (23 - Rows::bits), bit_cast<Native<float>>(fraction + least)};
 }
 
 /// Marks what the formulas below do not cover in vectors: zeros, subnormals, negative numbers, the last octave (its k +
@@ -158,7 +178,7 @@ template <class V> inline HeadTail<V> ln_pow(const LogReduced<V>& x) { return ln
 template <class Base, LogAccuracy A, class V> inline V logarithm_sum(V rest, V r) {
   if constexpr (std::is_same_v<Base, Natural>) {
     constexpr auto& c = []() -> auto& {
-      if constexpr (A == LogAccuracy::a50)
+      if constexpr (A == LogAccuracy::a50 || A == LogAccuracy::a50_of_float)
         return log_tables::ln_a50;
       else if constexpr (A == LogAccuracy::a24)
         return log_tables::ln_a24;
@@ -169,7 +189,7 @@ template <class Base, LogAccuracy A, class V> inline V logarithm_sum(V rest, V r
     return rest + (r + (r * r) * estrin(r, c));
   } else {
     constexpr auto& c = []() -> auto& {
-      if constexpr (A == LogAccuracy::a50)
+      if constexpr (A == LogAccuracy::a50 || A == LogAccuracy::a50_of_float)
         return log_tables::log10_a50;
       else if constexpr (A == LogAccuracy::a24)
         return log_tables::log10_a24;
@@ -182,13 +202,16 @@ template <class Base, LogAccuracy A, class V> inline V logarithm_sum(V rest, V r
 }
 
 /// The logarithm to base `Base` of a reduced argument.
-template <class Base, LogAccuracy A, class V> inline V logarithm(const LogReduced<V>& x) {
+template <class Base, LogAccuracy A, class Reduced> inline auto logarithm(const Reduced& x) {
+  using V = decltype(x.m + x.m);
   if constexpr (A == LogAccuracy::a53) {
     const HeadTail<V> y = logarithm_a53<Base>(log_parts<Base>(x));
     return y.head + y.tail;
   } else {
     const Pair<V> row = lookup_pair<Base::rounded>(x.row);
-    const V r = A == LogAccuracy::a50 ? exact_product_minus_one(x.m, row.first) : x.m * row.first - 1.0;
+    const V r = A == LogAccuracy::a50 || (A == LogAccuracy::a50_of_float && has_fused_product_error)
+                    ? exact_product_minus_one(x.m, row.first)
+                    : x.m * row.first - 1.0;
     return logarithm_sum<Base, A>(x.k * Base::two + row.second, r);
   }
 }

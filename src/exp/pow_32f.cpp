@@ -18,8 +18,10 @@ template <class P> struct Pow32f : P {
   using Element = float;
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true; // y ln x of a tiny y
-  template <class V> static Marks<V> special(V x, V y) { return not_normal_positive(x) | above(abs(y), P::largest_y); }
-  template <class V> static V formula(V x, V y, LaneBits& doubtful) { return P::positive(x, y, doubtful); }
+  template <class V> static Marks<V> special(V x, V y) { return not_normal_positive(x) | P::special_exponent(y); }
+  template <class V> static V formula(V x, V y, typename P::template Doubt<V>& doubt) {
+    return P::positive(x, y, doubt);
+  }
   static float element(float x, float y, kelStatus& status) { return power_of_any<P>(x, y, status); }
 };
 
@@ -31,8 +33,8 @@ template <class P> struct Powx32f : P {
 
   explicit Powx32f(float exponent) : y(exponent, P::largest_y) {}
   template <class V> Marks<V> special(V x) const { return y.ordinary ? not_normal_positive(y.base(x)) : ~Marks<V>{}; }
-  template <class V> V formula(V x, LaneBits& doubtful) const {
-    return y.result(P::positive(y.base(x), splat<V>(y.value), doubtful), x);
+  template <class V> V formula(V x, typename P::template Doubt<V>& doubt) const {
+    return y.result(P::positive(y.base(x), splat<V>(y.value), doubt), x);
   }
   float element(float x, kelStatus& status) const { return power_of_any<P>(x, y.value, status); }
 };

@@ -150,6 +150,19 @@ template <const auto& Table, class I> inline auto lookup_pair(I index) {
   }
 }
 
+/// Half 0 or 1 of the integers of native float lanes, as an index into a table of doubles.
+template <int Half> struct HalfIndex { Int<Native<float>> whole; };
+
+template <const auto& Table, int Half> inline Pair<Native<double>> lookup_pair(HalfIndex<Half> index) {
+#if KELVM_AVX512
+  return lookup_pair<Table>((Int<Native<double>>)_mm512_maskz_cvtepi32_epi64(0xFF, (__m256i)half<Half>(index.whole)));
+#else
+  constexpr int n = native_lanes<double>;
+  const detail::IndexLanes<Int<Native<float>>> at(index.whole);
+  return detail::load_pairs<Native<double>>([&](int i) { return &Table[at.of[Half * n + i]][0]; });
+#endif
+}
+
 /// The row table[index][0 .. M-1], lane by lane: an array of M vectors.
 template <const auto& Table, class I> inline auto lookup_row(I index) {
   constexpr int columns = int(std::size(Table[0]));

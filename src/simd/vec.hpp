@@ -337,6 +337,9 @@ template <class V> inline Marks<V> above(V v, Lane<V> limit) { return int_bits(s
 template <class V> inline constexpr Lane<Bits<V>> sign_bit = Lane<Bits<V>>(1) << (8 * sizeof(Lane<V>) - 1);
 
 template <class V> inline V abs(V v) { return from_bits<V>(bits(v) & ~sign_bit<V>); }
+/// Added to |x| < 2^51 (2^22 for floats) it rounds x to an integer, which stands in the low bits of the sum; subtracted
+/// again it leaves that integer.
+template <class T> inline constexpr T shifter = sizeof(T) == 8 ? T(0x1.8p52) : T(0x1.8p23);
 /// a < b ? a : b, for floating lanes: b where one is a NaN.
 template <class V> inline V lesser(V a, V b) {
   constexpr bool wide = sizeof(Lane<V>) == 8;
@@ -508,6 +511,16 @@ template <int Half> inline Native<double> widen(Native<float> v) {
   return (Native<double>)_mm256_cvtps_pd((__m128)half<Half>(v));
 #else
   return (Native<double>)_mm_cvtps_pd(Half ? _mm_movehl_ps((__m128)v, (__m128)v) : (__m128)v);
+#endif
+}
+/// The same for the integers of float lanes.
+template <int Half> inline Native<double> widen(Int<Native<float>> v) {
+#if KELVM_AVX512
+  return (Native<double>)_mm512_maskz_cvtepi32_pd(0xFF, (__m256i)half<Half>(v));
+#elif KELVM_AVX2
+  return (Native<double>)_mm256_cvtepi32_pd((__m128i)half<Half>(v));
+#else
+  return (Native<double>)_mm_cvtepi32_pd(Half ? _mm_unpackhi_epi64((__m128i)v, (__m128i)v) : (__m128i)v);
 #endif
 }
 /// Two native double vectors rounded to one native float vector.

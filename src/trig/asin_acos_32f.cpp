@@ -19,6 +19,7 @@ template <class F> struct Inverse32f : KernelDefaults {
   using Element = float;
   static constexpr int vectors_in_flight = 4;
   static constexpr float harmless = 0.5f;
+  static constexpr bool stray_underflow = true; // powers of tiny arguments
   template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.fffffep-1f); }
   static float element(float x, kelStatus& status) { return inverse_of_border<F>(x, status); }
 };
@@ -31,14 +32,13 @@ template <class F> struct InverseA24 : Inverse32f<F> {
         doubtful, [](auto x) { return inverse_short<F>(x, inverse_trig::asin_a24); }, x);
   }
   static float element(float x, kelStatus& status) {
-    if (!(abs(x) < 1)) return Inverse32f<F>::element(x, status);
+    if (any(Inverse32f<F>::special(x))) return Inverse32f<F>::element(x, status);
     const HeadTail<double> y = inverse_a53<F>(double(x));
     return round_to_float(fast_two_sum(y.head, y.tail));
   }
 };
 
 template <class F, auto& Series> struct InverseSingle : Inverse32f<F> {
-  static constexpr bool stray_underflow = true; // powers of tiny arguments
   template <class V> static V formula(V x) { return inverse_short<F>(x, Series); }
 };
 

@@ -20,10 +20,10 @@ struct Atan2Single : KernelDefaults {
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true; // small quotients left of the y axis
 
-  /// Infinities, NaNs, both zero.
+  /// Infinities, NaNs, zeros.
   template <class V> static Marks<V> special(V y, V x) {
     const V up = abs(y), right = abs(x);
-    return above(up, 0x1.fffffep127f) | above(right, 0x1.fffffep127f) | ((int_bits(up) | int_bits(right)) - 1);
+    return above(up, 0x1.fffffep127f) | above(right, 0x1.fffffep127f) | (int_bits(up) - 1) | (int_bits(right) - 1);
   }
   static float element(float y, float x, kelStatus& status) {
     return arc_tangent_2(y, x, status,
@@ -31,7 +31,7 @@ struct Atan2Single : KernelDefaults {
   }
 
 protected:
-  /// The lanes below the normal range; zeros are among them.
+  /// The lanes below the normal range.
   template <class V> static LaneBits tiny(V result) {
     return sign_bits(int_bits(abs(result)) - int_bits(splat<V>(0x1p-126f)));
   }

@@ -33,7 +33,7 @@ struct AtanA24 : Atan32f {
     return flip_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus& status) {
-    if (abs(x) > 0x1.fffffep127f || x != x) return Atan32f::element(x, status);
+    if (any(special(x))) return Atan32f::element(x, status);
     const HeadTail<double> y = angle<AngleAccuracy::a53>(double(x), 1.0);
     return round_to_float(fast_two_sum(y.head, y.tail));
   }
