@@ -53,7 +53,7 @@ template <class Base, class V> struct NormParts {
     rest = log1p_correction(reduced, h.tail, p.c);
   }
   /// Next to h = 1, where r is h - 1 and nothing else.
-  template <class M> void replace(M near_one, HeadTail<V> minus_one) {
+  template <class M> void replace(M near_one, const HeadTail<V>& minus_one) {
     p.r = select(near_one, minus_one.head, p.r);
     rest = select(near_one, minus_one.tail, rest);
   }

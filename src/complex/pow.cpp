@@ -72,15 +72,15 @@ struct A50 {
   }
 };
 
-/// A number in three: 26 bits and the rest of a head, and all of it.
-template <class V> struct Halves {
+/// A factor: 26 bits, the rest, and the whole.
+template <class V> struct InParts {
   V head, rest, whole;
-  explicit Halves(V x) : head(head_of(x)), rest(x - head), whole(x) {}
-  explicit Halves(HeadTail<V> x) : head(head_of(x.head)), rest((x.head - head) + x.tail), whole(x.head) {}
+  explicit InParts(V x) : head(head_of(x)), rest(x - head), whole(x) {}
+  explicit InParts(HeadTail<V> x) : head(head_of(x.head)), rest((x.head - head) + x.tail), whole(x.head) {}
 };
 /// a u + b v with an error of 2^-78 of the larger product: those of the heads are exact.
 template <class V>
-HeadTail<V> sum_of_products(const Halves<V>& a, const Halves<V>& u, const Halves<V>& b, const Halves<V>& v) {
+HeadTail<V> sum_of_products(const InParts<V>& a, const InParts<V>& u, const InParts<V>& b, const InParts<V>& v) {
   const HeadTail<V> sum = two_sum(a.head * u.head, b.head * v.head);
   const V rest = (a.head * u.rest + a.rest * u.whole) + (b.head * v.rest + b.rest * v.whole);
   return fast_two_sum(sum.head, sum.tail + rest);
@@ -99,7 +99,7 @@ template <class P> struct WithTails {
     const HeadTail<V> theta = angle<AngleAccuracy::pow>(y, x);
     const HeadTail<V> t = fast_two_sum(theta.head, theta.tail);
 
-    const Halves<V> c_parts(c), d_parts(d), minus_d_parts(-d), l_parts(l), t_parts(t);
+    const InParts<V> c_parts(c), d_parts(d), minus_d_parts(-d), l_parts(l), t_parts(t);
     const HeadTail<V> p = sum_of_products(c_parts, l_parts, minus_d_parts, t_parts);
     const HeadTail<V> q = sum_of_products(c_parts, t_parts, d_parts, l_parts);
     const Marks<V> beyond = above(larger(abs(p.head), 0.25 * abs(q.head)), 690.0);
