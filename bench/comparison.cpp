@@ -21,7 +21,9 @@ double measured_ulp([[maybe_unused]] const harness::Member& member, [[maybe_unus
   }
   reference::Judge judge(member, true);
   const double* const got[2] = {results[0].data(), results[1].data()};
-  judge.block(arguments.data(), got, int(n));
+  reference::BlockEstimates estimates(member);
+  estimates.evaluate(arguments.data(), int(n));
+  judge.block(arguments.data(), got, int(n), estimates);
   const auto& statistics = judge.statistics();
   return member.complex_destination() ? statistics.norm_ulp.value : statistics.ulp.value;
 #else

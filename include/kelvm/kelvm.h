@@ -5,6 +5,7 @@
 #include "kelvm/arith.h"
 #include "kelvm/complex.h"
 #include "kelvm/exp.h"
+#include "kelvm/hyperbolic.h"
 #include "kelvm/root.h"
 #include "kelvm/special.h"
 #include "kelvm/trig.h"

@@ -66,6 +66,53 @@ KELVM_API kelStatus kelsTan_64f_A26(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsTan_64f_A50(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsTan_64f_A53(const double* src, double* dst, int len);
 
+/* Inverse functions give radians. Where a result is pi/2 or pi it is the nearest number of the type; 32f_A11 and A21
+ * give the float below for arguments other than infinities. Error: 64f_A53 at most 0.55 ulp, the others 2^-bits of the
+ * suffix, relative; 32f_A24 is correctly rounded, Atan2 at most 0.5001 ulp. A NaN gives a NaN without a warning. */
+
+/** dst[i] = arctan src[i], from -pi/2 to pi/2
+ *
+ * Odd; zeros and tiny arguments are their own results, infinities give +-pi/2. No warnings. */
+KELVM_API kelStatus kelsAtan_32f_A11(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAtan_32f_A21(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAtan_32f_A24(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAtan_64f_A26(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsAtan_64f_A50(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsAtan_64f_A53(const double* src, double* dst, int len);
+
+/** dst[i] = the angle of the point (src2[i], src1[i]), y first, from -pi to pi
+ *
+ * Zeros and infinities as in C: for y = +-0 the result is +-0 where the sign of x is positive and +-pi where it is
+ * negative, zeros included; for x = +-0 and y other than 0 it is +-pi/2; infinite y and x give +-pi/4 and +-3 pi/4. No
+ * point is a domain error or a pole. kelStatusUnderflow where the result is below the normal range and y is not 0.
+ * dst may be either source. */
+KELVM_API kelStatus kelsAtan2_32f_A11(const float* src1, const float* src2, float* dst, int len);
+KELVM_API kelStatus kelsAtan2_32f_A21(const float* src1, const float* src2, float* dst, int len);
+KELVM_API kelStatus kelsAtan2_32f_A24(const float* src1, const float* src2, float* dst, int len);
+KELVM_API kelStatus kelsAtan2_64f_A26(const double* src1, const double* src2, double* dst, int len);
+KELVM_API kelStatus kelsAtan2_64f_A50(const double* src1, const double* src2, double* dst, int len);
+KELVM_API kelStatus kelsAtan2_64f_A53(const double* src1, const double* src2, double* dst, int len);
+
+/** dst[i] = arcsin src[i], from -pi/2 to pi/2
+ *
+ * Odd; zeros and tiny arguments are their own results. kelStatusDomain and a NaN where |src[i]| > 1. */
+KELVM_API kelStatus kelsAsin_32f_A11(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAsin_32f_A21(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAsin_32f_A24(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAsin_64f_A26(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsAsin_64f_A50(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsAsin_64f_A53(const double* src, double* dst, int len);
+
+/** dst[i] = arccos src[i], from 0 to pi
+ *
+ * arccos 1 is +0. kelStatusDomain and a NaN where |src[i]| > 1. */
+KELVM_API kelStatus kelsAcos_32f_A11(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAcos_32f_A21(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAcos_32f_A24(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAcos_64f_A26(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsAcos_64f_A50(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsAcos_64f_A53(const double* src, double* dst, int len);
+
 KELVM_END_DECLARATIONS
 
 #endif

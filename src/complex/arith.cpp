@@ -15,7 +15,7 @@
 // Where an intermediate value could leave the range of the type, element() computes: it scales, and gives infinities
 // and NaNs the results of C's Annex G. A NaN part is the default NaN. Products take any operands and look at what comes
 // out, so the frame takes back the flags that no element earned; quotients look at their operands first.
-#include "exact/exact.hpp"
+#include "complex/complex.hpp"
 #include "frame/member.hpp"
 #include "kelvm/complex.h"
 #include "simd/ordered.hpp"
@@ -49,64 +49,13 @@ template <class T> struct Conj : PartByPart<T> {
 
 // --- one element of a product or quotient, any operands --------------------------------------------------------------
 
-/// x = fraction 2^exponent, 1 <= |fraction| < 2, or zero.
-struct Scaled {
-  double fraction;
-  int exponent = 0;
-};
-Scaled scaled(double x) {
-  if (x == 0) return {x};
-  const bool subnormal = abs(x) < 0x1p-1022;
-  if (subnormal) x *= 0x1p54;
-  const int exponent = int(bits(abs(x)) >> 52) - 1023 - (subnormal ? 54 : 0);
-  return {from_bits<double>((bits(x) & 0x800FFFFFFFFFFFFFu) | 0x3FF0000000000000u), exponent};
-}
-double power_of_two(int exponent) { return from_bits<double>(std::uint64_t(exponent + 1023) << 52); }
-
-/// (head + tail) 2^exponent, 2^-110 < |head| < 16 or zero.
-struct ScaledSum {
-  HeadTail<double> value;
-  int exponent;
-
-  /// Rounded to double, once; infinity where it overflows.
-  double rounded() const {
-    const int bounded = exponent < -1300 ? -1300 : exponent > 1300 ? 1300 : exponent;
-    const int last = bounded < -1022 ? -1022 : bounded > 1023 ? 1023 : bounded;
-    const double first = power_of_two(bounded - last), scale = power_of_two(last);
-    const double result = (value.head + value.tail) * first * scale;
-    if (value.head == 0 || abs(result) > 0x1p-1022) return result;
-    // Sums with the limit are rounded to multiples of what scales to the smallest subnormal number.
-    const double limit = with_sign(power_of_two(-1022 - last), sign_of(value.head));
-    const HeadTail<double> sum = two_sum(limit, value.head * first);
-    return with_sign(((sum.head + (sum.tail + value.tail * first)) - limit) * scale, sign_of(value.head));
-  }
-};
-
 /// a b + c d for finite operands, relative error below 2^-100.
 ScaledSum sum_of_products(double a, double b, double c, double d) {
-  const Scaled sa = scaled(a), sb = scaled(b), sc = scaled(c), sd = scaled(d);
-  HeadTail<double> p = two_product(sa.fraction, sb.fraction), q = two_product(sc.fraction, sd.fraction);
-  int e = sa.exponent + sb.exponent, f = sc.exponent + sd.exponent;
-  if (q.head == 0) f = e;
-  if (p.head == 0) e = f;
-  if (e < f) {
-    std::swap(p, q);
-    std::swap(e, f);
-  }
-  const double down = e - f > 300 ? 0.0 : power_of_two(f - e);
-  return {add(p, HeadTail<double>{q.head * down, q.tail * down}), e};
+  const auto product = [](const Scaled& x, const Scaled& y) {
+    return ScaledSum{two_product(x.fraction, y.fraction), x.exponent + y.exponent};
+  };
+  return sum(product(scaled(a), scaled(b)), product(scaled(c), scaled(d)));
 }
-
-/// x / y, relative error below 2^-90.
-ScaledSum quotient(const ScaledSum& x, const ScaledSum& y) {
-  const double q = x.value.head / y.value.head;
-  const HeadTail<double> product = two_product(q, y.value.head);
-  const double rest = ((x.value.head - product.head) - product.tail) + (x.value.tail - q * y.value.tail);
-  return {fast_two_sum(q, rest / y.value.head), x.exponent - y.exponent};
-}
-
-bool is_infinite(double x) { return abs(x) == infinity<double>; }
-bool is_finite(double x) { return !is_nan(x) && !is_infinite(x); }
 
 /// Sum and product that give the default NaN where they would raise invalid.
 double quiet_sum(double x, double y) {
@@ -148,14 +97,6 @@ struct Operands {
   }
 };
 
-/// The parts of a result with its code: 12 where finite operands overflow, 19 where a NaN part comes from operands
-/// without a NaN.
-template <class T> Pair<T> with_code(const Operands& o, double re, double im, kelStatus& status) {
-  const Pair<T> z{T(re), T(im)};
-  if (o.finite() && (is_infinite(z.first) || is_infinite(z.second))) report(status, kelStatusOverflow);
-  if (!o.has_nan() && (is_nan(z.first) || is_nan(z.second))) report(status, kelStatusDomain);
-  return z;
-}
 /// What C's examples do where the plain formula gives two NaNs: the scale (infinity or zero) times the formula's parts.
 template <class T> Pair<T> recovered(const Operands& o, double scale, double re, double im, kelStatus& status) {
   return with_code<T>(o, quiet_product(scale, re), quiet_product(scale, im), status);
@@ -215,11 +156,6 @@ template <class V> Marks<V> both_below(V x, V y, Lane<V> limit) {
 }
 template <class V> Marks<V> nonzero(V x) { return -int_bits(abs(x)); }
 template <class V> Marks<V> not_both_zero(V x, V y) { return -int_bits(abs(from_bits<V>(bits(x) | bits(y)))); }
-
-/// Marks lanes with a part beyond the limit, infinities and NaNs included.
-template <class V> Marks<V> any_above(V a, V b, Lane<V> limit) { return above(abs(a), limit) | above(abs(b), limit); }
-
-template <class T> inline constexpr T largest_finite = sizeof(T) == 8 ? T(0x1.fffffffffffffp1023) : T(0x1.fffffep127f);
 
 /// Tells by two sizes whether all is well: one that is no ordinary number where an operand is infinite or a NaN or
 /// something may overflow, and one that is small where a result may have suffered from underflow. For a block their sum
@@ -379,7 +315,7 @@ struct DoubleFull : DoubleWindow {
   template <class V> struct Products { HeadTail<V> p, q; };
   /// They are exact where the larger one is above the limit; both may have a zero factor.
   template <Sign S, class V>
-  static Products<V> products(Split<V> x, Split<V> y, Split<V> z, Split<V> w, double limit, SizeDoubt<V>& doubt) {
+  static Products<V> products(Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w, double limit, SizeDoubt<V>& doubt) {
     const HeadTail<V> p = two_product(x, y), q = two_product(z, w);
     doubt.small(abs(p.head) + abs(q.head), limit,
                 (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
@@ -387,14 +323,14 @@ struct DoubleFull : DoubleWindow {
   }
   /// x y + z w, or x y - z w, rounded. Where the sum of p and q is inexact, the errors are small beside it; where it is
   /// exact, the sum of the errors is exact or no larger than the result: below 1 ulp.
-  template <Sign S, class V> static V sum_of_two(Split<V> x, Split<V> y, Split<V> z, Split<V> w, SizeDoubt<V>& doubt) {
+  template <Sign S, class V> static V sum_of_two(Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w, SizeDoubt<V>& doubt) {
     const auto [p, q] = products<S>(x, y, z, w, 0x1p-900, doubt);
     const HeadTail<V> sum = two_sum(p.head, q.head);
     return sum.head - (0 - (sum.tail + (p.tail + q.tail))); // a zero keeps the sign of the plain sum
   }
   template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
     doubt.large(size_of(Pair<V>{a, b}) + size_of(Pair<V>{c, d}), 0x1p500);
-    const Split<V> sa(a), sb(b), sc(c), sd(d);
+    const Halves<V> sa(a), sb(b), sc(c), sd(d);
     if constexpr (C == Conjugate::yes)
       return {sum_of_two<Sign::plus>(sa, sc, sb, sd, doubt), sum_of_two<Sign::minus>(sb, sc, sa, sd, doubt)};
     else
@@ -409,13 +345,13 @@ struct DoubleFull : DoubleWindow {
     return {head, (middle - (head - heads.head)) + tails.tail};
   }
   template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
-    const Split<V> sa(a), sb(b), sc(c), sd(d);
+    const Halves<V> sa(a), sb(b), sc(c), sd(d);
     const HeadTail<V> norm = exact_sum(Products<V>{two_product(sc, sc), two_product(sd, sd)});
-    const Split<V> norm_head(norm.head);
+    const Halves<V> norm_head(norm.head);
     const V inverse = 1.0 / norm.head;
     const auto divide = [&](HeadTail<V> n) {
       const V q = n.head * inverse;
-      const HeadTail<V> back = two_product(Split<V>(q), norm_head);
+      const HeadTail<V> back = two_product(Halves<V>(q), norm_head);
       const V correction = (((n.head - back.head) - back.tail) + (n.tail - q * norm.tail)) * inverse;
       return q - (0 - correction); // a zero keeps its sign
     };

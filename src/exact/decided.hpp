@@ -58,12 +58,12 @@ inline V in_double_decided(D& doubt, F f, V x, More... more) {
   }
 }
 
-/// head + tail rounded once to float; head is the sum rounded to double. Where head is a midpoint between two floats
-/// the tail decides.
+/// head + tail rounded once to float, subnormal or not; head is the sum rounded to double. Rounded to odd, a double
+/// keeps what a float needs: Boldo, Melquiond, "Emulation of a FMA and correctly rounded sums", 2008.
 inline float round_to_float(HeadTail<double> y) {
-  const bool midpoint = (bits(y.head) & 0x1FFFFFFF) == 0x10000000;
-  if (!midpoint || y.tail == 0) return float(y.head);
-  return float(from_bits<double>((y.tail < 0) == (y.head < 0) ? bits(y.head) + 1 : bits(y.head) - 1));
+  const std::uint64_t head = bits(y.head);
+  if (y.tail == 0 || (head & 1) != 0) return float(y.head);
+  return float(from_bits<double>((y.tail < 0) == (y.head < 0) ? head + 1 : head - 1));
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -130,6 +130,17 @@ template <class Base, class V> inline LogParts<V> log_parts(const LogReduced<V>&
           x.k * Base::two_lo + (row.first - c) * 0x1p-33};
 }
 
+/// With r + rest in place of r, |rest| below the last place of m.
+template <class Base, class V> inline LogParts<V> with_rest(LogParts<V> p, V rest) {
+  const HeadTail<V> r = fast_two_sum(p.r, rest);
+  p.r = r.head;
+  if constexpr (std::is_same_v<Base, Natural>)
+    p.tail += r.tail - r.tail * r.head;
+  else
+    p.tail += r.tail * log_tables::inverse_ln10_head;
+  return p;
+}
+
 /// ln x as an exact head and a small tail, |tail| < 2^-7 |head| or so. Relative error below 2^-64.
 template <class V> inline HeadTail<V> ln_a53(const LogParts<V>& p) {
   const HeadTail<V> sum = fast_two_sum(p.head, p.r);
@@ -137,17 +148,22 @@ template <class V> inline HeadTail<V> ln_a53(const LogParts<V>& p) {
 }
 template <class V> inline HeadTail<V> ln_a53(const LogReduced<V>& x) { return ln_a53(log_parts<Natural>(x)); }
 /// log10 x likewise. The product r / ln 10 is split so that its head is exact.
-template <class V> inline HeadTail<V> log10_a53(const LogReduced<V>& x) {
-  const LogParts<V> p = log_parts<Decimal>(x);
+template <class V> inline HeadTail<V> log10_a53(const LogParts<V>& p) {
   const V r_head = head_of(p.r);
   const HeadTail<V> sum = fast_two_sum(p.head, r_head * log_tables::inverse_ln10_head);
   const V r_tail = (p.r - r_head) * log_tables::inverse_ln10_head + p.r * log_tables::inverse_ln10_tail;
   return {sum.head, ((p.tail + sum.tail) + r_tail) + (p.r * p.r) * estrin(p.r, log_tables::log10_a53)};
 }
+template <class V> inline HeadTail<V> log10_a53(const LogReduced<V>& x) { return log10_a53(log_parts<Decimal>(x)); }
+template <class Base, class V> inline HeadTail<V> logarithm_a53(const LogParts<V>& p) {
+  if constexpr (std::is_same_v<Base, Natural>)
+    return ln_a53(p);
+  else
+    return log10_a53(p);
+}
 
 /// ln x as head and tail, |tail| < 2^-16 |head|, with a relative error below 2^-69: what a power needs.
-template <class V> inline HeadTail<V> ln_pow(const LogReduced<V>& x) {
-  const LogParts<V> p = log_parts<Natural>(x);
+template <class V> inline HeadTail<V> ln_pow(const LogParts<V>& p) {
   const HeadTail<V> linear = fast_two_sum(p.head, p.r);
   // -r^2 / 2 as an exact product of heads and the rest
   const V r_head = head_of(p.r);
@@ -156,43 +172,47 @@ template <class V> inline HeadTail<V> ln_pow(const LogReduced<V>& x) {
   const V cubic = (p.r * p.r) * (p.r * estrin(p.r, log_tables::ln_pow));
   return {sum.head, ((linear.tail + sum.tail) + p.tail) + (square_rest + cubic)};
 }
+template <class V> inline HeadTail<V> ln_pow(const LogReduced<V>& x) { return ln_pow(log_parts<Natural>(x)); }
+
+/// rest + log(1 + r), below full precision.
+template <class Base, LogAccuracy A, class V> inline V logarithm_sum(V rest, V r) {
+  if constexpr (std::is_same_v<Base, Natural>) {
+    constexpr auto& c = []() -> auto& {
+      if constexpr (A == LogAccuracy::a50 || A == LogAccuracy::a50_of_float)
+        return log_tables::ln_a50;
+      else if constexpr (A == LogAccuracy::a24)
+        return log_tables::ln_a24;
+      else
+        return log_tables::ln_a26;
+    }
+    ();
+    return rest + (r + (r * r) * estrin(r, c));
+  } else {
+    constexpr auto& c = []() -> auto& {
+      if constexpr (A == LogAccuracy::a50 || A == LogAccuracy::a50_of_float)
+        return log_tables::log10_a50;
+      else if constexpr (A == LogAccuracy::a24)
+        return log_tables::log10_a24;
+      else
+        return log_tables::log10_a26;
+    }
+    ();
+    return rest + r * estrin(r, c);
+  }
+}
 
 /// The logarithm to base `Base` of a reduced argument.
 template <class Base, LogAccuracy A, class Reduced> inline auto logarithm(const Reduced& x) {
   using V = decltype(x.m + x.m);
-  constexpr bool natural = std::is_same_v<Base, Natural>;
   if constexpr (A == LogAccuracy::a53) {
-    const HeadTail<V> y = natural ? ln_a53(x) : log10_a53(x);
+    const HeadTail<V> y = logarithm_a53<Base>(log_parts<Base>(x));
     return y.head + y.tail;
   } else {
     const Pair<V> row = lookup_pair<Base::rounded>(x.row);
     const V r = A == LogAccuracy::a50 || (A == LogAccuracy::a50_of_float && has_fused_product_error)
                     ? exact_product_minus_one(x.m, row.first)
                     : x.m * row.first - 1.0;
-    const V rest = x.k * Base::two + row.second;
-    if constexpr (natural) {
-      constexpr auto& c = [&]() -> auto& {
-        if constexpr (A == LogAccuracy::a50 || A == LogAccuracy::a50_of_float)
-          return log_tables::ln_a50;
-        else if constexpr (A == LogAccuracy::a24)
-          return log_tables::ln_a24;
-        else
-          return log_tables::ln_a26;
-      }
-      ();
-      return rest + (r + (r * r) * estrin(r, c));
-    } else {
-      constexpr auto& c = [&]() -> auto& {
-        if constexpr (A == LogAccuracy::a50 || A == LogAccuracy::a50_of_float)
-          return log_tables::log10_a50;
-        else if constexpr (A == LogAccuracy::a24)
-          return log_tables::log10_a24;
-        else
-          return log_tables::log10_a26;
-      }
-      ();
-      return rest + r * estrin(r, c);
-    }
+    return logarithm_sum<Base, A>(x.k * Base::two + row.second, r);
   }
 }
 
@@ -206,10 +226,17 @@ template <class V> inline V log1p_correction(const LogReduced<V>& sum, V rest, V
 template <class V> inline HeadTail<V> logarithm_1p_head_tail(V x) {
   const HeadTail<V> sum = two_sum(splat<V>(1), x);
   const LogReduced<V> reduced = log_reduce<ExactRows>(sum.head);
+  const LogParts<V> p = log_parts<Natural>(reduced);
+  return ln_a53(with_rest<Natural>(p, log1p_correction(reduced, sum.tail, p.c)));
+}
+/// The same for a normalised head and tail.
+template <class V> inline HeadTail<V> logarithm_1p_head_tail(HeadTail<V> x) {
+  const HeadTail<V> sum = two_sum(splat<V>(1), x.head);
+  const LogReduced<V> reduced = log_reduce<ExactRows>(sum.head);
   LogParts<V> p = log_parts<Natural>(reduced);
   const HeadTail<V> r = fast_two_sum(p.r, log1p_correction(reduced, sum.tail, p.c));
   p.r = r.head;
-  p.tail += r.tail;
+  p.tail += r.tail + log1p_correction(reduced, x.tail, p.c);
   return ln_a53(p);
 }
 template <LogAccuracy A, class V> inline V logarithm_1p(V x) {
@@ -221,17 +248,13 @@ template <LogAccuracy A, class V> inline V logarithm_1p(V x) {
     const LogReduced<V> reduced = log_reduce<ShortRows>(sum.head);
     const Pair<V> row = lookup_pair<Natural::rounded>(reduced.row);
     const V r = exact_product_minus_one(reduced.m, row.first) + log1p_correction(reduced, sum.tail, row.first);
-    return (reduced.k * Natural::two + row.second) + (r + (r * r) * estrin(r, log_tables::ln_a50));
+    return logarithm_sum<Natural, A>(reduced.k * Natural::two + row.second, r);
   } else {
     // Beyond 2^-7 the sum's own error is small enough; below, r is x.
     const LogReduced<V> reduced = log_reduce<ShortRows>(1.0 + x);
     const Pair<V> row = lookup_pair<Natural::rounded>(reduced.row);
     const V r = select(abs(x) < splat<V>(0x1p-7), x, reduced.m * row.first - 1.0);
-    const V rest = reduced.k * Natural::two + row.second;
-    if constexpr (A == LogAccuracy::a24)
-      return rest + (r + (r * r) * estrin(r, log_tables::ln_a24));
-    else
-      return rest + (r + (r * r) * estrin(r, log_tables::ln_a26));
+    return logarithm_sum<Natural, A>(reduced.k * Natural::two + row.second, r);
   }
 }
 
@@ -248,8 +271,7 @@ template <class V> inline FloatLogReduced<V> float_log_reduce(V x) {
   return {exponent_of(from_bits<V>(scaled)), from_bits<V>((scaled & 0x007FFFFF) + least) - 1.0f};
 }
 
-template <class Base, FloatLogAccuracy A, class V> inline V float_logarithm(V x) {
-  const auto [k, f] = float_log_reduce(x);
+template <class Base, FloatLogAccuracy A, class V> inline V float_logarithm(V k, V f) {
   constexpr float two = Base::two;
   if constexpr (std::is_same_v<Base, Natural>) {
     if constexpr (A == FloatLogAccuracy::a21)
@@ -262,6 +284,10 @@ template <class Base, FloatLogAccuracy A, class V> inline V float_logarithm(V x)
     else
       return k * two + f * estrin(f, log_tables::log10_a11);
   }
+}
+template <class Base, FloatLogAccuracy A, class V> inline V float_logarithm(V x) {
+  const auto [k, f] = float_log_reduce(x);
+  return float_logarithm<Base, A>(k, f);
 }
 
 /// ln(1 + x), -1 < x: where |x| < 1/4, k = 0 and f is x itself.

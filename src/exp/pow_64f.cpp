@@ -11,64 +11,12 @@
 // The vector formula covers positive normal x, |y| < 2^100 and results in the normal range; the rest goes element by
 // element. Powx is the same with one y; an integer y lets negative x into the vector formula, which differs in the
 // sign.
-#include "exp/exp_core.hpp"
-#include "exp/log_core.hpp"
-#include "exp/pow_special.hpp"
+#include "exp/pow_core.hpp"
 #include "frame/member.hpp"
 #include "kelvm/exp.h"
 
 namespace kelvm::inline KELVM_BUILD {
 namespace {
-
-/// y (head + tail) with an exact head, |tail| < 2^-24 |head|, so that it stays small against a step of the exponential.
-template <class V> HeadTail<V> times(V y, HeadTail<V> unnormalised) {
-  const HeadTail<V> logarithm = fast_two_sum(unnormalised.head, unnormalised.tail);
-  const V y_head = head_of(y), log_head = head_of(logarithm.head);
-  const V log_rest = (logarithm.head - log_head) + logarithm.tail;
-  return {y_head * log_head, y * log_rest + (y - y_head) * log_head};
-}
-
-struct PowA53 {
-  using Rows = ExactRows;
-  static constexpr ExpAccuracy exponential = ExpAccuracy::pow;
-  template <class V> static HeadTail<V> exponent(const LogReduced<V>& x, V y) { return times(y, ln_pow(x)); }
-};
-struct PowA50 {
-  using Rows = ExactRows;
-  static constexpr ExpAccuracy exponential = ExpAccuracy::a50;
-  template <class V> static HeadTail<V> exponent(const LogReduced<V>& x, V y) { return times(y, ln_a53(x)); }
-};
-struct PowA26 {
-  using Rows = ShortRows;
-  static constexpr ExpAccuracy exponential = ExpAccuracy::a26;
-  template <class V> static HeadTail<V> exponent(const LogReduced<V>& x, V y) {
-    return {y * logarithm<Natural, LogAccuracy::a24>(x), V{}};
-  }
-};
-
-template <class P> struct Power : KernelDefaults {
-  using Element = double;
-  static constexpr bool doubts = true;
-  static constexpr bool stray_underflow = true; // y ln x of a tiny y
-  static constexpr double largest_y = 0x1p100;
-  static constexpr double largest_exponent = 708; // results are normal up to there
-
-  template <class V> static V positive(V x, V y, LaneBits& doubtful) {
-    const HeadTail<V> exponent = P::exponent(log_reduce<typename P::Rows>(x), y);
-    doubtful |= lane_bits(above(abs(exponent.head), largest_exponent));
-    return exp_normal<P::exponential>(exponent.head, exponent.tail);
-  }
-  static double any(double x, double y, kelStatus& status) {
-    return power(x, y, status, [](double x, double y) {
-      const LogReduced<double> reduced = log_reduce_any<typename P::Rows>(x);
-      // Beyond, the power is out of range for every x.
-      if (y > largest_y) y = largest_y;
-      if (y < -largest_y) y = -largest_y;
-      const HeadTail<double> exponent = P::exponent(reduced, y);
-      return exp_any<P::exponential>(exponent.head, exponent.tail);
-    });
-  }
-};
 
 template <class P> struct Pow64f : Power<P> {
   template <class V> static Marks<V> special(V x, V y) {

@@ -21,9 +21,10 @@ template <class I> struct IndexLanes {
   explicit IndexLanes(I index) {
     store<I>(of, index);
 #if KELVM_AVX512
-    asm("" : "+m"(of));
+    if constexpr (sizeof(Lane<I>) == 8) asm("" : "+m"(of));
 #endif
   }
+  std::size_t operator[](int i) const { return std::make_unsigned_t<Lane<I>>(of[i]); }
 };
 
 #if KELVM_AVX512
@@ -124,7 +125,7 @@ template <const auto& Table, class I> inline auto lookup(I index) {
       return detail::permuted<int(std::size(Table))>(&Table[0], index);
 #endif
     const detail::IndexLanes<I> at(index);
-    return [&]<int... L>(std::integer_sequence<int, L...>) { return V{Table[at.of[L]]...}; }
+    return [&]<int... L>(std::integer_sequence<int, L...>) { return V{Table[at[L]]...}; }
     (std::make_integer_sequence<int, lanes<I>>{});
   }
 }
@@ -145,7 +146,7 @@ template <const auto& Table, class I> inline auto lookup_pair(I index) {
     }
 #endif
     const detail::IndexLanes<I> at(index);
-    return detail::load_pairs<V>([&](int i) { return &Table[at.of[i]][0]; });
+    return detail::load_pairs<V>([&](int i) { return &Table[at[i]][0]; });
   }
 }
 
@@ -175,7 +176,7 @@ template <const auto& Table, class I> inline auto lookup_row(I index) {
     const detail::IndexLanes<I> at(index);
     [&]<int... P>(std::integer_sequence<int, P...>) {
       (([&] {
-         const Pair<V> two = detail::load_pairs<V>([&](int i) { return &Table[at.of[i]][2 * P]; });
+         const Pair<V> two = detail::load_pairs<V>([&](int i) { return &Table[at[i]][2 * P]; });
          row[2 * P] = two.first;
          row[2 * P + 1] = two.second;
        }()),
@@ -183,7 +184,7 @@ template <const auto& Table, class I> inline auto lookup_row(I index) {
     }
     (std::make_integer_sequence<int, columns / 2>{});
     if constexpr (columns % 2 == 1) row[columns - 1] = [&]<int... L>(std::integer_sequence<int, L...>) {
-        return V{Table[at.of[L]][columns - 1]...};
+        return V{Table[at[L]][columns - 1]...};
       }
     (std::make_integer_sequence<int, lanes<I>>{});
   }

@@ -24,10 +24,8 @@
 #pragma once
 
 #include "exact/decided.hpp"
-#include "exact/exact.hpp"
-#include "frame/frame.hpp"
-#include "simd/table.hpp"
 #include "special/inverse_tables.hpp"
+#include "special/rows.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
@@ -113,14 +111,6 @@ template <int RowBits, class V> struct InverseRow {
   }
 };
 
-/// Coefficients First .. Last of a row by Horner's rule.
-template <std::size_t First, std::size_t Last, class V, std::size_t N>
-inline V row_horner(V x, const std::array<V, N>& c) {
-  V sum = c[Last];
-  unrolled<int(Last - First)>([&](auto i) { sum = sum * x + c[Last - 1 - i]; });
-  return sum;
-}
-
 /// The result at full precision, as a sum of which the tail is below 2^-25 of the head.
 template <class F, class V> inline HeadTail<V> inverse_head_tail(V x) {
   const V y = F::distance(x);
@@ -130,18 +120,11 @@ template <class F, class V> inline HeadTail<V> inverse_head_tail(V x) {
     const V power = from_bits<V>(0x7FE0000000000000u - (bits(y) & 0x7FF0000000000000u)); // of 2, 1/2 < y power <= 1
     r += F::distance_error(x, y) * power;
   }
-  const auto c = lookup_row<F::Tables::a53>(row.index);
-  const V c0_lo = c[0], c1_lo = c[1], c0_hi = c[15], c1_hi = c[16];
-
-  const V higher = c0_lo + r * (c1_lo + r * row_horner<2, 14>(r, c));
-  const V r_hi = head_of(r), product = c1_hi * r_hi;
-  const V sum_hi = head_of(c0_hi + product);
-  const V sum_lo = ((c0_hi - sum_hi) + product) + c1_hi * (r - r_hi) + higher;
-
+  const HeadTail<V> p = split_row_sum(r, lookup_row<F::Tables::a53>(row.index));
   const V factor = F::factor(x), factor_hi = head_of(factor);
   V factor_lo = factor - factor_hi;
   if constexpr (F::factor_is_rounded) factor_lo += F::factor_error(x, factor);
-  return {factor_hi * sum_hi, sum_hi * factor_lo + sum_lo * factor};
+  return {factor_hi * p.head, p.head * factor_lo + p.tail * factor};
 }
 
 template <class F, InverseAccuracy A, class V> inline V inverse(V x) {
@@ -151,16 +134,16 @@ template <class F, InverseAccuracy A, class V> inline V inverse(V x) {
     return result.head + result.tail;
   } else if constexpr (A == a50) {
     const InverseRow<2, V> row(F::distance(x));
-    return F::factor(x) * row_horner<0, 11>(row.t, lookup_row<F::Tables::a50>(row.index));
+    return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::a50>(row.index));
   } else if constexpr (A == a26) {
     const InverseRow<4, V> row(F::distance(x));
-    return F::factor(x) * row_horner<0, 3>(row.t, lookup_row<F::Tables::a26>(row.index));
+    return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::a26>(row.index));
   } else if constexpr (A == a24) {
     const InverseRow<3, V> row(F::distance(x));
-    return F::factor(x) * row_horner<0, 7>(row.t, lookup_row<F::Tables::a24>(row.index));
+    return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::a24>(row.index));
   } else if constexpr (A == a21) {
     const InverseRow<3, V> row(F::distance(x));
-    return F::factor(x) * row_horner<0, 3>(row.t, lookup_row<F::Tables::a21>(row.index));
+    return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::a21>(row.index));
   } else {
     const InverseRow<4, V> row(F::distance(x));
     const auto [c0, c1] = lookup_pair<F::Tables::a11>(row.index);

@@ -10,21 +10,6 @@
 namespace kelvm::inline KELVM_BUILD {
 namespace {
 
-/// x sqrt(pi) / 2 for 0 < |x| < 2^-53. In units of 2^-256, where nothing is subnormal; a result below the normal range
-/// is rounded by the sum with the number whose unit in the last place is theirs, and taken out of its bits.
-double times_half_root_of_pi(double x) {
-  constexpr double c_hi = 0.88623046875, c_lo = -3.543297241986351e-6;
-  const double scaled = x * 0x1p256, hi = head_of(scaled);
-  const double product = c_hi * hi, rest = c_hi * (scaled - hi) + c_lo * scaled; // the product is exact
-  const double result = product + rest;
-  if (abs(result) >= 0x1p-766) return result * 0x1p-256;
-  ownRaiseFpException(kelStatusUnderflow);
-  const double shifter = from_bits<double>(bits(0x1p-766) | sign_of(x));
-  const double head = head_of(result + shifter);
-  const double sum = head + ((product - (head - shifter)) + rest);
-  return from_bits<double>((bits(sum) - bits(0x1p-766)));
-}
-
 template <InverseAccuracy A> struct Inverse64 : KernelDefaults {
   using Element = double;
   static constexpr float harmless = 0.25f;
@@ -39,7 +24,7 @@ template <InverseAccuracy A> struct ErfInv64 : Inverse64<A> {
     if (size > 1) return domain_error<double>(status);
     if (size == 1) return pole(status, x);
     if (x == 0) return x;
-    if (size < first_regular<double>) return times_half_root_of_pi(x);
+    if (size < first_regular<double>) return tiny_product(x, 0.88623046875, -3.543297241986351e-6);
     return formula(x);
   }
 };

@@ -147,7 +147,7 @@ TEST(Exact, ComplexFunctionsAgreeWithMpc) {
 Statistics judged(std::string_view name, Arguments arguments, double got, double got2 = 0) {
   Judge judge(member(name), false);
   const double* const results[2] = {&got, &got2};
-  judge.block(&arguments, results, 1);
+  judge.block(&arguments, results, 1, reference::BlockEstimates(member(name)));
   return judge.statistics();
 }
 
@@ -227,8 +227,10 @@ TEST_P(EstimateOf, ChangesNoFigure) {
   if (two) got[1] = results_with_errors(m, arguments, 1, random);
   const double* const results[2] = {got[0].data(), got[1].data()};
   Judge slow(m, false), fast(m, true);
-  slow.block(arguments.data(), results, static_cast<int>(arguments.size()));
-  fast.block(arguments.data(), results, static_cast<int>(arguments.size()));
+  reference::BlockEstimates estimates(m);
+  estimates.evaluate(arguments.data(), static_cast<int>(arguments.size()));
+  slow.block(arguments.data(), results, static_cast<int>(arguments.size()), estimates);
+  fast.block(arguments.data(), results, static_cast<int>(arguments.size()), estimates);
   const Statistics &a = slow.statistics(), &b = fast.statistics();
   EXPECT_EQ(a.histogram, b.histogram);
   EXPECT_EQ(a.misrounded, b.misrounded);

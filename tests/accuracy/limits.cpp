@@ -79,4 +79,10 @@ const Limit* find_limit(const std::vector<Limit>& limits, std::string_view membe
   return nullptr;
 }
 
+std::string limit_fault(const std::vector<Limit>& limits, const harness::Member& member,
+                        const reference::Statistics& statistics) {
+  const Limit* limit = find_limit(limits, member.name);
+  return limit ? limit->exceeded(statistics) : "has no row in the limits table";
+}
+
 } // namespace accuracy

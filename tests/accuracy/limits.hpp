@@ -26,4 +26,8 @@ std::vector<Limit> read_limits(const std::string& path);
 /// Null if the member has no row.
 const Limit* find_limit(const std::vector<Limit>& limits, std::string_view member);
 
+/// What of its row a member exceeds, or that it has none; empty if nothing.
+std::string limit_fault(const std::vector<Limit>& limits, const harness::Member& member,
+                        const reference::Statistics& statistics);
+
 } // namespace accuracy

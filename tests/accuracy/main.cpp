@@ -133,8 +133,9 @@ bool table_is_complete(const std::vector<accuracy::Limit>& limits) {
 constexpr std::size_t block_length = 2048;
 
 // Block `index` depends on the seed and the index alone, so that results do not depend on the number of threads.
-reference::Statistics measure(const harness::Library& library, const harness::Member& member, const Settings& s,
-                              std::optional<accuracy::Range> range1) {
+std::vector<reference::Statistics> measure(const harness::Library& library, std::span<const harness::Member> members,
+                                           const Settings& s, std::optional<accuracy::Range> range1) {
+  const harness::Member& member = members.front();
   const accuracy::Inputs inputs(member, range1, s.range2);
   // A scalar exponent lasts a whole block: shorter blocks try more of them.
   const std::size_t length = member.shape == harness::Shape::ScalarPower ? 64 : block_length;
@@ -146,7 +147,7 @@ reference::Statistics measure(const harness::Library& library, const harness::Me
     inputs.fill(random, block);
     return true;
   };
-  return accuracy::measure(library, member, source, {s.threads, !s.mpfr_only, blocks});
+  return accuracy::measure(library, members, source, {s.threads, !s.mpfr_only, blocks});
 }
 
 int run(const Settings& s) {
@@ -155,25 +156,34 @@ int run(const Settings& s) {
   const std::vector<harness::Member> members = chosen_members(s);
   if (members.empty() && s.families.empty() && !s.all) throw std::invalid_argument("no member given");
   const harness::Library library(s.library);
-  int status = 0;
-  for (const harness::Member& member : members) {
-    const auto start = std::chrono::steady_clock::now();
+  const auto within_of = [&](const harness::Member& member) {
     const accuracy::Limit* limit = accuracy::find_limit(limits, member.name);
-    std::optional<accuracy::Range> range1 = s.range1;
-    if (s.check && limit && limit->within > 0) range1 = accuracy::Range{-limit->within, limit->within};
-    const reference::Statistics statistics = measure(library, member, s, range1);
+    return s.check && limit ? limit->within : 0;
+  };
+  int status = 0;
+  for (std::size_t first = 0, behind; first < members.size(); first = behind) {
+    const double within = within_of(members[first]);
+    for (behind = first + 1; behind < members.size() && accuracy::same_function(members[first], members[behind]) &&
+                             within_of(members[behind]) == within;)
+      ++behind;
+    const std::span group(&members[first], behind - first);
+    const auto start = std::chrono::steady_clock::now();
+    const std::vector<reference::Statistics> measured =
+        measure(library, group, s, within > 0 ? accuracy::Range{-within, within} : s.range1);
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    if (s.brief)
-      std::printf("%s\n", accuracy::summary(member, statistics).c_str());
-    else
-      std::printf("%s  %.1f s, %.2f million elements a second\n", accuracy::report(member, statistics).c_str(), seconds,
-                  static_cast<double>(statistics.elements) / seconds / 1e6);
-    std::string fault = accuracy::estimate_fault(statistics);
-    if (s.check && fault.empty()) fault = limit ? limit->exceeded(statistics) : "has no row in the limits table";
-    if (!fault.empty()) {
-      std::printf("FAILED %s: %s\n", std::string(member.name).c_str(), fault.c_str());
+    for (std::size_t i = 0; i < group.size(); ++i) {
+      const reference::Statistics& statistics = measured[i];
+      std::printf("%s\n", s.brief ? accuracy::summary(group[i], statistics).c_str()
+                                  : accuracy::report(group[i], statistics).c_str());
+      std::string fault = accuracy::estimate_fault(statistics);
+      if (s.check && fault.empty()) fault = accuracy::limit_fault(limits, group[i], statistics);
+      if (fault.empty()) continue;
+      std::printf("FAILED %s: %s\n", std::string(group[i].name).c_str(), fault.c_str());
       status = 1;
     }
+    if (!s.brief)
+      std::printf("%zu members in %.1f s, %.2f million elements a second\n", group.size(), seconds,
+                  static_cast<double>(measured[0].elements) / seconds / 1e6);
     std::fflush(stdout);
   }
   return status;

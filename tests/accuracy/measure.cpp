@@ -5,6 +5,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <deque>
 #include <exception>
 #include <mutex>
 #include <thread>
@@ -74,29 +75,42 @@ double percent(std::uint64_t part, std::uint64_t whole) {
 
 } // namespace
 
-Statistics measure(const harness::Library& library, const harness::Member& member, const Source& source,
-                   const Options& options) {
-  Statistics total;
+bool same_function(const harness::Member& a, const harness::Member& b) {
+  return a.family == b.family && a.type == b.type && a.shape == b.shape;
+}
+
+std::vector<Statistics> measure(const harness::Library& library, std::span<const harness::Member> members,
+                                const Source& source, const Options& options) {
+  std::vector<Statistics> total(members.size());
   std::mutex mutex; // guards total, failure, progress
   std::exception_ptr failure;
   std::atomic<std::uint64_t> next_block = 0;
-  Progress progress(member.name, options.blocks);
+  Progress progress(members.front().name, options.blocks);
   const auto work = [&] {
     try {
-      reference::Judge judge(member, options.use_estimate);
-      reference::Block block(library, member);
+      reference::BlockEstimates estimates(members.front());
+      std::deque<reference::Judge> judges;
+      std::deque<reference::Block> blocks;
+      for (const harness::Member& member : members) {
+        judges.emplace_back(member, options.use_estimate);
+        blocks.emplace_back(library, member);
+      }
       std::vector<reference::Arguments> arguments;
       for (std::uint64_t index; source(index = next_block++, arguments);) {
-        block.call(arguments);
-        judge.block(arguments.data(), block.results(), static_cast<int>(arguments.size()));
+        const int elements = static_cast<int>(arguments.size());
+        if (options.use_estimate) estimates.evaluate(arguments.data(), elements);
+        for (std::size_t m = 0; m < members.size(); ++m) {
+          blocks[m].call(arguments);
+          judges[m].block(arguments.data(), blocks[m].results(), elements, estimates);
+        }
         if (index % 16 == 0) {
           const std::lock_guard lock(mutex);
           if (failure) return;
-          progress.show(index, judge.statistics());
+          progress.show(index, judges.front().statistics());
         }
       }
       const std::lock_guard lock(mutex);
-      total.merge(judge.statistics());
+      for (std::size_t m = 0; m < members.size(); ++m) total[m].merge(judges[m].statistics());
     } catch (...) {
       const std::lock_guard lock(mutex);
       failure = std::current_exception();

@@ -1,10 +1,11 @@
-// Measures one member, on several threads.
+// Measures members of one family and type on the same inputs, on several threads.
 #pragma once
 
 #include "inputs.hpp"
 #include "judge.hpp"
 
 #include <functional>
+#include <span>
 #include <string>
 
 namespace accuracy {
@@ -18,9 +19,13 @@ struct Options {
   std::uint64_t blocks = 0; // how many there will be, for the progress line; 0 shows none
 };
 
-/// Calls the member block by block and judges every element. Throws what a thread threw.
-reference::Statistics measure(const harness::Library& library, const harness::Member& member, const Source& source,
-                              const Options& options);
+/// What allows members to be measured together: the same exact function, inputs and result type.
+bool same_function(const harness::Member& a, const harness::Member& b);
+
+/// Calls the members, which have the same function, block by block and judges every element. Throws what a thread
+/// threw.
+std::vector<reference::Statistics> measure(const harness::Library& library, std::span<const harness::Member> members,
+                                           const Source& source, const Options& options);
 
 /// The figures, several lines: maxima with their inputs, share correctly rounded, histogram.
 std::string report(const harness::Member& member, const reference::Statistics& statistics);

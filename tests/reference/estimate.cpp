@@ -182,4 +182,14 @@ FamilyEstimate estimate_of(const harness::Member& member) {
   return found;
 }
 
+void BlockEstimates::evaluate(const Arguments* arguments, int elements) {
+  const auto fill = [&](const auto& estimate, auto& values) {
+    if (!estimate.function) return;
+    values.resize(at(elements));
+    for (int i = 0; i < elements; ++i) estimate.function(arguments[i].parts, &values[at(i)]);
+  };
+  fill(family_.in_double, in_double_);
+  fill(family_.in_long_double, in_long_double_);
+}
+
 } // namespace reference

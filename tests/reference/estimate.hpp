@@ -3,7 +3,9 @@
 // members (and the complex power) in long double.
 #pragma once
 
-#include "members.hpp"
+#include "exact.hpp"
+
+#include <vector>
 
 namespace reference {
 
@@ -24,5 +26,23 @@ struct FamilyEstimate {
 
 /// The estimate for a member's family and type: one of the two functions, or none.
 FamilyEstimate estimate_of(const harness::Member& member);
+
+/// The estimates for a block of inputs, computed once for all members of a family and type.
+class BlockEstimates {
+public:
+  explicit BlockEstimates(const harness::Member& member) : family_(estimate_of(member)) {}
+
+  void evaluate(const Arguments* arguments, int elements);
+  const double* of(const Estimate<double>&, int element) const { return &in_double_[at(element)]; }
+  const long double* of(const Estimate<long double>&, int element) const { return &in_long_double_[at(element)]; }
+
+private:
+  static constexpr std::size_t width = 3;
+  static std::size_t at(int element) { return width * static_cast<std::size_t>(element); }
+
+  FamilyEstimate family_;
+  std::vector<double> in_double_;
+  std::vector<long double> in_long_double_;
+};
 
 } // namespace reference

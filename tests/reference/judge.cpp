@@ -61,24 +61,23 @@ Judge::Judge(const harness::Member& member, bool use_estimate)
 
 Judge::~Judge() { mpfr_clears(difference_, norm_, error_norm_, infinity_, nullptr); }
 
-void Judge::block(const Arguments* arguments, const double* const got[2], int elements) {
+void Judge::block(const Arguments* arguments, const double* const got[2], int elements,
+                  const BlockEstimates& estimates) {
   const bool two = exact_.results() == 2;
   for (int i = 0; i < elements; ++i) {
     const double values[2] = {got[0][i], two ? got[1][i] : 0};
-    if (sample_state_++ % sample_interval != 0) {
-      if (estimate_.in_double.function && decided(estimate_.in_double, arguments[i], values)) continue;
-      if (estimate_.in_long_double.function && decided(estimate_.in_long_double, arguments[i], values)) continue;
-    }
+    const auto by = [&](const auto& estimate) {
+      return estimate.function && decided(estimate, estimates.of(estimate, i), values);
+    };
+    if (sample_state_++ % sample_interval != 0 && (by(estimate_.in_double) || by(estimate_.in_long_double))) continue;
     judge(arguments[i], values);
   }
   statistics_.elements += elements;
 }
 
 // Counts the element and returns true if the estimate alone fixes its place in every statistic.
-template <class T> bool Judge::decided(const Estimate<T>& estimate, const Arguments& arguments, const double got[2]) {
+template <class T> bool Judge::decided(const Estimate<T>& estimate, const T* c, const double got[2]) {
   const int results = exact_.results();
-  T c[3];
-  estimate.function(arguments.parts, c);
   const T bound = estimate.by_norm ? c[2] : static_cast<T>(estimate.bound);
   const T norm_slack = estimate.by_norm ? bound * std::hypot(c[0], c[1]) : 0;
   std::size_t bins[2];

@@ -76,14 +76,14 @@ public:
   Judge(const harness::Member& member, bool use_estimate);
   ~Judge();
 
-  /// Takes the results of one block: component c of element i stands in got[c][i].
-  void block(const Arguments* arguments, const double* const got[2], int elements);
+  /// Takes the results of one block: component c of element i stands in got[c][i]. `estimates` are those of the
+  /// arguments, if the judge uses them.
+  void block(const Arguments* arguments, const double* const got[2], int elements, const BlockEstimates& estimates);
 
   const Statistics& statistics() const { return statistics_; }
-  bool has_estimate() const { return estimate_.in_double.function || estimate_.in_long_double.function; }
 
 private:
-  template <class T> bool decided(const Estimate<T>& estimate, const Arguments& arguments, const double got[2]);
+  template <class T> bool decided(const Estimate<T>& estimate, const T* c, const double got[2]);
   void judge(const Arguments& arguments, const double got[2]);
   template <class T> void check_estimate(const Estimate<T>& estimate, Worst& here);
   bool measure(mpfr_srcptr exact, double got, double& ulps, bool& subnormal, bool& rounded);

@@ -1,6 +1,6 @@
 // Makes src/special/inverse_tables.hpp: rows of minimax polynomials for the inverse error functions and the inverse of
 // the normal distribution function.
-#include "remez.hpp"
+#include "special_rows.hpp"
 
 #include <cstdlib>
 #include <cstring>
@@ -76,16 +76,6 @@ Quad sqrt2() {
   return to_quad(r);
 }
 
-using Row = std::vector<Quad>;
-struct Rows {
-  std::vector<Row> of;
-  double error = 0; // the largest of all rows
-  void add(const Fit& fit) {
-    of.push_back(fit.coefficients);
-    error = std::fmax(error, fit.error);
-  }
-};
-
 /// Row 0 of the two A53 tables: published values, which the fit meets in c0 to c7. The low bits of the higher
 /// coefficients are below the accuracy of any fit.
 struct First {
@@ -107,64 +97,26 @@ constexpr First first_cdf_norm_inv = {
     {0.08309324341611389, -0.0057125661544683085, 0.01172892389680684, -0.0014742172324754702, 0.00207326442299023,
      -0.00037596204991606214, 0.000410912900498816, -9.585676188431864e-05, 8.748725819691709e-05,
      -2.451414841791355e-05, 1.9578452397733137e-05, -6.393090359692991e-06, 4.620355531669722e-06}};
-constexpr int digits_of_first = 26;
-
 void expect(bool holds, const char* what) {
   if (holds) return;
   std::fprintf(stderr, "special_inverse: %s\n", what);
   std::exit(1);
 }
 
-void comment(const char* text, const Rows& rows) {
-  std::printf("\n/// %s Relative error of the fits 2^%.1f.\n", text, std::log2(rows.error));
+void print_a53(const char* name, const Rows& fits, Quad factor, const First& first) {
+  auto rows = split_rows(fits, factor, 26);
+  std::vector<double> given = {first.c0_lo, first.c1_lo};
+  given.insert(given.end(), first.higher, first.higher + 13);
+  given.insert(given.end(), {first.c0_hi, first.c1_hi});
+  for (int i : {0, 1, 2, 3, 4, 5, 6, 7, 15, 16}) expect(rows[0][i] == given[i], "row 0 misses the published values");
+  rows[0] = given;
+  print_array("double", name, rows);
 }
 
-/// c0 and c1 as heads of so many bits and tails: {c0_lo, c1_lo, c2, ..., c0_hi, c1_hi}.
-void print_split(const char* name, const Rows& rows, Quad factor, int head_bits, int columns, const First* first) {
-  std::printf("alignas(64) inline constexpr double %s[%zu][%d] = {\n", name, rows.of.size(), columns);
-  for (std::size_t k = 0; k < rows.of.size(); ++k) {
-    const Row& c = rows.of[k];
-    const int n = int(c.size());
-    std::vector<double> row(columns, 0.0);
-    for (int i = 0; i < 2; ++i) {
-      const double head = rounded(factor * c[i], head_bits);
-      row[n + i] = head;
-      row[i] = double(factor * c[i] - head);
-    }
-    for (int i = 2; i < n; ++i) row[i] = double(factor * c[i]);
-    if (first && k == 0) {
-      std::vector<double> given = {first->c0_lo, first->c1_lo};
-      given.insert(given.end(), first->higher, first->higher + 13);
-      given.insert(given.end(), {first->c0_hi, first->c1_hi});
-      for (int i : {0, 1, 2, 3, 4, 5, 6, 7, 15, 16})
-        if (row[i] != given[i]) std::fprintf(stderr, "%s: %d: fit %a given %a\n", name, i, row[i], given[i]);
-      row = given;
-    }
-    std::printf("{");
-    for (int i = 0; i < columns; ++i) std::printf("%s%a", i ? "," : "", row[i]);
-    std::puts("},");
-  }
-  std::puts("};");
-}
-
-void print_doubles(const char* name, const Rows& rows, Quad factor) {
-  std::printf("alignas(64) inline constexpr double %s[%zu][%zu] = {\n", name, rows.of.size(), rows.of[0].size());
-  for (const Row& c : rows.of) {
-    std::printf("{");
-    for (std::size_t i = 0; i < c.size(); ++i) std::printf("%s%a", i ? "," : "", double(factor * c[i]));
-    std::puts("},");
-  }
-  std::puts("};");
-}
-
-void print_floats(const char* name, const Rows& rows, Quad factor) {
-  std::printf("alignas(64) inline constexpr float %s[%zu][%zu] = {\n", name, rows.of.size(), rows.of[0].size());
-  for (const Row& c : rows.of) {
-    std::printf("{");
-    for (std::size_t i = 0; i < c.size(); ++i) std::printf("%s%af", i ? "," : "", double(float(factor * c[i])));
-    std::puts("},");
-  }
-  std::puts("};");
+void print_tail(const char* name, const Rows& fits, Quad factor) {
+  auto rows = split_rows(fits, factor, 16);
+  for (auto& row : rows) row.push_back(0);
+  print_array("double", name, rows);
 }
 
 /// The logarithm's reciprocals with their logarithms: R = n / 512 near 512 / (512 + j + 1/2), and -ln R.
@@ -225,9 +177,9 @@ int main() {
       "// tables for the normal distribution have the factor sqrt(2).");
   const struct {
     const char* name;
-    Quad factor;
-    const First* first;
-  } families[] = {{"erf", 1, &first_erf_inv}, {"normal", sqrt2(), &first_cdf_norm_inv}};
+    Quad factor, tail_factor;
+    const First& first;
+  } families[] = {{"erf", 1, 1, first_erf_inv}, {"normal", sqrt2(), -sqrt2(), first_cdf_norm_inv}};
   char name[64];
   const auto named = [&](const auto& family, const char* suffix) {
     std::snprintf(name, sizeof name, "%s_%s", family.name, suffix);
@@ -235,7 +187,7 @@ int main() {
   };
   for (const auto& family : families) {
     comment("4 rows a binade: c0_lo, c1_lo, c2, ..., c14, c0_hi, c1_hi, the heads of 26 bits.", a53);
-    print_split(named(family, "a53"), a53, family.factor, digits_of_first, 17, family.first);
+    print_a53(named(family, "a53"), a53, family.factor, family.first);
     comment("4 rows a binade: c0, ..., c11.", a50);
     print_doubles(named(family, "a50"), a50, family.factor);
     comment("16 rows a binade: c0, ..., c3.", a26);
@@ -252,7 +204,7 @@ int main() {
             "// For the normal distribution, with the factor -sqrt(2).");
   for (const auto& family : families) {
     comment("c0_lo, c1_lo, c2, ..., c12, c0_hi, c1_hi, the heads of 16 bits, and a zero.", tail);
-    print_split(named(family, "tail"), tail, family.first == &first_erf_inv ? 1 : -family.factor, 16, 16, nullptr);
+    print_tail(named(family, "tail"), tail, family.tail_factor);
   }
   print_logarithms();
   expect(a53.error < 0x1p-66 && tail.error < 0x1p-62, "a fit fell short");

@@ -1,0 +1,61 @@
+#include "complex/factors.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+HeadTail<double> normalised(HeadTail<double> y) { return fast_two_sum(y.head, y.tail); }
+ScaledSum normalised(Split<double> y) { return {fast_two_sum(y.head, y.rest), 0}; }
+
+ScaledSum plain(double x) { return {{x, 0}, 0}; }
+ScaledSum small(double x) {
+  const Scaled s = scaled(x);
+  return {{s.fraction, 0}, s.exponent};
+}
+ScaledSum with_sign_of(ScaledSum y, double x) {
+  return {{flip_sign(y.value.head, sign_of(x)), flip_sign(y.value.tail, sign_of(x))}, y.exponent};
+}
+
+/// Below, sin x = sinh x = x and cos x = cosh x = 1.
+constexpr double negligible = 0x1p-30;
+
+} // namespace
+
+ScaledSum any_exponential(double x) {
+  if (is_nan(x)) return plain(x);
+  if (is_infinite(x)) return plain(x > 0 ? x : 0.0);
+  if (abs(x) > 2000) x = with_sign(2000.0, sign_of(x)); // beyond the range whatever the other factor
+  const ExpReduced<128, double> reduced = exp_reduce<128>(x);
+  return {normalised(exp_unscaled<ExpAccuracy::pow>(reduced, 0.0)), int(std::int64_t(bits(reduced.sum) << 13) >> 20)};
+}
+
+EvenOdd<ScaledSum> any_hyperbolic(double x) {
+  const double magnitude = abs(x);
+  if (!is_finite(x)) return {plain(magnitude), plain(x)};
+  if (magnitude < negligible) return {plain(1), small(x)};
+  if (magnitude > 22) { // e^-|x| is below 2^-63 of e^|x|
+    ScaledSum half = any_exponential(magnitude);
+    half.exponent -= 1;
+    return {half, with_sign_of(half, x)};
+  }
+  const EvenOdd<Split<double>> h = Full::hyperbolic(magnitude);
+  return {normalised(h.even), with_sign_of(normalised(h.odd), x)};
+}
+
+EvenOdd<ScaledSum> any_circular(double y) {
+  if (!is_finite(y))
+    return {plain(abs(default_nan<double>())), plain(with_sign(abs(default_nan<double>()), sign_of(y)))};
+  if (abs(y) < negligible) return {plain(1), small(y)};
+  const EvenOdd<Split<double>> c = Full::circular<Angles::any>(abs(y));
+  return {normalised(c.even), with_sign_of(normalised(c.odd), y)};
+}
+
+double any_product(Part part, const ScaledSum& hyperbolic, const ScaledSum& circular) {
+  const double h = hyperbolic.value.head, c = circular.value.head;
+  const std::uint64_t sign = sign_of(h) ^ sign_of(c);
+  if (h == 0 || c == 0) return with_sign(0.0, sign);
+  if (is_nan(h) || is_nan(c)) return is_infinite(h) && part == Part::real ? h : default_nan<double>();
+  if (is_infinite(h)) return with_sign(infinity<double>, sign);
+  return ScaledSum{multiply(hyperbolic.value, circular.value), hyperbolic.exponent + circular.exponent}.rounded();
+}
+
+} // namespace kelvm::inline KELVM_BUILD

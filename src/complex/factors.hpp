@@ -1,0 +1,381 @@
+// What Exp, Sinh, Cosh, Tanh and their rotations Sin, Cos, Tan of x + iy are made of: an exponential, a hyperbolic
+// cosine and sine of x, a cosine and sine of y, and their products, at every accuracy; and the kernel that makes a
+// member of a function F and an accuracy P. F has
+//
+//   template <class P, Angles A, class V> static Pair<V> formula(V x, V y)   for |x| <= last<P>, |y| <= P::last_angle
+//   template <class P> static constexpr double last                 the largest |x| of formula
+//   static Pair<double> any(double x, double y)                     any x and y
+//
+// P, an accuracy, has
+//
+//   Arithmetic                          the type it computes in
+//   Factor<V>                           a number with what it knows beyond V
+//   Exponential<V> exponential(V x)     of |x| <= largest_exponent, with a function times(Factor<V>)
+//   EvenOdd<Factor<V>> hyperbolic(V x)  cosh x and sinh x, 0 <= x <= largest_exponent
+//   EvenOdd<Factor<V>> circular<A>(V y) cos y and sin y, 0 <= y <= last_angle; with A = Angles::any any finite y >= 0,
+//                                       where has_any_angle says so; elsewhere ShortA26 takes the larger ones
+//   V product(Factor<V>, Factor<V>)
+//   SumOfSquares<V>(Factor<V>, Factor<V>)   with functions that divide a product of two factors by it
+//
+// A part of a result is a product of two factors, which never cancel: relative errors add up, and that is all. Factors
+// are those of |x| and |y|, signs are put back at the end: symmetries hold bit for bit, zeros keep their signs.
+//
+// Both pairs come from an addition theorem, a from a table and r small:
+//   odd(a + r) = odd a + even a odd r + odd a (even r - 1),   even(a + r) = even a +- odd a odd r + even a (even r - 1)
+// for sin and cos with a = k pi/32, for sinh and cosh with a = k ln 2 / N, where cosh a +- sinh a = 2^(+-k/N). Next to
+// a zero of the function a is that zero, and the result as accurate as r.
+#pragma once
+
+#include "complex/complex.hpp"
+#include "complex/factors_tables.hpp"
+#include "exact/polynomial.hpp"
+#include "exp/exp_core.hpp"
+#include "trig/sine_cosine.hpp"
+#include "trig/tangent.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+/// cos and sin, or cosh and sinh.
+template <class F> struct EvenOdd { F even, odd; };
+enum class Functions { circular, hyperbolic };
+template <Functions Which, class V> inline V signed_product(V a, V b) {
+  return Which == Functions::circular ? -(a * b) : a * b;
+}
+
+// --- accuracies -----------------------------------------------------------------------------------------------------
+
+/// Angles up to last_angle, or any.
+enum class Angles { near, any };
+
+/// What the accuracies in double share.
+struct InDouble {
+  using Arithmetic = double;
+  static constexpr bool has_any_angle = true;
+  static constexpr double last_angle = 0x1.5ffffffffffffp+16; // below 90112
+  static constexpr double largest_exponent = 708;
+
+  /// 2^(k/128) / 2 and 2^(-k/128) / 2, each as a head of 26 bits and the rest; k from exp_reduce of an x >= 0.
+  template <class V> struct HalfPowers {
+    HeadTail<V> up, down;
+    explicit HalfPowers(const ExpReduced<128, V>& x) : up(half_power(x)), down(half_power(opposite(x))) {}
+
+  private:
+    static HeadTail<V> half_power(const ExpReduced<128, V>& x) {
+      const HeadTail<V> power = exp2_short_and_rest(x);
+      const V scale = x.scaled(splat<V>(0.5));
+      return {power.head * scale, power.tail * scale};
+    }
+  };
+  /// k with its sign changed. (The sum is 1.5 2^52 + k.)
+  template <int N, class V> static ExpReduced<N, V> opposite(const ExpReduced<N, V>& x) {
+    return {0x1.8p53 - x.sum, V{}, V{}};
+  }
+};
+
+/// A factor for products to 2^-59 without an exact product: its head has at most 26 bits, so that the product of two
+/// heads is exact, and the rest is below 2^-7 of it.
+template <class V> struct Split { V head, rest; };
+
+/// Heads and rests throughout, one rounding at the end: 0.52 ulp.
+struct Full : InDouble {
+  static constexpr bool splits = true;            // products of tiny factors lose bits below the range
+  static constexpr double largest_exponent = 650; // no product with a cosine or sine is subnormal but a negligible one
+
+  /// The head is exact.
+  template <class V> static HeadTail<V> long_product(const Split<V>& a, const Split<V>& b) {
+    return {a.head * b.head, a.head * b.rest + a.rest * (b.head + b.rest)};
+  }
+  template <class V> static V product(const Split<V>& a, const Split<V>& b) {
+    const HeadTail<V> ab = long_product(a, b);
+    return ab.head + ab.tail;
+  }
+  /// c^2 + d^2, as a divisor. A quotient's head has 26 bits, so that its product with the head of the sum is exact.
+  template <class V> struct SumOfSquares {
+    Split<V> value;
+    V inverse;
+
+    SumOfSquares(const Split<V>& c, const Split<V>& d) {
+      const HeadTail<V> cc = long_product(c, c), dd = long_product(d, d);
+      const HeadTail<V> total = two_sum(cc.head, dd.head);
+      value.head = head_of(total.head);
+      value.rest = (total.head - value.head) + (total.tail + (cc.tail + dd.tail));
+      inverse = 1.0 / (value.head + value.rest);
+    }
+    /// a b / (c^2 + d^2)
+    V divides(const Split<V>& a, const Split<V>& b) const {
+      const HeadTail<V> ab = long_product(a, b);
+      const V quotient = head_of((ab.head + ab.tail) * inverse);
+      return quotient + ((ab.head - quotient * value.head) + (ab.tail - quotient * value.rest)) * inverse;
+    }
+  };
+
+  template <class V> struct Exponential {
+    Split<V> value;
+    V scale;
+    V times(const Split<V>& factor) const { return product(value, factor) * scale; }
+  };
+  template <class V> static Exponential<V> exponential(V x) {
+    const ExpReduced<128, V> reduced = exp_reduce<128>(x);
+    const HeadTail<V> e = exp_unscaled<ExpAccuracy::pow>(reduced, V{});
+    return {{e.head, e.tail}, reduced.scaled(splat<V>(1))};
+  }
+
+  template <class V> static EvenOdd<Split<V>> hyperbolic(V x) {
+    const ExpReduced<128, V> reduced = exp_reduce<128>(x);
+    const HalfPowers<V> power(reduced);
+    const V r = reduced.main - reduced.rest, r_tail = (reduced.main - r) - reduced.rest;
+    const Split<V> cosh_a = sum(power.up.head, power.down.head, power.up.tail + power.down.tail);
+    const Split<V> sinh_a = sum(power.up.head, -power.down.head, power.up.tail - power.down.tail);
+    return added<Functions::hyperbolic>({cosh_a, sinh_a}, HeadTail<V>{r, r_tail}, factors_tables::cosh_full,
+                                        factors_tables::sinh_full);
+  }
+
+  template <Angles A = Angles::near, class V> static EvenOdd<Split<V>> circular(V y) {
+    if constexpr (A == Angles::near) {
+      return circular(long_reduce(y));
+    } else {
+      const WithinReach<V> within(y);
+      const Remainder<V> r = long_reduce(within.y);
+      return circular(Remainder<V>{r.head, r.tail + within.tail, r.index + within.index});
+    }
+  }
+  template <class V> static EvenOdd<Split<V>> circular(const Remainder<V>& r) {
+    const auto [sin_head, sin_rest, cos_head, cos_rest] = lookup_row<factors_tables::sine_cosine>(r.index & 63);
+    return added<Functions::circular>({Split<V>{cos_head, cos_rest}, Split<V>{sin_head, sin_rest}},
+                                      HeadTail<V>{r.head, r.tail}, factors_tables::cos_full, factors_tables::sin_full);
+  }
+  /// y = index pi/32 + head + tail, |head| <= pi/64, for |y| < 2^17; the error is below 2^-120, which matters where y
+  /// is a multiple of pi/2 but for 2^-53.
+  template <class V> static Remainder<V> long_reduce(V y) {
+    using namespace factors_tables;
+    const V shifted = y * thirty_two_over_pi + shifter<double>;
+    const V k = shifted - shifter<double>;
+    const V t = y - k * pi_32_0;
+    const V first = t - k * pi_32_1;
+    const V second = ((t - first) - k * pi_32_1) - k * pi_32_2;
+    const V head = first + second;
+    return {head, ((first - head) + second) - k * pi_32_3, int_bits(shifted)};
+  }
+
+private:
+  /// a + b + rest, |rest| far below: the upper 26 bits of a + b, and exactly what is left of it, with the rest.
+  template <class V> static Split<V> sum(V a, V b, V rest) {
+    const V head = head_of(a + b);
+    return {head, ((a - head) + b) + rest};
+  }
+  /// The addition theorem: with odd r = head + beyond, where head has 26 bits, the products with head are exact.
+  template <Functions Which, class V, int N, int M>
+  static EvenOdd<Split<V>> added(const EvenOdd<Split<V>>& a, HeadTail<V> r, const double (&even_series)[N],
+                                 const double (&odd_series)[M]) {
+    const V z = r.head * r.head, head = head_of(r.head);
+    const V beyond = ((r.head - head) + r.tail) + (r.head * z) * horner(z, odd_series);
+    const V c = z * horner(z, even_series);
+    const V even = a.even.head + a.even.rest, odd = a.odd.head + a.odd.rest;
+    return {
+        sum(a.even.head, signed_product<Which>(a.odd.head, head),
+            (a.even.rest + signed_product<Which>(a.odd.rest, head)) + (even * c + signed_product<Which>(odd, beyond))),
+        sum(a.odd.head, a.even.head * head, (a.odd.rest + a.even.rest * head) + (even * beyond + odd * c))};
+  }
+};
+
+/// The addition theorem in plain numbers: c = even r - 1.
+template <Functions Which, class V> inline EvenOdd<V> added(const EvenOdd<V>& a, V c, V odd_r) {
+  return {a.even + (a.even * c + signed_product<Which>(a.odd, odd_r)), a.odd + (a.odd * c + a.even * odd_r)};
+}
+template <class V, int N, int M>
+inline EvenOdd<V> even_odd(V r, const Lane<V> (&even_series)[N], const Lane<V> (&odd_series)[M]) {
+  const V z = r * r;
+  return {z * horner(z, even_series), r + (r * z) * horner(z, odd_series)}; // even less 1
+}
+
+/// Where a factor is a plain number.
+struct Plain {
+  static constexpr bool splits = false;
+
+  template <class V> static V product(V a, V b) { return a * b; }
+  template <class V> struct SumOfSquares {
+    V inverse;
+    SumOfSquares(V c, V d) : inverse(Lane<V>(1) / (c * c + d * d)) {}
+    V divides(V a, V b) const { return (a * b) * inverse; }
+  };
+  template <class V> struct Exponential {
+    V value;
+    V times(V factor) const { return value * factor; }
+  };
+};
+
+/// In double, an exponential of accuracy E, the same angles as above with the coefficients of P.
+template <ExpAccuracy E, class P> struct Rounded : Plain, InDouble {
+  template <class V> static Exponential<V> exponential(V x) { return {exp_normal<E>(x, V{})}; }
+  template <class V> static EvenOdd<V> hyperbolic(V x) {
+    const ExpReduced<P::steps, V> reduced = exp_reduce<P::steps>(x);
+    const EvenOdd<V> r = even_odd(reduced.main - reduced.rest, P::cosh, P::sinh);
+    if constexpr (P::steps == 128) { // with rests: sinh a by cancellation
+      const HalfPowers<V> power(reduced);
+      const EvenOdd<V> a{power.up.head + (power.down.head + (power.up.tail + power.down.tail)),
+                         (power.up.head - power.down.head) + (power.up.tail - power.down.tail)};
+      return added<Functions::hyperbolic>(a, r.even, r.odd);
+    } else {
+      const auto half_power = [](const ExpReduced<32, V>& x) {
+        return lookup<exp_core_tables::exp2_32>(x.row()) * x.scaled(splat<V>(0.5));
+      };
+      const V up = half_power(reduced), down = half_power(opposite(reduced));
+      return added<Functions::hyperbolic>({up + down, up - down}, r.even, r.odd);
+    }
+  }
+  template <Angles A = Angles::near, class V> static EvenOdd<V> circular(V y) {
+    if constexpr (A == Angles::near) {
+      return circular(y, V{}, Int<V>{});
+    } else {
+      const WithinReach<V> within(y);
+      return circular(within.y, within.tail, within.index);
+    }
+  }
+
+private:
+  /// Of y + tail + index pi/32.
+  template <class V> static EvenOdd<V> circular(V y, V tail, Int<V> index) {
+    const V shifted = y * thirty_two_over_pi + shifter<double>;
+    const EvenOdd<V> r = even_odd(remainder(y, shifted - shifter<double>) + tail, P::cos, P::sin);
+    const auto [cos_a, sin_a] = lookup_pair<cosine_sine>((int_bits(shifted) + index) & 63);
+    return added<Functions::circular>({cos_a, sin_a}, r.even, r.odd);
+  }
+};
+struct LongSeries {
+  static constexpr int steps = 128;
+  static constexpr const auto& sin = factors_tables::sin_full;
+  static constexpr const auto& cos = factors_tables::cos_full;
+  static constexpr const auto& sinh = factors_tables::sinh_full;
+  static constexpr const auto& cosh = factors_tables::cosh_full;
+};
+struct ShortSeries {
+  static constexpr int steps = 32;
+  static constexpr const auto& sin = factors_tables::sin_short;
+  static constexpr const auto& cos = factors_tables::cos_short;
+  static constexpr const auto& sinh = factors_tables::sinh_short;
+  static constexpr const auto& cosh = factors_tables::cosh_short;
+};
+/// A factor within an ulp or two.
+using Middle = Rounded<ExpAccuracy::a50, LongSeries>;
+/// Factors to 2^-35 or better; the exponential to 2^-42 for results that are rounded to float, to 2^-33 for A26.
+using ShortA24 = Rounded<ExpAccuracy::a24, ShortSeries>;
+using ShortA26 = Rounded<ExpAccuracy::a26, ShortSeries>;
+
+/// In float, angles reduced by pi/2, exponents by ln 2. What is subtracted first is exact, so that relative errors stay
+/// small next to the zeros.
+template <class P> struct Single : Plain {
+  using Arithmetic = float;
+  static constexpr bool has_any_angle = false;
+  static constexpr float largest_exponent = 87, last_angle = 10000;
+
+  template <class V> static Exponential<V> exponential(V x) {
+    const FloatExpReduced<V> reduced = float_exp_reduce(x);
+    const V r = reduced.r;
+    return {reduced.scaled(1.0f + (r + (r * r) * estrin(r, P::exponential)))};
+  }
+  template <class V> static EvenOdd<V> hyperbolic(V x) {
+    const FloatExpReduced<V> reduced = float_exp_reduce(x);
+    const FloatExpReduced<V> opposite{0x1.8p24f - reduced.sum, V{}};
+    const V up = reduced.scaled(splat<V>(0.5f)), down = opposite.scaled(splat<V>(0.5f));
+    const EvenOdd<V> r = even_odd(reduced.r, P::cosh, P::sinh);
+    return added<Functions::hyperbolic>({up + down, up - down}, r.even, r.odd);
+  }
+  template <Angles = Angles::near, class V> static EvenOdd<V> circular(V y) {
+    const V shifted = y * 0x1.45f306p-1f + shifter<float>;
+    const V k = shifted - shifter<float>;
+    const V remainder = y - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f;
+    const EvenOdd<V> r = even_odd(remainder, P::cos, P::sin);
+    const V cos_r = 1.0f + r.even;
+    const Bits<V> quadrant = bits(shifted);
+    const Marks<V> odd = bit_cast<Marks<V>>(quadrant << 31);
+    return {flip_sign(select(odd, r.odd, cos_r), ((quadrant + 1) << 30) & sign_bit<V>),
+            flip_sign(select(odd, cos_r, r.odd), (quadrant << 30) & sign_bit<V>)};
+  }
+};
+struct SeriesA21 {
+  static constexpr const auto& sin = factors_tables::sin_single_a21;
+  static constexpr const auto& cos = factors_tables::cos_single_a21;
+  static constexpr const auto& sinh = factors_tables::sinh_single_a21;
+  static constexpr const auto& cosh = factors_tables::cosh_single_a21;
+  static constexpr const auto& exponential = exp_core_tables::float_expm1_a21;
+};
+struct SeriesA11 {
+  static constexpr const auto& sin = factors_tables::sin_single_a11;
+  static constexpr const auto& cos = factors_tables::cos_single_a11;
+  static constexpr const auto& sinh = factors_tables::sinh_single_a11;
+  static constexpr const auto& cosh = factors_tables::cosh_single_a11;
+  static constexpr const auto& exponential = exp_core_tables::float_exp_a11;
+};
+using SingleA21 = Single<SeriesA21>;
+using SingleA11 = Single<SeriesA11>;
+
+// --- one element, any operands --------------------------------------------------------------------------------------
+
+/// Factors to about 2^-58 with their power of two apart, any x or y. Zero, infinite or NaN by their heads. The circular
+/// factors of infinities and NaNs are NaNs, odd functions keep the sign of a NaN.
+ScaledSum any_exponential(double x);
+EvenOdd<ScaledSum> any_hyperbolic(double x);
+EvenOdd<ScaledSum> any_circular(double y);
+/// One part of a result: the product of an exponential or hyperbolic factor and a cosine or sine. As Annex G has it for
+/// all of these functions, a zero stays a zero whatever the other factor, and the real part stays infinite where the
+/// angle is no number.
+enum class Part { real, imaginary };
+double any_product(Part part, const ScaledSum& hyperbolic, const ScaledSum& circular);
+
+// --- kernels --------------------------------------------------------------------------------------------------------
+
+template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
+  using Element = T;
+  static constexpr bool stray_underflow = true;
+
+  /// A quotient or product that overflows float does so in element().
+  static constexpr T last = sizeof(T) == 4 && F::template last<P> > 88 ? 88 : F::template last<P>;
+
+  static constexpr bool has_wide_formula = true;
+
+  template <class V> static Marks<V> special(V x, V y) { return outside(x, y, T(P::last_angle)); }
+  template <class V> static Pair<V> formula(V x, V y) { return evaluated<P, Angles::near>(x, y); }
+  template <class V> static Marks<V> wide_special(V x, V y) { return outside(x, y, largest_finite<T>); }
+  template <class V> static Pair<V> wide_formula(V x, V y) {
+    const Marks<V> far = above(abs(y), T(P::last_angle));
+    if (!any(far)) return formula(x, y);
+    if constexpr (P::has_any_angle) {
+      return evaluated<P, Angles::any>(x, y);
+    } else {
+      const Pair<V> z = formula(x, select(far, splat<V>(1), y)), far_z = evaluated<ShortA26, Angles::any>(x, y);
+      return {select(far, far_z.first, z.first), select(far, far_z.second, z.second)};
+    }
+  }
+  static Pair<T> element(T x, T y, kelStatus& status) {
+    const Operand z{quiet(x), quiet(y)};
+    const Pair<double> result = F::any(z.x, z.y);
+    return with_code<T>(z, result.first, result.second, status);
+  }
+
+private:
+  template <class V> static Marks<V> outside(V x, V y, T last_angle) {
+    const Marks<V> large = above(abs(x), last) | above(abs(y), last_angle);
+    if constexpr (P::splits)
+      return large | tiny(x) | tiny(y);
+    else
+      return large;
+  }
+  template <class Accuracy, Angles A, class V> static Pair<V> evaluated(V x, V y) {
+    const auto f = [](auto x, auto y) { return F::template formula<Accuracy, A>(x, y); };
+    if constexpr (sizeof(T) < sizeof(typename Accuracy::Arithmetic))
+      return pair_in_double(f, x, y);
+    else
+      return f(x, y);
+  }
+  /// Marks 0 < |x| < 2^-400.
+  template <class V> static Marks<V> tiny(V x) {
+    const Int<V> magnitude = int_bits(abs(x));
+    return (magnitude - int_bits(splat<V>(0x1p-400))) & -magnitude;
+  }
+  /// x as a double; raises nothing for a signalling NaN.
+  static double quiet(T x) {
+    return is_nan(x) ? with_sign(abs(default_nan<double>()), std::uint64_t(sign_of(x) != 0) << 63) : double(x);
+  }
+};
+
+} // namespace kelvm::inline KELVM_BUILD

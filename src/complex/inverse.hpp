@@ -1,0 +1,164 @@
+// What the inverse circular and hyperbolic functions of complex numbers share: the accuracies, as types that say in
+// which numbers a member computes and which logarithm and angle it takes; the lanes that its formula covers; and how
+// element() brings the others there.
+#pragma once
+
+#include "complex/complex.hpp"
+#include "complex/extended.hpp"
+#include "exp/log_core.hpp"
+#include "trig/atan_core.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+constexpr double pi = inverse_trig::pi_head;
+
+// --- accuracies -----------------------------------------------------------------------------------------------------
+
+/// Double numbers, each operation rounded.
+template <LogAccuracy Log, AngleAccuracy Angle> struct InDouble {
+  using Working = double;
+  template <class V> static V number(V x) { return x; }
+  template <class V> static V one_minus(V x) { return 1.0 - x; }
+  template <class V> static V log1p(V x) { return logarithm_1p<Log>(x); }
+  /// The argument whose hyperbolic sine and cosine these are.
+  template <class V> static V asinh(V sinh, V cosh) { return log1p(sinh + sinh * sinh / (1.0 + cosh)); }
+  /// The angle of (x, y), y >= 0; an acute one has x >= 0 too.
+  template <class V> static V angle(V y, V x) { return kelvm::angle<Angle>(y, x); }
+  template <class V> static V acute_angle(V y, V x) { return kelvm::angle<Angle>(y, x); }
+};
+/// Float numbers. The angle is pi/2 or pi less one in the first octant, its arc tangent a polynomial.
+template <FloatLogAccuracy A> struct InFloat {
+  using Working = float;
+  template <class V> static V number(V x) { return x; }
+  template <class V> static V one_minus(V x) { return 1.0f - x; }
+  template <class V> static V log1p(V x) { return float_logarithm_1p<A>(x); }
+  template <class V> static V asinh(V sinh, V cosh) { return log1p(sinh + sinh * sinh / (1.0f + cosh)); }
+  template <class V> static V acute_angle(V y, V x) {
+    const auto steep = x < y;
+    const V r = select(steep, x, y) / select(steep, y, x), z = r * r;
+    const V t = r + (r * z) * [z] {
+      if constexpr (A == FloatLogAccuracy::a21)
+        return estrin(z, inverse_trig::atan_a21);
+      else
+        return estrin(z, inverse_trig::atan_a11);
+    }();
+    return select(steep, float(0.5 * pi) - t, t);
+  }
+  template <class V> static V angle(V y, V x) {
+    const V t = acute_angle(y, abs(x));
+    return select(int_bits(x), float(pi) - t, t);
+  }
+};
+/// Extended double numbers; the angle leaves 2^-57.
+struct InExtended {
+  using Working = double;
+  template <class V> static Extended<V> number(V x) { return {x, V{}}; }
+  template <class V> static Extended<V> one_minus(V x) {
+    const HeadTail<V> difference = two_sum(splat<V>(1), -x);
+    return {difference.head, difference.tail};
+  }
+  template <class V> static Extended<V> log1p(Extended<V> x) {
+    const HeadTail<V> y = logarithm_1p_head_tail(HeadTail<V>{x.head, x.tail});
+    return {y.head, y.tail};
+  }
+  template <class V> static Extended<V> asinh(Extended<V> sinh, Extended<V> cosh) {
+    return 0.5 * log1p(2 * normalised(product(sinh, descending_sum(cosh, sinh))));
+  }
+  template <class V> static Extended<V> angle(Extended<V> y, Extended<V> x) {
+    const auto a = kelvm::angle<AngleAccuracy::a53>(HeadTail<V>{y.head, y.tail}, HeadTail<V>{x.head, x.tail});
+    return {a.head, a.tail};
+  }
+  template <class V> static Extended<V> acute_angle(Extended<V> y, Extended<V> x) {
+    const auto a = detail::first_quadrant_angle<AngleAccuracy::a53, true>(HeadTail<V>{y.head, y.tail},
+                                                                          HeadTail<V>{x.head, x.tail});
+    return {a.head, a.tail};
+  }
+};
+
+using A53 = InExtended;
+using A50 = InDouble<LogAccuracy::a50, AngleAccuracy::a50>;
+using A26 = InDouble<LogAccuracy::a26, AngleAccuracy::a26>;
+using A24 = InDouble<LogAccuracy::a24, AngleAccuracy::a24>;
+using A21 = InFloat<FloatLogAccuracy::a21>;
+using A11 = InFloat<FloatLogAccuracy::a11>;
+
+/// N = |z|^2 - 1 from 1 - x and the squared distance |z - 1|^2, x >= 0. What cancels is exact or small beside
+/// |z - 1| |z + 1|.
+template <class Number> inline Number norm_minus_one(Number one_minus_x, Number distance) {
+  return settled(sum(distance, -twice(one_minus_x)));
+}
+
+// --- which lanes ----------------------------------------------------------------------------------------------------
+
+/// Marks lanes with x = 1, y = 0.
+template <class V> inline Marks<V> is_one(V x, V y) {
+  return ((int_bits(x) ^ int_bits(splat<V>(1))) - 1) & (int_bits(y) - 1);
+}
+/// Marks non-negative numbers above high, and those below low but zero.
+template <class V> inline Marks<V> outside(V x, Lane<V> low, Lane<V> high) {
+  return above(x, high) | ((int_bits(x) - int_bits(splat<V>(low))) & -int_bits(x));
+}
+
+/// What the kernels of element type T and accuracy P have in common.
+template <class T, class P> struct InverseKernel : KernelDefaults {
+  using Element = T;
+  static constexpr bool stray_underflow = true;
+  /// Floats evaluated in double are all in range.
+  static constexpr bool floats_in_double = sizeof(T) < sizeof(typename P::Working);
+
+  /// Where the formulas neither overflow nor lose a small number: parts are zero or from low to high.
+  static constexpr T low = sizeof(T) == 8 ? T(0x1p-200) : T(0x1p-50);
+  static constexpr T high = sizeof(T) == 8 ? T(0x1p200) : T(0x1p30);
+
+  /// Marks what the formulas do not cover, for x, y >= 0: the point 1, parts out of range, infinities, NaNs.
+  template <class V> static Marks<V> uncovered(V x, V y) {
+    if constexpr (floats_in_double)
+      return is_one(x, y) | above(x, 0x1.fffffep127f) | above(y, 0x1.fffffep127f);
+    else
+      return is_one(x, y) | outside(x, low, high) | outside(y, low, high);
+  }
+  template <class F, class V> static Pair<V> evaluate(F f, V x, V y) {
+    if constexpr (floats_in_double)
+      return pair_in_double(f, x, y);
+    else
+      return f(x, y);
+  }
+};
+
+// --- elements out of range ------------------------------------------------------------------------------------------
+
+/// z = x + iy, x, y >= 0, brought into the range of the formulas: both parts times 2^down if one is large, a part that
+/// is (then) small further up by 2^boost, boost even.
+struct InRange {
+  struct Part {
+    double value;
+    int boost;
+  };
+  int down;
+  Part x, y;
+
+  InRange(double re, double im) : down(down_for(re > im ? re : im)), x(part(re)), y(part(im)) {}
+
+private:
+  static int down_for(double larger) { return larger > 0x1p200 ? 100 - scaled(larger).exponent : 0; }
+  Part part(double value) const {
+    const Scaled s = scaled(value);
+    const int exponent = s.exponent + down;
+    const int boost = value != 0 && exponent < -200 ? (-120 - exponent) & ~1 : 0;
+    return {s.fraction * power_of_two(exponent + boost), boost};
+  }
+};
+
+/// x + k ln 2.
+inline Extended<double> plus_ln2(Extended<double> x, double k) {
+  return settled(sum(Extended<double>{k * Natural::two_hi, k * Natural::two_lo}, x));
+}
+/// x 2^exponent, rounded once more where it is subnormal.
+inline double scaled_back(Extended<double> x, int exponent) { return ScaledSum{{x.head, x.tail}, exponent}.rounded(); }
+
+/// A part of a result from its absolute value, with the sign of x; a NaN is the default one.
+template <class T> inline T odd_part(double magnitude, T x) {
+  return is_nan(magnitude) ? default_nan<T>() : with_sign(T(magnitude), sign_of(x));
+}
+
+} // namespace kelvm::inline KELVM_BUILD

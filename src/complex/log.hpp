@@ -1,0 +1,115 @@
+// The complex logarithm core: log |z| at several accuracies, for any width. The angle is trig/atan_core.hpp's.
+//
+//   ln |z| = ln(h) / 2,   h = x^2 + y^2
+//
+// The logarithm is exp/log_core.hpp's, of h rounded to double; what h is short of it joins the reduced argument r.
+// Next to |z| = 1 a relative error of h is not enough, and r is h - 1 = (x^2 - 1) + y^2 itself: at full precision with
+// both squares exact as head and tail, below that as (x - 1)(x + 1) + y^2.
+#pragma once
+
+#include "complex/complex.hpp"
+#include "exp/log_core.hpp"
+#include "trig/atan_core.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+/// Marks what the logarithms below and the angle do not cover: a part above high; an imaginary part below low but not
+/// zero, whose angle may be tiny; both parts below low, zero among them.
+template <class V> inline Marks<V> outside_window(V x, V y, Lane<V> low, Lane<V> high) {
+  const Int<V> a = int_bits(abs(x)), b = int_bits(abs(y)), l = int_bits(splat<V>(low)), h = int_bits(splat<V>(high));
+  return ((b - l) & ((a - l) | -b)) | (h - a) | (h - b);
+}
+
+/// x^2 + y^2 with a relative error below 2^-75, where the larger is in [2^-480, 2^500].
+template <class V> inline HeadTail<V> norm_head_tail(V x, V y) {
+  const V x_head = head_of(x), y_head = head_of(y);
+  const HeadTail<V> h = two_sum(x_head * x_head, y_head * y_head);
+  return fast_two_sum(h.head, h.tail + ((x - x_head) * (x + x_head) + (y - y_head) * (y + y_head)));
+}
+
+/// |x| and |y|, the larger first.
+template <class V> inline Pair<V> by_size(V x, V y) {
+  x = abs(x), y = abs(y);
+  const auto exchanged = x < y;
+  return {select(exchanged, y, x), select(exchanged, x, y)};
+}
+
+/// x^2 + y^2 - 1 with a relative error below 2^-104, where the larger part is between 1/2 and 2 in magnitude, the
+/// other zero or above 2^-450.
+template <class V> inline HeadTail<V> norm_minus_one(V x, V y) {
+  const auto [larger, smaller] = by_size(x, y);
+  const HeadTail<V> square = two_product(larger, larger);
+  return add(add(square, splat<V>(-1)), two_product(smaller, smaller));
+}
+
+/// h = 2^k m as the logarithm of full precision sees it, but for what the bases differ in: with `rest` beside r.
+template <class Base, class V> struct NormParts {
+  LogParts<V> p;
+  V rest;
+
+  explicit NormParts(HeadTail<V> h) {
+    const LogReduced<V> reduced = log_reduce<ExactRows>(h.head);
+    p = log_parts<Base>(reduced);
+    rest = log1p_correction(reduced, h.tail, p.c);
+  }
+  /// Next to h = 1, where r is h - 1 and nothing else.
+  template <class M> void replace(M near_one, HeadTail<V> minus_one) {
+    p.r = select(near_one, minus_one.head, p.r);
+    rest = select(near_one, minus_one.tail, rest);
+  }
+  /// With the rest in r.
+  LogParts<V> joined() const { return with_rest<Base>(p, rest); }
+};
+
+/// Marks norms h within 2^-16 of 1, where norm_head_tail is not exact enough. Their row of the tables is that of 1.
+template <class V> inline Marks<V> norm_near_one(V h) {
+  constexpr std::uint64_t low = 0x3FEFFFE000000000, high = 0x3FF0001000000000;
+  return ~bit_cast<Marks<V>>((bits(h) - low) | (high - bits(h)));
+}
+
+/// log |z| as head and tail with a relative error below 2^-61; `doubtful` gets the lanes next to |z| = 1, where that
+/// does not hold.
+template <class Base, class V> inline HeadTail<V> log_abs_a53(V x, V y, LaneBits& doubtful) {
+  const HeadTail<V> h = norm_head_tail(x, y);
+  doubtful |= lane_bits(norm_near_one(h.head));
+  const HeadTail<V> log = logarithm_a53<Base>(NormParts<Base, V>(h).joined());
+  return {0.5 * log.head, 0.5 * log.tail};
+}
+/// The same, those lanes included.
+template <class Base, class V> inline HeadTail<V> log_abs_a53(V x, V y) {
+  const HeadTail<V> h = norm_head_tail(x, y);
+  NormParts<Base, V> parts(h);
+  parts.replace(norm_near_one(h.head), norm_minus_one(x, y));
+  const HeadTail<V> log = logarithm_a53<Base>(parts.joined());
+  return {0.5 * log.head, 0.5 * log.tail};
+}
+
+/// log |z| below full precision, in double. Of floats with a24, the larger part first, the error is relative to log
+/// |z|, otherwise to |log z|.
+template <class Base, LogAccuracy A, class V> inline V log_abs(V x, V y) {
+  x = abs(x);
+  const Marks<V> near = (int_bits(splat<V>(0.5)) - int_bits(x)) & (int_bits(x) - int_bits(splat<V>(2)));
+  const V y_square = y * y, minus_one = (x - 1.0) * (x + 1.0) + y_square, one_more = 1.0 + minus_one;
+  const LogReduced<V> reduced = log_reduce<ShortRows>(select(near, one_more, x * x + y_square));
+  const Pair<V> row = lookup_pair<Base::rounded>(reduced.row);
+  V r;
+  if constexpr (A == LogAccuracy::a50) {
+    const V rest = select(near, (1.0 - one_more) + minus_one, V{});
+    r = exact_product_minus_one(reduced.m, row.first) + log1p_correction(reduced, rest, row.first);
+  } else {
+    r = select(near & (int_bits(abs(minus_one)) - int_bits(splat<V>(0x1p-7))), minus_one, reduced.m * row.first - 1.0);
+  }
+  return 0.5 * logarithm_sum<Base, A>(reduced.k * Base::two + row.second, r);
+}
+
+/// log |z| in float, the larger part between 2^-60 and 2^62.
+template <class Base, FloatLogAccuracy A, class V> inline V float_log_abs(V x, V y) {
+  x = abs(x);
+  const Marks<V> near = (int_bits(splat<V>(0.5f)) - int_bits(x)) & (int_bits(x) - int_bits(splat<V>(2.0f)));
+  const V y_square = y * y, minus_one = (x - 1.0f) * (x + 1.0f) + y_square;
+  const FloatLogReduced<V> reduced = float_log_reduce(select(near, 1.0f + minus_one, x * x + y_square));
+  const Marks<V> small = int_bits(abs(minus_one)) - int_bits(splat<V>(0.33f));
+  return 0.5f * float_logarithm<Base, A>(reduced.k, select(near & small, minus_one, reduced.f));
+}
+
+} // namespace kelvm::inline KELVM_BUILD

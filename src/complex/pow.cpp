@@ -1,0 +1,265 @@
+// Complex powers: z^w = e^(w ln z). For ln z = l + i t and w = c + id, the exponent is p = c l - d t and the angle
+// q = c t + d l; the result e^p cos q + i e^p sin q.
+//
+//          arithmetic   ln z               w ln z           e^p                cos q, sin q
+//   A53    double       head and tail      head and tail    head and tail      head and tail      0.52 ulp a part
+//   A50    double       head and tail      head and tail    32 steps, 2^-52    head and tail      2^-50 by norm
+//   A26    double       2^-43              one double       2^-33              2^-40              2^-32 by norm
+//   A24    double       2^-50              one double       2^-42              2^-50              0.51 ulp a part
+//   A21    double       2^-43              one double       2^-33              2^-40              2^-23 by norm
+//   A11    float        2^-21              one float        2^-13              2^-16              2^-11 by norm
+//
+// An error of ln z counts w ln z times: A53 and A50 need its tail. Where cos q or sin q is next to zero, an error of q
+// is one of the result: at full precision such lanes, and those with ln z next to 0, go to element(), which is exact to
+// 2^-95. So do parts of z and w outside a window, results that may leave the range, and real operands, which have the
+// bits of the real members.
+#include "complex/factors.hpp"
+#include "complex/log.hpp"
+#include "complex/power_element.hpp"
+#include "frame/member.hpp"
+#include "kelvm/complex.h"
+#include "root/root.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+/// Marks magnitudes below limits that are numbers as well.
+template <class V> Marks<V> less(V x, V limit) { return int_bits(x) - int_bits(limit); }
+template <class V> V larger(V a, V b) { return select(less(a, b), b, a); }
+
+/// Below, an angle goes to element(): a real power has none, and tiny ones lose bits.
+constexpr double tiny_angle = 0x1p-900;
+
+// --- with tails ------------------------------------------------------------------------------------------------------
+
+struct A53 {
+  using RealPower = Power<PowA53>;
+  /// Angles this many times their terms from a multiple of pi/2 are not exact enough.
+  static constexpr double near_zero = 0x1p-13;
+
+  template <class V> static HeadTail<V> logarithm(const NormParts<Natural, V>& h) { return ln_pow(h.joined()); }
+
+  /// Cosine and sine of q, but for the sign of the sine.
+  template <class V> static EvenOdd<Split<V>> direction(HeadTail<V> q) {
+    Remainder<V> r = Full::long_reduce(abs(q.head));
+    const HeadTail<V> sum = fast_two_sum(r.head, r.tail + flip_sign(q.tail, sign_of(q.head)));
+    r.head = sum.head;
+    r.tail = sum.tail;
+    return Full::circular(r);
+  }
+  template <class V> static V head(const Split<V>& x) { return x.head; }
+
+  template <class V> static Full::Exponential<V> exponential(HeadTail<V> p) {
+    const ExpReduced<128, V> reduced = exp_reduce<128>(p.head);
+    const HeadTail<V> e = exp_unscaled<ExpAccuracy::pow>(reduced, p.tail);
+    return {{e.head, e.tail}, reduced.scaled(splat<V>(1))};
+  }
+};
+
+struct A50 {
+  using RealPower = Power<PowA50>;
+  static constexpr double near_zero = 0;
+
+  template <class V> static HeadTail<V> logarithm(const NormParts<Natural, V>& h) { return ln_a53(h.joined()); }
+  template <class V> static EvenOdd<V> direction(HeadTail<V> q) {
+    const EvenOdd<V> head = Middle::circular(abs(q.head));
+    const V tail = flip_sign(q.tail, sign_of(q.head));
+    return {head.even - tail * head.odd, head.odd + tail * head.even};
+  }
+  template <class V> static V head(V x) { return x; }
+  template <class V> static Middle::Exponential<V> exponential(HeadTail<V> p) {
+    return {exp_normal<ExpAccuracy::a50>(p.head, p.tail)};
+  }
+};
+
+/// A number in three: 26 bits and the rest of a head, and all of it.
+template <class V> struct Halves {
+  V head, rest, whole;
+  explicit Halves(V x) : head(head_of(x)), rest(x - head), whole(x) {}
+  explicit Halves(HeadTail<V> x) : head(head_of(x.head)), rest((x.head - head) + x.tail), whole(x.head) {}
+};
+/// a u + b v with an error of 2^-78 of the larger product: those of the heads are exact.
+template <class V>
+HeadTail<V> sum_of_products(const Halves<V>& a, const Halves<V>& u, const Halves<V>& b, const Halves<V>& v) {
+  const HeadTail<V> sum = two_sum(a.head * u.head, b.head * v.head);
+  const V rest = (a.head * u.rest + a.rest * u.whole) + (b.head * v.rest + b.rest * v.whole);
+  return fast_two_sum(sum.head, sum.tail + rest);
+}
+
+template <class P> struct WithTails {
+  using Element = double;
+  using RealPower = typename P::RealPower;
+
+  template <class V> static Marks<V> special(V x, V y, V c, V d) {
+    return outside_window(x, y, 0x1p-400, 0x1p400) | any_above(c, d, 0x1p60);
+  }
+  template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
+    const HeadTail<V> log = P::logarithm(NormParts<Natural, V>(norm_head_tail(x, y)));
+    const HeadTail<V> l = fast_two_sum(0.5 * log.head, 0.5 * log.tail);
+    const HeadTail<V> theta = angle<AngleAccuracy::pow>(y, x);
+    const HeadTail<V> t = fast_two_sum(theta.head, theta.tail);
+
+    const Halves<V> c_parts(c), d_parts(d), minus_d_parts(-d), l_parts(l), t_parts(t);
+    const HeadTail<V> p = sum_of_products(c_parts, l_parts, minus_d_parts, t_parts);
+    const HeadTail<V> q = sum_of_products(c_parts, t_parts, d_parts, l_parts);
+    const Marks<V> beyond = above(larger(abs(p.head), 0.25 * abs(q.head)), 690.0);
+    const Marks<V> next_to_one = less(abs(l.head), splat<V>(0x1p-10)) & less(abs(t.head), splat<V>(0x1p-10));
+
+    const auto direction = P::direction(q);
+    V near = splat<V>(tiny_angle);
+    if constexpr (P::near_zero != 0) // the error of q is 2^-68 of its terms, of d l at least 2^-78 d
+      near += P::near_zero * (abs(c * t.head) + abs(d) * larger(abs(l.head), splat<V>(0x1p-10)));
+    Marks<V> at_zero = less(abs(P::head(direction.odd)), near);
+    if constexpr (P::near_zero != 0) at_zero |= less(abs(P::head(direction.even)), near);
+    doubtful |= lane_bits(beyond | next_to_one | at_zero);
+
+    const auto size = P::exponential(HeadTail<V>{select(beyond, V{}, p.head), select(beyond, V{}, p.tail)});
+    return {size.times(direction.even), flip_sign(size.times(direction.odd), sign_of(q.head))};
+  }
+};
+
+// --- plain doubles --------------------------------------------------------------------------------------------------
+
+/// C: the factors of complex/factors.hpp.
+template <LogAccuracy L, AngleAccuracy A, class C> struct Short {
+  template <class V>
+  static Pair<V> formula(V x, V y, V c, V d, double largest_exponent, double near_zero, LaneBits& doubtful) {
+    const auto [larger_part, smaller_part] = by_size(x, y);
+    const V l = log_abs<Natural, L>(larger_part, smaller_part);
+    const V t = angle<A>(y, x);
+    const V ct = c * t, dl = d * l;
+    const V p = c * l - d * t, q = ct + dl;
+    const Marks<V> beyond = above(abs(p), largest_exponent) | above(abs(q), 0x1p12);
+    const EvenOdd<V> direction = C::circular(select(beyond, V{}, abs(q)));
+    const V near = near_zero * (abs(ct) + abs(dl)) + tiny_angle;
+    doubtful |= lane_bits(beyond | less(abs(direction.even), near) | less(abs(direction.odd), near));
+    const auto size = C::exponential(select(beyond, V{}, p));
+    return {size.times(direction.even), flip_sign(size.times(direction.odd), sign_of(q))};
+  }
+};
+
+struct A26 {
+  using Element = double;
+  using RealPower = Power<PowA26>;
+  template <class V> static Marks<V> special(V x, V y, V c, V d) {
+    return outside_window(x, y, 0x1p-440, 0x1p440) | any_above(c, d, 0x1p60);
+  }
+  template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
+    return Short<LogAccuracy::a24, AngleAccuracy::a24, ShortA26>::formula(x, y, c, d, 690, 0, doubtful);
+  }
+};
+
+template <class R, LogAccuracy L, AngleAccuracy A, class C> struct FloatInDouble {
+  using Element = float;
+  using RealPower = R;
+  static constexpr double near_zero = L == LogAccuracy::a50 ? 0x1p-20 : 0;
+
+  template <class V> static Marks<V> special(V x, V y, V c, V d) {
+    const Marks<V> zero = int_bits(abs(from_bits<V>(bits(x) | bits(y)))) - 1;
+    return any_above(x, y, largest_finite<float>) | any_above(c, d, largest_finite<float>) | zero;
+  }
+  template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
+    const auto f = [](auto x, auto y, auto c, auto d, LaneBits& doubtful) {
+      return Short<L, A, C>::formula(x, y, c, d, 86, near_zero, doubtful);
+    };
+    if constexpr (lanes<V> == 1) {
+      const Pair<double> z = f(double(x), double(y), double(c), double(d), doubtful);
+      return {float(z.first), float(z.second)};
+    } else {
+      LaneBits low_doubts = 0, high_doubts = 0;
+      const auto low = f(widen<0>(x), widen<0>(y), widen<0>(c), widen<0>(d), low_doubts);
+      const auto high = f(widen<1>(x), widen<1>(y), widen<1>(c), widen<1>(d), high_doubts);
+      doubtful |= low_doubts | high_doubts << lanes<Native<double>>;
+      return {narrow(low.first, high.first), narrow(low.second, high.second)};
+    }
+  }
+};
+
+struct RealA24 {
+  static float any(float x, float y, kelStatus& status) { return power_of_any<PowA24>(x, y, status); }
+};
+struct RealA21 {
+  static float any(float x, float y, kelStatus& status) { return power_of_any<PowA21>(x, y, status); }
+};
+struct RealA11 {
+  static float any(float x, float y, kelStatus& status) { return power_of_any<PowA11>(x, y, status); }
+};
+using A24 = FloatInDouble<RealA24, LogAccuracy::a50, AngleAccuracy::a50, Middle>;
+using A21 = FloatInDouble<RealA21, LogAccuracy::a24, AngleAccuracy::a24, ShortA26>;
+
+// --- floats ---------------------------------------------------------------------------------------------------------
+
+struct A11 {
+  using Element = float;
+  using RealPower = RealA11;
+
+  template <class V> static Marks<V> special(V x, V y, V c, V d) {
+    return outside_window(x, y, 0x1p-60f, 0x1p60f) | any_above(c, d, 0x1p60f);
+  }
+  template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
+    const V l = float_log_abs<Natural, FloatLogAccuracy::a21>(x, y);
+    const V t = float_angle<inverse_trig::atan_a21>(y, x);
+    const V p = c * l - d * t, q = c * t + d * l;
+    const Marks<V> beyond = above(abs(p), 86.0f) | above(abs(q), 128.0f);
+    doubtful |= lane_bits(beyond | (int_bits(abs(q)) - 1));
+    const EvenOdd<V> direction = SingleA11::circular(select(beyond, V{}, abs(q)));
+    const auto size = SingleA11::exponential(select(beyond, V{}, p));
+    return {size.times(direction.even), flip_sign(size.times(direction.odd), sign_of(q))};
+  }
+};
+
+// --- kernels --------------------------------------------------------------------------------------------------------
+
+template <class P> struct ComplexPow : KernelDefaults {
+  using Element = typename P::Element;
+  using T = Element;
+  static constexpr bool doubts = true;
+  static constexpr bool stray_underflow = true;
+
+  template <class V> static Marks<V> special(V x, V y, V c, V d) { return P::special(x, y, c, d); }
+  template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
+    return P::formula(x, y, c, d, doubtful);
+  }
+  static Pair<T> element(T x, T y, T c, T d, kelStatus& status) {
+    return power_element<T>({quiet(x), quiet(y), quiet(c), quiet(d)}, status,
+                            [](T x, T c, kelStatus& code) { return P::RealPower::any(x, c, code); });
+  }
+
+private:
+  /// As a double; raises nothing for a signalling NaN.
+  static double quiet(T x) { return is_nan(x) ? default_nan<double>() : double(x); }
+};
+
+/// The bits of Pow, with one exponent.
+template <class P> struct ComplexPowx : KernelDefaults {
+  using Element = typename P::Element;
+  using T = Element;
+  static constexpr bool doubts = true;
+  static constexpr bool stray_underflow = true;
+  Pair<T> w;
+
+  template <class E> explicit ComplexPowx(const E& exponent) : w{exponent.re, exponent.im} {}
+  template <class V> Marks<V> special(V x, V y) const {
+    return ComplexPow<P>::special(x, y, splat<V>(w.first), splat<V>(w.second));
+  }
+  template <class V> Pair<V> formula(V x, V y, LaneBits& doubtful) const {
+    return P::formula(x, y, splat<V>(w.first), splat<V>(w.second), doubtful);
+  }
+  Pair<T> element(T x, T y, kelStatus& status) const { return ComplexPow<P>::element(x, y, w.first, w.second, status); }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_COMPLEX_BINARY(kelsPow_32fc_A11, kelvm::ComplexPow<kelvm::A11>)
+KELVM_COMPLEX_BINARY(kelsPow_32fc_A21, kelvm::ComplexPow<kelvm::A21>)
+KELVM_COMPLEX_BINARY(kelsPow_32fc_A24, kelvm::ComplexPow<kelvm::A24>)
+KELVM_COMPLEX_BINARY(kelsPow_64fc_A26, kelvm::ComplexPow<kelvm::A26>)
+KELVM_COMPLEX_BINARY(kelsPow_64fc_A50, kelvm::ComplexPow<kelvm::WithTails<kelvm::A50>>)
+KELVM_COMPLEX_BINARY(kelsPow_64fc_A53, kelvm::ComplexPow<kelvm::WithTails<kelvm::A53>>)
+KELVM_COMPLEX_SCALAR_POWER(kelsPowx_32fc_A11, kelvm::ComplexPowx<kelvm::A11>)
+KELVM_COMPLEX_SCALAR_POWER(kelsPowx_32fc_A21, kelvm::ComplexPowx<kelvm::A21>)
+KELVM_COMPLEX_SCALAR_POWER(kelsPowx_32fc_A24, kelvm::ComplexPowx<kelvm::A24>)
+KELVM_COMPLEX_SCALAR_POWER(kelsPowx_64fc_A26, kelvm::ComplexPowx<kelvm::A26>)
+KELVM_COMPLEX_SCALAR_POWER(kelsPowx_64fc_A50, kelvm::ComplexPowx<kelvm::WithTails<kelvm::A50>>)
+KELVM_COMPLEX_SCALAR_POWER(kelsPowx_64fc_A53, kelvm::ComplexPowx<kelvm::WithTails<kelvm::A53>>)

@@ -1,0 +1,248 @@
+// Complex powers in double-double.
+//
+// ln |z|: h = |z|^2 = 2^k m, ln h = k ln 2 + 2 atanh s, s = (m - 1) / (m + 1), |s| < 0.172; next to |z| = 1, m - 1 is
+// the exact norm less 1. The angle: n pi/4 + atan t, |t| < 0.415, and atan t = atan 1/4 + atan((t - 1/4) / (1 + t/4))
+// where that brings |t| below 0.15. Both series are that of the odd powers, with signs.
+//
+// The imaginary part of w ln z is c n pi/4 + (c atan t + d ln |z|). The first term is reduced modulo 2 pi exactly, and
+// where it is a multiple of pi/2 the second keeps its relative accuracy: powers next to the axes and their exact zeros
+// come out right. Up to |w ln z| = 2^40 the error is below 2^-53; far beyond, the angle has no significance.
+#include "complex/power_element.hpp"
+
+#include "complex/factors.hpp"
+#include "complex/log.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+using Double2 = HeadTail<double>;
+
+constexpr Double2 ln2{0x1.62e42fefa39efp-1, 0x1.abc9e3b39803fp-56};
+constexpr Double2 quarter_pi{0x1.921fb54442d18p-1, 0x1.1a62633145c07p-55};
+constexpr Double2 atan_quarter{0x1.f5b75f92c80ddp-3, 0x1.8ab6e3cf7afbdp-57};
+
+Double2 negated(Double2 a) { return {-a.head, -a.tail}; }
+Double2 scaled_by(Double2 a, double power) { return {a.head * power, a.tail * power}; }
+Double2 with_sign_turned(Double2 a, bool turn) { return turn ? negated(a) : a; }
+
+/// a / b, relative error below 2^-103.
+Double2 quotient(Double2 a, Double2 b) {
+  const double q = a.head / b.head;
+  const Double2 rest = add(a, negated(multiply(b, q)));
+  const double second = rest.head / b.head;
+  const double third = add(rest, negated(multiply(b, second))).head / b.head;
+  return add(fast_two_sum(q, second), third);
+}
+
+/// a 2^exponent with a head from 1 to 2, or zero.
+ScaledSum normalised(Double2 a, int exponent = 0) {
+  const Scaled head = scaled(a.head);
+  const int half = -head.exponent / 2;
+  return {{head.fraction, a.tail * power_of_two(half) * power_of_two(-head.exponent - half)},
+          head.fraction == 0 ? 0 : exponent + head.exponent};
+}
+ScaledSum product(const ScaledSum& a, double b) {
+  const Scaled s = scaled(b);
+  return normalised(multiply(a.value, s.fraction), a.exponent + s.exponent);
+}
+ScaledSum normalised_sum(const ScaledSum& a, const ScaledSum& b) {
+  if (a.value.head == 0 || b.value.head == 0) return a.value.head == 0 ? b : a;
+  if (a.exponent < b.exponent) return normalised_sum(b, a);
+  const int below = b.exponent - a.exponent;
+  return below < -300 ? a : normalised(add(a.value, scaled_by(b.value, power_of_two(below))), a.exponent);
+}
+/// Beyond the range infinities and zeros, with their sign.
+Double2 value_of(const ScaledSum& a) {
+  if (a.exponent > 1000) return {with_sign(infinity<double>, sign_of(a.value.head)), 0};
+  if (a.exponent < -900) return {with_sign(0.0, sign_of(a.value.head)), 0};
+  return scaled_by(a.value, power_of_two(a.exponent));
+}
+
+/// 1 / n for odd n: the coefficients of the series.
+constexpr int series_terms = 21, double2_terms = 11;
+constexpr auto odd_reciprocals = [] {
+  std::array<Double2, series_terms> r{};
+  for (int j = 0; j < series_terms; ++j) {
+    const double n = 2 * j + 1, head = 1 / n;
+    const double upper = __builtin_bit_cast(double, __builtin_bit_cast(std::uint64_t, head) & 0xFFFFFFFFF8000000u);
+    r[j] = {head, ((1 - n * upper) - n * (head - upper)) / n};
+  }
+  return r;
+}();
+
+/// s (1 + z/3 + z^2/5 + ...), z = sign s^2: atanh s, or atan s with the sign -1. |s| < 0.172.
+Double2 odd_series(Double2 s, double sign) {
+  if (abs(s.head) < 0x1p-60) return s;
+  const Double2 z = scaled_by(multiply(s, s), sign);
+  double rest = 0;
+  for (int j = series_terms - 1; j >= double2_terms; --j) rest = odd_reciprocals[j].head + z.head * rest;
+  Double2 sum{rest, 0};
+  for (int j = double2_terms - 1; j >= 0; --j) sum = add(odd_reciprocals[j], multiply(z, sum));
+  return multiply(s, sum);
+}
+
+/// ln (a^2 + b^2) / 2, a >= b >= 0, a != 0.
+Double2 ln_abs(double a, double b) {
+  const auto ln_1p = [](Double2 d) { return odd_series(quotient(d, add(d, 2.0)), 1); }; // half of it
+  if (a >= 0.5 && a <= 2) {
+    const Double2 d = b >= 0x1p-450 ? norm_minus_one(a, b) : a == 1 ? Double2{b * b, 0} : norm_minus_one(a, 0.0);
+    if (d.head > -0.29 && d.head < 0.4) return ln_1p(d);
+  }
+  const Scaled upper = scaled(a), lower = scaled(b);
+  const int apart = b == 0 ? -1000 : lower.exponent - upper.exponent;
+  const double fraction = apart < -200 ? 0 : lower.fraction * power_of_two(apart);
+  Double2 m = add(two_product(upper.fraction, upper.fraction), two_product(fraction, fraction));
+  int k = 2 * upper.exponent;
+  for (; m.head > 0x1.6a09ep0; ++k) m = scaled_by(m, 0.5);
+  return add(multiply(ln2, 0.5 * k), ln_1p(add(m, -1.0)));
+}
+
+/// n pi/4 + rest.
+struct Angle {
+  int n;
+  ScaledSum rest;
+};
+/// Not of (0, 0).
+Angle angle_of(double x, double y) {
+  const bool steep = abs(y) > abs(x), left = sign_of(x) != 0;
+  const Scaled upper = scaled(steep ? abs(y) : abs(x)), lower = scaled(steep ? abs(x) : abs(y));
+  Angle angle{steep ? 2 : 0, {}};
+  bool turned = steep != left;
+  const int below = lower.exponent - upper.exponent;
+  if (lower.fraction != 0 && below < -200) {
+    angle.rest = normalised(quotient(Double2{lower.fraction, 0}, Double2{upper.fraction, 0}), below);
+  } else if (lower.fraction != 0) {
+    const double a = upper.fraction, b = lower.fraction * power_of_two(below);
+    Double2 u{a, 0}, v{b, 0};
+    if (b > 0.41421356 * a) {
+      angle.n = 1;
+      u = two_sum(a, b);
+      v = two_sum(a, -b);
+      turned = !turned;
+    }
+    Double2 rest{};
+    if (v.head > 0.125 * u.head) {
+      const Double2 quarter_v = scaled_by(v, 0.25);
+      v = add(v, negated(scaled_by(u, 0.25)));
+      u = add(u, quarter_v);
+      rest = add(atan_quarter, odd_series(quotient(v, u), -1));
+    } else if (v.head != 0) {
+      rest = odd_series(quotient(v, u), -1);
+    }
+    angle.rest = normalised(rest);
+  }
+  angle.rest.value = with_sign_turned(angle.rest.value, turned);
+  if (left) angle.n = 4 - angle.n;
+  return angle;
+}
+
+EvenOdd<ScaledSum> turned_by(int quadrant, ScaledSum cosine, ScaledSum sine) {
+  const auto minus = [](ScaledSum a) { return ScaledSum{negated(a.value), a.exponent}; };
+  switch (quadrant & 3) {
+  case 0:
+    return {cosine, sine};
+  case 1:
+    return {minus(sine), cosine};
+  case 2:
+    return {minus(cosine), minus(sine)};
+  default:
+    return {sine, minus(cosine)};
+  }
+}
+
+/// Cosine and sine of c n pi/4 + rest.
+EvenOdd<ScaledSum> circle(double c, int n, const ScaledSum& rest) {
+  // c modulo 8 as an integer and a fraction, both times n; whole pairs of quarters go into the quadrant.
+  const double modulo = abs(c) < 0x1p56 ? c - 8 * round<Rounding::to_zero>(c / 8) : 0.0;
+  const double whole = round<Rounding::nearest_even>(modulo);
+  const Double2 fraction = two_product(modulo - whole, double(n));
+  const double quarters = whole * n + fraction.head;
+  const double pairs = round<Rounding::nearest_even>(0.5 * quarters);
+  int quadrant = int(pairs);
+  const Double2 left = two_sum(whole * n - 2 * pairs, fraction.head);
+  ScaledSum angle = rest;
+  const ScaledSum part = normalised(fast_two_sum(left.head, left.tail + fraction.tail));
+  angle = normalised_sum(angle, normalised(multiply(quarter_pi, part.value), part.exponent));
+  if (angle.value.head == 0 || angle.exponent < -60) return turned_by(quadrant, {{1, 0}, 0}, angle); // its own sine
+  if (angle.exponent > 1000) angle.exponent = 1000; // no significance left
+  Double2 y = value_of(angle);
+  if (abs(y.head) >= 0x1p16) {
+    const Quadrant head = reduce_to_quadrant(y.head), tail = reduce_to_quadrant(y.tail);
+    y = add(head.y, tail.y);
+    quadrant += head.number + tail.number;
+  }
+  const bool negative = y.head < 0;
+  y = with_sign_turned(y, negative);
+  Remainder<double> r = Full::long_reduce(y.head);
+  const Double2 remainder = add(Double2{r.head, r.tail}, y.tail);
+  r.head = remainder.head;
+  r.tail = remainder.tail;
+  const EvenOdd<Split<double>> both = Full::circular(r);
+  const ScaledSum cosine{fast_two_sum(both.even.head, both.even.rest), 0};
+  ScaledSum sine{fast_two_sum(both.odd.head, both.odd.rest), 0};
+  sine.value = with_sign_turned(sine.value, negative);
+  return turned_by(quadrant, cosine, sine);
+}
+
+Pair<double> parts_of(const ScaledSum& size, const EvenOdd<ScaledSum>& direction) {
+  const auto product = [&](const ScaledSum& part) {
+    if (part.value.head == 0) return 0.0;
+    return ScaledSum{multiply(size.value, part.value), size.exponent + part.exponent}.rounded();
+  };
+  return {product(direction.even), product(direction.odd)};
+}
+
+/// conj(z)^conj(w) = conj(z^w): f is asked for y >= +0 only.
+template <class F> Pair<double> with_upper_half(PowerOperands o, F f) {
+  const std::uint64_t sign = sign_of(o.y);
+  o.y = abs(o.y);
+  o.d = flip_sign(o.d, sign);
+  const Pair<double> z = f(o);
+  return {z.first, flip_sign(z.second, sign)};
+}
+
+Pair<double> finite_power_above(const PowerOperands& o) {
+  const double a = abs(o.x), b = abs(o.y);
+  const Double2 ln = a > b ? ln_abs(a, b) : ln_abs(b, a);
+  const Angle angle = angle_of(o.x, o.y);
+  const ScaledSum size_of_z = normalised(ln);
+  const ScaledSum theta = normalised_sum(normalised(multiply(quarter_pi, double(angle.n))), angle.rest);
+  // No sine is so small that e^4000 times it is in range.
+  Double2 re = value_of(normalised_sum(product(size_of_z, o.c), product(theta, -o.d)));
+  if (abs(re.head) > 4000) re = {with_sign(4000.0, sign_of(re.head)), 0};
+  const ExpReduced<128, double> reduced = exp_reduce<128>(re.head);
+  const Double2 size = exp_unscaled<ExpAccuracy::pow>(reduced, re.tail);
+  return parts_of({fast_two_sum(size.head, size.tail), int(std::int64_t(bits(reduced.sum) << 13) >> 20)},
+                  circle(o.c, angle.n, normalised_sum(product(angle.rest, o.c), product(size_of_z, o.d))));
+}
+
+Pair<double> infinite_power_above(const PowerOperands& o) {
+  const double nan = default_nan<double>();
+  const bool x_infinite = is_infinite(o.x), y_infinite = is_infinite(o.y), negative = sign_of(o.x) != 0;
+  const bool base_infinite = x_infinite || y_infinite;
+  if (is_finite(o.c) && o.d == 0) { // of an infinite base; its direction is a multiple of pi/4
+    const int n = y_infinite ? x_infinite ? negative ? 3 : 1 : 2 : negative ? 4 : 0;
+    const EvenOdd<ScaledSum> direction = circle(o.c, n, {});
+    const auto part = [&](const ScaledSum& s) {
+      const double head = s.value.head;
+      return head == 0 ? 0.0 : with_sign(o.c > 0 ? infinity<double> : 0.0, sign_of(head));
+    };
+    return {part(direction.even), part(direction.odd)};
+  }
+  // The size is zero, or the direction is lost.
+  const double a = abs(o.x), b = abs(o.y);
+  const double ln = base_infinite ? infinity<double> : (a > b ? ln_abs(a, b) : ln_abs(b, a)).head;
+  const bool on_axis = sign_of(o.x) == 0 && (b == 0 || (x_infinite && !y_infinite));
+  const auto product = [](double u, double v) { return u == 0 || v == 0 ? 0.0 : u * v; };
+  const double first = product(o.c, ln), second = product(o.d, on_axis ? 0.0 : -1.0);
+  const bool opposed = is_infinite(first) && is_infinite(second) && first != second;
+  if (!opposed && (first == -infinity<double> || second == -infinity<double>)) return {0, 0};
+  return {nan, nan};
+}
+
+} // namespace
+
+Pair<double> finite_power(const PowerOperands& o) { return with_upper_half(o, finite_power_above); }
+Pair<double> infinite_power(const PowerOperands& o) { return with_upper_half(o, infinite_power_above); }
+
+} // namespace kelvm::inline KELVM_BUILD

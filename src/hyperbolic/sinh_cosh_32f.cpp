@@ -1,0 +1,71 @@
+// sinh and cosh of floats: the addition theorem of sinh_cosh_64f.cpp with steps of ln 2 / 32 in double for A24, with
+// steps of ln 2 in float for A21 and A11. A24 is correctly rounded: results within 2^-44 of a midpoint between two
+// floats are evaluated again, to 2^-59.
+//
+// Exceptional inputs: overflow beyond 89.416; infinities stay (cosh: +inf), NaNs are quieted.
+#include "complex/factors.hpp"
+#include "exact/decided.hpp"
+#include "frame/member.hpp"
+#include "kelvm/hyperbolic.h"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+/// Which of the two: its part of a pair, and its sign.
+struct OfSinh {
+  template <class F> static F of(const EvenOdd<F>& pair) { return pair.odd; }
+  template <class V> static V with_its_sign(V y, V x) { return with_sign(y, sign_of(x)); }
+};
+struct OfCosh {
+  template <class F> static F of(const EvenOdd<F>& pair) { return pair.even; }
+  template <class V> static V with_its_sign(V y, V) { return y; }
+};
+
+template <class Which> float correctly_rounded(float x, kelStatus& status) {
+  if (is_nan(x)) return x + x;
+  if (is_infinite(x)) return Which::with_its_sign(infinity<float>, x);
+  if (abs(x) > 90) return Which::with_its_sign(overflow<float>(status), x);
+  const ScaledSum y = Which::of(any_hyperbolic(abs(double(x))));
+  const double scale = power_of_two(y.exponent);
+  const float result = round_to_float(HeadTail<double>{y.value.head * scale, y.value.tail * scale});
+  return Which::with_its_sign(is_infinite(result) ? overflow<float>(status) : result, x);
+}
+
+/// In double with relative errors below 2^-45. The series of sinh is Taylor's: its next term is below 2^-52.
+struct SeriesA24 {
+  static constexpr int steps = 32;
+  static constexpr double sinh[] = {0x1.5555555555555p-3, 0x1.1111111111111p-7};
+  static constexpr const auto& cosh = factors_tables::cosh_short;
+};
+
+template <class Which> struct A24 : KernelDefaults {
+  using Element = float;
+  static constexpr bool doubts = true;
+  static constexpr bool stray_underflow = true; // a subnormal result, which is x
+  template <class V> static Marks<V> special(V x) { return above(abs(x), 89.0f); }
+  template <class V> static V formula(V x, LaneBits& doubtful) {
+    const V y = in_double_decided<44>(
+        doubtful, [](auto d) { return Which::of(Rounded<ExpAccuracy::a24, SeriesA24>::hyperbolic(d)); }, abs(x));
+    return Which::with_its_sign(y, x);
+  }
+  static float element(float x, kelStatus& status) { return correctly_rounded<Which>(x, status); }
+};
+
+template <class Which, class Accuracy> struct InFloat : KernelDefaults {
+  using Element = float;
+  static constexpr int vectors_in_flight = 4;
+  static constexpr bool stray_underflow = true; // r^2 of a tiny r
+  template <class V> static Marks<V> special(V x) { return above(abs(x), 87.0f); }
+  template <class V> static V formula(V x) { return Which::with_its_sign(Which::of(Accuracy::hyperbolic(abs(x))), x); }
+  static float element(float x, kelStatus& status) { return correctly_rounded<Which>(x, status); }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsSinh_32f_A11, kelvm::InFloat<kelvm::OfSinh, kelvm::SingleA11>)
+KELVM_UNARY(kelsSinh_32f_A21, kelvm::InFloat<kelvm::OfSinh, kelvm::SingleA21>)
+KELVM_UNARY(kelsSinh_32f_A24, kelvm::A24<kelvm::OfSinh>)
+KELVM_UNARY(kelsCosh_32f_A11, kelvm::InFloat<kelvm::OfCosh, kelvm::SingleA11>)
+KELVM_UNARY(kelsCosh_32f_A21, kelvm::InFloat<kelvm::OfCosh, kelvm::SingleA21>)
+KELVM_UNARY(kelsCosh_32f_A24, kelvm::A24<kelvm::OfCosh>)

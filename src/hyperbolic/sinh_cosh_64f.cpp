@@ -1,0 +1,64 @@
+// sinh and cosh of doubles.
+//
+//   |x| = k ln 2 / 128 + r,   sinh a, cosh a of a = k ln 2 / 128 from 2^(+-k/128),
+//   sinh(a + r) = sinh a + cosh a sinh r + sinh a (cosh r - 1),   cosh(a + r) with the roles exchanged
+//
+// For k = 0 the sum is the series of sinh r alone, as accurate as r. A53 keeps heads and rests throughout, 2^-59 before
+// the one rounding; A50 has plain numbers, an ulp or two; A26 (and cosh A50) steps of ln 2 / 32 and a shorter series.
+// Signs are put back at the end.
+//
+// Exceptional inputs: beyond 708, where 2^(k/128) approaches the end of the range, one element at a time with its power
+// of two apart; overflow beyond 710.4758; infinities stay (cosh: +inf), NaNs are quieted.
+#include "complex/factors.hpp"
+#include "frame/member.hpp"
+#include "kelvm/hyperbolic.h"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+template <class V> inline V rounded(V y) { return y; }
+template <class V> inline V rounded(const Split<V>& y) { return y.head + y.rest; }
+
+/// cosh for A50: nothing cancels in it, so that steps of ln 2 / 32 without rests do. The series are Taylor's, the next
+/// terms below 2^-60.
+struct CoshSeriesA50 {
+  static constexpr int steps = 32;
+  static constexpr double sinh[] = {0x1.5555555555555p-3, 0x1.1111111111111p-7, 0x1.a01a01a01a01ap-13};
+  static constexpr double cosh[] = {0.5, 0x1.5555555555555p-5, 0x1.6c16c16c16c17p-10};
+};
+using CoshA50 = Rounded<ExpAccuracy::a50, CoshSeriesA50>;
+
+template <class Accuracy> struct Sinh : KernelDefaults {
+  using Element = double;
+  static constexpr bool stray_underflow = true; // r^2 of a tiny r
+  template <class V> static Marks<V> special(V x) { return above(abs(x), 708.0); }
+  template <class V> static V formula(V x) { return with_sign(rounded(Accuracy::hyperbolic(abs(x)).odd), sign_of(x)); }
+  static double element(double x, kelStatus& status) {
+    if (!is_finite(x)) return x + x;
+    const double y = any_hyperbolic(x).odd.rounded();
+    return is_infinite(y) ? overflow(status, x) : y;
+  }
+};
+
+template <class Accuracy> struct Cosh : KernelDefaults {
+  using Element = double;
+  static constexpr bool stray_underflow = true;
+  template <class V> static Marks<V> special(V x) { return above(abs(x), 708.0); }
+  template <class V> static V formula(V x) { return rounded(Accuracy::hyperbolic(abs(x)).even); }
+  static double element(double x, kelStatus& status) {
+    if (is_nan(x)) return x + x;
+    if (is_infinite(x)) return abs(x);
+    const double y = any_hyperbolic(x).even.rounded();
+    return is_infinite(y) ? overflow<double>(status) : y;
+  }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsSinh_64f_A26, kelvm::Sinh<kelvm::ShortA26>)
+KELVM_UNARY(kelsSinh_64f_A50, kelvm::Sinh<kelvm::Middle>)
+KELVM_UNARY(kelsSinh_64f_A53, kelvm::Sinh<kelvm::Full>)
+KELVM_UNARY(kelsCosh_64f_A26, kelvm::Cosh<kelvm::ShortA26>)
+KELVM_UNARY(kelsCosh_64f_A50, kelvm::Cosh<kelvm::CoshA50>)
+KELVM_UNARY(kelsCosh_64f_A53, kelvm::Cosh<kelvm::Full>)

@@ -1,0 +1,41 @@
+// tanh |x| = e / (e + 2) with e = e^(2|x|) - 1, for any width: relative errors of e do not grow, and nothing cancels
+// next to 0. From `saturated` on the result is 1; larger arguments are taken as this one.
+#pragma once
+
+#include "exp/exp_core.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+/// 1 - tanh 20 is below 2^-56.
+constexpr double tanh_saturated = 20;
+template <class V> inline V tanh_clamped(V x, Lane<V> limit) {
+  const V magnitude = abs(x);
+  return select(magnitude < splat<V>(limit), magnitude, splat<V>(limit));
+}
+
+/// tanh x, 0 <= x <= 20, as head and tail with a relative error below 2^-60, |tail| < 2^-24 head. e = (head + tail)
+/// scale; the quotient does not depend on the scale. The head has 26 bits, as has that of the denominator: what it
+/// leaves of the dividend is exact but for rounding errors of its small parts.
+template <class V> inline HeadTail<V> tanh_head_tail(V x) {
+  const Expm1Parts<V> e = expm1_a53(x + x);
+  const HeadTail<V> sum = two_sum(e.head, 2.0 * inverse_power_of_2(e.scale));
+  const V denominator = sum.head + e.tail;
+  const V denominator_head = head_of(denominator);
+  const V denominator_tail = ((sum.head - denominator_head) + sum.tail) + e.tail;
+  const V inverse = 1.0 / denominator;
+  const V head = head_of((e.head + e.tail) * inverse);
+  return {head, ((e.head - head * denominator_head) + (e.tail - head * denominator_tail)) * inverse};
+}
+
+/// tanh x, 0 <= x <= 20.
+template <Expm1Accuracy A, class V> inline V tanh_positive(V x) {
+  if constexpr (A == Expm1Accuracy::a53) {
+    const HeadTail<V> y = tanh_head_tail(x);
+    return y.head + y.tail;
+  } else {
+    const V e = exp_minus_1<A>(x + x);
+    return e / (e + 2.0);
+  }
+}
+
+} // namespace kelvm::inline KELVM_BUILD

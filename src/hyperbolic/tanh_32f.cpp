@@ -1,0 +1,50 @@
+// tanh of floats (hyperbolic/tanh.hpp). A24 is correctly rounded: double arithmetic, and a second evaluation to 2^-60
+// for the results that lie within 2^-42 of a midpoint between two floats. A21 and A11 stay in float arithmetic.
+// Exceptional inputs: NaNs, quieted.
+#include "exact/decided.hpp"
+#include "frame/member.hpp"
+#include "hyperbolic/tanh.hpp"
+#include "kelvm/hyperbolic.h"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+/// 1 - tanh 10 is below 2^-27.
+constexpr float saturated = 10;
+
+struct TanhA24 : KernelDefaults {
+  using Element = float;
+  static constexpr bool doubts = true;
+  static constexpr bool stray_underflow = true; // a subnormal result, which is x
+  template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<float>); }
+  template <class V> static V formula(V x, LaneBits& doubtful) {
+    const V y = in_double_decided<42>(
+        doubtful, [](auto d) { return tanh_positive<Expm1Accuracy::a24>(d); }, tanh_clamped(x, saturated));
+    return with_sign(y, sign_of(x));
+  }
+  static float element(float x, kelStatus&) {
+    if (is_nan(x)) return x + x;
+    const HeadTail<double> y = tanh_head_tail(double(tanh_clamped(x, saturated)));
+    return with_sign(round_to_float(fast_two_sum(y.head, y.tail)), sign_of(x));
+  }
+};
+
+template <FloatExpm1Accuracy A> struct TanhInFloat : KernelDefaults {
+  using Element = float;
+  static constexpr int vectors_in_flight = 4;
+  static constexpr bool stray_underflow = true; // x^2 of a tiny x
+  template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<float>); }
+  template <class V> static V formula(V x) {
+    const V half = tanh_clamped(x, saturated);
+    const V e = float_exp_minus_1<A>(half + half);
+    return with_sign(e / (e + 2.0f), sign_of(x));
+  }
+  static float element(float x, kelStatus&) { return x + x; }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsTanh_32f_A11, kelvm::TanhInFloat<kelvm::FloatExpm1Accuracy::a11>)
+KELVM_UNARY(kelsTanh_32f_A21, kelvm::TanhInFloat<kelvm::FloatExpm1Accuracy::a21>)
+KELVM_UNARY(kelsTanh_32f_A24, kelvm::TanhA24)

@@ -1,0 +1,24 @@
+// tanh of doubles (hyperbolic/tanh.hpp). A53: 2^-60 before the one rounding. Exceptional inputs: NaNs, quieted.
+#include "frame/member.hpp"
+#include "hyperbolic/tanh.hpp"
+#include "kelvm/hyperbolic.h"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+template <Expm1Accuracy A> struct Tanh64f : KernelDefaults {
+  using Element = double;
+  static constexpr bool stray_underflow = true; // x^2 of a tiny x
+  template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<double>); }
+  template <class V> static V formula(V x) {
+    return with_sign(tanh_positive<A>(tanh_clamped(x, tanh_saturated)), sign_of(x));
+  }
+  static double element(double x, kelStatus&) { return x + x; }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsTanh_64f_A26, kelvm::Tanh64f<kelvm::Expm1Accuracy::a26>)
+KELVM_UNARY(kelsTanh_64f_A50, kelvm::Tanh64f<kelvm::Expm1Accuracy::a50>)
+KELVM_UNARY(kelsTanh_64f_A53, kelvm::Tanh64f<kelvm::Expm1Accuracy::a53>)

@@ -1,0 +1,271 @@
+// The error function, its complement and the normal distribution function, for any width. With a = |x|:
+//
+// Full precision (A53):
+//   erf(x)  = x P(a)                P(a) = erf(a) / a
+//   erfc(x) = e^(-a^2) Q(a)         Q(a) = e^(a^2) erfc(a),         for x >= 0, and 2 less that for x < 0
+//   Phi(x)  = e^(-a^2 / 2) Q(a)     Q(a) = e^(a^2 / 2) Phi(-a),     for x <= 0, and 1 less that for x > 0
+// P and Q are polynomials of degree 10 by rows of a table: P in steps of 1/8, Q in 16 steps a binade of 1 + a. a^2 is
+// the square of a's head, which is exact, and a rest that goes to the exponential's remainder; the exponential's table
+// value and Q's head have 26 bits each, so that their product is exact; the difference from 2 or 1 is taken with its
+// rounding error, before the product is scaled by its power of two.
+//
+// Lower accuracies:
+//   erf(r + t) = erf(r) + s I(r, t),   erfc(r + t) = erfc(r) - s I(r, t),   Phi(-a) = erfc(a / sqrt(2)) / 2
+//   s = 2 / sqrt(pi) e^(-r^2),         I = the integral of e^(-2 r u - u^2) from u = 0 to t
+// r the nearest step, its value and slope s from a table, I / t as a series in w = r t and t^2. Exact where t = 0: at
+// zero, and from where erf is 1. Only erf in float at 11 bits is x times a polynomial in x^2, without a table.
+//
+//          erf: steps   erfc, Phi: steps   error
+//   A53                                    0.503, 0.51, 0.51 ulp
+//   A50    1/128        1/128              2^-50.5, 2^-51, 2^-51
+//   A26    1/128        1/128              2^-32, 2^-30, 2^-30
+//   A24    1/128        1/128              2^-41 in double, correctly rounded to float
+//   A21    1/32         1/64               2^-22, 2^-22.5, 2^-22.5
+//   A11                 1/64               2^-12, 2^-15, 2^-15
+#pragma once
+
+#include "exact/decided.hpp"
+#include "exp/exp_core.hpp"
+#include "special/error_tables.hpp"
+#include "special/rows.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+enum class ErrorAccuracy { a53, a50, a26, a24, a21, a11 };
+
+/// a, not above limit. Both non-negative.
+template <class V> inline V at_most(V a, Lane<V> limit) { return smaller_of(a, splat<V>(limit)); }
+
+/// The row round(a 2^StepBits), its middle, and what a exceeds that by; exact.
+template <int StepBits, class V> struct EvenRow {
+  Int<V> index;
+  V middle, t;
+  explicit EvenRow(V a) {
+    constexpr Lane<V> shifter = (sizeof(Lane<V>) == 8 ? Lane<V>(0x1p52) : Lane<V>(0x1p23)) / (1 << StepBits);
+    const V sum = a + shifter;
+    index = int_bits(sum) & 0xFFF;
+    middle = sum - shifter;
+    t = a - middle;
+  }
+};
+
+/// The row of a where a binade of 1 + a has 2^RowBits, and what a exceeds its middle by, as t + t_error: t is inexact
+/// for small a.
+template <int RowBits, class V> struct BinadeRow {
+  Int<V> index;
+  V t, t_error;
+  explicit BinadeRow(V a) {
+    constexpr int fraction_bits = 52 - RowBits;
+    constexpr std::uint64_t one = __builtin_bit_cast(std::uint64_t, 1.0), half = std::uint64_t(1)
+                                                                                 << (fraction_bits - 1);
+    const Bits<V> b = bits(1 + a);
+    index = bit_cast<Int<V>>((b >> fraction_bits) - (one >> fraction_bits));
+    const V middle = from_bits<V>((b & ~(2 * half - 1)) | half) - 1;
+    t = a - middle;
+    t_error = a - (t + middle);
+  }
+};
+
+// --- a row's value and slope ---------------------------------------------------------------------------------------
+
+/// factor (-2)^n / (n! (n + Offset)), n = First ... First + N - 1: the integral of
+/// factor u^(Offset - 1) e^(-2 w u) from 0 to 1 as a power series in w.
+template <class T, int Offset, int First, int N> struct SlopeSeries {
+  T c[N];
+  constexpr explicit SlopeSeries(double factor) : c{} {
+    double numerator = factor, factorial = 1;
+    for (int n = 0; n < First + N; ++n) {
+      if (n >= First) c[n - First] = T(numerator / (factorial * (n + Offset)));
+      numerator *= -2;
+      factorial *= n + 1;
+    }
+  }
+};
+
+/// How many terms of three series are taken: those beside 1, in w = r t, with t^2, and with t^4.
+template <int First, int Second, int Third> struct SlopeTerms {
+  static constexpr int first = First, second = Second, third = Third;
+};
+
+/// erf(r + t) - erf(r), slope the derivative at r: the integral, e^(-u^2) as 1 - u^2 + u^4 / 2, term by term.
+template <class Terms, class V> inline V rise(V slope, V r, V t) {
+  using T = Lane<V>;
+  static constexpr SlopeSeries<T, 1, 1, Terms::first> first(1);
+  const V w = r * t;
+  V sum = w * estrin(w, first.c);
+  if constexpr (Terms::second > 0) {
+    static constexpr SlopeSeries<T, 3, 0, Terms::second> second(-1);
+    V of_square = estrin(w, second.c);
+    if constexpr (Terms::third > 0) {
+      static constexpr SlopeSeries<T, 5, 0, Terms::third> third(0.5);
+      of_square += (t * t) * estrin(w, third.c);
+    }
+    sum += (t * t) * of_square;
+  }
+  return (slope * t) * (1 + sum);
+}
+
+// --- erf -----------------------------------------------------------------------------------------------------------
+
+/// The last row of the tables, on which erf is 1 in the type.
+template <class T> inline constexpr T erf_saturated = sizeof(T) == 8 ? T(6.0) : T(3.96875);
+/// Smaller arguments, but for 0, are not for the vector formulas: powers of a double would underflow, and a float's
+/// result may be subnormal.
+template <class T> inline constexpr T erf_tiny = sizeof(T) == 8 ? T(0x1p-400) : T(0x1p-126);
+
+/// NaNs, and the tiny arguments but for 0.
+template <class V> inline Marks<V> nan_or_tiny(V x) {
+  const Int<V> a = int_bits(abs(x));
+  return above(abs(x), infinity<Lane<V>>) | ((a - bit_cast<Lane<Int<V>>>(erf_tiny<Lane<V>>)) & -a);
+}
+
+/// erf(a) at full precision, as a sum, for erf_tiny <= a <= 6 or a = 0.
+template <class V> inline HeadTail<V> erf_head_tail(V a) {
+  const EvenRow<3, V> row(a);
+  const HeadTail<V> p = split_row_sum(row.t, lookup_row<error_tables::erf_a53>(row.index));
+  const V a_hi = head_of(a);
+  return {a_hi * p.head, p.head * (a - a_hi) + p.tail * a};
+}
+
+/// erf(a) for a >= 0.
+template <ErrorAccuracy A, class V> inline V erf_positive(V a) {
+  using enum ErrorAccuracy;
+  using T = Lane<V>;
+  if constexpr (A != a11) a = at_most(a, erf_saturated<T>);
+  if constexpr (A == a53) {
+    const HeadTail<V> result = erf_head_tail(a);
+    return result.head + result.tail;
+  } else if constexpr (sizeof(T) == 8) {
+    using Terms = std::conditional_t<A == a50, SlopeTerms<4, 4, 2>,
+                                     std::conditional_t<A == a24, SlopeTerms<3, 2, 1>, SlopeTerms<2, 1, 0>>>;
+    const EvenRow<7, V> row(a);
+    const auto [value, slope] = lookup_pair<error_tables::erf_and_slope>(row.index);
+    return value + rise<Terms>(slope, row.middle, row.t);
+  } else if constexpr (A == a21) {
+    const EvenRow<5, V> row(a);
+    const auto [value, slope] = lookup_pair<error_tables::float_erf_and_slope>(row.index);
+    return value + rise<SlopeTerms<2, 1, 0>>(slope, row.middle, row.t);
+  } else {
+    a = at_most(a, 2.75f);
+    return at_most(a * estrin(a * a, error_tables::erf_a11), 1);
+  }
+}
+
+// --- erfc and Phi --------------------------------------------------------------------------------------------------
+
+// A family has its table, `whole` (what the tails on both sides sum up to), `tail_is_negative` (the other side is whole
+// less the tail), the square's factor, what its argument is in erfc's, and by type: the last a of the vector formula
+// (some way from where an inexact result could leave the normal range), the last a with a normal result, and one from
+// which on the result is zero.
+
+struct Erfc {
+  static constexpr auto& a53 = error_tables::erfc_a53;
+  static constexpr int whole = 2;
+  static constexpr bool tail_is_negative = false;
+  static constexpr double square_factor = 1, argument = 1;
+  template <class T> static constexpr T in_vectors = sizeof(T) == 8 ? T(26.5) : T(9.1875);
+  template <class T> static constexpr T last_normal = sizeof(T) == 8 ? T(0x1.a8b12fc6e4891p+4) : T(0x1.2639bep+3);
+  template <class T> static constexpr T first_zero = sizeof(T) == 8 ? T(27.2261) : T(10.0546);
+};
+struct CdfNorm {
+  static constexpr auto& a53 = error_tables::normal_a53;
+  static constexpr int whole = 1;
+  static constexpr bool tail_is_negative = true;
+  static constexpr double square_factor = 0.5, argument = 0x1.6a09e667f3bcdp-1;
+  template <class T> static constexpr T in_vectors = sizeof(T) == 8 ? T(37.5) : T(12.9375);
+  template <class T> static constexpr T last_normal = sizeof(T) == 8 ? T(0x1.2c27b05bf1a0ap+5) : T(0x1.9e6602p+3);
+  template <class T> static constexpr T first_zero = sizeof(T) == 8 ? T(38.4855) : T(14.1702);
+};
+
+/// Marks what is not covered in vectors: the end of the tail, and NaNs.
+template <class F, class V> inline Marks<V> beyond_tail(V x) {
+  const Marks<V> far = above(abs(x), F::template in_vectors<Lane<V>>), nan = above(abs(x), infinity<Lane<V>>);
+  const Int<V> sign = int_bits(x);
+  return (far & (F::tail_is_negative ? sign : ~sign)) | nan;
+}
+/// All bits set where the result is the whole less the tail.
+template <class F, class V> inline Int<V> is_opposite(V x) {
+  const Int<V> negative = int_bits(x) >> (8 * int(sizeof(Lane<V>)) - 1);
+  return F::tail_is_negative ? ~negative : negative;
+}
+
+/// e^(-a^2) Q(a), or with a^2 / 2, at full precision, but for the scale 2^floor(k / 128) in `power`.
+template <class V> struct ErrorTail {
+  HeadTail<V> value;
+  ExpReduced<128, V> power;
+};
+template <class F, class V> inline ErrorTail<V> error_tail(V a) {
+  const V a_hi = head_of(a);
+  const ExpReduced<128, V> power = exp_reduce<128>(-F::square_factor * (a_hi * a_hi));
+  const V r = power.main - (power.rest + (F::square_factor * (a - a_hi)) * (a + a_hi));
+  const HeadTail<V> e = exp2_short_and_rest(power);
+  const V e_tail = e.tail + (e.head + e.tail) * (r + (r * r) * estrin(r, exp_core_tables::exp_pow));
+  const BinadeRow<4, V> row(a);
+  const V t_hi = head_of(row.t);
+  const HeadTail<V> q = split_row_sum(row.t, t_hi, (row.t - t_hi) + row.t_error, lookup_row<F::a53>(row.index));
+  return {{e.head * q.head, e.head * q.tail + e_tail * (q.head + q.tail)}, power};
+}
+
+/// The whole less the tail where opposite, else the tail; from a tail that is already scaled.
+template <class F, class V> inline V either_side(V tail, Int<V> opposite) {
+  const V whole = bit_cast<V>(opposite & int_bits(splat<V>(F::whole)));
+  return whole + flip_sign(tail, bit_cast<Bits<V>>(opposite) & sign_bit<V>);
+}
+
+/// The row of a family's argument in erfc's table.
+template <class F, int StepBits, bool Exact, class V> inline EvenRow<StepBits, V> complement_row(V a) {
+  using T = Lane<V>;
+  if constexpr (F::argument == 1) {
+    return EvenRow<StepBits, V>(a);
+  } else {
+    EvenRow<StepBits, V> row(a * T(F::argument));
+    if constexpr (Exact) { // t with the product's rounding error, and the factor's
+      constexpr T hi = sizeof(T) == 8 ? T(0x1.6a09e6p-1) : T(0x1.6ap-1);
+      constexpr T lo = sizeof(T) == 8 ? T(0x1.9fcef32422cbfp-27) : T(0x1.3cccfep-14);
+      const V a_hi = head_of(a);
+      row.t = (a_hi * hi - row.middle) + (a_hi * lo + (a - a_hi) * T(F::argument));
+    }
+    return row;
+  }
+}
+
+template <class F, ErrorAccuracy A, class V> inline V error_complement(V x) {
+  using enum ErrorAccuracy;
+  using T = Lane<V>;
+  const Int<V> opposite = is_opposite<F>(x);
+  const V a = at_most(abs(x), A == a24 ? T(F::template in_vectors<float>) : F::template in_vectors<T>);
+  if constexpr (A == a53) {
+    const ErrorTail<V> tail = error_tail<F>(a);
+    const V scale = tail.power.scaled(splat<V>(1)), unscaled_whole = F::whole * inverse_power_of_2(scale);
+    const V whole = bit_cast<V>(opposite & int_bits(unscaled_whole));
+    const Bits<V> sign = bit_cast<Bits<V>>(opposite) & sign_bit<V>;
+    const HeadTail<V> sum = fast_two_sum(whole, flip_sign(tail.value.head, sign));
+    return (sum.head + (sum.tail + flip_sign(tail.value.tail, sign))) * scale;
+  } else {
+    V tail;
+    if constexpr (sizeof(T) == 8) {
+      using Terms = std::conditional_t<A == a50, SlopeTerms<10, 8, 4>,
+                                       std::conditional_t<A == a24, SlopeTerms<6, 4, 1>, SlopeTerms<6, 3, 0>>>;
+      const auto row = complement_row<F, 7, A == a50>(a);
+      const auto [value, slope] = lookup_pair<error_tables::erfc_and_slope>(row.index);
+      tail = value - rise<Terms>(slope, row.middle, row.t);
+    } else {
+      using Terms = std::conditional_t<A == a21, SlopeTerms<4, 2, 0>, SlopeTerms<2, 0, 0>>;
+      const auto row = complement_row<F, 6, A == a21>(a);
+      const auto [value, slope] = lookup_pair<error_tables::float_erfc_and_slope>(row.index);
+      tail = value - rise<Terms>(slope, row.middle, row.t);
+    }
+    return either_side<F>(F::whole == 2 ? tail : T(0.5) * tail, opposite);
+  }
+}
+/// The relative errors of a24, in bits.
+inline constexpr int erf_a24_bits = 40, error_complement_a24_bits = 40;
+
+/// The tail's result rounded once, also below the normal range, for in_vectors < a < first_zero.
+template <class F> inline double end_of_tail(double a) {
+  const ErrorTail<double> tail = error_tail<F>(a);
+  const HeadTail<double> v = fast_two_sum(64 * tail.value.head, 64 * tail.value.tail);
+  return scale_rounded(v, (std::int64_t(bits(tail.power.sum) << 13) >> (13 + 7)) - 6);
+}
+
+} // namespace kelvm::inline KELVM_BUILD

@@ -1,0 +1,52 @@
+// Error function, its complement and the normal distribution function, double (special/error.hpp).
+//
+// Exceptional inputs: erf keeps zeros, is +-1 at the infinities, and x 2 / sqrt(pi), rounded once, below 2^-400. A
+// result of erfc or Phi below the normal range, zero included, is an underflow; at the infinities the results are 0, 1
+// and 2 without a code. A NaN comes back quiet. Far in a tail, remainders may raise an underflow that no result earns.
+#include "frame/member.hpp"
+#include "kelvm/special.h"
+#include "special/error.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+template <ErrorAccuracy A> struct Erf64 : KernelDefaults {
+  using Element = double;
+  static constexpr int vectors_in_flight = A == ErrorAccuracy::a53 ? 2 : 4;
+  template <class V> static Marks<V> special(V x) { return nan_or_tiny(x); }
+  template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
+  static double element(double x, kelStatus&) {
+    if (x != x) return x + x;
+    return tiny_product(x, 0x1.20dd75p+0, 0x1.0a6db446b8ea4p-30);
+  }
+};
+
+template <class F, ErrorAccuracy A> struct Complement64 : KernelDefaults {
+  using Element = double;
+  static constexpr int vectors_in_flight = A == ErrorAccuracy::a53 ? 2 : 4;
+  static constexpr bool stray_underflow = true;
+  template <class V> static Marks<V> special(V x) { return beyond_tail<F>(x); }
+  template <class V> static V formula(V x) { return error_complement<F, A>(x); }
+  static double element(double x, kelStatus& status) {
+    if (x != x) return x + x;
+    const double a = abs(x);
+    if (a == infinity<double>) return 0.0;
+    if (a <= F::template last_normal<double>) return end_of_tail<F>(a);
+    return underflow(status, a < F::template first_zero<double> ? end_of_tail<F>(a) : 0.0);
+  }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+using enum kelvm::ErrorAccuracy;
+
+KELVM_UNARY(kelsErf_64f_A26, kelvm::Erf64<a26>)
+KELVM_UNARY(kelsErf_64f_A50, kelvm::Erf64<a50>)
+KELVM_UNARY(kelsErf_64f_A53, kelvm::Erf64<a53>)
+KELVM_UNARY(kelsErfc_64f_A26, kelvm::Complement64<kelvm::Erfc, a26>)
+KELVM_UNARY(kelsErfc_64f_A50, kelvm::Complement64<kelvm::Erfc, a50>)
+KELVM_UNARY(kelsErfc_64f_A53, kelvm::Complement64<kelvm::Erfc, a53>)
+KELVM_UNARY(kelsCdfNorm_64f_A26, kelvm::Complement64<kelvm::CdfNorm, a26>)
+KELVM_UNARY(kelsCdfNorm_64f_A50, kelvm::Complement64<kelvm::CdfNorm, a50>)
+KELVM_UNARY(kelsCdfNorm_64f_A53, kelvm::Complement64<kelvm::CdfNorm, a53>)

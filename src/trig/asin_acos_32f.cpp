@@ -1,0 +1,61 @@
+// Arc sine and arc cosine, float (trig/asin_core.hpp).
+//
+// A24: in double with an error of 2^-40, which decides the rounding to float of all but one element in 10000; the
+// others are computed to 2^-58 and rounded once: correctly rounded everywhere.
+//
+// A21, A11: in float arithmetic, errors 2^-22 and 2^-13. Acos_32f_A11 is sqrt(1 - |x|) times a polynomial. pi and pi/2
+// are the floats below them, so that no result is beyond.
+//
+// Exceptional inputs: |x| > 1 and infinities are domain errors, +-1 gives +-pi/2 and 0 or pi, NaN is quieted.
+#include "exact/decided.hpp"
+#include "frame/member.hpp"
+#include "kelvm/trig.h"
+#include "trig/asin_core.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+template <class F> struct Inverse32f : KernelDefaults {
+  using Element = float;
+  static constexpr int vectors_in_flight = 4;
+  static constexpr float harmless = 0.5f;
+  static constexpr bool stray_underflow = true; // powers of tiny arguments
+  template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.fffffep-1f); }
+  static float element(float x, kelStatus& status) { return inverse_of_border<F>(x, status); }
+};
+
+template <class F> struct InverseA24 : Inverse32f<F> {
+  static constexpr int vectors_in_flight = 2;
+  static constexpr bool doubts = true;
+  template <class V> static V formula(V x, LaneBits& doubtful) {
+    return in_double_decided<39>(
+        doubtful, [](auto x) { return inverse_short<F>(x, inverse_trig::asin_a24); }, x);
+  }
+  static float element(float x, kelStatus& status) {
+    if (any(Inverse32f<F>::special(x))) return Inverse32f<F>::element(x, status);
+    const HeadTail<double> y = inverse_a53<F>(double(x));
+    return round_to_float(fast_two_sum(y.head, y.tail));
+  }
+};
+
+template <class F, auto& Series> struct InverseSingle : Inverse32f<F> {
+  template <class V> static V formula(V x) { return inverse_short<F>(x, Series); }
+};
+
+struct AcosA11 : Inverse32f<Acos> {
+  template <class V> static V formula(V x) {
+    const V t = abs(x);
+    const V y = sqrt(1.0f - t) * estrin(t, inverse_trig::acos_a11);
+    return select(x < V{}, inverse_trig::pi_below - y, y);
+  }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsAsin_32f_A11, kelvm::InverseSingle<kelvm::Asin, kelvm::inverse_trig::asin_a11>)
+KELVM_UNARY(kelsAsin_32f_A21, kelvm::InverseSingle<kelvm::Asin, kelvm::inverse_trig::asin_a21>)
+KELVM_UNARY(kelsAsin_32f_A24, kelvm::InverseA24<kelvm::Asin>)
+KELVM_UNARY(kelsAcos_32f_A11, kelvm::AcosA11)
+KELVM_UNARY(kelsAcos_32f_A21, kelvm::InverseSingle<kelvm::Acos, kelvm::inverse_trig::asin_a21>)
+KELVM_UNARY(kelsAcos_32f_A24, kelvm::InverseA24<kelvm::Acos>)

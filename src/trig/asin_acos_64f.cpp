@@ -1,0 +1,44 @@
+// Arc sine and arc cosine, double (trig/asin_core.hpp).
+//
+//          series                        s, z/6, sums
+//   A53    12 coefficients, 2^-59        head and tail
+//   A50    11 coefficients, 2^-51.9      rounded
+//   A26    5 coefficients, 2^-27.8       rounded
+//
+// Exceptional inputs: |x| > 1 and infinities are domain errors, +-1 gives +-pi/2 and 0 or pi, NaN is quieted.
+#include "frame/member.hpp"
+#include "kelvm/trig.h"
+#include "trig/asin_core.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+template <class F> struct InverseDouble : KernelDefaults {
+  using Element = double;
+  static constexpr bool stray_underflow = true; // powers of tiny arguments
+  static constexpr float harmless = 0.5f;
+
+  template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.fffffffffffffp-1); }
+  static double element(double x, kelStatus& status) { return inverse_of_border<F>(x, status); }
+};
+
+template <class F> struct InverseLong : InverseDouble<F> {
+  template <class V> static V formula(V x) {
+    const HeadTail<V> y = inverse_a53<F>(x);
+    return y.head + y.tail;
+  }
+};
+
+template <class F, auto& Series> struct InverseShort : InverseDouble<F> {
+  template <class V> static V formula(V x) { return inverse_short<F>(x, Series); }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsAsin_64f_A26, kelvm::InverseShort<kelvm::Asin, kelvm::inverse_trig::asin_a26>)
+KELVM_UNARY(kelsAsin_64f_A50, kelvm::InverseShort<kelvm::Asin, kelvm::inverse_trig::asin_a50>)
+KELVM_UNARY(kelsAsin_64f_A53, kelvm::InverseLong<kelvm::Asin>)
+KELVM_UNARY(kelsAcos_64f_A26, kelvm::InverseShort<kelvm::Acos, kelvm::inverse_trig::asin_a26>)
+KELVM_UNARY(kelsAcos_64f_A50, kelvm::InverseShort<kelvm::Acos, kelvm::inverse_trig::asin_a50>)
+KELVM_UNARY(kelsAcos_64f_A53, kelvm::InverseLong<kelvm::Acos>)

@@ -1,0 +1,62 @@
+// The angle of the point (x, y), float.
+//
+// A24: in double (trig/atan_core.hpp) with an error of 2^-41, rounded once: 0.50001 ulp.
+//
+// A21, A11: in float arithmetic, without a table: with t = atan q, q = min(|y|, |x|) / max(|y|, |x|), an odd polynomial
+// on [0, 1], the angle is t, pi/2 - t, pi/2 + t or pi - t. pi and pi/2 are the floats below them, so that no result is
+// beyond. Errors 2^-22 and 2^-12.
+//
+// Exceptional inputs: zeros, infinities and NaN as in C's Annex F. Results below the normal range report underflow;
+// they are correctly rounded at every accuracy.
+#include "frame/member.hpp"
+#include "kelvm/trig.h"
+#include "trig/atan2_special.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+struct Atan2Single : KernelDefaults {
+  using Element = float;
+  static constexpr bool doubts = true;
+  static constexpr bool stray_underflow = true; // small quotients left of the y axis
+
+  /// Infinities, NaNs, zeros.
+  template <class V> static Marks<V> special(V y, V x) {
+    const V up = abs(y), right = abs(x);
+    return above(up, 0x1.fffffep127f) | above(right, 0x1.fffffep127f) | (int_bits(up) - 1) | (int_bits(right) - 1);
+  }
+  static float element(float y, float x, kelStatus& status) {
+    return arc_tangent_2(y, x, status,
+                         [](float y, float x) { return float(angle<AngleAccuracy::a38>(double(y), double(x))); });
+  }
+
+protected:
+  /// The lanes below the normal range.
+  template <class V> static LaneBits tiny(V result) {
+    return sign_bits(int_bits(abs(result)) - int_bits(splat<V>(0x1p-126f)));
+  }
+};
+
+struct Atan2A24 : Atan2Single {
+  template <class V> static V formula(V y, V x, LaneBits& doubtful) {
+    const V result = in_double([](auto y, auto x) { return angle<AngleAccuracy::a38>(y, x); }, y, x);
+    doubtful |= tiny(result);
+    return result;
+  }
+};
+
+template <auto& Series> struct Atan2Short : Atan2Single {
+  static constexpr int vectors_in_flight = 4;
+  template <class V> static V formula(V y, V x, LaneBits& doubtful) {
+    const V result = float_angle<Series>(y, x);
+    doubtful |= tiny(result);
+    return result;
+  }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_BINARY(kelsAtan2_32f_A11, kelvm::Atan2Short<kelvm::inverse_trig::atan_a11>)
+KELVM_BINARY(kelsAtan2_32f_A21, kelvm::Atan2Short<kelvm::inverse_trig::atan_a21>)
+KELVM_BINARY(kelsAtan2_32f_A24, kelvm::Atan2A24)

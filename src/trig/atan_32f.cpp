@@ -1,0 +1,59 @@
+// Arc tangent, float, computed of |x|.
+//
+// A24: in double (trig/atan_core.hpp) with an error of 2^-41, which decides the rounding to float of all but one
+// element in 30000; the others are computed to 2^-56 and rounded once: correctly rounded everywhere.
+//
+// A21, A11: in float arithmetic, without a table: atan x = pi/2 - atan(1/x) where |x| > 1, and an odd polynomial on
+// [-1, 1]. The pi/2 is the float below pi/2, so that no finite x gives more. Errors 2^-22 and 2^-12.
+//
+// Exceptional inputs: infinities give pi/2 rounded to float; NaN is quieted.
+#include "exact/decided.hpp"
+#include "frame/member.hpp"
+#include "kelvm/trig.h"
+#include "trig/atan_core.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+struct Atan32f : KernelDefaults {
+  using Element = float;
+  static constexpr int vectors_in_flight = 4;
+  template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.fffffep127f); }
+  static float element(float x, kelStatus&) {
+    return is_nan(x) ? x + x : with_sign(float(inverse_trig::half_pi_head), sign_of(x));
+  }
+};
+
+struct AtanA24 : Atan32f {
+  static constexpr int vectors_in_flight = 2;
+  static constexpr bool doubts = true;
+  template <class V> static V formula(V x, LaneBits& doubtful) {
+    const V y = in_double_decided<40>(
+        doubtful, [](auto t) { return arc_tangent<AngleAccuracy::a38>(t); }, abs(x));
+    return flip_sign(y, sign_of(x));
+  }
+  static float element(float x, kelStatus& status) {
+    if (any(special(x))) return Atan32f::element(x, status);
+    const HeadTail<double> y = angle<AngleAccuracy::a53>(double(x), 1.0);
+    return round_to_float(fast_two_sum(y.head, y.tail));
+  }
+};
+
+template <auto& Series> struct AtanSingle : Atan32f {
+  static constexpr bool stray_underflow = true; // powers and reciprocals
+  template <class V> static V formula(V x) {
+    const V t = abs(x), one = splat<V>(1);
+    const auto steep = t > one;
+    const V q = select(steep, splat<V>(-1), t) / select(steep, t, one);
+    const V z = q * q;
+    return flip_sign(keep(steep, splat<V>(inverse_trig::half_pi_below)) + (q + (q * z) * estrin(z, Series)),
+                     sign_of(x));
+  }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsAtan_32f_A11, kelvm::AtanSingle<kelvm::inverse_trig::atan_a11>)
+KELVM_UNARY(kelsAtan_32f_A21, kelvm::AtanSingle<kelvm::inverse_trig::atan_a21>)
+KELVM_UNARY(kelsAtan_32f_A24, kelvm::AtanA24)

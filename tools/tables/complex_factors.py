@@ -1,0 +1,107 @@
+#!/usr/bin/env python3
+"""Angles and coefficients of the complex functions' factors: writes src/complex/factors_tables.hpp.
+
+    tools/tables/complex_factors.py > src/complex/factors_tables.hpp
+"""
+from decimal import Decimal as D, getcontext
+from fractions import Fraction as F
+
+from emit import array, constant, dec, double, hexf
+from minimax import minimax, to_double, to_float
+
+getcontext().prec = 80
+
+
+def arctan_of_inverse(n):
+    total, term, k = D(0), D(1) / n, 1
+    while abs(term) > D(10) ** -78:
+        total += term / k
+        term = -term / (n * n)
+        k += 2
+    return total
+
+
+PI = 4 * (4 * arctan_of_inverse(5) - arctan_of_inverse(239))
+
+
+def series(first, sign=-1, terms=25):
+    """The Taylor series of sine (first = 3) or cosine (2), from the power `first` on, divided by it: of z = r^2. With
+    sign = 1 those of the hyperbolic ones."""
+    def f(z):
+        term = D(sign)
+        for k in range(2, first + 1):
+            term /= k
+        total = D(0)
+        for k in range(first + 1, first + 2 * terms, 2):
+            total += term
+            term *= sign * z / (k * (k + 1))
+        return total
+    return f
+
+
+def sine_of_angle(j):
+    """sin(j pi/32), exact at multiples of pi/2."""
+    if j % 16 == 0:
+        return D((0, 1, 0, -1)[j // 16 % 4])
+    x = PI * j / 32
+    return x + x**3 * series(3, -1, 60)(x * x)
+
+
+def nearest(d, bits):
+    return F(int((d * (1 << bits)).to_integral_value()), 1 << bits)
+
+
+def main():
+    print("""// Tables and coefficients of sines, cosines, hyperbolic sines and cosines. Generated: do not edit.
+//   tools/tables/complex_factors.py > src/complex/factors_tables.hpp
+#pragma once
+
+#include "simd/isa.hpp"
+
+namespace kelvm::inline KELVM_BUILD::factors_tables {
+
+// clang-format off
+
+// sin a and cos a, a = j pi/32: each rounded to a multiple of 2^-26, and the rest
+alignas(64) inline constexpr double sine_cosine[64][4] = {""")
+    for j in range(64):
+        row = []
+        for d in (sine_of_angle(j), sine_of_angle(j + 16)):
+            head = nearest(d, 26)
+            row += [hexf(head), hexf(double(d - dec(head)))]
+        print(f"    {{{', '.join(row)}}},")
+    print("};\n")
+
+    left = PI / 32
+    parts = []
+    for bits in (34, 66, 98):
+        part = nearest(left, bits)
+        parts.append(part)
+        left -= dec(part)
+    print("// pi/32: products of the first three with integers below 2^20 are exact")
+    for i, part in enumerate(parts + [left]):
+        constant(f"pi_32_{i}", part)
+    print()
+
+    def fits(name, label, bound, sine_count, cosine_count, ctype="double", h=""):
+        high = (bound * D("1.001")) ** 2
+        rounded = to_float if ctype == "float" else to_double
+        for kind, first, count in (("sin", 3, sine_count), ("cos", 2, cosine_count)):
+            c, e = minimax(series(first, 1 if h else -1), lambda z: z, range(count), D(0), high, rounded)
+            what = f"({kind}{h} r - r) / r^3" if first == 3 else f"({kind}{h} r - 1) / r^2"
+            error = "relative" if first == 3 else "absolute"
+            array(f"{kind}{h}_{name}", f"{what} by powers of r^2, |r| <= {label}: {error} error 2^{e:.1f}", c, ctype)
+
+    fits("full", "pi/64", PI / 64, 3, 4)
+    fits("short", "pi/64", PI / 64, 2, 2)
+    fits("single_a21", "pi/4", PI / 4, 3, 4, "float")
+    fits("single_a11", "pi/4", PI / 4, 2, 2, "float")
+    ln2 = D(2).ln()
+    fits("full", "ln 2 / 256", ln2 / 256, 2, 2, "double", "h")
+    fits("short", "ln 2 / 64", ln2 / 64, 1, 2, "double", "h")
+    fits("single_a21", "ln 2 / 2", ln2 / 2, 2, 3, "float", "h")
+    fits("single_a11", "ln 2 / 2", ln2 / 2, 1, 2, "float", "h")
+    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::factors_tables")
+
+
+main()

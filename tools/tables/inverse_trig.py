@@ -1,0 +1,125 @@
+#!/usr/bin/env python3
+"""Tables and coefficients of the inverse circular functions: writes src/trig/inverse_trig_tables.hpp.
+
+    tools/tables/inverse_trig.py > src/trig/inverse_trig_tables.hpp
+"""
+from decimal import Decimal as D, getcontext
+from fractions import Fraction as F
+
+from emit import array, constant, dec, double, down_to, hexf, pair_table
+from minimax import minimax, to_double, to_float
+
+getcontext().prec = 80
+
+
+def atan(x):
+    """Halved until the series converges quickly."""
+    halvings = 8
+    for _ in range(halvings):
+        x = x / (1 + (1 + x * x).sqrt())
+    return atan_series(x * x) * x * (1 << halvings)
+
+
+def atan_series(z, first=0, terms=50):
+    """atan(sqrt z) / sqrt z without its terms below z^first, over z^first."""
+    total = D(0)
+    for k in reversed(range(first, first + terms)):
+        total = D((-1) ** k) / (2 * k + 1) + z * total
+    return total
+
+
+PI = 4 * atan(D(1))
+
+
+LONG_LOWEST, LONG_LARGEST, LONG_BITS = -5, 5, 6  # c from 2^-5 to 2^5, 2^6 rows an octave
+SHORT_ROWS = 64  # c = 0, 1/4 ... 63/4
+
+
+def long_rows():
+    per_octave = 1 << LONG_BITS
+    count = (LONG_LARGEST - LONG_LOWEST) * per_octave + 1
+    return [F(0)] + [(1 + F(i % per_octave, per_octave)) * F(2) ** (i // per_octave + LONG_LOWEST) for i in range(count)]
+
+
+def head_tail(d):
+    head = double(d)
+    return F(head), F(double(d - D(head)))
+
+
+def whole_atan(z):
+    """atan_series(z, 1) for any z."""
+    return atan_series(z, 1) if z < D("0.1") else (atan(z.sqrt()) / z.sqrt() - 1) / z
+
+
+def asin_series(z, first=0, terms=150):
+    """asin(sqrt z) / sqrt z without its terms below z^first, over z^first."""
+    total, c = D(0), D(1)
+    for k in range(first + terms):
+        if k >= first:
+            total += c / (2 * k + 1) * z ** (k - first) if k > first else c / (2 * k + 1)
+        c = c * (2 * k + 1) / (2 * k + 2)
+    return total
+
+
+def asin_weight(z):
+    """What an error of asin(s) / s, s = sqrt z, is relative to asin s, or to pi/2 - 2 asin s where that is more."""
+    series = asin_series(z)
+    return max(1 / series, 2 * z.sqrt() / (PI / 2 - 2 * z.sqrt() * series))
+
+
+def acos_factor(x):
+    """acos x / sqrt(1 - x), 0 <= x <= 1."""
+    w = 1 - x
+    return 2 * asin_series(w / 2, terms=600) * D("0.5").sqrt() if w < 1 else PI / 2
+
+
+def angle_polynomial(name, largest, first, count, what):
+    """Coefficients of z^0 ... of the series of atan(r) / r from its term `first` on, z = r^2, |r| <= largest."""
+    c, e = minimax(lambda z: atan_series(z, first), lambda z: z**first, range(count), D(0), largest**2, to_double)
+    array(name, f"{what}, z = r^2, |r| <= {largest:.4g}; error 2^{e:.1f} of the result", c)
+
+
+def main():
+    print("""// Tables and coefficients of the inverse circular functions. Generated: do not edit.
+//   tools/tables/inverse_trig.py > src/trig/inverse_trig_tables.hpp
+#pragma once
+
+#include "simd/isa.hpp"
+
+namespace kelvm::inline KELVM_BUILD::inverse_trig {
+
+// clang-format off
+""")
+    pair_table("atan_long_rows", "atan c, head and tail: c = 0, then 64 rows an octave from 1/32 to 32",
+               [head_tail(atan(dec(c))) for c in long_rows()])
+    body = ",\n    ".join(hexf(double(atan(D(i) / 4))) for i in range(SHORT_ROWS))
+    print("// atan c: c = 0, 1/4, 1/2 ... 63/4\n"
+          f"alignas(64) inline constexpr double atan_short_rows[] = {{\n    {body}}};\n")
+    for name, value in (("pi", PI), ("half_pi", PI / 2)):
+        head, tail = head_tail(value)
+        constant(f"{name}_head", head)
+        constant(f"{name}_tail", tail)
+        constant(f"{name}_below", down_to(value, 23 if value < 2 else 22), "float")
+    constant("three_quarters_pi", PI * 3 / 4)
+    print()
+    long_r, short_r = D("0.03127"), D("0.1251")
+    angle_polynomial("atan_pow", long_r, 2, 4, "(atan(r) / r - 1 + z/3) / z^2")
+    angle_polynomial("atan_a53", long_r, 1, 4, "(atan(r) / r - 1) / z")
+    for name, count in (("a50", 6), ("a24", 5), ("a38", 4), ("a26", 3)):
+        angle_polynomial(f"atan_{name}", short_r, 1, count, "(atan(r) / r - 1) / z")
+    for name, count in (("atan_a21", 7), ("atan_a11", 3)):
+        c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1), to_float)
+        array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; error 2^{e:.1f} of the result", c, "float")
+    for name, first, count, ctype in (("asin_a53", 2, 12, "double"), ("asin_a50", 1, 11, "double"),
+                                      ("asin_a24", 1, 8, "double"), ("asin_a26", 1, 5, "double"),
+                                      ("asin_a21", 1, 4, "float"), ("asin_a11", 1, 2, "float")):
+        c, e = minimax(lambda z: asin_series(z, first), lambda z: z**first * asin_weight(z), range(count), D(0), D("0.25"),
+                       to_double if ctype == "double" else to_float)
+        what = "(asin(s) / s - 1 - z/6) / z^2" if first == 2 else "(asin(s) / s - 1) / z"
+        array(name, f"{what}, z = s^2 <= 1/4; error 2^{e:.1f} of the result", c, ctype)
+    c, e = minimax(acos_factor, lambda x: 1 / acos_factor(x), range(3), D(0), D(1), to_float)
+    array("acos_a11", f"acos(x) / sqrt(1 - x) on [0, 1]; error 2^{e:.1f} of the result", c, "float")
+    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::inverse_trig")
+
+
+main()
