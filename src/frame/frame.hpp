@@ -78,6 +78,12 @@ template <class T, class S> struct Arrays {
     return arrays;
   }
   const T* second_source() const { return S::sources == 2 ? source[S::sources - 1] : nullptr; }
+  Arrays from(std::ptrdiff_t element) const {
+    Arrays rest = *this;
+    for (const T*& p : rest.source) p += element * S::source_parts;
+    for (T*& p : rest.destination) p += element * S::destination_parts;
+    return rest;
+  }
   T* second_destination() const { return S::destinations == 2 ? destination[S::destinations - 1] : nullptr; }
   bool has_null() const {
     bool null = false;
@@ -213,18 +219,6 @@ template <class K, class S> class Loop {
     });
   }
 
-  /// A copy in memory for a function, taken and given back vector by vector so that the original stays in registers.
-  template <class Vectors> struct Spilled {
-    Vectors value;
-    Spilled() = default;
-    explicit Spilled(const Vectors& from) {
-      unrolled<int(sizeof value / sizeof value.of[0])>([&](auto k) { value.of[k] = from.of[k]; });
-    }
-    void give(Vectors& to) const {
-      unrolled<int(sizeof value / sizeof value.of[0])>([&](auto k) { to.of[k] = value.of[k]; });
-    }
-  };
-
   /// The marked lanes of a vector, one by one in increasing index.
   [[gnu::noinline]] static void hand_over(const K& kernel, const Inputs<V>& in, Outputs<V>& out, LaneBits marked,
                                           Outcome& outcome) {
@@ -243,15 +237,20 @@ template <class K, class S> class Loop {
     unrolled<S::inputs>([&](auto k) { tame.of[k] = select(marked, splat<V>(K::harmless), in.of[k]); });
     return tame;
   }
-  /// A vector with lanes that the formula does not cover, for kernels with a wide formula.
-  [[gnu::noinline]] static void wide_vector(const K& kernel, const Inputs<V>& in, Outputs<V>& out, LaneBits valid,
-                                            Outcome& outcome) {
-    const Marks<V> marked = spread(in, [&](auto... x) { return kernel.wide_special(x...); });
-    const Inputs<V> tame = tamed(in, marked);
-    out = collect<V>(spread(tame, [&](auto... x) { return kernel.wide_formula(x...); }));
-    hand_over(kernel, in, out, lane_bits(marked) & valid, outcome);
+  /// The marked lanes of in, and those that the formula leaves undecided, go to element().
+  static void finish(const K& kernel, const Inputs<V>& in, Outputs<V>& out, LaneBits left, Outcome& outcome) {
+    if (left == 0) [[likely]]
+      return;
+    // Copies in memory for a function, made vector by vector so that the originals stay in registers.
+    Inputs<V> x;
+    Outputs<V> y;
+    unrolled<S::inputs>([&](auto k) { x.of[k] = in.of[k]; });
+    unrolled<S::outputs>([&](auto k) { y.of[k] = out.of[k]; });
+    hand_over(kernel, x, y, left, outcome);
+    unrolled<S::outputs>([&](auto k) { out.of[k] = y.of[k]; });
   }
-  /// One vector, whatever it holds. Lanes outside `valid` are computed but never handed over.
+  /// One vector, whatever it holds, but for a kernel with a wide formula. Lanes outside `valid` are computed but never
+  /// handed over.
   static Outputs<V> one_vector(const K& kernel, const Inputs<V>& in, LaneBits valid, Outcome& outcome) {
     auto doubtful = doubt_of<V>();
     if constexpr (K::covers_everything) {
@@ -259,48 +258,73 @@ template <class K, class S> class Loop {
     } else {
       const Marks<V> marks = special(kernel, in);
       const LaneBits marked = lane_bits(marks);
-      Inputs<V> tame = in;
-      Outputs<V> out;
-      if (marked != 0) [[unlikely]] {
-        if constexpr (K::has_wide_formula) {
-          const Spilled<Inputs<V>> x(in);
-          Spilled<Outputs<V>> y;
-          wide_vector(kernel, x.value, y.value, valid, outcome);
-          y.give(out);
-          return out;
-        } else {
-          tame = tamed(in, marks);
-        }
-      }
-      out = formula<V>(kernel, tame, doubtful);
-      if (const LaneBits left = (marked | lanes_of(doubtful)) & valid; left != 0) [[unlikely]] {
-        const Spilled<Inputs<V>> x(in);
-        Spilled<Outputs<V>> y(out);
-        hand_over(kernel, x.value, y.value, left, outcome);
-        y.give(out);
-      }
+      Outputs<V> out = formula<V>(kernel, marked == 0 ? in : tamed(in, marks), doubtful);
+      finish(kernel, in, out, (marked | lanes_of(doubtful)) & valid, outcome);
       return out;
     }
+  }
+  static Outputs<V> one_wide_vector(const K& kernel, const Inputs<V>& in, LaneBits valid, Outcome& outcome) {
+    const Marks<V> marks = spread(in, [&](auto... x) { return kernel.wide_special(x...); });
+    const Inputs<V> tame = tamed(in, marks);
+    Outputs<V> out = collect<V>(spread(tame, [&](auto... x) { return kernel.wide_formula(x...); }));
+    finish(kernel, in, out, lane_bits(marks) & valid, outcome);
+    return out;
+  }
+  /// compute(in, valid, out) for one vector after the other, the last one perhaps not full, until it says false: how
+  /// many elements that were.
+  template <class F> static std::ptrdiff_t each_vector(const Arrays<T, S>& arrays, std::ptrdiff_t len, F compute) {
+    std::ptrdiff_t i = 0;
+    for (; i < len; i += width) {
+      Outputs<V> out;
+      if (const int count = int(len - i); count < width) {
+        if (!compute(load_tail(arrays, i, count), (1u << count) - 1u, out)) break;
+        store_tail(arrays, i, count, out);
+      } else {
+        if (!compute(load_block<Lanes::ordered>(arrays, i), all_lanes<V>, out)) break;
+        store_block<Lanes::ordered>(arrays, i, out);
+      }
+    }
+    return i;
+  }
+
+  // The loops take what they need in registers: at most two sources and two destinations.
+  using Run = Outcome(const K&, const T*, const T*, T*, T*, std::ptrdiff_t);
+
+  /// A loop over `count` elements from number i on.
+  static Outcome elsewhere(Run* loop, const K& kernel, const Arrays<T, S>& arrays, std::ptrdiff_t i,
+                           std::ptrdiff_t count) {
+    const Arrays<T, S> from = arrays.from(i);
+    return loop(kernel, from.source[0], from.second_source(), from.destination[0], from.second_destination(), count);
+  }
+  /// For a kernel with a wide formula, elements of which some are not covered by the other.
+  [[gnu::noinline]] static Outcome run_wide(const K& kernel, const T* source1, const T* source2, T* destination1,
+                                            T* destination2, std::ptrdiff_t len) {
+    const auto arrays = Arrays<T, S>::of(source1, source2, destination1, destination2);
+    Outcome outcome;
+    each_vector(arrays, len, [&](const Inputs<V>& in, LaneBits valid, Outputs<V>& out) {
+      out = one_wide_vector(kernel, in, valid, outcome);
+      return true;
+    });
+    return outcome;
   }
 
 public:
   static constexpr int block = width * K::vectors_in_flight;
-
-  // The loops take what they need in registers: at most two sources and two destinations.
 
   /// For any arrays, and for few elements: one vector after the other.
   [[gnu::noinline, gnu::flatten]] static Outcome run_by_vector(const K& kernel, const T* source1, const T* source2,
                                                                T* destination1, T* destination2, std::ptrdiff_t len) {
     const auto arrays = Arrays<T, S>::of(source1, source2, destination1, destination2);
     Outcome outcome;
-    for (std::ptrdiff_t i = 0; i < len; i += width) {
-      if (const int count = int(len - i); count < width) {
-        const Outputs<V> out = one_vector(kernel, load_tail(arrays, i, count), (1u << count) - 1u, outcome);
-        store_tail(arrays, i, count, out);
-      } else {
-        store_block<Lanes::ordered>(arrays, i,
-                                    one_vector(kernel, load_block<Lanes::ordered>(arrays, i), all_lanes<V>, outcome));
-      }
+    const std::ptrdiff_t done = each_vector(arrays, len, [&](const Inputs<V>& in, LaneBits valid, Outputs<V>& out) {
+      if (K::has_wide_formula && any(special(kernel, in))) [[unlikely]]
+        return false;
+      out = one_vector(kernel, in, valid, outcome);
+      return true;
+    });
+    if constexpr (K::has_wide_formula) {
+      if (done < len) [[unlikely]]
+        outcome.add(elsewhere(&run_wide, kernel, arrays, done, len - done));
     }
     return outcome;
   }
@@ -312,11 +336,12 @@ public:
     const auto arrays = Arrays<T, S>::of(source1, source2, destination1, destination2);
     Outcome outcome;
     std::ptrdiff_t i = 0;
-    const auto by_vector = [&](std::ptrdiff_t count) {
-      const std::ptrdiff_t s = i * S::source_parts, d = i * S::destination_parts;
-      outcome.add(run_by_vector(kernel, source1 + s, S::sources == 2 ? source2 + s : nullptr, destination1 + d,
-                                S::destinations == 2 ? destination2 + d : nullptr, count));
-    };
+    constexpr auto special_loop = [] {
+      if constexpr (K::has_wide_formula)
+        return &run_wide;
+      else
+        return &run_by_vector;
+    }();
     if constexpr (K::any_overlap) {
       if (arrays.overlaps_within(block * sizeof(T))) [[unlikely]]
         return element_by_element(kernel, arrays, len);
@@ -331,17 +356,17 @@ public:
         marked |= special(kernel, in[v]);
       });
       if (!K::covers_everything && any(marked)) [[unlikely]] {
-        by_vector(block);
+        outcome.add(elsewhere(special_loop, kernel, arrays, i, block));
         continue;
       }
       unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], doubtful); });
       if (!K::covers_everything && some(doubtful)) [[unlikely]] {
-        by_vector(block);
+        outcome.add(elsewhere(&run_by_vector, kernel, arrays, i, block));
         continue;
       }
       unrolled<K::vectors_in_flight>([&](auto v) { store_block<Lanes::any>(arrays, i + v * width, out[v]); });
     }
-    if (i < len) by_vector(len - i);
+    if (i < len) outcome.add(elsewhere(&run_by_vector, kernel, arrays, i, len - i));
     return outcome;
   }
 

@@ -39,15 +39,34 @@ Word high(DoubleWord x) { return Word(x >> 64); }
 /// The upper word of two, shifted up by 0 .. 63 bits.
 Word shifted_up(Word upper, Word lower, int bits) { return upper << bits | lower >> 1 >> (63 - bits); }
 
+/// 2/pi with its first bits at the highest address, so that eight bytes from anywhere are a word of it.
+struct Bytes {
+  static constexpr int words = int(sizeof two_over_pi / sizeof two_over_pi[0]);
+  unsigned char bytes[8 * words];
+};
+constexpr Bytes reversed_two_over_pi = [] {
+  Bytes reversed{};
+  for (int i = 0; i < Bytes::words; ++i)
+    for (int k = 0; k < 8; ++k)
+      reversed.bytes[8 * (Bytes::words - 1 - i) + k] = (unsigned char)(two_over_pi[i] >> 8 * k);
+  return reversed;
+}();
+
 Quadrant reduce_large(double x) {
   const Word pattern = bits(x);
   const int exponent = int(pattern >> 52) - 1075; // x = significand 2^exponent
-  const Word significand = (pattern & 0xFFFFFFFFFFFFF) | Word(1) << 52;
+  Word significand = (pattern & 0xFFFFFFFFFFFFF) | Word(1) << 52;
 
-  // The fraction bits of 2/pi with weights 2^(1 - exponent) and below: what is above contributes multiples of 4.
-  const int first = exponent - 2 + 64, shift = first & 63;
-  const Word* from = two_over_pi + (first >> 6);
-  const auto word = [&](int i) { return shifted_up(from[i], from[i + 1], shift); };
+  // The fraction bits of 2/pi with weights 2^(1 - exponent) and below, from a byte on: what is above contributes
+  // multiples of 4.
+  const int first = exponent - 2 + 64;
+  significand <<= first & 7;
+  const unsigned char* last = &reversed_two_over_pi.bytes[sizeof reversed_two_over_pi - (first >> 3)];
+  const auto word = [&](int i) {
+    Word w;
+    std::memcpy(&w, last - 8 * (i + 1), sizeof w);
+    return w;
+  };
 
   // The product modulo 4, in units of 2^-62, 2^-126, 2^-190.
   const DoubleWord low = DoubleWord(significand) * word(2);

@@ -2,9 +2,9 @@
 //
 // |x| < 2^30: q = round(|x| 2/pi), and q pi/2 is subtracted in four or five parts, all but the last so short that their
 // products with q are exact; what the subtractions round off is gathered in the tail (Cody and Waite, 1980).
-// |x| >= 2^30: the integer significand times those 192 bits of 2/pi that matter modulo 4, and the fraction times pi/2,
-// all in integers (Payne and Hanek, "Radian reduction for trigonometric functions", 1983). The error is below 2^-137 of
-// a quadrant; the double nearest to a multiple of pi/2 is 2^-61 away, which leaves 76 significant bits.
+// |x| >= 2^30: the integer significand times those 185 bits of 2/pi that matter modulo 4, and the fraction times pi/2,
+// all in integers (Payne and Hanek, "Radian reduction for trigonometric functions", 1983). The error is below 2^-130 of
+// a quadrant; the double nearest to a multiple of pi/2 is 2^-61 away, which leaves 69 significant bits.
 #pragma once
 
 #include "exact/exact.hpp"

@@ -43,7 +43,17 @@ template <class V> struct WithinReach {
   V y, tail;
   Int<V> index;
 
-  [[gnu::noinline]] explicit WithinReach(V x) {
+  /// Wide registers would have to be saved over the calls: they get a function of their own.
+  explicit WithinReach(V x) {
+    if constexpr (sizeof(V) > 16)
+      fill_apart(x);
+    else
+      fill(x);
+  }
+
+private:
+  [[gnu::noinline]] void fill_apart(V x) { fill(x); }
+  void fill(V x) {
     // Lane by lane in scalars, not arrays: a vector loaded right after its lanes were stored waits for all of them.
     [&]<int... I>(std::integer_sequence<int, I...>) {
       const Lanes of[] = {Lanes(lane(x, I))...};
@@ -54,7 +64,6 @@ template <class V> struct WithinReach {
     (std::make_integer_sequence<int, lanes<V>>{});
   }
 
-private:
   struct Lanes {
     double y, tail = 0;
     std::int64_t index = 0;
