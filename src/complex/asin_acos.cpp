@@ -43,8 +43,7 @@ template <class P, class V> auto arc_sine(V x, V y) {
   const Number smaller = quotient(y, larger);
   const auto inside = is_negative(n);
   const Number sinh_beta = select(inside, smaller, larger), cos_alpha = select(inside, larger, smaller);
-  const Number w = twice(normalised(product(sinh_beta, descending_sum(cosh_beta, sinh_beta))));
-  return ArcSine<Number>{T(0.5) * P::log1p(w), normalised(product(cos_alpha, cosh_beta))};
+  return ArcSine<Number>{P::asinh(sinh_beta, cosh_beta), normalised(product(cos_alpha, cosh_beta))};
 }
 
 /// The parts of one finite element but the branch point, from where the formula holds. A small x makes alpha smaller in

@@ -20,6 +20,7 @@ template <LogAccuracy Log, AngleAccuracy Angle> struct InDouble {
   template <class V> static V number(V x) { return x; }
   template <class V> static V one_minus(V x) { return 1.0 - x; }
   template <class V> static V log1p(V x) { return logarithm_1p<Log>(x); }
+  template <class V> static V asinh(V sinh, V cosh) { return log1p(sinh + sinh * sinh / (1.0 + cosh)); }
   /// y >= 0.
   template <class V> static V angle(V y, V x) { return kelvm::angle<Angle>(y, x); }
   /// x, y >= 0.
@@ -31,6 +32,7 @@ template <FloatLogAccuracy A> struct InFloat {
   template <class V> static V number(V x) { return x; }
   template <class V> static V one_minus(V x) { return 1.0f - x; }
   template <class V> static V log1p(V x) { return float_logarithm_1p<A>(x); }
+  template <class V> static V asinh(V sinh, V cosh) { return log1p(sinh + sinh * sinh / (1.0f + cosh)); }
   template <class V> static V acute_angle(V y, V x) {
     const auto steep = x < y;
     const V r = select(steep, x, y) / select(steep, y, x), z = r * r;
@@ -58,6 +60,9 @@ struct InExtended {
   template <class V> static Extended<V> log1p(Extended<V> x) {
     const HeadTail<V> y = logarithm_1p_head_tail(HeadTail<V>{x.head, x.tail});
     return {y.head, y.tail};
+  }
+  template <class V> static Extended<V> asinh(Extended<V> sinh, Extended<V> cosh) {
+    return 0.5 * log1p(2 * normalised(product(sinh, descending_sum(cosh, sinh))));
   }
   template <class V> static Extended<V> angle(Extended<V> y, Extended<V> x) {
     const auto a = kelvm::angle<AngleAccuracy::a53>(HeadTail<V>{y.head, y.tail}, HeadTail<V>{x.head, x.tail});
