@@ -36,6 +36,32 @@ KELVM_API kelStatus kelsTanh_64f_A26(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsTanh_64f_A50(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsTanh_64f_A53(const double* src, double* dst, int len);
 
+/** dst[i] = asinh(src[i]), the inverse of sinh: odd, for every real number; +-0 and +-inf are kept. No warnings. */
+KELVM_API kelStatus kelsAsinh_32f_A11(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAsinh_32f_A21(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAsinh_32f_A24(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAsinh_64f_A26(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsAsinh_64f_A50(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsAsinh_64f_A53(const double* src, double* dst, int len);
+
+/** dst[i] = acosh(src[i]), the inverse of cosh, for src[i] >= 1; exact at 1 (+0) and +inf.
+ * Warnings: kelStatusDomain below 1, -inf included (result NaN). */
+KELVM_API kelStatus kelsAcosh_32f_A11(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAcosh_32f_A21(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAcosh_32f_A24(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAcosh_64f_A26(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsAcosh_64f_A50(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsAcosh_64f_A53(const double* src, double* dst, int len);
+
+/** dst[i] = atanh(src[i]), the inverse of tanh: odd, for |src[i]| <= 1; +-0 is kept.
+ * Warnings: kelStatusSingularity at +-1 (result +-inf), kelStatusDomain beyond, infinities included (result NaN). */
+KELVM_API kelStatus kelsAtanh_32f_A11(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAtanh_32f_A21(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAtanh_32f_A24(const float* src, float* dst, int len);
+KELVM_API kelStatus kelsAtanh_64f_A26(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsAtanh_64f_A50(const double* src, double* dst, int len);
+KELVM_API kelStatus kelsAtanh_64f_A53(const double* src, double* dst, int len);
+
 KELVM_END_DECLARATIONS
 
 #endif

@@ -1,8 +1,6 @@
 // sqrt(x^2 + y^2), with the processor's square root.
 //
-//   A53   h = x^2 + y^2 as head and tail, every factor in two parts; s = sqrt(h), then the residual h - s^2 exactly,
-//   and
-//         s + (h - s^2) / (2 s) with a reciprocal of 2^-9.6: 0.5015 ulp
+//   A53   h = x^2 + y^2 as head and tail, every factor in two parts, and its square root likewise: 0.5015 ulp
 //   A24   in double: 2^-52.4, rounded where that decides
 //   A50, A26, A21, A11: sqrt(x^2 + y^2), each operation rounded: at most 1.25 ulp
 //
@@ -25,11 +23,7 @@ template <class V> HeadTail<V> hypot_parts(V x, V y) {
   const V x_head = head_of(x), y_head = head_of(y);
   const HeadTail<V> h = two_sum(x_head * x_head, y_head * y_head);
   const V tail = h.tail + ((x - x_head) * (x + x_head) + (y - y_head) * (y + y_head));
-  const V s = sqrt(h.head + tail);
-  const V s_head = head_of(s);
-  const V residual = ((h.head - s_head * s_head) - (s - s_head) * (s + s_head)) + tail;
-  const V guess = from_bits<V>(0x7FDE6238502484C6 - bits(s)); // about 1 / s, as in root/root.hpp
-  return {s, (0.5 * residual) * (guess * (2 - s * guess))};
+  return square_root(HeadTail<V>{h.head, tail});
 }
 
 /// Marks the pairs of magnitudes of which one is above high, or both are below low and not both zero.

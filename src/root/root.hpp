@@ -8,6 +8,7 @@
 // Blinn, "Floating-point tricks", 1997; Householder, "The numerical treatment of a single nonlinear equation", 1970.
 #pragma once
 
+#include "exact/exact.hpp"
 #include "exact/polynomial.hpp"
 #include "root/root_tables.hpp"
 #include "simd/vec.hpp"
@@ -40,6 +41,20 @@ template <int N, class V> inline V residual(V x, V r) {
 template <int N, class V, int M> inline V inverse_root(V x, const Lane<V> (&c)[M]) {
   const V r = first_guess<N>(x);
   return r * estrin(residual<N>(x, r), c);
+}
+
+/// The bits of s and 1 / s add up to about this, as above: within 2^-9.6 everywhere after a step of Newton's, or
+/// exactly at powers of two, 2^-6 between them.
+enum class Reciprocal : std::uint64_t { even = 0x7FDE6238502484C6, exact_at_one = 0x7FE0000000000000 };
+
+/// The square root of head + tail, the tail below 2^-24 of the head: with the processor's s = sqrt(h), the residual
+/// h - s^2 exactly and s + (h - s^2) / (2 s) with a reciprocal as above: 2^-62. 2^-900 < head < 2^1000, or 0.
+template <Reciprocal R = Reciprocal::even, class V> inline HeadTail<V> square_root(HeadTail<V> h) {
+  const V s = sqrt(h.head + h.tail);
+  const V s_head = head_of(s);
+  const V residual = ((h.head - s_head * s_head) - (s - s_head) * (s + s_head)) + h.tail;
+  const V guess = from_bits<V>(std::uint64_t(R) - bits(s));
+  return {s, (0.5 * residual) * (guess * (2 - s * guess))};
 }
 
 /// x rounded to that many significant bits, by its bits.

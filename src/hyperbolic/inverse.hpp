@@ -1,0 +1,147 @@
+// The inverse hyperbolic functions of positive arguments, for any width, on the logarithm core.
+//
+//   asinh x = ln(x + sqrt(1 + x^2)),                next to 0 its series
+//           = ln(1 + (x + x^2 / (1 + sqrt(1 + x^2))))
+//   acosh x = ln(1 + (t + sqrt(2t + t^2))),         t = x - 1
+//   atanh x = ln(1 + 2x / (1 - x)) / 2
+//
+// In double numbers each is the logarithm of a sum or quotient of positive terms: relative errors stay small next to 0.
+// The forms with head and tail are below 2^-57 next to the borders of their parts, and better elsewhere.
+#pragma once
+
+#include "exp/log_core.hpp"
+#include "hyperbolic/inverse_tables.hpp"
+#include "root/root.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+// --- head and tail --------------------------------------------------------------------------------------------------
+
+/// ln of a sum that is not near 1: its tail becomes a part of the logarithm's tail.
+template <class V> inline HeadTail<V> ln_head_tail(HeadTail<V> x) {
+  const LogReduced<V> reduced = log_reduce<ExactRows>(x.head);
+  LogParts<V> p = log_parts<Natural>(reduced);
+  const V r_tail = log1p_correction(reduced, x.tail, p.c);
+  p.tail += r_tail - r_tail * p.r;
+  return ln_a53(p);
+}
+
+/// 0 <= x < 2^500. Below 2^-5 the series, where the logarithm's absolute error would count.
+template <class V> inline HeadTail<V> asinh_head_tail(V x) {
+  const V x_head = head_of(x);
+  const HeadTail<V> square = two_sum(splat<V>(1), x_head * x_head);
+  const HeadTail<V> root =
+      square_root<Reciprocal::exact_at_one>(HeadTail<V>{square.head, square.tail + (x - x_head) * (x + x_head)});
+  const HeadTail<V> sum = fast_two_sum(root.head, x);
+  const HeadTail<V> y = ln_head_tail(HeadTail<V>{sum.head, sum.tail + root.tail});
+  const V z = x * x;
+  const V series = (x * z) * estrin(z, inverse_hyperbolic_tables::asinh_a53);
+  const auto small = x < splat<V>(0x1p-5);
+  return {select(small, x, y.head), select(small, series, y.tail)};
+}
+
+/// 1 <= x < 2^500. Where x - 1 is rounded, the 1 no longer counts.
+template <class V> inline HeadTail<V> acosh_head_tail(V x) {
+  const V t = x - 1.0, t_head = head_of(t);
+  const HeadTail<V> square = two_sum(t + t, t_head * t_head);
+  const HeadTail<V> root = square_root(HeadTail<V>{square.head, square.tail + (t - t_head) * (t + t_head)});
+  const HeadTail<V> sum = fast_two_sum(root.head, t);
+  return logarithm_1p_head_tail(HeadTail<V>{sum.head, sum.tail + root.tail});
+}
+
+/// 0 <= x < 1. The logarithm of the quotient (1 + x) / (1 - x) = 2^k m, whose reduced argument r = m c - 1 is the
+/// quotient ((c / 2^k) (1 + x) - (1 - x)) / (1 - x): the numerator, with the few bits of c, is exact, and one
+/// reciprocal serves to find k and c, to divide, and to correct the division.
+template <class V> inline HeadTail<V> atanh_head_tail(V x) {
+  const HeadTail<V> plus = fast_two_sum(splat<V>(1), x), minus = fast_two_sum(splat<V>(1), -x);
+  const V inverse = 1.0 / minus.head;
+  const LogReduced<V> reduced = log_reduce<ExactRows>(plus.head * inverse);
+  LogParts<V> p = log_parts<Natural>(reduced);
+  const V c = reduced.inverse_power() * p.c;
+  const V plus_head = head_of(plus.head), minus_head = head_of(minus.head);
+  const V numerator = (c * plus_head - minus.head) + c * (plus.head - plus_head);
+  p.r = head_of(numerator * inverse);
+  const V rest = ((numerator - p.r * minus_head) - p.r * (minus.head - minus_head)) +
+                 ((c * plus.tail - minus.tail) - p.r * minus.tail);
+  const HeadTail<V> r = fast_two_sum(p.r, rest * inverse);
+  p.r = r.head;
+  p.tail += r.tail;
+  const HeadTail<V> y = ln_a53(p);
+  return {0.5 * y.head, 0.5 * y.tail};
+}
+
+// --- one number -----------------------------------------------------------------------------------------------------
+
+template <class V, int N> inline V asinh_series(V x, const Lane<V> (&c)[N]) {
+  const V z = x * x;
+  return x + (x * z) * horner(z, c);
+}
+/// x + sqrt(1 + x^2) - 1
+template <class V> inline V asinh_beyond_one(V x) {
+  const V z = x * x;
+  return x + z / (Lane<V>(1) + sqrt(Lane<V>(1) + z));
+}
+/// x + sqrt(x^2 - 1) - 1
+template <class V> inline V acosh_beyond_one(V x) {
+  const V t = x - Lane<V>(1);
+  return t + sqrt(t * (t + Lane<V>(2)));
+}
+/// (1 + x) / (1 - x) - 1
+template <class V> inline V atanh_beyond_one(V x) { return (x + x) / (Lane<V>(1) - x); }
+
+template <LogAccuracy A, class V> inline V asinh_positive(V x) {
+  if constexpr (A == LogAccuracy::a53) {
+    const HeadTail<V> y = asinh_head_tail(x);
+    return y.head + y.tail;
+  } else if constexpr (A == LogAccuracy::a50) {
+    return logarithm_1p<A>(asinh_beyond_one(x));
+  } else {
+    constexpr auto& series = [&]() -> auto& {
+      if constexpr (A == LogAccuracy::a24)
+        return inverse_hyperbolic_tables::asinh_a24;
+      else
+        return inverse_hyperbolic_tables::asinh_a26;
+    }
+    ();
+    const V y = logarithm<Natural, A>(log_reduce<LogRows<A>>(x + sqrt(1.0 + x * x)));
+    return select(x < splat<V>(0x1p-6), asinh_series(x, series), y);
+  }
+}
+template <LogAccuracy A, class V> inline V acosh(V x) {
+  if constexpr (A == LogAccuracy::a53) {
+    const HeadTail<V> y = acosh_head_tail(x);
+    return y.head + y.tail;
+  } else {
+    return logarithm_1p<A>(acosh_beyond_one(x));
+  }
+}
+template <LogAccuracy A, class V> inline V atanh_positive(V x) {
+  if constexpr (A == LogAccuracy::a53) {
+    const HeadTail<V> y = atanh_head_tail(x);
+    return y.head + y.tail;
+  } else {
+    return 0.5 * logarithm_1p<A>(atanh_beyond_one(x));
+  }
+}
+
+template <FloatLogAccuracy A, class V> inline V float_asinh_positive(V x) {
+  if constexpr (A == FloatLogAccuracy::a21) {
+    return float_logarithm_1p<A>(asinh_beyond_one(x));
+  } else {
+    const V y = float_logarithm<Natural, A>(x + sqrt(1.0f + x * x));
+    return select(x < splat<V>(0x1p-3f), asinh_series(x, inverse_hyperbolic_tables::asinh_a11), y);
+  }
+}
+template <FloatLogAccuracy A, class V> inline V float_acosh(V x) { return float_logarithm_1p<A>(acosh_beyond_one(x)); }
+template <FloatLogAccuracy A, class V> inline V float_atanh_positive(V x) {
+  return 0.5f * float_logarithm_1p<A>(atanh_beyond_one(x));
+}
+
+/// ln 2x for x >= 2^499, which is asinh x and acosh x there.
+template <LogAccuracy A> inline double ln_of_twice(double x) {
+  LogReduced<double> reduced = log_reduce<LogRows<A>>(x);
+  reduced.k += 1;
+  return logarithm<Natural, A>(reduced);
+}
+
+} // namespace kelvm::inline KELVM_BUILD

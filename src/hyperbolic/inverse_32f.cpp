@@ -1,0 +1,93 @@
+// asinh, acosh and atanh of floats (hyperbolic/inverse.hpp). A24 is correctly rounded: double arithmetic, and a second
+// evaluation with head and tail for the results within 2^-42 of a midpoint between two floats. A21 and A11 stay in
+// float arithmetic where x^2 does. Signs are put back at the end.
+//
+// Exceptional inputs: acosh below 1 and atanh beyond +-1 are domain errors, atanh has poles at +-1; infinities of asinh
+// and acosh stay; NaNs are quieted.
+#include "exact/decided.hpp"
+#include "frame/member.hpp"
+#include "hyperbolic/inverse.hpp"
+#include "kelvm/hyperbolic.h"
+
+namespace kelvm::inline KELVM_BUILD {
+namespace {
+
+constexpr float largest = 0x1.fffffep+127f, below_one = 0x1.fffffep-1f;
+constexpr float largest_square_root = 0x1p60f;
+
+inline float rounded_once(HeadTail<double> y) { return round_to_float(fast_two_sum(y.head, y.tail)); }
+
+/// What the functions differ in: the domain, given the largest argument that the arithmetic can square.
+struct OfAsinh {
+  template <class V> static Marks<V> outside_of(V x, float last) { return above(abs(x), last); }
+  template <class V> static V even_part(V x) { return abs(x); }
+  template <class V> static V with_its_sign(V y, V x) { return with_sign(y, sign_of(x)); }
+  static float element(float x, kelStatus&) {
+    if (is_nan(x) || abs(x) == infinity<float>) return x + x;
+    return with_its_sign(rounded_once(asinh_head_tail(double(abs(x)))), x);
+  }
+  template <LogAccuracy A, class V> static V in_double(V x) { return asinh_positive<A>(x); }
+  template <FloatLogAccuracy A, class V> static V in_float(V x) { return float_asinh_positive<A>(x); }
+};
+struct OfAcosh {
+  template <class V> static Marks<V> outside_of(V x, float last) { return outside(x, 1.0f, last); }
+  template <class V> static V even_part(V x) { return x; }
+  template <class V> static V with_its_sign(V y, V) { return y; }
+  static float element(float x, kelStatus& status) {
+    if (is_nan(x)) return x + x;
+    if (x < 1) return domain_error<float>(status);
+    return x == infinity<float> ? x : rounded_once(acosh_head_tail(double(x)));
+  }
+  template <LogAccuracy A, class V> static V in_double(V x) { return acosh<A>(x); }
+  template <FloatLogAccuracy A, class V> static V in_float(V x) { return float_acosh<A>(x); }
+};
+struct OfAtanh {
+  template <class V> static Marks<V> outside_of(V x, float) { return above(abs(x), below_one); }
+  template <class V> static V even_part(V x) { return abs(x); }
+  template <class V> static V with_its_sign(V y, V x) { return with_sign(y, sign_of(x)); }
+  static float element(float x, kelStatus& status) {
+    if (is_nan(x)) return x + x;
+    if (abs(x) == 1) return pole(status, x);
+    if (abs(x) > 1) return domain_error<float>(status);
+    return with_its_sign(rounded_once(atanh_head_tail(double(abs(x)))), x);
+  }
+  template <LogAccuracy A, class V> static V in_double(V x) { return atanh_positive<A>(x); }
+  template <FloatLogAccuracy A, class V> static V in_float(V x) { return float_atanh_positive<A>(x); }
+};
+
+template <class F> struct A24 : KernelDefaults {
+  using Element = float;
+  static constexpr bool doubts = true;
+  static constexpr bool stray_underflow = true; // a subnormal result, which is x
+  static constexpr float harmless = std::is_same_v<F, OfAtanh> ? 0.5f : 1.0f;
+  template <class V> static Marks<V> special(V x) { return F::outside_of(x, largest); }
+  template <class V> static V formula(V x, LaneBits& doubtful) {
+    const V y = in_double_decided<42>(
+        doubtful, [](auto d) { return F::template in_double<LogAccuracy::a24>(d); }, F::even_part(x));
+    return F::with_its_sign(y, x);
+  }
+  static float element(float x, kelStatus& status) { return F::element(x, status); }
+};
+
+template <class F, FloatLogAccuracy A> struct InFloat : KernelDefaults {
+  using Element = float;
+  static constexpr int vectors_in_flight = log_vectors_in_flight;
+  static constexpr bool stray_underflow = true; // x^2 of a tiny x
+  static constexpr float harmless = std::is_same_v<F, OfAtanh> ? 0.5f : 1.0f;
+  template <class V> static Marks<V> special(V x) { return F::outside_of(x, largest_square_root); }
+  template <class V> static V formula(V x) { return F::with_its_sign(F::template in_float<A>(F::even_part(x)), x); }
+  static float element(float x, kelStatus& status) { return F::element(x, status); }
+};
+
+} // namespace
+} // namespace kelvm::inline KELVM_BUILD
+
+KELVM_UNARY(kelsAsinh_32f_A11, kelvm::InFloat<kelvm::OfAsinh, kelvm::FloatLogAccuracy::a11>)
+KELVM_UNARY(kelsAsinh_32f_A21, kelvm::InFloat<kelvm::OfAsinh, kelvm::FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsAsinh_32f_A24, kelvm::A24<kelvm::OfAsinh>)
+KELVM_UNARY(kelsAcosh_32f_A11, kelvm::InFloat<kelvm::OfAcosh, kelvm::FloatLogAccuracy::a11>)
+KELVM_UNARY(kelsAcosh_32f_A21, kelvm::InFloat<kelvm::OfAcosh, kelvm::FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsAcosh_32f_A24, kelvm::A24<kelvm::OfAcosh>)
+KELVM_UNARY(kelsAtanh_32f_A11, kelvm::InFloat<kelvm::OfAtanh, kelvm::FloatLogAccuracy::a11>)
+KELVM_UNARY(kelsAtanh_32f_A21, kelvm::InFloat<kelvm::OfAtanh, kelvm::FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsAtanh_32f_A24, kelvm::A24<kelvm::OfAtanh>)

@@ -1,0 +1,34 @@
+// Coefficients of asinh next to 0. Generated: do not edit.
+//   tools/tables/inverse_hyperbolic.py > src/hyperbolic/inverse_tables.hpp
+#pragma once
+
+#include "simd/isa.hpp"
+
+namespace kelvm::inline KELVM_BUILD::inverse_hyperbolic_tables {
+
+// clang-format off
+
+// (asinh x - x) / x^3 by powers of x^2, |x| <= 2^-5; error 2^-71.6 of asinh x
+inline constexpr double asinh_a53[] = {
+    -0x1.5555555555555p-3,
+    0x1.33333333318f0p-4,
+    -0x1.6db6db4504a8dp-5,
+    0x1.f1c5830a09ec1p-6,
+    -0x1.6b7a95ac1e67ap-6};
+
+// (asinh x - x) / x^3 by powers of x^2, |x| <= 2^-6; error 2^-45.2 of asinh x
+inline constexpr double asinh_a24[] = {
+    -0x1.5555552dde37bp-3,
+    0x1.332345f419b52p-4};
+
+// (asinh x - x) / x^3 by powers of x^2, |x| <= 2^-6; error 2^-30.3 of asinh x
+inline constexpr double asinh_a26[] = {
+    -0x1.554d5f682a05bp-3};
+
+// (asinh x - x) / x^3 by powers of x^2, |x| <= 2^-3; error 2^-18.3 of asinh x
+inline constexpr float asinh_a11[] = {
+    -0x1.535c140000000p-3f};
+
+// clang-format on
+
+} // namespace kelvm::inline KELVM_BUILD::inverse_hyperbolic_tables

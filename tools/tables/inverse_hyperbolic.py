@@ -1,0 +1,43 @@
+#!/usr/bin/env python3
+"""Coefficients of asinh next to 0: writes src/hyperbolic/inverse_tables.hpp.
+
+    tools/tables/inverse_hyperbolic.py > src/hyperbolic/inverse_tables.hpp
+"""
+from decimal import Decimal as D, getcontext
+
+from emit import array
+from minimax import minimax, to_double, to_float
+
+getcontext().prec = 80
+
+
+def tail_of_asinh(z, terms=40):
+    """(asinh x - x) / x^3, z = x^2."""
+    total, binomial = D(0), D(1)
+    for k in range(1, terms):
+        binomial *= -D(2 * k - 1) / (2 * k)
+        total += binomial / (2 * k + 1) * z ** (k - 1)
+    return total
+
+
+def main():
+    print("""// Coefficients of asinh next to 0. Generated: do not edit.
+//   tools/tables/inverse_hyperbolic.py > src/hyperbolic/inverse_tables.hpp
+#pragma once
+
+#include "simd/isa.hpp"
+
+namespace kelvm::inline KELVM_BUILD::inverse_hyperbolic_tables {
+
+// clang-format off
+""")
+    for name, log_high, count, ctype in (("a53", 5, 5, "double"), ("a24", 6, 2, "double"), ("a26", 6, 1, "double"),
+                                         ("a11", 3, 1, "float")):
+        high = D(1) / 4**log_high * D("1.001")
+        c, e = minimax(tail_of_asinh, lambda z: z, range(count), 0, high, to_float if ctype == "float" else to_double)
+        array(f"asinh_{name}", f"(asinh x - x) / x^3 by powers of x^2, |x| <= 2^-{log_high}; error 2^{e:.1f} of asinh x",
+              c, ctype)
+    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::inverse_hyperbolic_tables")
+
+
+main()
