@@ -145,8 +145,8 @@ KELVM_API kelStatus kelsTan_64fc_A53(const Complex64f* src, Complex64f* dst, int
 
 /** dst[i] = the inverse sine of src[i], real part in [-pi/2, pi/2]. Cuts along the real axis beyond -1 and 1, continuous
  * from above where the imaginary part is +0 and from below where it is -0. Bit for bit -i asinh(i z). No warnings.
- * A24 and A53: each part within 0.51 ulp, also next to the cuts and the branch points; the others within 2^-bits of the
- * suffix, relative to the absolute value of the result. */
+ * Each part within 0.501 ulp (A24) and 0.55 ulp (A53), also next to the cuts and the branch points; the others within
+ * 2^-bits of the suffix, relative to the absolute value of the result. */
 KELVM_API kelStatus kelsAsin_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAsin_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAsin_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
@@ -204,7 +204,7 @@ KELVM_API kelStatus kelsAtanh_64fc_A53(const Complex64f* src, Complex64f* dst, i
 /** dst[i] = the natural logarithm of src[i]: ln |z| + i angle(z), the angle in [-pi, pi] with the sign of the imaginary
  * part, that of a zero too, which decides the side of the cut along the negative real axis. Infinities and NaNs as
  * clog in Annex G. kelStatusSingularity at 0, which gives -inf and the angle of the zeros' signs. A24, A53: each part
- * within 0.51 ulp, next to the unit circle too; the others within 2^-bits of the suffix, relative to the absolute value
+ * within 0.55 ulp, next to the unit circle too; the others within 2^-bits of the suffix, relative to the absolute value
  * of the result. */
 KELVM_API kelStatus kelsLn_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsLn_32fc_A21(const Complex32f* src, Complex32f* dst, int len);

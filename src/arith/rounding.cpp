@@ -49,7 +49,7 @@ template <class T> struct Modf : KernelDefaults {
     return {integral, with_sign(x - integral, sign_of(x))};
   }
   static Pair<T> element(T x, kelStatus&) {
-    if (x != x) return {x + x, x + x};
+    if (is_nan(x)) return {x + x, x + x};
     return {x, with_sign(T(0), sign_of(x))};
   }
 };

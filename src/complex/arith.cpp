@@ -157,8 +157,6 @@ template <class V> Marks<V> both_below(V x, V y, Lane<V> limit) {
 template <class V> Marks<V> nonzero(V x) { return -int_bits(abs(x)); }
 template <class V> Marks<V> not_both_zero(V x, V y) { return -int_bits(abs(from_bits<V>(bits(x) | bits(y)))); }
 
-template <class T> inline constexpr T largest_finite = sizeof(T) == 8 ? T(0x1.fffffffffffffp1023) : T(0x1.fffffep127f);
-
 /// Tells by two sizes whether all is well: one that is no ordinary number where an operand is infinite or a NaN or
 /// something may overflow, and one that is small where a result may have suffered from underflow. For a block their sum
 /// and minimum do; zeros are among the small ones, so that the lanes of a single vector are told apart with more care.
@@ -317,7 +315,7 @@ struct DoubleFull : DoubleWindow {
   template <class V> struct Products { HeadTail<V> p, q; };
   /// They are exact where the larger one is above the limit; both may have a zero factor.
   template <Sign S, class V>
-  static Products<V> products(Split<V> x, Split<V> y, Split<V> z, Split<V> w, double limit, SizeDoubt<V>& doubt) {
+  static Products<V> products(Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w, double limit, SizeDoubt<V>& doubt) {
     const HeadTail<V> p = two_product(x, y), q = two_product(z, w);
     doubt.small(abs(p.head) + abs(q.head), limit,
                 (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
@@ -325,14 +323,14 @@ struct DoubleFull : DoubleWindow {
   }
   /// x y + z w, or x y - z w, rounded. Where the sum of p and q is inexact, the errors are small beside it; where it is
   /// exact, the sum of the errors is exact or no larger than the result: below 1 ulp.
-  template <Sign S, class V> static V sum_of_two(Split<V> x, Split<V> y, Split<V> z, Split<V> w, SizeDoubt<V>& doubt) {
+  template <Sign S, class V> static V sum_of_two(Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w, SizeDoubt<V>& doubt) {
     const auto [p, q] = products<S>(x, y, z, w, 0x1p-900, doubt);
     const HeadTail<V> sum = two_sum(p.head, q.head);
     return sum.head - (0 - (sum.tail + (p.tail + q.tail))); // a zero keeps the sign of the plain sum
   }
   template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
     doubt.large(size_of(Pair<V>{a, b}) + size_of(Pair<V>{c, d}), 0x1p500);
-    const Split<V> sa(a), sb(b), sc(c), sd(d);
+    const Halves<V> sa(a), sb(b), sc(c), sd(d);
     if constexpr (C == Conjugate::yes)
       return {sum_of_two<Sign::plus>(sa, sc, sb, sd, doubt), sum_of_two<Sign::minus>(sb, sc, sa, sd, doubt)};
     else
@@ -347,13 +345,13 @@ struct DoubleFull : DoubleWindow {
     return {head, (middle - (head - heads.head)) + tails.tail};
   }
   template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
-    const Split<V> sa(a), sb(b), sc(c), sd(d);
+    const Halves<V> sa(a), sb(b), sc(c), sd(d);
     const HeadTail<V> norm = exact_sum(Products<V>{two_product(sc, sc), two_product(sd, sd)});
-    const Split<V> norm_head(norm.head);
+    const Halves<V> norm_head(norm.head);
     const V inverse = 1.0 / norm.head;
     const auto divide = [&](HeadTail<V> n) {
       const V q = n.head * inverse;
-      const HeadTail<V> back = two_product(Split<V>(q), norm_head);
+      const HeadTail<V> back = two_product(Halves<V>(q), norm_head);
       const V correction = (((n.head - back.head) - back.tail) + (n.tail - q * norm.tail)) * inverse;
       return q - (0 - correction); // a zero keeps its sign
     };

@@ -1,12 +1,12 @@
 // Atanh and Atan of complex numbers. For z = x + iy in the first quadrant
 //
 //   Re atanh z = log1p(4 x / ((1 - x)^2 + y^2)) / 4
-//   Im atanh z = the angle of (2 y, (1 - x)(1 + x) - y^2) / 2
+//   Im atanh z = the angle of (1 - |z|^2, 2 y) / 2
 //
 // Kahan, "Branch cuts for complex elementary functions", 1987. The quotient has no cancellation once 1 - x is exact.
-// The second component of the angle may cancel only where 2 y is large beside its error.
+// 1 - |z|^2 = 2 (1 - x) - |1 - z|^2 cancels only where 2 y is large beside its error.
 //
-//   A53   Extended numbers: 0.51 ulp a component, next to the poles +-1 and the cuts too
+//   A53   Extended numbers: 0.53 ulp a component, next to the poles +-1 and the cuts too
 //   A24   in double, rounded once: 0.501 ulp
 //   A50 and A26 in double, A21 and A11 in float, with ever shorter logarithms and angles
 //

@@ -7,9 +7,6 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-inline bool is_infinite(double x) { return abs(x) == infinity<double>; }
-inline bool is_finite(double x) { return !is_nan(x) && !is_infinite(x); }
-
 /// Marks lanes with a part beyond the limit, infinities and NaNs included.
 template <class V> inline Marks<V> any_above(V a, V b, Lane<V> limit) {
   return above(abs(a), limit) | above(abs(b), limit);
@@ -112,6 +109,8 @@ template <class K> struct OfRotated : K {
   template <class V, class... Doubtful> static Pair<V> formula(V x, V y, Doubtful&... doubtful) {
     return K::formula(-y, x, doubtful...);
   }
+  template <class V> static Marks<V> wide_special(V x, V y) { return K::wide_special(-y, x); }
+  template <class V> static Pair<V> wide_formula(V x, V y) { return K::wide_formula(-y, x); }
   static Pair<T> element(T x, T y, kelStatus& status) { return K::element(-y, x, status); }
 };
 
@@ -119,13 +118,16 @@ template <class K> struct OfRotated : K {
 template <class K> struct Rotated : OfRotated<K> {
   using T = typename K::Element;
   template <class V, class... Doubtful> static Pair<V> formula(V x, V y, Doubtful&... doubtful) {
-    const Pair<V> z = OfRotated<K>::formula(x, y, doubtful...);
-    return {z.second, -z.first};
+    return turned_back(OfRotated<K>::formula(x, y, doubtful...));
   }
+  template <class V> static Pair<V> wide_formula(V x, V y) { return turned_back(OfRotated<K>::wide_formula(x, y)); }
   static Pair<T> element(T x, T y, kelStatus& status) {
     const Pair<T> z = OfRotated<K>::element(x, y, status);
     return {z.second, is_nan(z.first) ? z.first : -z.first}; // the default NaN stays what it is
   }
+
+private:
+  template <class V> static Pair<V> turned_back(Pair<V> z) { return {z.second, -z.first}; }
 };
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -23,9 +23,9 @@ namespace {
 struct Exp {
   template <class P> static constexpr double last = P::largest_exponent;
 
-  template <class P, class V> static Pair<V> formula(V x, V y) {
+  template <class P, Angles A, class V> static Pair<V> formula(V x, V y) {
     const auto e = P::exponential(x);
-    const auto c = P::circular(abs(y));
+    const auto c = P::template circular<A>(abs(y));
     return {e.times(c.even), flip_sign(e.times(c.odd), sign_of(y))};
   }
   static Pair<double> any(double x, double y) {

@@ -45,11 +45,7 @@ EvenOdd<ScaledSum> any_circular(double y) {
   if (!is_finite(y))
     return {plain(abs(default_nan<double>())), plain(with_sign(abs(default_nan<double>()), sign_of(y)))};
   if (abs(y) < negligible) return {plain(1), small(y)};
-  const WithinReach<double> within(abs(y));
-  Remainder<double> r = Full::long_reduce(within.y);
-  r.tail += within.tail;
-  r.index += within.index;
-  const EvenOdd<Split<double>> c = Full::circular(r);
+  const EvenOdd<Split<double>> c = Full::circular<Angles::any>(abs(y));
   return {normalised(c.even), with_sign_of(normalised(c.odd), y)};
 }
 

@@ -2,7 +2,7 @@
 // cosine and sine of x, a cosine and sine of y, and their products, at every accuracy; and the kernel that makes a
 // member of a function F and an accuracy P. F has
 //
-//   template <class P, class V> static Pair<V> formula(V x, V y)   for |x| <= last<P>, |y| <= P::last_angle
+//   template <class P, Angles A, class V> static Pair<V> formula(V x, V y)   for |x| <= last<P>, |y| <= P::last_angle
 //   template <class P> static constexpr double last                 the largest |x| of formula
 //   static Pair<double> any(double x, double y)                     any x and y
 //
@@ -12,7 +12,8 @@
 //   Factor<V>                           a number with what it knows beyond V
 //   Exponential<V> exponential(V x)     of |x| <= largest_exponent, with a function times(Factor<V>)
 //   EvenOdd<Factor<V>> hyperbolic(V x)  cosh x and sinh x, 0 <= x <= largest_exponent
-//   EvenOdd<Factor<V>> circular(V y)    cos y and sin y, 0 <= y <= last_angle
+//   EvenOdd<Factor<V>> circular<A>(V y) cos y and sin y, 0 <= y <= last_angle; with A = Angles::any any finite y >= 0,
+//                                       where has_any_angle says so; elsewhere ShortA26 takes the larger ones
 //   V product(Factor<V>, Factor<V>)
 //   SumOfSquares<V>(Factor<V>, Factor<V>)   with functions that divide a product of two factors by it
 //
@@ -36,16 +37,20 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// cos and sin, or cosh and sinh.
 template <class F> struct EvenOdd { F even, odd; };
-enum class Plane { circular, hyperbolic };
-template <Plane Which, class V> inline V signed_product(V a, V b) {
-  return Which == Plane::circular ? -(a * b) : a * b;
+enum class Functions { circular, hyperbolic };
+template <Functions Which, class V> inline V signed_product(V a, V b) {
+  return Which == Functions::circular ? -(a * b) : a * b;
 }
 
 // --- accuracies -----------------------------------------------------------------------------------------------------
 
+/// Angles up to last_angle, or any.
+enum class Angles { near, any };
+
 /// What the accuracies in double share.
 struct InDouble {
   using Arithmetic = double;
+  static constexpr bool has_any_angle = true;
   static constexpr double last_angle = 0x1.5ffffffffffffp+16; // below 90112
   static constexpr double largest_exponent = 708;
 
@@ -91,11 +96,10 @@ struct Full : InDouble {
 
     SumOfSquares(const Split<V>& c, const Split<V>& d) {
       const HeadTail<V> cc = long_product(c, c), dd = long_product(d, d);
-      const HeadTail<V> heads = two_sum(cc.head, dd.head);
-      const HeadTail<V> total = fast_two_sum(heads.head, heads.tail + (cc.tail + dd.tail));
+      const HeadTail<V> total = two_sum(cc.head, dd.head);
       value.head = head_of(total.head);
-      value.rest = (total.head - value.head) + total.tail;
-      inverse = 1.0 / total.head;
+      value.rest = (total.head - value.head) + (total.tail + (cc.tail + dd.tail));
+      inverse = 1.0 / (value.head + value.rest);
     }
     /// a b / (c^2 + d^2)
     V divides(const Split<V>& a, const Split<V>& b) const {
@@ -122,22 +126,30 @@ struct Full : InDouble {
     const V r = reduced.main - reduced.rest, r_tail = (reduced.main - r) - reduced.rest;
     const Split<V> cosh_a = sum(power.up.head, power.down.head, power.up.tail + power.down.tail);
     const Split<V> sinh_a = sum(power.up.head, -power.down.head, power.up.tail - power.down.tail);
-    return added<Plane::hyperbolic>({cosh_a, sinh_a}, HeadTail<V>{r, r_tail}, factors_tables::cosh_full,
-                                    factors_tables::sinh_full);
+    return added<Functions::hyperbolic>({cosh_a, sinh_a}, HeadTail<V>{r, r_tail}, factors_tables::cosh_full,
+                                        factors_tables::sinh_full);
   }
 
-  template <class V> static EvenOdd<Split<V>> circular(V y) { return circular(long_reduce(y)); }
+  template <Angles A = Angles::near, class V> static EvenOdd<Split<V>> circular(V y) {
+    if constexpr (A == Angles::near) {
+      return circular(long_reduce(y));
+    } else {
+      const WithinReach<V> within(y);
+      const Remainder<V> r = long_reduce(within.y);
+      return circular(Remainder<V>{r.head, r.tail + within.tail, r.index + within.index});
+    }
+  }
   template <class V> static EvenOdd<Split<V>> circular(const Remainder<V>& r) {
     const auto [sin_head, sin_rest, cos_head, cos_rest] = lookup_row<factors_tables::sine_cosine>(r.index & 63);
-    return added<Plane::circular>({Split<V>{cos_head, cos_rest}, Split<V>{sin_head, sin_rest}},
-                                  HeadTail<V>{r.head, r.tail}, factors_tables::cos_full, factors_tables::sin_full);
+    return added<Functions::circular>({Split<V>{cos_head, cos_rest}, Split<V>{sin_head, sin_rest}},
+                                      HeadTail<V>{r.head, r.tail}, factors_tables::cos_full, factors_tables::sin_full);
   }
   /// y = index pi/32 + head + tail, |head| <= pi/64, for |y| < 2^17; the error is below 2^-120, which matters where y
   /// is a multiple of pi/2 but for 2^-53.
   template <class V> static Remainder<V> long_reduce(V y) {
     using namespace factors_tables;
-    const V shifted = y * thirty_two_over_pi + 0x1.8p52;
-    const V k = shifted - 0x1.8p52;
+    const V shifted = y * thirty_two_over_pi + shifter<double>;
+    const V k = shifted - shifter<double>;
     const V t = y - k * pi_32_0;
     const V first = t - k * pi_32_1;
     const V second = ((t - first) - k * pi_32_1) - k * pi_32_2;
@@ -152,7 +164,7 @@ private:
     return {head, ((a - head) + b) + rest};
   }
   /// The addition theorem: with odd r = head + beyond, where head has 26 bits, the products with head are exact.
-  template <Plane Which, class V, int N, int M>
+  template <Functions Which, class V, int N, int M>
   static EvenOdd<Split<V>> added(const EvenOdd<Split<V>>& a, HeadTail<V> r, const double (&even_series)[N],
                                  const double (&odd_series)[M]) {
     const V z = r.head * r.head, head = head_of(r.head);
@@ -167,7 +179,7 @@ private:
 };
 
 /// The addition theorem in plain numbers: c = even r - 1.
-template <Plane Which, class V> inline EvenOdd<V> added(const EvenOdd<V>& a, V c, V odd_r) {
+template <Functions Which, class V> inline EvenOdd<V> added(const EvenOdd<V>& a, V c, V odd_r) {
   return {a.even + (a.even * c + signed_product<Which>(a.odd, odd_r)), a.odd + (a.odd * c + a.even * odd_r)};
 }
 template <class V, int N, int M>
@@ -192,9 +204,9 @@ struct Plain {
   };
 };
 
-/// In double, an exponential of accuracy A, the same angles as above with the coefficients of P.
-template <ExpAccuracy A, class P> struct Rounded : Plain, InDouble {
-  template <class V> static Exponential<V> exponential(V x) { return {exp_normal<A>(x, V{})}; }
+/// In double, an exponential of accuracy E, the same angles as above with the coefficients of P.
+template <ExpAccuracy E, class P> struct Rounded : Plain, InDouble {
+  template <class V> static Exponential<V> exponential(V x) { return {exp_normal<E>(x, V{})}; }
   template <class V> static EvenOdd<V> hyperbolic(V x) {
     const ExpReduced<P::steps, V> reduced = exp_reduce<P::steps>(x);
     const EvenOdd<V> r = even_odd(reduced.main - reduced.rest, P::cosh, P::sinh);
@@ -202,31 +214,46 @@ template <ExpAccuracy A, class P> struct Rounded : Plain, InDouble {
       const HalfPowers<V> power(reduced);
       const EvenOdd<V> a{power.up.head + (power.down.head + (power.up.tail + power.down.tail)),
                          (power.up.head - power.down.head) + (power.up.tail - power.down.tail)};
-      return added<Plane::hyperbolic>(a, r.even, r.odd);
+      return added<Functions::hyperbolic>(a, r.even, r.odd);
     } else {
       const auto half_power = [](const ExpReduced<32, V>& x) {
         return lookup<exp_core_tables::exp2_32>(x.row()) * x.scaled(splat<V>(0.5));
       };
       const V up = half_power(reduced), down = half_power(opposite(reduced));
-      return added<Plane::hyperbolic>({up + down, up - down}, r.even, r.odd);
+      return added<Functions::hyperbolic>({up + down, up - down}, r.even, r.odd);
     }
   }
-  template <class V> static EvenOdd<V> circular(V y) {
-    const V shifted = y * thirty_two_over_pi + 0x1.8p52;
-    const EvenOdd<V> r = even_odd(remainder(y, shifted - 0x1.8p52), P::cos, P::sin);
-    const auto [cos_a, sin_a] = lookup_pair<cosine_sine>(int_bits(shifted) & 63);
-    return added<Plane::circular>({cos_a, sin_a}, r.even, r.odd);
+  template <Angles A = Angles::near, class V> static EvenOdd<V> circular(V y) {
+    if constexpr (A == Angles::near) {
+      return circular(y, V{}, Int<V>{});
+    } else {
+      const WithinReach<V> within(y);
+      return circular(within.y, within.tail, within.index);
+    }
+  }
+
+private:
+  /// Of y + tail + index pi/32.
+  template <class V> static EvenOdd<V> circular(V y, V tail, Int<V> index) {
+    const V shifted = y * thirty_two_over_pi + shifter<double>;
+    const EvenOdd<V> r = even_odd(remainder(y, shifted - shifter<double>) + tail, P::cos, P::sin);
+    const auto [cos_a, sin_a] = lookup_pair<cosine_sine>((int_bits(shifted) + index) & 63);
+    return added<Functions::circular>({cos_a, sin_a}, r.even, r.odd);
   }
 };
 struct LongSeries {
   static constexpr int steps = 128;
-  static constexpr const auto &sin = factors_tables::sin_full, &cos = factors_tables::cos_full;
-  static constexpr const auto &sinh = factors_tables::sinh_full, &cosh = factors_tables::cosh_full;
+  static constexpr const auto& sin = factors_tables::sin_full;
+  static constexpr const auto& cos = factors_tables::cos_full;
+  static constexpr const auto& sinh = factors_tables::sinh_full;
+  static constexpr const auto& cosh = factors_tables::cosh_full;
 };
 struct ShortSeries {
   static constexpr int steps = 32;
-  static constexpr const auto &sin = factors_tables::sin_short, &cos = factors_tables::cos_short;
-  static constexpr const auto &sinh = factors_tables::sinh_short, &cosh = factors_tables::cosh_short;
+  static constexpr const auto& sin = factors_tables::sin_short;
+  static constexpr const auto& cos = factors_tables::cos_short;
+  static constexpr const auto& sinh = factors_tables::sinh_short;
+  static constexpr const auto& cosh = factors_tables::cosh_short;
 };
 /// A factor within an ulp or two.
 using Middle = Rounded<ExpAccuracy::a50, LongSeries>;
@@ -238,6 +265,7 @@ using ShortA26 = Rounded<ExpAccuracy::a26, ShortSeries>;
 /// small next to the zeros.
 template <class P> struct Single : Plain {
   using Arithmetic = float;
+  static constexpr bool has_any_angle = false;
   static constexpr float largest_exponent = 87, last_angle = 10000;
 
   template <class V> static Exponential<V> exponential(V x) {
@@ -250,11 +278,11 @@ template <class P> struct Single : Plain {
     const FloatExpReduced<V> opposite{0x1.8p24f - reduced.sum, V{}};
     const V up = reduced.scaled(splat<V>(0.5f)), down = opposite.scaled(splat<V>(0.5f));
     const EvenOdd<V> r = even_odd(reduced.r, P::cosh, P::sinh);
-    return added<Plane::hyperbolic>({up + down, up - down}, r.even, r.odd);
+    return added<Functions::hyperbolic>({up + down, up - down}, r.even, r.odd);
   }
-  template <class V> static EvenOdd<V> circular(V y) {
-    const V shifted = y * 0x1.45f306p-1f + 0x1.8p23f;
-    const V k = shifted - 0x1.8p23f;
+  template <Angles = Angles::near, class V> static EvenOdd<V> circular(V y) {
+    const V shifted = y * 0x1.45f306p-1f + shifter<float>;
+    const V k = shifted - shifter<float>;
     const V remainder = y - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f;
     const EvenOdd<V> r = even_odd(remainder, P::cos, P::sin);
     const V cos_r = 1.0f + r.even;
@@ -265,13 +293,17 @@ template <class P> struct Single : Plain {
   }
 };
 struct SeriesA21 {
-  static constexpr const auto &sin = factors_tables::sin_single_a21, &cos = factors_tables::cos_single_a21;
-  static constexpr const auto &sinh = factors_tables::sinh_single_a21, &cosh = factors_tables::cosh_single_a21;
+  static constexpr const auto& sin = factors_tables::sin_single_a21;
+  static constexpr const auto& cos = factors_tables::cos_single_a21;
+  static constexpr const auto& sinh = factors_tables::sinh_single_a21;
+  static constexpr const auto& cosh = factors_tables::cosh_single_a21;
   static constexpr const auto& exponential = exp_core_tables::float_expm1_a21;
 };
 struct SeriesA11 {
-  static constexpr const auto &sin = factors_tables::sin_single_a11, &cos = factors_tables::cos_single_a11;
-  static constexpr const auto &sinh = factors_tables::sinh_single_a11, &cosh = factors_tables::cosh_single_a11;
+  static constexpr const auto& sin = factors_tables::sin_single_a11;
+  static constexpr const auto& cos = factors_tables::cos_single_a11;
+  static constexpr const auto& sinh = factors_tables::sinh_single_a11;
+  static constexpr const auto& cosh = factors_tables::cosh_single_a11;
   static constexpr const auto& exponential = exp_core_tables::float_exp_a11;
 };
 using SingleA21 = Single<SeriesA21>;
@@ -299,19 +331,21 @@ template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
   /// A quotient or product that overflows float does so in element().
   static constexpr T last = sizeof(T) == 4 && F::template last<P> > 88 ? 88 : F::template last<P>;
 
-  template <class V> static Marks<V> special(V x, V y) {
-    const Marks<V> large = above(abs(x), last) | above(abs(y), T(P::last_angle));
-    if constexpr (P::splits)
-      return large | tiny(x) | tiny(y);
-    else
-      return large;
-  }
-  template <class V> static Pair<V> formula(V x, V y) {
-    const auto f = [](auto x, auto y) { return F::template formula<P>(x, y); };
-    if constexpr (sizeof(T) < sizeof(typename P::Arithmetic))
-      return pair_in_double(f, x, y);
-    else
-      return f(x, y);
+  static constexpr bool has_wide_formula = true;
+  static constexpr T largest_finite = sizeof(T) == 4 ? 0x1.fffffep127f : T(0x1.fffffffffffffp1023);
+
+  template <class V> static Marks<V> special(V x, V y) { return outside(x, y, T(P::last_angle)); }
+  template <class V> static Pair<V> formula(V x, V y) { return evaluated<P, Angles::near>(x, y); }
+  template <class V> static Marks<V> wide_special(V x, V y) { return outside(x, y, largest_finite); }
+  template <class V> static Pair<V> wide_formula(V x, V y) {
+    const Marks<V> far = above(abs(y), T(P::last_angle));
+    if (!any(far)) return formula(x, y);
+    if constexpr (P::has_any_angle) {
+      return evaluated<P, Angles::any>(x, y);
+    } else {
+      const Pair<V> z = formula(x, select(far, splat<V>(1), y)), far_z = evaluated<ShortA26, Angles::any>(x, y);
+      return {select(far, far_z.first, z.first), select(far, far_z.second, z.second)};
+    }
   }
   static Pair<T> element(T x, T y, kelStatus& status) {
     const Operand z{quiet(x), quiet(y)};
@@ -320,6 +354,20 @@ template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
   }
 
 private:
+  template <class V> static Marks<V> outside(V x, V y, T last_angle) {
+    const Marks<V> large = above(abs(x), last) | above(abs(y), last_angle);
+    if constexpr (P::splits)
+      return large | tiny(x) | tiny(y);
+    else
+      return large;
+  }
+  template <class Accuracy, Angles A, class V> static Pair<V> evaluated(V x, V y) {
+    const auto f = [](auto x, auto y) { return F::template formula<Accuracy, A>(x, y); };
+    if constexpr (sizeof(T) < sizeof(typename Accuracy::Arithmetic))
+      return pair_in_double(f, x, y);
+    else
+      return f(x, y);
+  }
   /// Marks 0 < |x| < 2^-400.
   template <class V> static Marks<V> tiny(V x) {
     const Int<V> magnitude = int_bits(abs(x));
@@ -327,7 +375,7 @@ private:
   }
   /// x as a double; raises nothing for a signalling NaN.
   static double quiet(T x) {
-    return is_nan(x) ? flip_sign(default_nan<double>(), ~std::uint64_t(sign_of(x) != 0) << 63) : double(x);
+    return is_nan(x) ? with_sign(abs(default_nan<double>()), std::uint64_t(sign_of(x) != 0) << 63) : double(x);
   }
 };
 

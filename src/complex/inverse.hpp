@@ -10,7 +10,7 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-constexpr double pi = 0x1.921fb54442d18p+1;
+constexpr double pi = inverse_trig::pi_head;
 
 // --- accuracies -----------------------------------------------------------------------------------------------------
 
@@ -20,9 +20,10 @@ template <LogAccuracy Log, AngleAccuracy Angle> struct InDouble {
   template <class V> static V number(V x) { return x; }
   template <class V> static V one_minus(V x) { return 1.0 - x; }
   template <class V> static V log1p(V x) { return logarithm_1p<Log>(x); }
-  /// y >= 0.
+  /// The argument whose hyperbolic sine and cosine these are.
+  template <class V> static V asinh(V sinh, V cosh) { return log1p(sinh + sinh * sinh / (1.0 + cosh)); }
+  /// The angle of (x, y), y >= 0; an acute one has x >= 0 too.
   template <class V> static V angle(V y, V x) { return kelvm::angle<Angle>(y, x); }
-  /// x, y >= 0.
   template <class V> static V acute_angle(V y, V x) { return kelvm::angle<Angle>(y, x); }
 };
 /// Float numbers. The angle is pi/2 or pi less one in the first octant, its arc tangent a polynomial.
@@ -31,6 +32,7 @@ template <FloatLogAccuracy A> struct InFloat {
   template <class V> static V number(V x) { return x; }
   template <class V> static V one_minus(V x) { return 1.0f - x; }
   template <class V> static V log1p(V x) { return float_logarithm_1p<A>(x); }
+  template <class V> static V asinh(V sinh, V cosh) { return log1p(sinh + sinh * sinh / (1.0f + cosh)); }
   template <class V> static V acute_angle(V y, V x) {
     const auto steep = x < y;
     const V r = select(steep, x, y) / select(steep, y, x), z = r * r;
@@ -47,7 +49,7 @@ template <FloatLogAccuracy A> struct InFloat {
     return select(int_bits(x), float(pi) - t, t);
   }
 };
-/// Extended double numbers: 2^-70 in all, and 0.51 ulp with the final rounding.
+/// Extended double numbers; the angle leaves 2^-57.
 struct InExtended {
   using Working = double;
   template <class V> static Extended<V> number(V x) { return {x, V{}}; }
@@ -58,6 +60,9 @@ struct InExtended {
   template <class V> static Extended<V> log1p(Extended<V> x) {
     const HeadTail<V> y = logarithm_1p_head_tail(HeadTail<V>{x.head, x.tail});
     return {y.head, y.tail};
+  }
+  template <class V> static Extended<V> asinh(Extended<V> sinh, Extended<V> cosh) {
+    return 0.5 * log1p(2 * normalised(product(sinh, descending_sum(cosh, sinh))));
   }
   template <class V> static Extended<V> angle(Extended<V> y, Extended<V> x) {
     const auto a = kelvm::angle<AngleAccuracy::a53>(HeadTail<V>{y.head, y.tail}, HeadTail<V>{x.head, x.tail});
@@ -151,10 +156,9 @@ inline Extended<double> plus_ln2(Extended<double> x, double k) {
 /// x 2^exponent, rounded once more where it is subnormal.
 inline double scaled_back(Extended<double> x, int exponent) { return ScaledSum{{x.head, x.tail}, exponent}.rounded(); }
 
-/// A part of a result that is odd in x, from its absolute value; +0 or +inf where x is a NaN.
+/// A part of a result from its absolute value, with the sign of x; a NaN is the default one.
 template <class T> inline T odd_part(double magnitude, T x) {
-  if (is_nan(magnitude)) return default_nan<T>();
-  return is_nan(x) ? T(magnitude) : with_sign(T(magnitude), sign_of(x));
+  return is_nan(magnitude) ? default_nan<T>() : with_sign(T(magnitude), sign_of(x));
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -26,9 +26,10 @@ template <class Base, class V> V scaled_angle(HeadTail<V> angle, V y) {
   if constexpr (std::is_same_v<Base, Natural>) {
     return angle.head + angle.tail;
   } else {
-    const HeadTail<V> product = two_product(angle.head, splat<V>(inverse_ln10));
-    const V rest = product.tail + (angle.head * inverse_ln10_rest + angle.tail * inverse_ln10);
-    return with_sign(product.head + rest, sign_of(y));
+    using namespace log_tables;
+    const V head = head_of(angle.head), tail = (angle.head - head) + angle.tail;
+    const V rest = head * inverse_ln10_tail + tail * inverse_ln10;
+    return with_sign(head * inverse_ln10_head + rest, sign_of(y));
   }
 }
 template <class Base, class V> V scaled_angle(V angle) {
@@ -41,9 +42,7 @@ template <class Base, class V> V scaled_angle(V angle) {
 // --- accuracies -----------------------------------------------------------------------------------------------------
 
 template <class Base> struct Full {
-  template <class V> static V imaginary(V x, V y) {
-    return scaled_angle<Base>(angle<AngleAccuracy::a53>(HeadTail<V>{y, V{}}, HeadTail<V>{x, V{}}), y);
-  }
+  template <class V> static V imaginary(V x, V y) { return scaled_angle<Base>(angle<AngleAccuracy::a53>(y, x), y); }
   template <class V> static Pair<V> formula(V x, V y, LaneBits& doubtful) {
     const HeadTail<V> re = log_abs_a53<Base>(x, y, doubtful);
     return {re.head + re.tail, imaginary(x, y)};
@@ -60,9 +59,9 @@ template <class Base, LogAccuracy L, AngleAccuracy A> struct Short {
   }
 };
 
-template <class Base, FloatLogAccuracy L, FloatAngleAccuracy A> struct FloatShort {
+template <class Base, FloatLogAccuracy L, auto& AngleSeries> struct FloatShort {
   template <class V> static Pair<V> formula(V x, V y) {
-    return {float_log_abs<Base, L>(x, y), scaled_angle<Base>(float_angle<A>(y, x))};
+    return {float_log_abs<Base, L>(x, y), scaled_angle<Base>(float_angle<AngleSeries>(y, x))};
   }
 };
 
@@ -147,8 +146,13 @@ template <class Base, class P, bool Doubts> struct Logarithm64 : KernelDefaults,
   static constexpr bool stray_underflow = true;
 
   template <class V> static Marks<V> special(V x, V y) {
-    x = abs(x), y = abs(y);
-    return outside_but_zero(x, 0x1p-440, 0x1p440) | outside_but_zero(y, 0x1p-440, 0x1p440) | both_zero(x, y);
+    const Marks<V> outside = outside_window(x, y, 0x1p-440, 0x1p440);
+    if constexpr (Doubts) { // the exact norm needs the square of a small real part, too
+      const Int<V> a = int_bits(abs(x));
+      return outside | ((a - int_bits(splat<V>(0x1p-440))) & -a);
+    } else {
+      return outside;
+    }
   }
   template <class V> static Marks<V> wide_special(V x, V y) { return special(x, y); }
   static Pair<double> element(double x, double y, kelStatus& status) {
@@ -170,7 +174,7 @@ template <class Base> struct Logarithm32A24 : KernelDefaults {
         [](auto x, auto y) {
           const auto [larger, smaller] = by_size(x, y);
           return Pair<decltype(x)>{log_abs<Base, LogAccuracy::a24>(larger, smaller),
-                                   scaled_angle<Base>(angle<AngleAccuracy::a24>(y, x))};
+                                   scaled_angle<Base>(angle<AngleAccuracy::a38>(y, x))};
         },
         x, y);
   }
@@ -181,10 +185,7 @@ template <class Base, class P> struct Logarithm32 : KernelDefaults, P {
   using Element = float;
   static constexpr bool stray_underflow = true;
 
-  template <class V> static Marks<V> special(V x, V y) {
-    x = abs(x), y = abs(y);
-    return outside_but_zero(x, 0x1p-60f, 0x1p62f) | outside_but_zero(y, 0x1p-60f, 0x1p62f) | both_zero(x, y);
-  }
+  template <class V> static Marks<V> special(V x, V y) { return outside_window(x, y, 0x1p-60f, 0x1p62f); }
   static Pair<float> element(float x, float y, kelStatus& status) {
     if (any(Logarithm32A24<Base>::special(x, y))) return special_logarithm<Base>(x, y, status);
     return Logarithm32A24<Base>::formula(x, y);
@@ -195,8 +196,8 @@ template <class Base> using A53 = Logarithm64<Base, Full<Base>, true>;
 template <class Base> using A50 = Logarithm64<Base, Short<Base, LogAccuracy::a50, AngleAccuracy::a50>, false>;
 template <class Base> using A26 = Logarithm64<Base, Short<Base, LogAccuracy::a26, AngleAccuracy::a26>, false>;
 template <class Base> using A24 = Logarithm32A24<Base>;
-template <class Base> using A21 = Logarithm32<Base, FloatShort<Base, FloatLogAccuracy::a21, FloatAngleAccuracy::a21>>;
-template <class Base> using A11 = Logarithm32<Base, FloatShort<Base, FloatLogAccuracy::a11, FloatAngleAccuracy::a11>>;
+template <class Base> using A21 = Logarithm32<Base, FloatShort<Base, FloatLogAccuracy::a21, inverse_trig::atan_a21>>;
+template <class Base> using A11 = Logarithm32<Base, FloatShort<Base, FloatLogAccuracy::a11, inverse_trig::atan_a11>>;
 
 } // namespace
 } // namespace kelvm::inline KELVM_BUILD

@@ -13,6 +13,13 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
+/// Marks what the logarithms below and the angle do not cover: a part above high; an imaginary part below low but not
+/// zero, whose angle may be tiny; both parts below low, zero among them.
+template <class V> inline Marks<V> outside_window(V x, V y, Lane<V> low, Lane<V> high) {
+  const Int<V> a = int_bits(abs(x)), b = int_bits(abs(y)), l = int_bits(splat<V>(low)), h = int_bits(splat<V>(high));
+  return ((b - l) & ((a - l) | -b)) | (h - a) | (h - b);
+}
+
 /// x^2 + y^2 with a relative error below 2^-75, where the larger is in [2^-480, 2^500].
 template <class V> inline HeadTail<V> norm_head_tail(V x, V y) {
   const V x_head = head_of(x), y_head = head_of(y);
@@ -50,6 +57,7 @@ template <class Base, class V> struct NormParts {
     p.r = select(near_one, minus_one.head, p.r);
     rest = select(near_one, minus_one.tail, rest);
   }
+  /// With the rest in r.
   LogParts<V> joined() const { return with_rest<Base>(p, rest); }
 };
 
@@ -102,11 +110,6 @@ template <class Base, FloatLogAccuracy A, class V> inline V float_log_abs(V x, V
   const FloatLogReduced<V> reduced = float_log_reduce(select(near, 1.0f + minus_one, x * x + y_square));
   const Marks<V> small = int_bits(abs(minus_one)) - int_bits(splat<V>(0.33f));
   return 0.5f * float_logarithm<Base, A>(reduced.k, select(near & small, minus_one, reduced.f));
-}
-
-enum class FloatAngleAccuracy { a21, a11 };
-template <FloatAngleAccuracy A, class V> inline V float_angle(V y, V x) {
-  return in_double([](auto y, auto x) { return angle<AngleAccuracy::a26>(y, x); }, y, x);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

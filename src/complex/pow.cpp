@@ -27,75 +27,94 @@ namespace {
 template <class V> Marks<V> less(V x, V limit) { return int_bits(x) - int_bits(limit); }
 template <class V> V larger(V a, V b) { return select(less(a, b), b, a); }
 
-/// A base on the positive real axis and a real exponent.
-template <class V> Marks<V> real_operands(V x, V y, V d) {
-  return (int_bits(abs(from_bits<V>(bits(y) | bits(d)))) - 1) & ~int_bits(x);
-}
+/// Below, an angle goes to element(): a real power has none, and tiny ones lose bits.
+constexpr double tiny_angle = 0x1p-900;
 
 // --- with tails ------------------------------------------------------------------------------------------------------
 
 struct A53 {
-  static constexpr bool decides_parts = true;
-  template <class V> static HeadTail<V> logarithm(const LogParts<V>& p) { return ln_pow(p); }
   using RealPower = Power<PowA53>;
+  /// Angles this many times their terms from a multiple of pi/2 are not exact enough.
+  static constexpr double near_zero = 0x1p-13;
 
-  template <class V> static Pair<V> result(HeadTail<V> p, const EvenOdd<Split<V>>& direction) {
+  template <class V> static HeadTail<V> logarithm(const NormParts<Natural, V>& h) { return ln_pow(h.joined()); }
+
+  /// Cosine and sine of q, but for the sign of the sine.
+  template <class V> static EvenOdd<Split<V>> direction(HeadTail<V> q) {
+    Remainder<V> r = Full::long_reduce(abs(q.head));
+    const HeadTail<V> sum = fast_two_sum(r.head, r.tail + flip_sign(q.tail, sign_of(q.head)));
+    r.head = sum.head;
+    r.tail = sum.tail;
+    return Full::circular(r);
+  }
+  template <class V> static V head(const Split<V>& x) { return x.head; }
+
+  template <class V> static Full::Exponential<V> exponential(HeadTail<V> p) {
     const ExpReduced<128, V> reduced = exp_reduce<128>(p.head);
     const HeadTail<V> e = exp_unscaled<ExpAccuracy::pow>(reduced, p.tail);
-    const Full::Exponential<V> size{{e.head, e.tail}, reduced.scaled(splat<V>(1))};
-    return {size.times(direction.even), size.times(direction.odd)};
+    return {{e.head, e.tail}, reduced.scaled(splat<V>(1))};
   }
 };
-struct A50 {
-  static constexpr bool decides_parts = false;
-  template <class V> static HeadTail<V> logarithm(const LogParts<V>& p) { return ln_a53(p); }
-  using RealPower = Power<PowA50>;
 
-  template <class V> static Pair<V> result(HeadTail<V> p, const EvenOdd<Split<V>>& direction) {
-    const V size = exp_normal<ExpAccuracy::a50>(p.head, p.tail);
-    return {size * (direction.even.head + direction.even.rest), size * (direction.odd.head + direction.odd.rest)};
+struct A50 {
+  using RealPower = Power<PowA50>;
+  static constexpr double near_zero = 0;
+
+  template <class V> static HeadTail<V> logarithm(const NormParts<Natural, V>& h) { return ln_a53(h.joined()); }
+  template <class V> static EvenOdd<V> direction(HeadTail<V> q) {
+    const EvenOdd<V> head = Middle::circular(abs(q.head));
+    const V tail = flip_sign(q.tail, sign_of(q.head));
+    return {head.even - tail * head.odd, head.odd + tail * head.even};
+  }
+  template <class V> static V head(V x) { return x; }
+  template <class V> static Middle::Exponential<V> exponential(HeadTail<V> p) {
+    return {exp_normal<ExpAccuracy::a50>(p.head, p.tail)};
   }
 };
+
+/// A number in three: 26 bits and the rest of a head, and all of it.
+template <class V> struct Halves {
+  V head, rest, whole;
+  explicit Halves(V x) : head(head_of(x)), rest(x - head), whole(x) {}
+  explicit Halves(HeadTail<V> x) : head(head_of(x.head)), rest((x.head - head) + x.tail), whole(x.head) {}
+};
+/// a u + b v with an error of 2^-78 of the larger product: those of the heads are exact.
+template <class V>
+HeadTail<V> sum_of_products(const Halves<V>& a, const Halves<V>& u, const Halves<V>& b, const Halves<V>& v) {
+  const HeadTail<V> sum = two_sum(a.head * u.head, b.head * v.head);
+  const V rest = (a.head * u.rest + a.rest * u.whole) + (b.head * v.rest + b.rest * v.whole);
+  return fast_two_sum(sum.head, sum.tail + rest);
+}
 
 template <class P> struct WithTails {
   using Element = double;
   using RealPower = typename P::RealPower;
 
   template <class V> static Marks<V> special(V x, V y, V c, V d) {
-    const auto outside = [](V part, double low, double high) { return outside_but_zero(abs(part), low, high); };
-    return outside(x, 0x1p-300, 0x1p300) | outside(y, 0x1p-300, 0x1p300) | outside(c, 0x1p-200, 0x1p60) |
-           outside(d, 0x1p-200, 0x1p60);
+    return outside_window(x, y, 0x1p-400, 0x1p400) | any_above(c, d, 0x1p60);
   }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
-    const HeadTail<V> log = P::logarithm(NormParts<Natural, V>(norm_head_tail(x, y)).joined());
+    const HeadTail<V> log = P::logarithm(NormParts<Natural, V>(norm_head_tail(x, y)));
     const HeadTail<V> l = fast_two_sum(0.5 * log.head, 0.5 * log.tail);
-    const HeadTail<V> theta = angle<AngleAccuracy::pow>(HeadTail<V>{y, V{}}, HeadTail<V>{x, V{}});
+    const HeadTail<V> theta = angle<AngleAccuracy::pow>(y, x);
     const HeadTail<V> t = fast_two_sum(theta.head, theta.tail);
 
-    const HeadTail<V> p = sum_of_products(c, l, -d, t), q = sum_of_products(c, t, d, l);
+    const Halves<V> c_parts(c), d_parts(d), minus_d_parts(-d), l_parts(l), t_parts(t);
+    const HeadTail<V> p = sum_of_products(c_parts, l_parts, minus_d_parts, t_parts);
+    const HeadTail<V> q = sum_of_products(c_parts, t_parts, d_parts, l_parts);
     const Marks<V> beyond = above(larger(abs(p.head), 0.25 * abs(q.head)), 690.0);
-    doubtful |= lane_bits(beyond | (less(abs(l.head), splat<V>(0x1p-10)) & less(abs(t.head), splat<V>(0x1p-10))));
+    const Marks<V> next_to_one = less(abs(l.head), splat<V>(0x1p-10)) & less(abs(t.head), splat<V>(0x1p-10));
 
-    Remainder<V> r = Full::long_reduce(abs(q.head));
-    const HeadTail<V> remainder = fast_two_sum(r.head, r.tail + flip_sign(q.tail, sign_of(q.head)));
-    r.head = remainder.head;
-    r.tail = remainder.tail;
-    const EvenOdd<Split<V>> direction = Full::circular(r);
-    if constexpr (P::decides_parts) {
-      // q is exact to 2^-68 of its terms, of d l to 2^-78 d at least.
-      const V near = 0x1p-13 * (abs(c * t.head) + abs(d) * larger(abs(l.head), splat<V>(0x1p-10)));
-      doubtful |= lane_bits(less(abs(direction.even.head), near) | less(abs(direction.odd.head), near));
-    }
-    const Pair<V> z = P::result(HeadTail<V>{select(beyond, V{}, p.head), select(beyond, V{}, p.tail)}, direction);
-    return {z.first, flip_sign(z.second, sign_of(q.head))};
-  }
+    const auto direction = P::direction(q);
+    V near = splat<V>(tiny_angle);
+    if constexpr (P::near_zero != 0) // the error of q is 2^-68 of its terms, of d l at least 2^-78 d
+      near += P::near_zero * (abs(c * t.head) + abs(d) * larger(abs(l.head), splat<V>(0x1p-10)));
+    Marks<V> at_zero = less(abs(P::head(direction.odd)), near);
+    if constexpr (P::near_zero != 0) at_zero |= less(abs(P::head(direction.even)), near);
+    doubtful |= lane_bits(beyond | next_to_one | at_zero);
 
-private:
-  /// a u + b v.
-  template <class V> static HeadTail<V> sum_of_products(V a, HeadTail<V> u, V b, HeadTail<V> v) {
-    const HeadTail<V> first = two_product(a, u.head), second = two_product(b, v.head);
-    const HeadTail<V> sum = two_sum(first.head, second.head);
-    return fast_two_sum(sum.head, sum.tail + ((first.tail + second.tail) + (a * u.tail + b * v.tail)));
+    const auto size = P::exponential(HeadTail<V>{select(beyond, V{}, p.head), select(beyond, V{}, p.tail)});
+    return {size.times(direction.even), flip_sign(size.times(direction.odd), sign_of(q.head))};
   }
 };
 
@@ -112,7 +131,7 @@ template <LogAccuracy L, AngleAccuracy A, class C> struct Short {
     const V p = c * l - d * t, q = ct + dl;
     const Marks<V> beyond = above(abs(p), largest_exponent) | above(abs(q), 0x1p12);
     const EvenOdd<V> direction = C::circular(select(beyond, V{}, abs(q)));
-    const V near = near_zero * (abs(ct) + abs(dl));
+    const V near = near_zero * (abs(ct) + abs(dl)) + tiny_angle;
     doubtful |= lane_bits(beyond | less(abs(direction.even), near) | less(abs(direction.odd), near));
     const auto size = C::exponential(select(beyond, V{}, p));
     return {size.times(direction.even), flip_sign(size.times(direction.odd), sign_of(q))};
@@ -123,8 +142,7 @@ struct A26 {
   using Element = double;
   using RealPower = Power<PowA26>;
   template <class V> static Marks<V> special(V x, V y, V c, V d) {
-    const auto outside = [](V part) { return outside_but_zero(abs(part), 0x1p-450, 0x1p450); };
-    return outside(x) | outside(y) | above(abs(c), 0x1p60) | above(abs(d), 0x1p60);
+    return outside_window(x, y, 0x1p-440, 0x1p440) | any_above(c, d, 0x1p60);
   }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
     return Short<LogAccuracy::a24, AngleAccuracy::a24, ShortA26>::formula(x, y, c, d, 690, 0, doubtful);
@@ -137,7 +155,8 @@ template <class R, LogAccuracy L, AngleAccuracy A, class C> struct FloatInDouble
   static constexpr double near_zero = L == LogAccuracy::a50 ? 0x1p-20 : 0;
 
   template <class V> static Marks<V> special(V x, V y, V c, V d) {
-    return any_above(x, y, largest_finite<float>) | any_above(c, d, largest_finite<float>);
+    const Marks<V> zero = int_bits(abs(from_bits<V>(bits(x) | bits(y)))) - 1;
+    return any_above(x, y, largest_finite<float>) | any_above(c, d, largest_finite<float>) | zero;
   }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
     const auto f = [](auto x, auto y, auto c, auto d, LaneBits& doubtful) {
@@ -175,15 +194,14 @@ struct A11 {
   using RealPower = RealA11;
 
   template <class V> static Marks<V> special(V x, V y, V c, V d) {
-    const auto outside = [](V part) { return outside_but_zero(abs(part), 0x1p-60f, 0x1p60f); };
-    return outside(x) | outside(y) | any_above(c, d, 0x1p60f);
+    return outside_window(x, y, 0x1p-60f, 0x1p60f) | any_above(c, d, 0x1p60f);
   }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
     const V l = float_log_abs<Natural, FloatLogAccuracy::a21>(x, y);
-    const V t = float_angle<FloatAngleAccuracy::a21>(y, x);
+    const V t = float_angle<inverse_trig::atan_a21>(y, x);
     const V p = c * l - d * t, q = c * t + d * l;
     const Marks<V> beyond = above(abs(p), 86.0f) | above(abs(q), 128.0f);
-    doubtful |= lane_bits(beyond);
+    doubtful |= lane_bits(beyond | (int_bits(abs(q)) - 1));
     const EvenOdd<V> direction = SingleA11::circular(select(beyond, V{}, abs(q)));
     const auto size = SingleA11::exponential(select(beyond, V{}, p));
     return {size.times(direction.even), flip_sign(size.times(direction.odd), sign_of(q))};
@@ -198,10 +216,7 @@ template <class P> struct ComplexPow : KernelDefaults {
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true;
 
-  template <class V> static Marks<V> special(V x, V y, V c, V d) {
-    const Marks<V> zero = int_bits(abs(from_bits<V>(bits(x) | bits(y)))) - 1;
-    return P::special(x, y, c, d) | zero | real_operands(x, y, d);
-  }
+  template <class V> static Marks<V> special(V x, V y, V c, V d) { return P::special(x, y, c, d); }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
     return P::formula(x, y, c, d, doubtful);
   }

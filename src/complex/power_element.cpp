@@ -45,9 +45,9 @@ ScaledSum product(const ScaledSum& a, double b) {
   const Scaled s = scaled(b);
   return normalised(multiply(a.value, s.fraction), a.exponent + s.exponent);
 }
-ScaledSum sum(const ScaledSum& a, const ScaledSum& b) {
+ScaledSum normalised_sum(const ScaledSum& a, const ScaledSum& b) {
   if (a.value.head == 0 || b.value.head == 0) return a.value.head == 0 ? b : a;
-  if (a.exponent < b.exponent) return sum(b, a);
+  if (a.exponent < b.exponent) return normalised_sum(b, a);
   const int below = b.exponent - a.exponent;
   return below < -300 ? a : normalised(add(a.value, scaled_by(b.value, power_of_two(below))), a.exponent);
 }
@@ -162,7 +162,7 @@ EvenOdd<ScaledSum> circle(double c, int n, const ScaledSum& rest) {
   const Double2 left = two_sum(whole * n - 2 * pairs, fraction.head);
   ScaledSum angle = rest;
   const ScaledSum part = normalised(fast_two_sum(left.head, left.tail + fraction.tail));
-  angle = sum(angle, normalised(multiply(quarter_pi, part.value), part.exponent));
+  angle = normalised_sum(angle, normalised(multiply(quarter_pi, part.value), part.exponent));
   if (angle.value.head == 0 || angle.exponent < -60) return turned_by(quadrant, {{1, 0}, 0}, angle); // its own sine
   if (angle.exponent > 1000) angle.exponent = 1000; // no significance left
   Double2 y = value_of(angle);
@@ -206,14 +206,14 @@ Pair<double> finite_power_above(const PowerOperands& o) {
   const Double2 ln = a > b ? ln_abs(a, b) : ln_abs(b, a);
   const Angle angle = angle_of(o.x, o.y);
   const ScaledSum size_of_z = normalised(ln);
-  const ScaledSum theta = sum(normalised(multiply(quarter_pi, double(angle.n))), angle.rest);
+  const ScaledSum theta = normalised_sum(normalised(multiply(quarter_pi, double(angle.n))), angle.rest);
   // No sine is so small that e^4000 times it is in range.
-  Double2 re = value_of(sum(product(size_of_z, o.c), product(theta, -o.d)));
+  Double2 re = value_of(normalised_sum(product(size_of_z, o.c), product(theta, -o.d)));
   if (abs(re.head) > 4000) re = {with_sign(4000.0, sign_of(re.head)), 0};
   const ExpReduced<128, double> reduced = exp_reduce<128>(re.head);
   const Double2 size = exp_unscaled<ExpAccuracy::pow>(reduced, re.tail);
   return parts_of({fast_two_sum(size.head, size.tail), int(std::int64_t(bits(reduced.sum) << 13) >> 20)},
-                  circle(o.c, angle.n, sum(product(angle.rest, o.c), product(size_of_z, o.d))));
+                  circle(o.c, angle.n, normalised_sum(product(angle.rest, o.c), product(size_of_z, o.d))));
 }
 
 Pair<double> infinite_power_above(const PowerOperands& o) {

@@ -39,8 +39,9 @@ inline Pair<T> power_element(const PowerOperands& o, kelStatus& status, RealPowe
     return {re, with_sign(T(0), sign_of(T(o.y)))};
   }
   if (o.first_zero()) {
-    if (o.c > 0) return {T(0), T(0)};
-    if (o.c < 0 && o.d == 0) return {pole<T>(status), T(0)};
+    const T zero = with_sign(T(0), sign_of(T(o.y)));
+    if (o.c > 0) return {T(0), zero};
+    if (o.c < 0 && o.d == 0) return {pole<T>(status), zero};
     return with_code<T>(o, default_nan<double>(), default_nan<double>(), status);
   }
   const Pair<double> z = o.finite() ? finite_power(o) : infinite_power(o);

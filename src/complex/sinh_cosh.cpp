@@ -22,8 +22,8 @@ namespace {
 struct Sinh {
   template <class P> static constexpr double last = P::largest_exponent;
 
-  template <class P, class V> static Pair<V> formula(V x, V y) {
-    const auto h = P::hyperbolic(abs(x)), c = P::circular(abs(y));
+  template <class P, Angles A, class V> static Pair<V> formula(V x, V y) {
+    const auto h = P::hyperbolic(abs(x)), c = P::template circular<A>(abs(y));
     return {flip_sign(P::product(h.odd, c.even), sign_of(x)), flip_sign(P::product(h.even, c.odd), sign_of(y))};
   }
   static Pair<double> any(double x, double y) {
@@ -35,8 +35,8 @@ struct Sinh {
 struct Cosh {
   template <class P> static constexpr double last = P::largest_exponent;
 
-  template <class P, class V> static Pair<V> formula(V x, V y) {
-    const auto h = P::hyperbolic(abs(x)), c = P::circular(abs(y));
+  template <class P, Angles A, class V> static Pair<V> formula(V x, V y) {
+    const auto h = P::hyperbolic(abs(x)), c = P::template circular<A>(abs(y));
     return {P::product(h.even, c.even), flip_sign(P::product(h.odd, c.odd), sign_of(x) ^ sign_of(y))};
   }
   static Pair<double> any(double x, double y) {

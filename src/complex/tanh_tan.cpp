@@ -27,8 +27,8 @@ struct Tanh {
   /// The square of a hyperbolic factor is far from overflow; with Full, quotients are far from underflow too.
   template <class P> static constexpr double last = P::splits ? 200 : P::largest_exponent / 2.02;
 
-  template <class P, class V> static Pair<V> formula(V x, V y) {
-    const auto h = P::hyperbolic(abs(x)), c = P::circular(abs(y));
+  template <class P, Angles A, class V> static Pair<V> formula(V x, V y) {
+    const auto h = P::hyperbolic(abs(x)), c = P::template circular<A>(abs(y));
     const typename P::template SumOfSquares<V> norm(h.odd, c.even);
     return {flip_sign(norm.divides(h.odd, h.even), sign_of(x)), flip_sign(norm.divides(c.odd, c.even), sign_of(y))};
   }

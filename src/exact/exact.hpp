@@ -11,6 +11,7 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// An unevaluated sum, |tail| <= ulp(head) / 2 where it is normalised.
 template <class V> struct HeadTail { V head, tail; };
+template <class V> inline V rounded(HeadTail<V> y) { return y.head + y.tail; }
 
 /// a + b exactly, where |a| >= |b| or a = 0 (Dekker).
 template <class V> inline HeadTail<V> fast_two_sum(V a, V b) {
@@ -34,11 +35,11 @@ template <class V> inline V head_of(V a) {
 
 /// A factor of exact products. Without a fused operation its upper half of the significant bits, rounded to nearest,
 /// and the rest, so that products of halves are exact (Dekker; the rounding is an integer addition).
-template <class V> struct Split {
+template <class V> struct Halves {
   V value;
   V head, tail;
 
-  explicit Split(V a) : value(a) {
+  explicit Halves(V a) : value(a) {
     if constexpr (!has_fused_product_error) {
       constexpr int cleared = sizeof(Lane<V>) == 8 ? 27 : 12;
       constexpr Lane<Bits<V>> one = 1;
@@ -50,14 +51,14 @@ template <class V> struct Split {
 
 /// a * b exactly, where neither the product nor its error leaves the normal range and |a|, |b| < 2^1023 (2^127 for
 /// floats). The value is the same with a fused multiply-add and without.
-template <class V> inline HeadTail<V> two_product(Split<V> a, Split<V> b) {
+template <class V> inline HeadTail<V> two_product(Halves<V> a, Halves<V> b) {
   const V product = a.value * b.value;
   if constexpr (has_fused_product_error)
     return {product, fused_product_error(a.value, b.value, product)};
   else
     return {product, ((a.head * b.head - product) + a.head * b.tail + a.tail * b.head) + a.tail * b.tail};
 }
-template <class V> inline HeadTail<V> two_product(V a, V b) { return two_product(Split<V>(a), Split<V>(b)); }
+template <class V> inline HeadTail<V> two_product(V a, V b) { return two_product(Halves<V>(a), Halves<V>(b)); }
 
 /// (a + b), relative error below 2u^2 where both have the same sign or b is a single.
 template <class V> inline HeadTail<V> add(HeadTail<V> a, V b) {

@@ -22,13 +22,12 @@ constexpr double from_pattern_64(std::uint64_t bits) { return __builtin_bit_cast
 
 constexpr float first_overflow = from_pattern(0x42B17218); // 88.7228...
 constexpr float last_subnormal = from_pattern(0xC2AEAC50); // -87.3365...
-constexpr double double_shifter = 0x1.8p52;
 
 /// e^x in double, relative error 2^-31, for finite results: 2^k 2^f with k = round(x log2 e), |f| <= 1/2.
 double exp_in_double(float x) {
   const double v = double(x) * from_pattern_64(0x3FF71547652B82FE);
-  const double t = v + double_shifter;
-  const double f = (double_shifter - t) + v;
+  const double t = v + shifter<double>;
+  const double f = (shifter<double> - t) + v;
   const double power = bit_cast<double>((bits(t) + 0x3FF) << 52);
   constexpr double odd[] = {0.69314720573726651, 0.05550328776967639, 0.0013399931218481776};
   constexpr double even[] = {0.24022646890634758, 0.0096184889570477237, 0.00015345812020122585};
@@ -63,7 +62,7 @@ template <class P> struct Exp32 : KernelDefaults {
   }
 
   static float element(float x, kelStatus& status) {
-    if (x != x) return x + x;
+    if (is_nan(x)) return x + x;
     if (x == infinity<float>) return x;
     if (x == -infinity<float>) return 0.0f;
     if (abs(x) < -last_subnormal) return formula(x);
@@ -103,9 +102,9 @@ struct A11 : KernelDefaults {
 
   template <class V> static Marks<V> special(V x) { return above(abs(x), from_pattern(0x42AE7FFF)); } // |x| >= 87.25
   template <class V> static V formula(V x) {
-    const V t = x * from_pattern(0x3FB8AA3B) + 0x1.8p23f;
+    const V t = x * from_pattern(0x3FB8AA3B) + shifter<float>;
     const V power = bit_cast<V>((int_bits(t) + 0x7F) << 23);
-    const V r = x - (t - 0x1.8p23f) * from_pattern(0x3F317218);
+    const V r = x - (t - shifter<float>)*from_pattern(0x3F317218);
     // e^r, relative error 2^-12.4 on |r| <= ln 2 / 2
     constexpr float c[] = {1.0f, from_pattern(0x3F80017A), from_pattern(0x3F00F657), from_pattern(0x3E2AAA8D)};
     return power * horner(r, c);
@@ -126,8 +125,8 @@ private:
   /// Through double, over the whole range: e^r by a polynomial of degree 6, |r| <= ln 2 / 2.
   static float wide(float x) {
     const double xd = x;
-    const double t = xd * from_pattern_64(0x3FF71547652B82FE) + double_shifter;
-    const double r = xd - (t - double_shifter) * from_pattern_64(0x3FE62E42FEFA39EF);
+    const double t = xd * from_pattern_64(0x3FF71547652B82FE) + shifter<double>;
+    const double r = xd - (t - shifter<double>)*from_pattern_64(0x3FE62E42FEFA39EF);
     const double power = bit_cast<double>((bits(t) + 0x3FF) << 52);
     constexpr double c[] = {1.0000000005585943,   1.0000000365391162,    0.49999992032320767,  0.16666419190347548,
                             0.041668231801027439, 0.0083748983630576226, 0.0013836742051737468};

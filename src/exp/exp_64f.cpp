@@ -94,8 +94,8 @@ template <class P> struct Exp64 : KernelDefaults {
     V t; // k + 1.5 * 2^52
 
     explicit Reduced(V x) {
-      t = x * P::n_over_ln2 + 0x1.8p52;
-      r = P::remainder(x, t - 0x1.8p52);
+      t = x * P::n_over_ln2 + shifter<double>;
+      r = P::remainder(x, t - shifter<double>);
       j = int_bits(t) & ((1 << P::log_n) - 1);
     }
     /// 2^(m + extra), where that is a normal number.

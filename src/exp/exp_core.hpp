@@ -38,9 +38,8 @@ template <class V> inline V inverse_power_of_2(V v) { return from_bits<V>(0x7FE0
 
 /// |x| < 2^11 for a meaningful result; no flag but inexact is raised for |x| < 2^900.
 template <int N, class V> inline ExpReduced<N, V> exp_reduce(V x) {
-  constexpr double shifter = 0x1.8p52;
-  const V sum = x * ExpSteps<N>::per_step + shifter;
-  const V k = sum - shifter;
+  const V sum = x * ExpSteps<N>::per_step + shifter<double>;
+  const V k = sum - shifter<double>;
   return {sum, x - k * ExpSteps<N>::hi, k * ExpSteps<N>::lo};
 }
 
@@ -171,9 +170,8 @@ template <class V> struct FloatExpReduced {
   V scaled(V v) const { return from_bits<V>(bits(v) + (bits(sum) << 23)); }
 };
 template <class V> inline FloatExpReduced<V> float_exp_reduce(V x) {
-  constexpr float shifter = 0x1.8p23f;
-  const V sum = x * exp_core_tables::float_per_ln2 + shifter;
-  const V k = sum - shifter;
+  const V sum = x * exp_core_tables::float_per_ln2 + shifter<float>;
+  const V k = sum - shifter<float>;
   return {sum, (x - k * exp_core_tables::float_ln2_hi) - k * exp_core_tables::float_ln2_lo};
 }
 

@@ -14,7 +14,7 @@ namespace {
 constexpr float covered = 87;
 
 float correctly_rounded(float x, kelStatus& status) {
-  if (x != x) return x + x;
+  if (is_nan(x)) return x + x;
   if (x < -covered) return -1;
   if (x == infinity<float>) return x;
   if (x > 89) return overflow(status, x);

@@ -15,7 +15,7 @@ template <Expm1Accuracy A> struct Expm164f : KernelDefaults {
   template <class V> static Marks<V> special(V x) { return above(abs(x), covered); }
   template <class V> static V formula(V x) { return with_sign(exp_minus_1<A>(x), sign_of(x)); }
   static double element(double x, kelStatus& status) {
-    if (x != x) return x + x;
+    if (is_nan(x)) return x + x;
     if (x < 0) return -1;
     if (x == infinity<double>) return x;
     // e^x is beyond 2^1000.

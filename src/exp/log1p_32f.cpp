@@ -13,7 +13,7 @@ namespace {
 /// Marks all but -1 < x < 2^127.
 template <class V> Marks<V> out_of_domain(V x) { return not_normal_positive(1.0f + x); }
 template <class F> float in_domain(float x, kelStatus& status, F inside) {
-  if (x != x) return x + x;
+  if (is_nan(x)) return x + x;
   if (x == -1) return pole(status, -1.0f);
   if (x < -1) return domain_error<float>(status);
   if (x == infinity<float>) return x;

@@ -20,7 +20,7 @@ template <LogAccuracy A> struct Log1p64f : KernelDefaults {
   }
   template <class V> static V formula(V x) { return with_sign(logarithm_1p<A>(x), sign_of(x)); }
   static double element(double x, kelStatus& status) {
-    if (x != x) return x + x;
+    if (is_nan(x)) return x + x;
     if (x == -1) return pole(status, -1.0);
     if (x < -1) return domain_error<double>(status);
     if (x == infinity<double>) return x;

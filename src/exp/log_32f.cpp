@@ -14,7 +14,7 @@ namespace {
 
 /// The results that are not a logarithm of a positive number.
 template <class F> float of_positive(float x, kelStatus& status, F logarithm) {
-  if (x != x) return x + x;
+  if (is_nan(x)) return x + x;
   if (x == 0) return pole(status, -1.0f);
   if (x < 0) return domain_error<float>(status);
   if (x == infinity<float>) return x;

@@ -19,7 +19,7 @@ template <class Base, LogAccuracy A> struct Log64f : KernelDefaults {
   template <class V> static Marks<V> special(V x) { return not_normal_positive(x); }
   template <class V> static V formula(V x) { return logarithm<Base, A>(log_reduce<LogRows<A>>(x)); }
   static double element(double x, kelStatus& status) {
-    if (x != x) return x + x;
+    if (is_nan(x)) return x + x;
     if (x == 0) return pole(status, -1.0);
     if (x < 0) return domain_error<double>(status);
     if (x == infinity<double>) return x;

@@ -23,12 +23,12 @@ struct OfCosh {
 
 template <class Which> float correctly_rounded(float x, kelStatus& status) {
   if (is_nan(x)) return x + x;
-  if (abs(x) == infinity<float>) return Which::with_its_sign(infinity<float>, x);
+  if (is_infinite(x)) return Which::with_its_sign(infinity<float>, x);
   if (abs(x) > 90) return Which::with_its_sign(overflow<float>(status), x);
   const ScaledSum y = Which::of(any_hyperbolic(abs(double(x))));
   const double scale = power_of_two(y.exponent);
   const float result = round_to_float(HeadTail<double>{y.value.head * scale, y.value.tail * scale});
-  return Which::with_its_sign(result == infinity<float> ? overflow<float>(status) : result, x);
+  return Which::with_its_sign(is_infinite(result) ? overflow<float>(status) : result, x);
 }
 
 /// In double with relative errors below 2^-45. The series of sinh is Taylor's: its next term is below 2^-52.

@@ -118,7 +118,7 @@ template <class P> struct Cbrt : KernelDefaults {
   }
   template <class V> static V formula(V x) { return with_sign(P::cbrt(abs(x)), sign_of(x)); }
   static Element element(Element x, kelStatus&) {
-    if (x != x || abs(x) == infinity<Element>) return x + x;
+    if (is_nan(x) || is_infinite(x)) return x + x;
     return with_sign(by_scaling(abs(x), 1, [](Element m) { return P::cbrt(m); }), sign_of(x));
   }
 };
@@ -132,7 +132,7 @@ struct Cbrt32A24 : Cbrt<A21> {
     return with_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus&) {
-    if (x != x || abs(x) == infinity<float>) return x + x;
+    if (is_nan(x) || is_infinite(x)) return x + x;
     return with_sign(float(odd_sum(A53::cbrt_parts(double(abs(x))))), sign_of(x));
   }
 };
@@ -141,9 +141,9 @@ struct Cbrt32A24 : Cbrt<A21> {
 
 /// The elements that have no ordinary result; ordinary(|x|) is called for the others.
 template <class T, class F> T inverse_cbrt_element(T x, kelStatus& status, F ordinary) {
-  if (x != x) return x + x;
+  if (is_nan(x)) return x + x;
   if (x == 0) return pole(status, x);
-  if (abs(x) == infinity<T>) return with_sign(T(0), sign_of(x));
+  if (is_infinite(x)) return with_sign(T(0), sign_of(x));
   return with_sign(ordinary(abs(x)), sign_of(x));
 }
 
@@ -184,8 +184,8 @@ template <class P> struct Pow2o3 : KernelDefaults {
   }
   template <class V> static V formula(V x) { return P::power_2_3(abs(x)); }
   static Element element(Element x, kelStatus&) {
-    if (x != x) return x + x;
-    if (abs(x) == infinity<Element>) return abs(x);
+    if (is_nan(x)) return x + x;
+    if (is_infinite(x)) return abs(x);
     return by_scaling(abs(x), 2, [](Element m) { return P::power_2_3(m); });
   }
 };
@@ -199,8 +199,8 @@ struct Pow2o3_32A24 : Pow2o3<A21> {
         inverse_root<3>(m, inverse_cbrt_19_float));
   }
   static float element(float x, kelStatus&) {
-    if (x != x) return x + x;
-    if (abs(x) == infinity<float>) return abs(x);
+    if (is_nan(x)) return x + x;
+    if (is_infinite(x)) return abs(x);
     return float(odd_sum(A53::power_2_3_parts(double(abs(x)))));
   }
 };

@@ -32,14 +32,14 @@ template <class V> Marks<V> larger_outside(V x, V y, Lane<V> low, Lane<V> high) 
 double hypot_element(double x, double y, kelStatus& status) {
   x = abs(x), y = abs(y);
   if (x == infinity<double> || y == infinity<double>) return infinity<double>;
-  if (x != x || y != y) return ordered_sum(x, y);
+  if (is_nan(x) || is_nan(y)) return ordered_sum(x, y);
   return x > 1 || y > 1 ? scaled_result(hypot_parts(x * 0x1p-600, y * 0x1p-600), 0x1p600, status)
                         : scaled_result(hypot_parts(x * 0x1p600, y * 0x1p600), 0x1p-600, status);
 }
 float hypot_element(float x, float y, kelStatus& status) {
   x = abs(x), y = abs(y);
   if (x == infinity<float> || y == infinity<float>) return infinity<float>;
-  if (x != x || y != y) return ordered_sum(x, y);
+  if (is_nan(x) || is_nan(y)) return ordered_sum(x, y);
   return to_float(hypot_parts(double(x), double(y)), status);
 }
 

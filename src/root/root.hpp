@@ -85,6 +85,5 @@ template <class V> inline Marks<V> outside_but_plus_zero(V x, Lane<V> low, Lane<
 }
 
 template <class T> inline constexpr T smallest_normal = sizeof(T) == 8 ? T(0x1p-1022) : T(0x1p-126);
-template <class T> inline constexpr T largest_finite = sizeof(T) == 8 ? T(0x1.fffffffffffffp1023) : T(0x1.fffffep127);
 
 } // namespace kelvm::inline KELVM_BUILD

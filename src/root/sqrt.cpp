@@ -22,7 +22,7 @@ namespace {
 // --- square root ---------------------------------------------------------------------------------------------------
 
 template <class T> T sqrt_element(T x, kelStatus& status) {
-  if (x != x) return x + x;
+  if (is_nan(x)) return x + x;
   if (x < 0) return domain_error<T>(status);
   return sqrt(x);
 }
@@ -49,7 +49,7 @@ template <class V> HeadTail<V> inverse_sqrt_parts(V x) {
 
 /// The elements that have no ordinary result; scaled(x) is called for the others.
 template <class T, class F> T inverse_sqrt_element(T x, kelStatus& status, F scaled) {
-  if (x != x) return x + x;
+  if (is_nan(x)) return x + x;
   if (x == 0) return pole(status, x);
   if (x < 0) return domain_error<T>(status);
   if (x == infinity<T>) return 0;
@@ -127,14 +127,14 @@ template <class V> HeadTail<V> power_3_2_parts(V x) {
 
 /// The complete function.
 double power_3_2_element(double x, kelStatus& status) {
-  if (x != x) return x + x;
+  if (is_nan(x)) return x + x;
   if (x < 0) return domain_error<double>(status);
   if (x == 0 || x == infinity<double>) return abs(x);
   return x > 1 ? scaled_result(power_3_2_parts(x * 0x1p-512), 0x1p768, status)
                : scaled_result(power_3_2_parts(x * 0x1p512), 0x1p-768, status);
 }
 float power_3_2_element(float x, kelStatus& status) {
-  if (x != x) return x + x;
+  if (is_nan(x)) return x + x;
   if (x < 0) return domain_error<float>(status);
   if (x == 0 || x == infinity<float>) return abs(x);
   return to_float(power_3_2_parts(double(x)), status);

@@ -337,6 +337,9 @@ template <class V> inline Marks<V> above(V v, Lane<V> limit) { return int_bits(s
 template <class V> inline constexpr Lane<Bits<V>> sign_bit = Lane<Bits<V>>(1) << (8 * sizeof(Lane<V>) - 1);
 
 template <class V> inline V abs(V v) { return from_bits<V>(bits(v) & ~sign_bit<V>); }
+/// Added to |x| < 2^51 (2^22 for floats) it rounds x to an integer, which stands in the low bits of the sum; subtracted
+/// again it leaves that integer.
+template <class T> inline constexpr T shifter = sizeof(T) == 8 ? T(0x1.8p52) : T(0x1.8p23);
 /// a < b ? a : b, for floating lanes: b where one is a NaN.
 template <class V> inline V lesser(V a, V b) {
   constexpr bool wide = sizeof(Lane<V>) == 8;

@@ -1,23 +1,27 @@
 // The error function, its complement and the normal distribution function, for any width. With a = |x|:
 //
+// Full precision (A53):
 //   erf(x)  = x P(a)                P(a) = erf(a) / a
 //   erfc(x) = e^(-a^2) Q(a)         Q(a) = e^(a^2) erfc(a),         for x >= 0, and 2 less that for x < 0
 //   Phi(x)  = e^(-a^2 / 2) Q(a)     Q(a) = e^(a^2 / 2) Phi(-a),     for x <= 0, and 1 less that for x > 0
+// P and Q are polynomials of degree 10 by rows of a table: P in steps of 1/8, Q in 16 steps a binade of 1 + a. a^2 is
+// the square of a's head, which is exact, and a rest that goes to the exponential's remainder; the exponential's table
+// value and Q's head have 26 bits each, so that their product is exact; the difference from 2 or 1 is taken with its
+// rounding error, before the product is scaled by its power of two.
 //
-// P and Q are polynomials by rows of a table: P in equal steps of a, Q in steps that grow with 1 + a. The exponential
-// is that of exp/exp_core.hpp.
+// Lower accuracies:
+//   erf(r + t) = erf(r) + s I(r, t),   erfc(r + t) = erfc(r) - s I(r, t),   Phi(-a) = erfc(a / sqrt(2)) / 2
+//   s = 2 / sqrt(pi) e^(-r^2),         I = the integral of e^(-2 r u - u^2) from u = 0 to t
+// r the nearest step, its value and slope s from a table, I / t as a series in w = r t and t^2. Exact where t = 0: at
+// zero, and from where erf is 1. Only erf in float at 11 bits is x times a polynomial in x^2, without a table.
 //
-//             P: steps of   degree   Q: rows a binade   degree   error of erf, erfc, Phi
-//   A53       1/8           10       16                 10       0.51, 0.515, 0.515 ulp
-//   A50       1/16          7        32                 7        2^-51
-//   A26       1/16          3        32                 3        2^-26.3
-//   A24       1/16          5        32                 5        correctly rounded
-//   A21       1/16          3        32                 3        2^-21.5, in float
-//   A11       1/16          1        32                 1        2^-12, in float
-//
-// What full precision asks for: a^2 as a square of a's head, which is exact, and a rest that goes to the exponential's
-// remainder; the exponential's table value and Q's head, of 26 bits each, whose product is exact; and the difference
-// from 2 or 1 with its rounding error, taken before the product is scaled by its power of two.
+//          erf: steps   erfc, Phi: steps   error
+//   A53                                    0.503, 0.51, 0.51 ulp
+//   A50    1/128        1/128              2^-50.5, 2^-51, 2^-51
+//   A26    1/128        1/128              2^-32, 2^-30, 2^-30
+//   A24    1/128        1/128              2^-41 in double, correctly rounded to float
+//   A21    1/32         1/64               2^-22, 2^-22.5, 2^-22.5
+//   A11                 1/64               2^-12, 2^-15, 2^-15
 #pragma once
 
 #include "exact/decided.hpp"
@@ -45,24 +49,27 @@ template <int StepBits, class V> struct EvenRow {
   }
 };
 
-/// The row of a where a binade of 1 + a has 2^RowBits, and what a exceeds its middle by.
+/// The row of a where a binade of 1 + a has 2^RowBits, and what a exceeds its middle by, as t + t_error: t is inexact
+/// for small a.
 template <int RowBits, class V> struct BinadeRow {
   Int<V> index;
-  V t;
+  V t, t_error;
   explicit BinadeRow(V a) {
-    using B = Lane<Bits<V>>;
-    constexpr int fraction_bits = (sizeof(Lane<V>) == 8 ? 52 : 23) - RowBits;
-    constexpr B one = __builtin_bit_cast(B, Lane<V>(1)), half = B(1) << (fraction_bits - 1);
+    constexpr int fraction_bits = 52 - RowBits;
+    constexpr std::uint64_t one = __builtin_bit_cast(std::uint64_t, 1.0), half = std::uint64_t(1)
+                                                                                 << (fraction_bits - 1);
     const Bits<V> b = bits(1 + a);
     index = bit_cast<Int<V>>((b >> fraction_bits) - (one >> fraction_bits));
-    t = a - (from_bits<V>((b & ~(2 * half - 1)) | half) - 1);
+    const V middle = from_bits<V>((b & ~(2 * half - 1)) | half) - 1;
+    t = a - middle;
+    t_error = a - (t + middle);
   }
 };
 
 // --- a row's value and slope ---------------------------------------------------------------------------------------
 
-/// factor (-2)^n / (n! (n + Offset)), n = First ... First + N - 1: the integral of s^(Offset - 1) e^(-2 w s) from 0 to
-/// 1 as a power series in w.
+/// factor (-2)^n / (n! (n + Offset)), n = First ... First + N - 1: the integral of
+/// factor u^(Offset - 1) e^(-2 w u) from 0 to 1 as a power series in w.
 template <class T, int Offset, int First, int N> struct SlopeSeries {
   T c[N];
   constexpr explicit SlopeSeries(double factor) : c{} {
@@ -80,7 +87,7 @@ template <int First, int Second, int Third> struct SlopeTerms {
   static constexpr int first = First, second = Second, third = Third;
 };
 
-/// erf(r + t) - erf(r), which is slope times the integral of e^(-2 r s - s^2) from 0 to t, slope the derivative at r.
+/// erf(r + t) - erf(r), slope the derivative at r: the integral, e^(-u^2) as 1 - u^2 + u^4 / 2, term by term.
 template <class Terms, class V> inline V rise(V slope, V r, V t) {
   using T = Lane<V>;
   static constexpr SlopeSeries<T, 1, 1, Terms::first> first(1);
@@ -101,9 +108,10 @@ template <class Terms, class V> inline V rise(V slope, V r, V t) {
 // --- erf -----------------------------------------------------------------------------------------------------------
 
 /// The last row of the tables, on which erf is 1 in the type.
-template <class T> inline constexpr T erf_saturated = sizeof(T) == 8 ? T(6.0) : T(3.9375);
-/// Smaller arguments, but for 0, are not for the vector formulas, whose powers of a would underflow.
-template <class T> inline constexpr T erf_tiny = sizeof(T) == 8 ? T(0x1p-400) : T(0x1p-30);
+template <class T> inline constexpr T erf_saturated = sizeof(T) == 8 ? T(6.0) : T(3.96875);
+/// Smaller arguments, but for 0, are not for the vector formulas: powers of a double would underflow, and a float's
+/// result may be subnormal.
+template <class T> inline constexpr T erf_tiny = sizeof(T) == 8 ? T(0x1p-400) : T(0x1p-126);
 
 /// NaNs, and the tiny arguments but for 0.
 template <class V> inline Marks<V> nan_or_tiny(V x) {
@@ -123,7 +131,7 @@ template <class V> inline HeadTail<V> erf_head_tail(V a) {
 template <ErrorAccuracy A, class V> inline V erf_positive(V a) {
   using enum ErrorAccuracy;
   using T = Lane<V>;
-  a = at_most(a, erf_saturated<T>);
+  if constexpr (A != a11) a = at_most(a, erf_saturated<T>);
   if constexpr (A == a53) {
     const HeadTail<V> result = erf_head_tail(a);
     return result.head + result.tail;
@@ -133,11 +141,13 @@ template <ErrorAccuracy A, class V> inline V erf_positive(V a) {
     const EvenRow<7, V> row(a);
     const auto [value, slope] = lookup_pair<error_tables::erf_and_slope>(row.index);
     return value + rise<Terms>(slope, row.middle, row.t);
-  } else {
-    using Terms = std::conditional_t<A == a21, SlopeTerms<3, 2, 0>, SlopeTerms<1, 1, 0>>;
-    const EvenRow<4, V> row(a);
+  } else if constexpr (A == a21) {
+    const EvenRow<5, V> row(a);
     const auto [value, slope] = lookup_pair<error_tables::float_erf_and_slope>(row.index);
-    return value + rise<Terms>(slope, row.middle, row.t);
+    return value + rise<SlopeTerms<2, 1, 0>>(slope, row.middle, row.t);
+  } else {
+    a = at_most(a, 2.75f);
+    return at_most(a * estrin(a * a, error_tables::erf_a11), 1);
   }
 }
 
@@ -187,11 +197,12 @@ template <class V> struct ErrorTail {
 template <class F, class V> inline ErrorTail<V> error_tail(V a) {
   const V a_hi = head_of(a);
   const ExpReduced<128, V> power = exp_reduce<128>(-F::square_factor * (a_hi * a_hi));
-  const V r = (power.main - power.rest) - (F::square_factor * (a - a_hi)) * (a + a_hi);
+  const V r = power.main - (power.rest + (F::square_factor * (a - a_hi)) * (a + a_hi));
   const HeadTail<V> e = exp2_short_and_rest(power);
   const V e_tail = e.tail + (e.head + e.tail) * (r + (r * r) * estrin(r, exp_core_tables::exp_pow));
   const BinadeRow<4, V> row(a);
-  const HeadTail<V> q = split_row_sum(row.t, lookup_row<F::a53>(row.index));
+  const V t_hi = head_of(row.t);
+  const HeadTail<V> q = split_row_sum(row.t, t_hi, (row.t - t_hi) + row.t_error, lookup_row<F::a53>(row.index));
   return {{e.head * q.head, e.head * q.tail + e_tail * (q.head + q.tail)}, power};
 }
 

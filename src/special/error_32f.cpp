@@ -1,7 +1,7 @@
 // Error function, its complement and the normal distribution function, float (special/error.hpp).
 //
 // A24 is correctly rounded: double arithmetic, and the evaluation of the 64f_A53 member for the results that lie within
-// 2^-39 of a midpoint between two floats. A21 and A11 stay in float arithmetic.
+// 2^-40 of a midpoint between two floats. A21 and A11 stay in float arithmetic.
 //
 // Exceptional inputs as in double.
 #include "frame/member.hpp"
@@ -23,6 +23,8 @@ struct ErfSpecial : KernelDefaults {
 };
 template <ErrorAccuracy A> struct Erf32 : ErfSpecial {
   static constexpr int vectors_in_flight = 4;
+  static constexpr bool stray_underflow = true; // squares of tiny arguments
+  template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<float>); }
   template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
 };
 template <> struct Erf32<ErrorAccuracy::a24> : ErfSpecial {

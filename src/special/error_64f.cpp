@@ -2,8 +2,7 @@
 //
 // Exceptional inputs: erf keeps zeros, is +-1 at the infinities, and x 2 / sqrt(pi), rounded once, below 2^-400. A
 // result of erfc or Phi below the normal range, zero included, is an underflow; at the infinities the results are 0, 1
-// and 2 without a code. A NaN comes back quiet. Powers of tiny arguments and remainders may raise an underflow that no
-// result earns.
+// and 2 without a code. A NaN comes back quiet. Far in a tail, remainders may raise an underflow that no result earns.
 #include "frame/member.hpp"
 #include "kelvm/special.h"
 #include "special/error.hpp"

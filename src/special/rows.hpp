@@ -18,14 +18,18 @@ template <class V, std::size_t N> inline V row_horner(V t, const std::array<V, N
   return row_horner<0, int(N) - 1>(t, c);
 }
 
-/// The polynomial of a row c0_lo, c1_lo, c2, ..., c0_hi, c1_hi: the head has 26 bits, the tail is below 2^-25 of it and
-/// has an error below 2^-59. The heads of c0 and c1 have 26 bits, so that the head's parts are exact.
-template <class V, std::size_t N> inline HeadTail<V> split_row_sum(V t, const std::array<V, N>& c) {
+/// The polynomial of a row c0_lo, c1_lo, c2, ..., c0_hi, c1_hi in t = t_hi + t_lo, t_hi of 26 bits: the head has 26
+/// bits, the tail is below 2^-7 of it and has an error below 2^-59. The heads of c0 and c1 have 26 bits, so that the
+/// head's parts are exact.
+template <class V, std::size_t N> inline HeadTail<V> split_row_sum(V t, V t_hi, V t_lo, const std::array<V, N>& c) {
   const V c0_hi = c[N - 2], c1_hi = c[N - 1];
   const V rest = c[0] + t * (c[1] + t * row_horner<2, int(N) - 3>(t, c));
-  const V t_hi = head_of(t), product = c1_hi * t_hi;
+  const V product = c1_hi * t_hi;
   const V head = head_of(c0_hi + product);
-  return {head, ((c0_hi - head) + product) + c1_hi * (t - t_hi) + rest};
+  return {head, ((c0_hi - head) + product) + c1_hi * t_lo + rest};
+}
+template <class V, std::size_t N> inline HeadTail<V> split_row_sum(V t, const std::array<V, N>& c) {
+  return split_row_sum(t, head_of(t), t - head_of(t), c);
 }
 
 /// x (c_hi + c_lo) for a tiny x, c_hi of at most 26 bits, rounded once. In units of 2^-256, where nothing is subnormal;

@@ -1,6 +1,6 @@
 // Arc sine and arc cosine, float (trig/asin_core.hpp).
 //
-// A24: in double with an error of 2^-47, which decides the rounding to float of all but one element in two million; the
+// A24: in double with an error of 2^-40, which decides the rounding to float of all but one element in 10000; the
 // others are computed to 2^-58 and rounded once: correctly rounded everywhere.
 //
 // A21, A11: in float arithmetic, errors 2^-22 and 2^-13. Acos_32f_A11 is sqrt(1 - |x|) times a polynomial. pi and pi/2
@@ -19,6 +19,7 @@ template <class F> struct Inverse32f : KernelDefaults {
   using Element = float;
   static constexpr int vectors_in_flight = 4;
   static constexpr float harmless = 0.5f;
+  static constexpr bool stray_underflow = true; // powers of tiny arguments
   template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.fffffep-1f); }
   static float element(float x, kelStatus& status) { return inverse_of_border<F>(x, status); }
 };
@@ -27,19 +28,18 @@ template <class F> struct InverseA24 : Inverse32f<F> {
   static constexpr int vectors_in_flight = 2;
   static constexpr bool doubts = true;
   template <class V> static V formula(V x, LaneBits& doubtful) {
-    return in_double_decided<46>(
-        doubtful, [](auto x) { return inverse_of<F>(x, asin_parts(x, inverse_trig::asin_a24)); }, x);
+    return in_double_decided<39>(
+        doubtful, [](auto x) { return inverse_short<F>(x, inverse_trig::asin_a24); }, x);
   }
   static float element(float x, kelStatus& status) {
-    if (!(abs(x) < 1)) return Inverse32f<F>::element(x, status);
-    const HeadTail<double> y = inverse_of<F>(double(x), asin_parts_a53(double(x)));
+    if (any(Inverse32f<F>::special(x))) return Inverse32f<F>::element(x, status);
+    const HeadTail<double> y = inverse_a53<F>(double(x));
     return round_to_float(fast_two_sum(y.head, y.tail));
   }
 };
 
 template <class F, auto& Series> struct InverseSingle : Inverse32f<F> {
-  static constexpr bool stray_underflow = true; // powers of tiny arguments
-  template <class V> static V formula(V x) { return inverse_of<F>(x, asin_parts(x, Series)); }
+  template <class V> static V formula(V x) { return inverse_short<F>(x, Series); }
 };
 
 struct AcosA11 : Inverse32f<Acos> {

@@ -13,7 +13,7 @@
 namespace kelvm::inline KELVM_BUILD {
 namespace {
 
-template <class F> struct Inverse64f : KernelDefaults {
+template <class F> struct InverseDouble : KernelDefaults {
   using Element = double;
   static constexpr bool stray_underflow = true; // powers of tiny arguments
   static constexpr float harmless = 0.5f;
@@ -22,15 +22,15 @@ template <class F> struct Inverse64f : KernelDefaults {
   static double element(double x, kelStatus& status) { return inverse_of_border<F>(x, status); }
 };
 
-template <class F> struct InverseA53 : Inverse64f<F> {
+template <class F> struct InverseLong : InverseDouble<F> {
   template <class V> static V formula(V x) {
-    const HeadTail<V> y = inverse_of<F>(x, asin_parts_a53(x));
+    const HeadTail<V> y = inverse_a53<F>(x);
     return y.head + y.tail;
   }
 };
 
-template <class F, auto& Series> struct InverseShort : Inverse64f<F> {
-  template <class V> static V formula(V x) { return inverse_of<F>(x, asin_parts(x, Series)); }
+template <class F, auto& Series> struct InverseShort : InverseDouble<F> {
+  template <class V> static V formula(V x) { return inverse_short<F>(x, Series); }
 };
 
 } // namespace
@@ -38,7 +38,7 @@ template <class F, auto& Series> struct InverseShort : Inverse64f<F> {
 
 KELVM_UNARY(kelsAsin_64f_A26, kelvm::InverseShort<kelvm::Asin, kelvm::inverse_trig::asin_a26>)
 KELVM_UNARY(kelsAsin_64f_A50, kelvm::InverseShort<kelvm::Asin, kelvm::inverse_trig::asin_a50>)
-KELVM_UNARY(kelsAsin_64f_A53, kelvm::InverseA53<kelvm::Asin>)
+KELVM_UNARY(kelsAsin_64f_A53, kelvm::InverseLong<kelvm::Asin>)
 KELVM_UNARY(kelsAcos_64f_A26, kelvm::InverseShort<kelvm::Acos, kelvm::inverse_trig::asin_a26>)
 KELVM_UNARY(kelsAcos_64f_A50, kelvm::InverseShort<kelvm::Acos, kelvm::inverse_trig::asin_a50>)
-KELVM_UNARY(kelsAcos_64f_A53, kelvm::InverseA53<kelvm::Acos>)
+KELVM_UNARY(kelsAcos_64f_A53, kelvm::InverseLong<kelvm::Acos>)

@@ -1,27 +1,25 @@
-// Arc sine and arc cosine in double, for any width, from one series:
+// Arc sine and arc cosine, for any width, from one series:
 //
 //   |x| <= 1/2    asin |x| = A(s),           s = |x|
 //   |x| > 1/2     asin |x| = pi/2 - 2 A(s),  s = sqrt((1 - |x|) / 2)
 //   A(s) = asin s = s + s z P(z),   z = s^2 <= 1/4
 //
 // acos x is pi/2 - asin x, and 2 A(s) or pi - 2 A(s) where |x| > 1/2: nothing cancels, and no result is beyond pi/2 or
-// pi. 1 - |x| is exact. As head and tail: s has a head of 26 bits and a tail, (z - head^2) / (s + head) for a square
-// root; the term z/6 has an exact head, and the rest of the series, below 2^-7 of it, is rounded.
+// pi. 1 - |x| is exact.
+//
+// Full precision: the sum of the multiple of pi/2 and s is exact, s^2 has a tail, from which follows the tail of a
+// square root (its factor 1 / (2 s) to 4 %, from the bits of z); the term s z/6 has an exact head, and the rest of the
+// series, below 2^-7 of the result, is rounded.
 #pragma once
 
 #include "exact/exact.hpp"
 #include "exact/polynomial.hpp"
+#include "frame/status.hpp"
 #include "trig/inverse_trig_tables.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// A(s), and the lanes where |x| > 1/2.
-template <class V, class Series> struct AsinParts {
-  Mask<V> large;
-  Series series;
-};
-
-/// Which multiple of pi/2 the series is added to, and with which sign and factor: asin |x| and acos x.
+/// Which function: its value is base + factor A(s), for |x| where it is odd.
 struct Asin {
   static constexpr bool odd = true;
 };
@@ -29,68 +27,64 @@ struct Acos {
   static constexpr bool odd = false;
 };
 
-/// pi/2 and pi in the type of the lanes: as rounded toward zero.
+/// pi and pi/2 in the type of the lanes, rounded toward zero.
 template <class T>
 inline constexpr T half_pi_in = sizeof(T) == 8 ? T(inverse_trig::half_pi_head) : T(inverse_trig::half_pi_below);
 template <class T> inline constexpr T pi_in = sizeof(T) == 8 ? T(inverse_trig::pi_head) : T(inverse_trig::pi_below);
 
-/// A(s) with a series P given by its coefficients.
-template <class V, int N> inline AsinParts<V, V> asin_parts(V x, const Lane<V> (&coefficients)[N]) {
+/// The function with a series P given by its coefficients, in the arithmetic of the lanes. |x| <= 1.
+template <class F, class V, int N> inline V inverse_short(V x, const Lane<V> (&coefficients)[N]) {
   using T = Lane<V>;
   const V t = abs(x);
   const auto large = t > splat<V>(T(0.5));
   const V half_rest = T(0.5) - T(0.5) * t;
-  const V z = select(large, half_rest, t * t), s = select(large, sqrt(half_rest), t);
-  return {large, s + (s * z) * estrin(z, coefficients)};
-}
-
-template <class F, class V> inline V inverse_of(V x, const AsinParts<V, V>& p) {
-  using T = Lane<V>;
-  const V twice = p.series + p.series;
+  const V z = smaller(half_rest, t * t), s = select(large, sqrt(half_rest), t);
+  const V series = s + (s * z) * estrin(z, coefficients);
+  const V twice = series + series;
   if constexpr (F::odd) {
-    return flip_sign(select(p.large, half_pi_in<T> - twice, p.series), sign_of(x));
+    return flip_sign(select(large, half_pi_in<T> - twice, series), sign_of(x));
   } else {
-    const V base = select(p.large, keep(x < V{}, splat<V>(pi_in<T>)), splat<V>(half_pi_in<T>));
-    const V turned = flip_sign(select(p.large, twice, -p.series), sign_of(x));
-    return base + turned;
+    const V base = select(large, keep(x < V{}, splat<V>(pi_in<T>)), splat<V>(half_pi_in<T>));
+    return base + flip_sign(select(large, twice, -series), sign_of(x));
   }
 }
 
-/// A(s) as head and tail, |x| < 1; relative error 2^-59.
-template <class V> inline AsinParts<V, HeadTail<V>> asin_parts_a53(V x) {
+/// The function as an exact head and a tail below 2^-7 of it, relative error 2^-57. |x| < 1.
+template <class F, class V> inline HeadTail<V> inverse_a53(V x) {
+  using namespace inverse_trig;
   const V t = abs(x);
   const auto large = t > splat<V>(0.5);
-  const V half_rest = 0.5 - 0.5 * t, root = sqrt(half_rest);
-  const V root_head = head_of(root), root_tail = (half_rest - root_head * root_head) / (root + root_head);
-  const V t_head = head_of(t);
-  const V s = select(large, root_head, t_head), s_tail = select(large, root_tail, t - t_head);
-  // z/6 = sixth + the second term of `rest`
-  const V z_head = s * s, z_tail = (s + (s + s_tail)) * s_tail, z = z_head + z_tail;
-  const V sixth = head_of(z * 0x1.5555555555555p-3);
-  const V rest = ((z_head - 6.0 * sixth) + z_tail) * 0x1.5555555555555p-3 + (z * z) * estrin(z, inverse_trig::asin_a53);
-  const HeadTail<V> sum = fast_two_sum(s, s * sixth);
-  return {large, {sum.head, sum.tail + (s_tail + (s_tail * sixth + (s + s_tail) * rest))}};
-}
+  const V half_rest = 0.5 - 0.5 * t;
+  const V z = smaller(half_rest, t * t), s = select(large, sqrt(half_rest), t);
 
-template <class F, class V> inline HeadTail<V> inverse_of(V x, const AsinParts<V, HeadTail<V>>& p) {
-  using namespace inverse_trig;
-  const V head = p.series.head + keep(p.large, p.series.head), tail = p.series.tail + keep(p.large, p.series.tail);
-  V base, base_tail;
-  Bits<V> sign;
+  // s^2 = square + below. Where s is a root, half_rest - square is exact.
+  const V s_head = head_of(s), s_tail = s - s_head;
+  const V square = s_head * s_head, below = (s + s_head) * s_tail;
+  const V left = half_rest - square;
+  const V half_inverse_root = from_bits<V>(0x5FD6E8EABBE35593u - (bits(half_rest) >> 1));
+  const V root_tail = keep(large, (left - below) * half_inverse_root);
+
+  // A(s) = s + s_head sixth + rest, sixth the head of z/6
+  const V sixth = head_of(z * 0x1.5555555555555p-3);
+  const V sixth_tail = ((square - 6.0 * sixth) + select(large, left, below)) * 0x1.5555555555555p-3;
+  const V rest = ((s_tail + root_tail) * sixth + root_tail) + s * (sixth_tail + (z * z) * estrin(z, asin_a53));
+
+  V base, base_tail, factor;
   if constexpr (F::odd) {
-    base = keep(p.large, splat<V>(half_pi_head));
-    base_tail = keep(p.large, splat<V>(half_pi_tail));
-    sign = sign_of(keep(p.large, splat<V>(-0.0)));
+    base = keep(large, splat<V>(half_pi_head));
+    base_tail = keep(large, splat<V>(half_pi_tail));
+    factor = select(large, splat<V>(-2), splat<V>(1));
   } else {
-    const auto left = x < V{};
-    base = select(p.large, keep(left, splat<V>(pi_head)), splat<V>(half_pi_head));
-    base_tail = select(p.large, keep(left, splat<V>(pi_tail)), splat<V>(half_pi_tail));
-    sign = sign_of(select(p.large, x, -x));
+    const auto left_half = x < V{};
+    base = select(large, keep(left_half, splat<V>(pi_head)), splat<V>(half_pi_head));
+    base_tail = select(large, keep(left_half, splat<V>(pi_tail)), splat<V>(half_pi_tail));
+    factor = flip_sign(select(large, splat<V>(2), splat<V>(-1)), sign_of(x));
   }
-  const HeadTail<V> sum = fast_two_sum(base, flip_sign(head, sign));
-  const V sum_tail = sum.tail + (base_tail + flip_sign(tail, sign));
-  if constexpr (F::odd) return {flip_sign(sum.head, sign_of(x)), flip_sign(sum_tail, sign_of(x))};
-  return {sum.head, sum_tail};
+  const HeadTail<V> linear = fast_two_sum(base, factor * s);
+  const HeadTail<V> sum = fast_two_sum(linear.head, (factor * s_head) * sixth);
+  const V tail = (sum.tail + linear.tail) + (base_tail + factor * rest);
+  if constexpr (F::odd) return {flip_sign(sum.head, sign_of(x)), flip_sign(tail, sign_of(x))};
+  return {sum.head, tail};
 }
 
 /// The results for what is not within -1 .. 1, and for +-1.

@@ -1,6 +1,6 @@
 // The angle of the point (x, y), float.
 //
-// A24: in double (trig/atan_core.hpp) with an error of 2^-49.8, rounded once: 0.5001 ulp.
+// A24: in double (trig/atan_core.hpp) with an error of 2^-41, rounded once: 0.50001 ulp.
 //
 // A21, A11: in float arithmetic, without a table: with t = atan q, q = min(|y|, |x|) / max(|y|, |x|), an odd polynomial
 // on [0, 1], the angle is t, pi/2 - t, pi/2 + t or pi - t. pi and pi/2 are the floats below them, so that no result is
@@ -20,18 +20,18 @@ struct Atan2Single : KernelDefaults {
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true; // small quotients left of the y axis
 
-  /// Infinities, NaNs, both zero.
+  /// Infinities, NaNs, zeros.
   template <class V> static Marks<V> special(V y, V x) {
     const V up = abs(y), right = abs(x);
-    return above(up, 0x1.fffffep127f) | above(right, 0x1.fffffep127f) | ((int_bits(up) | int_bits(right)) - 1);
+    return above(up, 0x1.fffffep127f) | above(right, 0x1.fffffep127f) | (int_bits(up) - 1) | (int_bits(right) - 1);
   }
   static float element(float y, float x, kelStatus& status) {
     return arc_tangent_2(y, x, status,
-                         [](float y, float x) { return float(angle<AngleAccuracy::a24>(double(y), double(x))); });
+                         [](float y, float x) { return float(angle<AngleAccuracy::a38>(double(y), double(x))); });
   }
 
 protected:
-  /// The lanes below the normal range; zeros are among them.
+  /// The lanes below the normal range.
   template <class V> static LaneBits tiny(V result) {
     return sign_bits(int_bits(abs(result)) - int_bits(splat<V>(0x1p-126f)));
   }
@@ -39,7 +39,7 @@ protected:
 
 struct Atan2A24 : Atan2Single {
   template <class V> static V formula(V y, V x, LaneBits& doubtful) {
-    const V result = in_double([](auto y, auto x) { return angle<AngleAccuracy::a24>(y, x); }, y, x);
+    const V result = in_double([](auto y, auto x) { return angle<AngleAccuracy::a38>(y, x); }, y, x);
     doubtful |= tiny(result);
     return result;
   }
@@ -48,15 +48,7 @@ struct Atan2A24 : Atan2Single {
 template <auto& Series> struct Atan2Short : Atan2Single {
   static constexpr int vectors_in_flight = 4;
   template <class V> static V formula(V y, V x, LaneBits& doubtful) {
-    const V up = abs(y), right = abs(x);
-    const auto steep = up > right;
-    const auto left = x < V{};
-    const V q = smaller(up, right) / select(steep, up, right);
-    const V z = q * q;
-    const V t = q + (q * z) * estrin(z, Series);
-    const V base = select(steep, splat<V>(inverse_trig::half_pi_below), keep(left, splat<V>(inverse_trig::pi_below)));
-    const V turned = flip_sign(t, sign_of(keep(left, x)) ^ sign_of(keep(steep, splat<V>(-0.0f))));
-    const V result = flip_sign(base + turned, sign_of(y));
+    const V result = float_angle<Series>(y, x);
     doubtful |= tiny(result);
     return result;
   }

@@ -1,7 +1,7 @@
 // Arc tangent, float, computed of |x|.
 //
-// A24: in double (trig/atan_core.hpp) with an error of 2^-49.8, which decides the rounding to float of all but one
-// element in two million; the others are computed to 2^-56 and rounded once: correctly rounded everywhere.
+// A24: in double (trig/atan_core.hpp) with an error of 2^-41, which decides the rounding to float of all but one
+// element in 30000; the others are computed to 2^-56 and rounded once: correctly rounded everywhere.
 //
 // A21, A11: in float arithmetic, without a table: atan x = pi/2 - atan(1/x) where |x| > 1, and an odd polynomial on
 // [-1, 1]. The pi/2 is the float below pi/2, so that no finite x gives more. Errors 2^-22 and 2^-12.
@@ -28,12 +28,12 @@ struct AtanA24 : Atan32f {
   static constexpr int vectors_in_flight = 2;
   static constexpr bool doubts = true;
   template <class V> static V formula(V x, LaneBits& doubtful) {
-    const V y = in_double_decided<48>(
-        doubtful, [](auto t) { return arc_tangent<AngleAccuracy::a24>(t); }, abs(x));
+    const V y = in_double_decided<40>(
+        doubtful, [](auto t) { return arc_tangent<AngleAccuracy::a38>(t); }, abs(x));
     return flip_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus& status) {
-    if (abs(x) > 0x1.fffffep127f || x != x) return Atan32f::element(x, status);
+    if (any(special(x))) return Atan32f::element(x, status);
     const HeadTail<double> y = angle<AngleAccuracy::a53>(double(x), 1.0);
     return round_to_float(fast_two_sum(y.head, y.tail));
   }

@@ -5,12 +5,13 @@
 //   atan(y/x) = atan c + atan r,   r = (y - c x) / (x + c y)
 //
 // c is y/x rounded to few bits, so that c x and c y are exact in two parts, and y - c x loses nothing by cancellation.
-// Below 1/16 c is 0 and r the quotient itself, so that small angles keep their relative accuracy; c stops at 14 or 32,
-// as r goes to 1/c where y/x goes to infinity. atan r is an odd polynomial, |r| < 0.072. After Tang, "Table-lookup
-// algorithms for elementary functions and their error analysis", 1991. Two tables:
+// For small angles c is 0 and r the quotient itself; c stops at 15.75 or 32, as r goes to 1/c where y/x goes to
+// infinity. atan r is an odd polynomial. After Tang, "Table-lookup algorithms for elementary functions and their error
+// analysis", 1991. Two tables:
 //
-//   LongRows    578 rows, 64 an octave: |r| is below 2^-7 of the angle but for c = 0. atan c has a head and a tail.
-//   ShortRows   64 rows, 8 an octave, few enough for registers. atan c is rounded.
+//   long     642 rows, c = 0 and 64 an octave from 1/32 on: |r| < 1/32, and below 2^-7 of the angle but for c = 0.
+//            atan c has a head and a tail.
+//   short    64 rows, few enough for registers: c a multiple of 1/4, |r| < 1/8. atan c is rounded.
 //
 // Other quadrants: |y| and |x| take part, x < 0 turns the angle t into pi - t, and the sign of y is that of the result.
 #pragma once
@@ -23,40 +24,42 @@
 namespace kelvm::inline KELVM_BUILD {
 
 /// How exact an angle in double arithmetic is. As head and tail: `pow` with a relative error below 2^-68.9, `a53` below
-/// 2^-56.5. As one double: `a50`, `a24` and `a26` below 2^-51.3, 2^-49.8 and 2^-30.2.
-enum class AngleAccuracy { pow, a53, a50, a24, a26 };
-
-/// A table of arc tangents: 2^bits rows an octave from 1/16 to `largest` behind row 0.
-struct LongAngleRows {
-  static constexpr int bits = 6;
-  static constexpr double largest = 32;
-};
-struct ShortAngleRows {
-  static constexpr int bits = 3;
-  static constexpr double largest = 14;
-};
+/// 2^-56.5. As one double: `a50`, `a24`, `a38` and `a26` below 2^-50.5, 2^-49.5, 2^-41 and 2^-33.
+enum class AngleAccuracy { pow, a53, a50, a24, a38, a26 };
 
 /// c near q and its row.
 template <class V> struct AngleRow {
   V c;
   Int<V> row;
 };
-/// 0 <= q <= Rows::largest.
-template <class Rows, class V> inline AngleRow<V> angle_row(V q) {
-  constexpr int shift = 52 - Rows::bits;
-  constexpr std::uint64_t half = std::uint64_t(1) << (shift - 1); // rows are centred
-  constexpr std::uint64_t lowest = 0x3FB0000000000000;            // 1/16
-  const auto tabulated = q >= splat<V>(__builtin_bit_cast(double, lowest - half));
-  const Bits<V> centred = bits(q) + half;
-  return {keep(tabulated, from_bits<V>(centred & ~(2 * half - 1))),
-          bit_cast<Int<V>>(keep(tabulated, from_bits<V>((centred >> shift) - ((lowest >> shift) - 1))))};
-}
+struct LongAngleRows {
+  static constexpr double largest = 32;
+
+  /// 0 <= q <= largest.
+  template <class V> static AngleRow<V> at(V q) {
+    constexpr int shift = 52 - 6;                                   // 64 rows an octave,
+    constexpr std::uint64_t half = std::uint64_t(1) << (shift - 1); // centred
+    constexpr std::uint64_t lowest = 0x3FA0000000000000;            // 1/32
+    const auto tabulated = q >= splat<V>(__builtin_bit_cast(double, lowest - half));
+    const Bits<V> centred = bits(q) + half;
+    return {keep(tabulated, from_bits<V>(centred & ~(2 * half - 1))),
+            bit_cast<Int<V>>(keep(tabulated, from_bits<V>((centred >> shift) - ((lowest >> shift) - 1))))};
+  }
+};
+struct ShortAngleRows {
+  static constexpr double largest = 15.75;
+
+  template <class V> static AngleRow<V> at(V q) {
+    const V shifted = q + 0x1.8p50; // rounds to a multiple of 1/4
+    return {shifted - 0x1.8p50, int_bits(shifted) & 63};
+  }
+};
 
 namespace detail {
 /// c for a point of the first quadrant, (0, 0) excluded. x may be 0: the quotient is bounded before it is taken.
 template <class Rows, class V> inline AngleRow<V> bounded_angle_row(V y, V x) {
   const V least = y * (1 / Rows::largest);
-  return angle_row<Rows>(y / select(x < least, least, x));
+  return Rows::at(y / select(x < least, least, x));
 }
 
 /// atan r - r over r z, z = r^2.
@@ -67,6 +70,8 @@ template <AngleAccuracy A, class V> inline V atan_series(V z) {
     return estrin(z, inverse_trig::atan_a50);
   else if constexpr (A == AngleAccuracy::a24)
     return estrin(z, inverse_trig::atan_a24);
+  else if constexpr (A == AngleAccuracy::a38)
+    return estrin(z, inverse_trig::atan_a38);
   else
     return estrin(z, inverse_trig::atan_a26);
 }
@@ -141,7 +146,7 @@ template <AngleAccuracy A, class V> inline HeadTail<V> angle(HeadTail<V> y, Head
   return detail::angle_head_tail<true, A>(y, x);
 }
 
-/// The same of two doubles: head and tail for `pow` and `a53`; for `a50`, `a24` and `a26` one double, never beyond pi
+/// The same of two doubles: head and tail for `pow` and `a53`; for the others one double, never beyond pi
 /// rounded to double.
 template <AngleAccuracy A, class V> inline auto angle(V y, V x) {
   if constexpr (A == AngleAccuracy::pow || A == AngleAccuracy::a53) {
@@ -160,11 +165,25 @@ template <AngleAccuracy A, class V> inline auto angle(V y, V x) {
   }
 }
 
+/// The angle of (x, y) in float arithmetic, for finite floats that are not both 0: with atan_a21 or atan_a11 for the
+/// series, errors 2^-22 and 2^-12.
+template <auto& Series, class V> inline V float_angle(V y, V x) {
+  const V up = abs(y), right = abs(x);
+  const auto steep = up > right;
+  const auto left = x < V{};
+  const V q = smaller(up, right) / select(steep, up, right);
+  const V z = q * q;
+  const V t = q + (q * z) * estrin(z, Series);
+  const V base = select(steep, splat<V>(inverse_trig::half_pi_below), keep(left, splat<V>(inverse_trig::pi_below)));
+  const V turned = flip_sign(t, sign_of(keep(left, x)) ^ sign_of(keep(steep, splat<V>(-0.0f))));
+  return flip_sign(base + turned, sign_of(y));
+}
+
 /// The arc tangent of t, 0 <= t < 2^1000, never above pi/2 rounded to double: `a53`, within 0.54 ulp, or what is below.
 template <AngleAccuracy A, class V> inline V arc_tangent(V t) {
   constexpr bool is_long = A == AngleAccuracy::a53;
   using Rows = std::conditional_t<is_long, LongAngleRows, ShortAngleRows>;
-  const auto [c, row] = angle_row<Rows>(smaller(t, splat<V>(Rows::largest)));
+  const auto [c, row] = Rows::at(smaller(t, splat<V>(Rows::largest)));
   const V r = (t - c) / (1.0 + c * t);
   const V z = r * r;
   const V rest = (r * z) * detail::atan_series<A>(z);

@@ -16,9 +16,6 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// The largest finite number.
-template <class T> inline constexpr T largest = sizeof(T) == 8 ? T(0x1.fffffffffffffp+1023) : T(0x1.fffffep+127f);
-
 /// Sine and cosine of any finite double, with the bits of the 64f_A53 members.
 double sine_of(double x);
 double cosine_of(double x);
@@ -31,11 +28,9 @@ template <class P> struct Circular : KernelDefaults {
   static constexpr bool has_wide_formula = P::has_wide_formula;
 
   template <class V> static Marks<V> special(V x) { return above(abs(x), P::last); }
-  template <class V> static Marks<V> wide_special(V x) { return above(abs(x), largest<Element>); }
+  template <class V> static Marks<V> wide_special(V x) { return above(abs(x), largest_finite<Element>); }
 
 protected:
-  static bool is_finite(Element x) { return bits(abs(x)) < bits(infinity<Element>); }
-
   /// The result for an infinity or a NaN. An infinity is told from a NaN by the upper word of a double alone, so that a
   /// NaN whose payload lies in the lower word reports a domain error too.
   static Element not_finite(Element x, kelStatus& status) {
@@ -48,7 +43,7 @@ template <class P> struct Sin : Circular<P> {
   template <class V> static V formula(V x) { return P::sine(P::reduce(x)); }
   template <class V> static V wide_formula(V x) { return P::sine(P::reduce_any(x)); }
   static typename P::Element element(typename P::Element x, kelStatus& status) {
-    return Sin::is_finite(x) ? typename P::Element(sine_of(x)) : Sin::not_finite(x, status);
+    return is_finite(x) ? typename P::Element(sine_of(x)) : Sin::not_finite(x, status);
   }
 };
 
@@ -56,7 +51,7 @@ template <class P> struct Cos : Circular<P> {
   template <class V> static V formula(V x) { return P::cosine(P::reduce(x)); }
   template <class V> static V wide_formula(V x) { return P::cosine(P::reduce_any(x)); }
   static typename P::Element element(typename P::Element x, kelStatus& status) {
-    return Cos::is_finite(x) ? typename P::Element(cosine_of(x)) : Cos::not_finite(x, status);
+    return is_finite(x) ? typename P::Element(cosine_of(x)) : Cos::not_finite(x, status);
   }
 };
 
@@ -65,7 +60,7 @@ template <class P> struct SinCos : Circular<P> {
   template <class V> static Pair<V> formula(V x) { return P::sine_cosine(P::reduce(x)); }
   template <class V> static Pair<V> wide_formula(V x) { return P::sine_cosine(P::reduce_any(x)); }
   static Pair<T> element(T x, kelStatus& status) {
-    if (!SinCos::is_finite(x)) {
+    if (!is_finite(x)) {
       const T nan = SinCos::not_finite(x, status);
       return {nan, nan};
     }

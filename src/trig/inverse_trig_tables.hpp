@@ -8,9 +8,73 @@ namespace kelvm::inline KELVM_BUILD::inverse_trig {
 
 // clang-format off
 
-// atan c, head and tail: c = 0, then 64 rows an octave from 1/16 to 32
+// atan c, head and tail: c = 0, then 64 rows an octave from 1/32 to 32
 alignas(64) inline constexpr double atan_long_rows[][2] = {
     {0, 0},
+    {0x1.ffd55bba97625p-6, -0x1.5ec431444912cp-60},
+    {0x1.03e9aa19edab1p-5, -0x1.89dd213ce6c9fp-59},
+    {0x1.07e89e3abee7ep-5, -0x1.487ba8ef8f523p-62},
+    {0x1.0be78a1ff18e5p-5, -0x1.b226677340c19p-59},
+    {0x1.0fe66da9b94eep-5, -0x1.164e77d4eb175p-60},
+    {0x1.13e548b84b6a1p-5, -0x1.9897c8e8638c3p-61},
+    {0x1.17e41b2bdeb61p-5, -0x1.ec808e6941860p-61},
+    {0x1.1be2e4e4aba4cp-5, -0x1.f12a83c9fa7c7p-59},
+    {0x1.1fe1a5c2ec497p-5, 0x1.886091e8fc4cbp-59},
+    {0x1.23e05da6dc5f2p-5, 0x1.e00685b5f6189p-60},
+    {0x1.27df0c70b94dfp-5, 0x1.edc1fc47f3298p-60},
+    {0x1.2bddb200c2315p-5, 0x1.a6eff9fa5050cp-60},
+    {0x1.2fdc4e3737dddp-5, -0x1.1e5e438d0ba04p-59},
+    {0x1.33dae0f45ce6ep-5, 0x1.0f2cde6b7eccep-59},
+    {0x1.37d96a1875a50p-5, 0x1.14630cae354c7p-59},
+    {0x1.3bd7e983c83b5p-5, 0x1.df3697489f2dep-61},
+    {0x1.3fd65f169c9d9p-5, 0x1.7230a716461b5p-61},
+    {0x1.43d4cab13c960p-5, 0x1.1a8f8a01b7a8fp-59},
+    {0x1.47d32c33f3cb4p-5, 0x1.a00db0726717dp-59},
+    {0x1.4bd1837f0fc63p-5, -0x1.647f40603b1a3p-59},
+    {0x1.4fcfd072dff79p-5, 0x1.6d85bec38d078p-59},
+    {0x1.53ce12efb5be6p-5, -0x1.1e116ae0013dfp-59},
+    {0x1.57cc4ad5e46d1p-5, 0x1.af5b692e5208cp-59},
+    {0x1.5bca7805c1500p-5, 0x1.795f5418c06c0p-60},
+    {0x1.5fc89a5fa3b2dp-5, 0x1.2bb73bf4e7f99p-59},
+    {0x1.63c6b1c3e4e69p-5, 0x1.42839c19cf7bbp-62},
+    {0x1.67c4be12e0476p-5, 0x1.edbefc2789435p-61},
+    {0x1.6bc2bf2cf3427p-5, -0x1.eadeea43b0002p-63},
+    {0x1.6fc0b4f27d5bbp-5, 0x1.119ab07e9c009p-62},
+    {0x1.73be9f43e033cp-5, -0x1.321937f40e2dep-63},
+    {0x1.77bc7e017f8dbp-5, -0x1.1b2746d8fa6a3p-60},
+    {0x1.7bba510bc154dp-5, 0x1.85115d521adf2p-60},
+    {0x1.7fb818430da2ap-5, -0x1.86ef8f794f105p-63},
+    {0x1.83b5d387cec47p-5, -0x1.3e19a378c2868p-59},
+    {0x1.87b382ba71414p-5, 0x1.438cb47badbd9p-60},
+    {0x1.8bb125bb63dfbp-5, 0x1.9f03b4aa8c503p-59},
+    {0x1.8faebc6b17abap-5, 0x1.adf473cc8d797p-59},
+    {0x1.93ac46a9fffc1p-5, -0x1.1e25251d2b051p-60},
+    {0x1.97a9c4589278dp-5, -0x1.3a5d9acededc3p-59},
+    {0x1.9ba7355747207p-5, -0x1.e47afb3a82961p-60},
+    {0x1.9fa49986984dfp-5, 0x1.322907af0abc2p-59},
+    {0x1.a3a1f0c702beap-5, 0x1.5ffa73cef6463p-59},
+    {0x1.a79f3af90597cp-5, 0x1.fc19bde1816d2p-61},
+    {0x1.ab9c77fd226c5p-5, 0x1.60c7297ccfc5ep-59},
+    {0x1.af99a7b3dd42fp-5, 0x1.a756ffaab786ep-59},
+    {0x1.b396c9fdbc9b9p-5, -0x1.9c4a6ee59e6e9p-59},
+    {0x1.b793debb49750p-5, 0x1.aad654cd739d1p-61},
+    {0x1.bb90e5cd0f532p-5, 0x1.7fb44797c9d47p-61},
+    {0x1.bf8ddf139c444p-5, -0x1.89fe34b2a7fa8p-59},
+    {0x1.c38aca6f80e6ep-5, 0x1.e3ac0732c25bfp-59},
+    {0x1.c787a7c1506fdp-5, 0x1.993ff6d7d0532p-64},
+    {0x1.cb8476e9a0af6p-5, -0x1.4242bc85f587bp-60},
+    {0x1.cf8137c90a177p-5, 0x1.e0567596f063fp-59},
+    {0x1.d37dea4027c14p-5, -0x1.1c245a5d03bdap-60},
+    {0x1.d77a8e2f9772cp-5, -0x1.f361e817d1ba4p-62},
+    {0x1.db772377f9a4bp-5, -0x1.1dac541edfc8dp-63},
+    {0x1.df73a9f9f1882p-5, -0x1.251b5c410bcb4p-62},
+    {0x1.e3702196250c3p-5, -0x1.955d072d403c6p-60},
+    {0x1.e76c8a2d3ce3cp-5, -0x1.dd1a3cdadc8b8p-59},
+    {0x1.eb68e39fe48b1p-5, 0x1.a67bd0e25da44p-59},
+    {0x1.ef652dceca4dcp-5, -0x1.4eb116f8ea623p-61},
+    {0x1.f361689a9f4c0p-5, -0x1.3a13c23cfa140p-59},
+    {0x1.f75d93e417809p-5, 0x1.91c5384f38a8dp-59},
+    {0x1.fb59af8be9c68p-5, 0x1.cee166e9a1f43p-59},
     {0x1.ff55bb72cfdeap-5, -0x1.c934d86d23f1dp-60},
     {0x1.03a6d1c06693dp-4, -0x1.28a02d4e7f128p-59},
     {0x1.07a2a58a0c16fp-4, 0x1.286a0aa8fbfd2p-58},
@@ -590,49 +654,16 @@ alignas(64) inline constexpr double atan_long_rows[][2] = {
     {0x1.8a205fd558740p+0, -0x1.30228c09a91b4p-54},
 };
 
-// atan c: c = 0, then 8 rows an octave from 1/16 to 14
+// atan c: c = 0, 1/4, 1/2 ... 63/4
 alignas(64) inline constexpr double atan_short_rows[] = {
     0,
-    0x1.ff55bb72cfdeap-5,
-    0x1.1f86dbf082d59p-4,
-    0x1.3f59f0e7c559dp-4,
-    0x1.5f2324fd2d7b2p-4,
-    0x1.7ee182602f10fp-4,
-    0x1.9e94153cfdcf1p-4,
-    0x1.be39ebe6f07c3p-4,
-    0x1.ddd21701eba6ep-4,
-    0x1.fd5ba9aac2f6ep-4,
-    0x1.1e1fafb043727p-3,
-    0x1.3d6eee8c6626cp-3,
-    0x1.5c9811e3ec26ap-3,
-    0x1.7b97b4bce5b02p-3,
-    0x1.9a6a8e96c8626p-3,
-    0x1.b90d7529260a2p-3,
-    0x1.d77d5df205736p-3,
     0x1.f5b75f92c80ddp-3,
-    0x1.18bf5a30bf178p-2,
-    0x1.362773707ebccp-2,
-    0x1.530ad9951cd4ap-2,
-    0x1.6f61941e4def1p-2,
-    0x1.8b24d394a1b25p-2,
-    0x1.a64eec3cc23fdp-2,
-    0x1.c0db4c94ec9f0p-2,
     0x1.dac670561bb4fp-2,
-    0x1.0657e94db30d0p-1,
-    0x1.1e00babdefeb4p-1,
-    0x1.345f01cce37bbp-1,
     0x1.4978fa3269ee1p-1,
-    0x1.5d58987169b18p-1,
-    0x1.700a7c5784634p-1,
-    0x1.819d0b7158a4dp-1,
     0x1.921fb54442d18p-1,
-    0x1.b034f38649c88p-1,
     0x1.cac7c57846f9ep-1,
-    0x1.e24dd44c855d1p-1,
     0x1.f730bd281f69bp-1,
-    0x1.04e67277a01d7p+0,
     0x1.0d38f2c5ba09fp+0,
-    0x1.14b1dd5f90ce1p+0,
     0x1.1b6e192ebbe44p+0,
     0x1.270ef55a53a25p+0,
     0x1.30b6d796a4da8p+0,
@@ -642,20 +673,53 @@ alignas(64) inline constexpr double atan_short_rows[] = {
     0x1.4ae10fc6589a5p+0,
     0x1.4f68dea672617p+0,
     0x1.5368c951e9cfdp+0,
+    0x1.56f6f33a3e6a7p+0,
     0x1.5a25052114e60p+0,
+    0x1.5d013c41adabdp+0,
     0x1.5f97315254857p+0,
+    0x1.61f06c6a92b89p+0,
     0x1.6414d44094c7cp+0,
+    0x1.660b02c736a06p+0,
     0x1.67d8863bc99bdp+0,
+    0x1.698213a9d5053p+0,
     0x1.6b0bae830c070p+0,
+    0x1.6c78c7edeb195p+0,
     0x1.6dcc57bb565fdp+0,
+    0x1.6f08f07435fecp+0,
     0x1.7030cf9403197p+0,
+    0x1.7145eac2088a4p+0,
     0x1.7249faa996a21p+0,
+    0x1.733e83ec95ff3p+0,
+    0x1.7424de90454d4p+0,
+    0x1.74fe3c2f08578p+0,
     0x1.75cbad2a40bd5p+0,
+    0x1.768e250aec6fcp+0,
+    0x1.77467e364f601p+0,
+    0x1.77f57d148f11cp+0,
     0x1.789bd2c160054p+0,
+    0x1.793a1f5a56d14p+0,
+    0x1.79d0f3fad1c92p+0,
+    0x1.7a60d4728e3dap+0,
     0x1.7aea38c1acbd1p+0,
+    0x1.7b6d8e630ad5ep+0,
+    0x1.7beb396c5699ap+0,
+    0x1.7c63958a05d02p+0,
     0x1.7cd6f6dc59db4p+0,
+    0x1.7d45aab9c6633p+0,
+    0x1.7daff85a63058p+0,
+    0x1.7e16216f80625p+0,
     0x1.7e7862aa0157cp+0,
-    0x1.7fde80870c2a0p+0};
+    0x1.7ed6f431b596fp+0,
+    0x1.7f320a0f9f587p+0,
+    0x1.7f89d48cc7f43p+0,
+    0x1.7fde80870c2a0p+0,
+    0x1.803037bd17135p+0,
+    0x1.807f2112987c7p+0,
+    0x1.80cb60cd9f7edp+0,
+    0x1.811518cde39a6p+0,
+    0x1.815c68beac681p+0,
+    0x1.81a16e43f190bp+0,
+    0x1.81e445233973dp+0};
 
 inline constexpr double pi_head = 0x1.921fb54442d18p+1;
 inline constexpr double pi_tail = 0x1.1a62633145c07p-53;
@@ -665,41 +729,49 @@ inline constexpr double half_pi_tail = 0x1.1a62633145c07p-54;
 inline constexpr float half_pi_below = 0x1.921fb40000000p+0f;
 inline constexpr double three_quarters_pi = 0x1.2d97c7f3321d2p+1;
 
-// (atan(r) / r - 1 + z/3) / z^2, z = r^2, |r| <= 0.0626; error 2^-72.2 of the result
+// (atan(r) / r - 1 + z/3) / z^2, z = r^2, |r| <= 0.03127; error 2^-73.9 of the result
 inline constexpr double atan_pow[] = {
-    0x1.999999999990ep-3,
-    -0x1.2492492439f63p-3,
-    0x1.c71c6f3fc49ebp-4,
-    -0x1.7458c9d3f4bf6p-4,
-    0x1.379e4daa77e36p-4};
+    0x1.9999999999827p-3,
+    -0x1.24924921f645ap-3,
+    0x1.c71c3e10ab1bcp-4,
+    -0x1.73878568ba645p-4};
 
-// (atan(r) / r - 1) / z, z = r^2, |r| <= 0.0626; error 2^-62.5 of the result
+// (atan(r) / r - 1) / z, z = r^2, |r| <= 0.03127; error 2^-62.3 of the result
 inline constexpr double atan_a53[] = {
-    -0x1.5555555555536p-2,
-    0x1.99999999624c3p-3,
-    -0x1.24924826d0b5dp-3,
-    0x1.c71878d6e963bp-4,
-    -0x1.70bf0385334cap-4};
+    -0x1.55555555554edp-2,
+    0x1.999999979f78fp-3,
+    -0x1.2492314a33000p-3,
+    0x1.c6398b88f2026p-4};
 
-// (atan(r) / r - 1) / z, z = r^2, |r| <= 0.0716; error 2^-60.2 of the result
+// (atan(r) / r - 1) / z, z = r^2, |r| <= 0.1251; error 2^-58.8 of the result
 inline constexpr double atan_a50[] = {
-    -0x1.55555555554dep-2,
-    0x1.99999998f8648p-3,
-    -0x1.249246eea5b95p-3,
-    0x1.c715aad0d9d13p-4,
-    -0x1.6fa437ca000fcp-4};
+    -0x1.55555555554cbp-2,
+    0x1.99999999456a2p-3,
+    -0x1.2492489c2020cp-3,
+    0x1.c71ba64ea5b6ep-4,
+    -0x1.7410421189973p-4,
+    0x1.2cbcc7f43fab9p-4};
 
-// (atan(r) / r - 1) / z, z = r^2, |r| <= 0.0716; error 2^-50.3 of the result
+// (atan(r) / r - 1) / z, z = r^2, |r| <= 0.1251; error 2^-50.6 of the result
 inline constexpr double atan_a24[] = {
-    -0x1.5555555542475p-2,
-    0x1.9999987f40bccp-3,
-    -0x1.248fbea1b8042p-3,
-    0x1.c27dbc9120a8cp-4};
+    -0x1.555555554dd11p-2,
+    0x1.9999996459ca9p-3,
+    -0x1.24920bd1bdc26p-3,
+    0x1.c6deb11c68d72p-4,
+    -0x1.6630760b9c6eep-4};
 
-// (atan(r) / r - 1) / z, z = r^2, |r| <= 0.0716; error 2^-30.3 of the result
+// (atan(r) / r - 1) / z, z = r^2, |r| <= 0.1251; error 2^-42.3 of the result
+inline constexpr double atan_a38[] = {
+    -0x1.5555554f062a8p-2,
+    0x1.99997aeaa7d16p-3,
+    -0x1.247b107c7e05ap-3,
+    0x1.b935f51d7f7dcp-4};
+
+// (atan(r) / r - 1) / z, z = r^2, |r| <= 0.1251; error 2^-34.0 of the result
 inline constexpr double atan_a26[] = {
-    -0x1.5554e972d1ae4p-2,
-    0x1.978563a4a3abep-3};
+    -0x1.55555039bb827p-2,
+    0x1.998a14c7df476p-3,
+    -0x1.1dd97c7d0539dp-3};
 
 // (atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; error 2^-23.1 of the result
 inline constexpr float atan_a21[] = {
@@ -717,67 +789,65 @@ inline constexpr float atan_a11[] = {
     0x1.4637000000000p-3f,
     -0x1.7cb25e0000000p-5f};
 
-// (asin(s) / s - 1 - z/6) / z^2, z = s^2 <= 1/4; error 2^-59.6 of the result
+// (asin(s) / s - 1 - z/6) / z^2, z = s^2 <= 1/4; error 2^-59.3 of the result
 inline constexpr double asin_a53[] = {
-    0x1.33333333318f2p-4,
-    0x1.6db6db6fe780bp-5,
-    0x1.f1c71b49b158ap-6,
-    0x1.6e8bcd22ec71cp-6,
-    0x1.1c4b11b268de5p-6,
-    0x1.ca069e7eb9360p-7,
-    0x1.76432f046cffep-7,
-    0x1.5d584a9d62525p-7,
-    0x1.0eb82930878cap-8,
-    0x1.5399d96532d1ep-6,
-    -0x1.42640f1086632p-6,
-    0x1.04cfd3eaa6b70p-5};
+    0x1.3333333331365p-4,
+    0x1.6db6db7053204p-5,
+    0x1.f1c71b16721fap-6,
+    0x1.6e8bd3ababf23p-6,
+    0x1.1c4a8ff6cfd4cp-6,
+    0x1.ca13ad7688335p-7,
+    0x1.75d26fcd2df04p-7,
+    0x1.5feab4f964413p-7,
+    0x1.f552b3dfa24fep-9,
+    0x1.601c08fc84c58p-6,
+    -0x1.547179a338e78p-6,
+    0x1.0a8b6ba3f1116p-5};
 
-// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-51.9 of the result
+// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-51.6 of the result
 inline constexpr double asin_a50[] = {
-    0x1.5555555556cffp-3,
-    0x1.3333333091cdep-4,
-    0x1.6db6dd0d94a22p-5,
-    0x1.f1c69ca96ba1dp-6,
-    0x1.6e97007dc0d41p-6,
-    0x1.1bace8b6793ffp-6,
-    0x1.d54d36b64f985p-7,
-    0x1.3374c6a68f60fp-7,
-    0x1.2afb98af0cadap-6,
-    -0x1.7f3bc69350c1fp-7,
-    0x1.022c3bd842e24p-5};
+    0x1.555555555725cp-3,
+    0x1.3333333008aaap-4,
+    0x1.6db6dd58f59cep-5,
+    0x1.f1c68845d3b33p-6,
+    0x1.6e9893dc48196p-6,
+    0x1.1b99b8f226481p-6,
+    0x1.d676a803f2b17p-7,
+    0x1.2db553bd6a8cbp-7,
+    0x1.33c45305ccc6fp-6,
+    -0x1.9d759359003b0p-7,
+    0x1.07c4eb5b37139p-5};
 
-// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-47.9 of the result
+// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-39.6 of the result
 inline constexpr double asin_a24[] = {
-    0x1.5555555541a22p-3,
-    0x1.333333508f0cep-4,
-    0x1.6db6cc4e2f698p-5,
-    0x1.f1caf4c361ab5p-6,
-    0x1.6e441869ab943p-6,
-    0x1.1f7fc74177d0cp-6,
-    0x1.9b92b833dd4c6p-7,
-    0x1.254e02605558fp-6,
-    -0x1.dd54ba4dd9e06p-8,
-    0x1.01f9de2ece798p-5};
+    0x1.55555544f5a51p-3,
+    0x1.33334300512e7p-4,
+    0x1.6db1a8e037934p-5,
+    0x1.f299a95b9e648p-6,
+    0x1.6569e02f72ccep-6,
+    0x1.56658f6badb4dp-6,
+    0x1.5e7ef7bbca986p-10,
+    0x1.1305419f4c0a3p-5};
 
-// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-27.6 of the result
+// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-27.3 of the result
 inline constexpr double asin_a26[] = {
-    0x1.5555c879f9134p-3,
-    0x1.3301f0e445967p-4,
-    0x1.747c966f06fb9p-5,
-    0x1.8c3ba60bf4ee2p-6,
-    0x1.595b6766a6b1cp-5};
+    0x1.5555dfaf0bb82p-3,
+    0x1.32fa37ac63e01p-4,
+    0x1.7543aba29d490p-5,
+    0x1.84802b5cca0b9p-6,
+    0x1.5fe4f01b711cep-5};
 
-// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-23.4 of the result
+// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-23.1 of the result
 inline constexpr float asin_a21[] = {
-    0x1.554fa20000000p-3f,
-    0x1.34dc440000000p-4f,
-    0x1.47f7b60000000p-5f,
-    0x1.9934c20000000p-5f};
+    0x1.554e860000000p-3f,
+    0x1.3517560000000p-4f,
+    0x1.449cce0000000p-5f,
+    0x1.a06cf80000000p-5f};
 
-// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-14.7 of the result
+// (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-14.3 of the result
 inline constexpr float asin_a11[] = {
-    0x1.520a1a0000000p-3f,
-    0x1.823c320000000p-4f};
+    0x1.517f780000000p-3f,
+    0x1.877fdc0000000p-4f};
 
 // acos(x) / sqrt(1 - x) on [0, 1]; error 2^-11.3 of the result
 inline constexpr float acos_a11[] = {

@@ -23,12 +23,12 @@ template <class V> struct HalfTurns {
 };
 constexpr float one_over_pi = 0x1.45f306p-2f;
 template <class V> inline HalfTurns<V> half_turns(V x) {
-  const V shifted = x * one_over_pi + 0x1.8p23f;
-  return {shifted - 0x1.8p23f, bits(shifted) << 31};
+  const V shifted = x * one_over_pi + shifter<float>;
+  return {shifted - shifter<float>, bits(shifted) << 31};
 }
 template <class V> inline HalfTurns<V> odd_quarter_turns(V x) {
-  const V shifted = (x * one_over_pi + 0.5f) + 0x1.8p23f;
-  return {(shifted - 0x1.8p23f) - 0.5f, bits(shifted) << 31};
+  const V shifted = (x * one_over_pi + 0.5f) + shifter<float>;
+  return {(shifted - shifter<float>)-0.5f, bits(shifted) << 31};
 }
 
 template <class P> struct SinCos32 {

@@ -20,7 +20,6 @@ struct A53 {
   static constexpr bool has_wide_formula = true;
   static constexpr double last = 0x1.5ffffffffffffp+16; // below 90112
 
-  template <class V> static V rounded(HeadTail<V> y) { return y.head + y.tail; }
   template <class V> static V sine(const Remainder<V>& r) { return rounded(kelvm::sine<0>(r, SmallAngle(r.head))); }
   template <class V> static V cosine(const Remainder<V>& r) { return rounded(kelvm::sine<1>(r, SmallAngle(r.head))); }
   template <class V> static Pair<V> sine_cosine(const Remainder<V>& r) {
@@ -48,13 +47,13 @@ struct A26 {
     return ((x - k * 0x1.921fb54442d18p-4) - k * 0x1.1a62633145c06p-58) - k * 0x1.c1cd129024e09p-111;
   }
   template <class V> static Parts<V> reduce(V x) {
-    const V shifted = x * thirty_two_over_pi + 0x1.8p52;
-    return parts(remainder(x, shifted - 0x1.8p52), int_bits(shifted));
+    const V shifted = x * thirty_two_over_pi + shifter<double>;
+    return parts(remainder(x, shifted - shifter<double>), int_bits(shifted));
   }
   template <class V> static Parts<V> reduce_any(V x) {
     const WithinReach<V> within(x);
-    const V shifted = within.y * thirty_two_over_pi + 0x1.8p52;
-    return parts(remainder(within.y, shifted - 0x1.8p52), int_bits(shifted) + within.index);
+    const V shifted = within.y * thirty_two_over_pi + shifter<double>;
+    return parts(remainder(within.y, shifted - shifter<double>), int_bits(shifted) + within.index);
   }
 
   template <class V> static V sine(const Parts<V>& p) { return p.sin_a * p.cos_r + p.cos_a * p.sin_r; }

@@ -30,8 +30,8 @@ constexpr double parts_of_pi_32[] = {0x1.921fb544p-4, 0x1.0b4611a6p-38, 0x1.3198
 
 /// Rounds by adding 1.5 * 2^52, which leaves the index in the low bits of the sum. |x| < 2^17.
 template <class V> inline Remainder<V> reduce(V x) {
-  const V shifted = x * thirty_two_over_pi + 0x1.8p52;
-  const V k = shifted - 0x1.8p52;
+  const V shifted = x * thirty_two_over_pi + shifter<double>;
+  const V k = shifted - shifter<double>;
   const V t = x - k * parts_of_pi_32[0];
   const V head = t - k * parts_of_pi_32[1];
   const V tail = ((t - head) - k * parts_of_pi_32[1]) - k * parts_of_pi_32[2];

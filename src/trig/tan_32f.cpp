@@ -21,12 +21,8 @@ struct Tan32 : KernelDefaults {
 
   static float element(float x, kelStatus& status) {
     if (is_nan(x)) return default_nan<float>();
-    if (abs(x) == infinity<float>) return domain_error<float>(status);
-    // Rounded to odd first, so that the rounding to float sees which side of a midpoint the sum is on.
-    const HeadTail<double> y = tangent_of(x);
-    std::int64_t pattern = int_bits(y.head);
-    if (y.tail != 0 && pattern % 2 == 0) pattern += sign_of(y.head) == sign_of(y.tail) ? 1 : -1;
-    return float(bit_cast<double>(pattern));
+    if (is_infinite(x)) return domain_error<float>(status);
+    return round_to_float(tangent_of(x));
   }
 };
 
@@ -39,8 +35,8 @@ struct TanA24 : Tan32 {
     const V y = in_double_decided<46>(
         doubtful,
         [](auto x) {
-          const auto shifted = x * thirty_two_over_pi + 0x1.8p52;
-          return short_tangent(remainder(x, shifted - 0x1.8p52), int_bits(shifted), tangent_3);
+          const auto shifted = x * thirty_two_over_pi + shifter<double>;
+          return short_tangent(remainder(x, shifted - shifter<double>), int_bits(shifted), tangent_3);
         },
         abs(x));
     return flip_sign(y, sign_of(x));
@@ -51,8 +47,8 @@ template <auto& Series> struct TanSingle : Tan32 {
   template <class V> static Marks<V> special(V x) { return above(abs(x), 10000.0f); }
   template <class V> static V formula(V x) {
     const V magnitude = abs(x);
-    const V shifted = magnitude * 0x1.45f306p-1f + 0x1.8p23f;
-    const V k = shifted - 0x1.8p23f;
+    const V shifted = magnitude * 0x1.45f306p-1f + shifter<float>;
+    const V k = shifted - shifter<float>;
     const V r = magnitude - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f;
     const V z = r * r;
     const V t = r + r * z * estrin(z, Series);

@@ -40,20 +40,19 @@ template <class V> inline HeadTail<V> long_tangent(const Remainder<V>& r) {
 }
 
 struct TanA53 {
-  template <class V> static V rounded(HeadTail<V> y) { return y.head + y.tail; }
   template <class V> static V of(V x) { return rounded(long_tangent(reduce(x))); }
   template <class V> static V of_any(V x) { return rounded(long_tangent(reduce_any(x))); }
 };
 
 template <auto& Series> struct TanShort {
   template <class V> static V of(V x) {
-    const V shifted = x * thirty_two_over_pi + 0x1.8p52;
-    return short_tangent(remainder(x, shifted - 0x1.8p52), int_bits(shifted), Series);
+    const V shifted = x * thirty_two_over_pi + shifter<double>;
+    return short_tangent(remainder(x, shifted - shifter<double>), int_bits(shifted), Series);
   }
   template <class V> static V of_any(V x) {
     const WithinReach<V> within(x);
-    const V shifted = within.y * thirty_two_over_pi + 0x1.8p52;
-    return short_tangent(remainder(within.y, shifted - 0x1.8p52) + within.tail, int_bits(shifted) + within.index,
+    const V shifted = within.y * thirty_two_over_pi + shifter<double>;
+    return short_tangent(remainder(within.y, shifted - shifter<double>) + within.tail, int_bits(shifted) + within.index,
                          Series);
   }
 };
@@ -65,7 +64,7 @@ template <class P> struct Tan64 : KernelDefaults {
 
   template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.5ffffffffffffp+16); } // |x| >= 90112, NaN
   template <class V> static V formula(V x) { return flip_sign(P::of(abs(x)), sign_of(x)); }
-  template <class V> static Marks<V> wide_special(V x) { return above(abs(x), 0x1.fffffffffffffp+1023); }
+  template <class V> static Marks<V> wide_special(V x) { return above(abs(x), largest_finite<double>); }
   template <class V> static V wide_formula(V x) { return flip_sign(P::of_any(abs(x)), sign_of(x)); }
   static double element(double x, kelStatus& status) {
     return is_nan(x) ? default_nan<double>() : domain_error<double>(status);

@@ -278,19 +278,20 @@ void Inputs::real_pair(Random& random, double parts[4]) const {
 // An exponent that brings the power into the range of the type, with a phase of moderate size; or any, as far as
 // w log z, whose imaginary part is an angle, stays below 2^40.
 void Inputs::complex_power(Random& random, double parts[4]) const {
+  const std::complex<double> log = std::log(std::complex<double>(parts[0], parts[1]));
   if (random.one_in(4)) parts[3] = 0;
-  if (random.one_in(4)) {
-    const double log = std::min(800.0, std::abs(std::log(std::complex<double>(parts[0], parts[1]))));
-    for (double* w = parts + 2; w < parts + 4; ++w)
-      if (log > 0 && std::fabs(*w) > 0x1p39 / log) *w = std::ldexp(*w, std::ilogb(0x1p38 / log) - std::ilogb(*w));
-    return;
+  if (!random.one_in(4)) {
+    const double lowest = member_.is_float() ? -87 : -708, highest = member_.is_float() ? 88 : 709;
+    const double size = random.one_in(2) ? 1 : std::ldexp(random.unit(), -static_cast<int>(random.below(20)));
+    const std::complex<double> target(random.uniform(lowest, highest) * size, random.uniform(-100, 100) * size);
+    const std::complex<double> w = target / log;
+    parts[2] = w.real();
+    if (parts[3] != 0) parts[3] = w.imag();
   }
-  const double lowest = member_.is_float() ? -87 : -708, highest = member_.is_float() ? 88 : 709;
-  const double size = random.one_in(2) ? 1 : std::ldexp(random.unit(), -static_cast<int>(random.below(20)));
-  const std::complex<double> target(random.uniform(lowest, highest) * size, random.uniform(-100, 100) * size);
-  const std::complex<double> w = target / std::log(std::complex<double>(parts[0], parts[1]));
-  parts[2] = w.real();
-  if (parts[3] != 0) parts[3] = w.imag();
+  const bool many_bases = member_.shape == harness::Shape::ScalarPower; // the exponent serves a whole block
+  const double largest = 0x1p39 / (many_bases ? 800 : std::min(800.0, std::abs(log)));
+  for (double* w = parts + 2; w < parts + 4; ++w)
+    if (std::fabs(*w) > largest) *w = std::ldexp(*w, std::ilogb(largest) - 1 - std::ilogb(*w));
 }
 
 // Complex arguments that two independent parts would rarely give: on an axis or next to it, on the diagonals, on the

@@ -2,7 +2,7 @@
 // ends of the range, the rules of powers.
 #include "special.hpp"
 
-#include <cmath>
+#include <string>
 
 namespace {
 
@@ -118,6 +118,76 @@ TEST(ComplexLog, NextToOneAndTheEndsOfTheRange) {
                                      {{0x1p1000, 0x1p-60}, {0x1.5a92d6d005c94p+9, 0x1p-1060}},
                                      {{-0x1p1000, -0x1p-60}, {0x1.5a92d6d005c94p+9, -0x1.921fb54442d18p+1}},
                                      {{0x1p-1074, 0.0}, {-0x1.74385446d71c3p+9, 0.0}}});
+}
+
+TEST(ComplexPow, Rules) {
+  check_both("Pow", {{{any_nan, inf, 0.0, -0.0}, {1.0, 0.0}},
+                     {{0.0, 0.0, 0.0, 0.0}, {1.0, 0.0}},
+                     {{0.0, -0.0, 0.5, 7.0}, {0.0, -0.0}},
+                     {{-0.0, 0.0, 3.0, 0.0}, {0.0, 0.0}},
+                     {{-0.0, 0.0, -3.0, 0.0}, {inf, 0.0}, kelStatusSingularity},
+                     {{0.0, 0.0, -3.0, -0.0}, {inf, 0.0}, kelStatusSingularity},
+                     {{0.0, 0.0, -1.0, 1.0}, {default_nan, default_nan}, kelStatusDomain},
+                     {{0.0, -0.0, 0.0, 1.0}, {default_nan, default_nan}, kelStatusDomain},
+                     {{0.0, 0.0, any_nan, 1.0}, {default_nan, default_nan}},
+                     {{1.0, 0.0, 1.0, any_nan}, {default_nan, default_nan}},
+                     {{inf, any_nan, 1.0, 0.0}, {default_nan, default_nan}}});
+}
+
+TEST(ComplexPow, Infinities) {
+  check_both("Pow", {{{inf, 1.0, 2.0, 0.0}, {inf, 0.0}},
+                     {{inf, inf, 2.0, 0.0}, {0.0, inf}},
+                     {{-inf, -1.0, 0.5, 0.0}, {0.0, -inf}},
+                     {{-inf, 1.0, -1.0, 0.0}, {-0.0, 0.0}},
+                     {{1.0, inf, -0.5, 1.0}, {0.0, 0.0}},
+                     {{1.0, inf, 0.5, 1.0}, {default_nan, default_nan}, kelStatusDomain},
+                     {{0.5, 0.5, inf, 0.0}, {0.0, 0.0}},
+                     {{0.5, 2.0, -inf, 1.0}, {0.0, 0.0}},
+                     {{0.5, 2.0, inf, 1.0}, {default_nan, default_nan}, kelStatusDomain},
+                     {{-0.5, 2.0, 1.0, inf}, {0.0, 0.0}},
+                     {{2.0, 0.0, 0.0, inf}, {default_nan, default_nan}, kelStatusDomain}});
+}
+
+/// Zeros of a part, and parts next to zero, at full precision.
+TEST(ComplexPow, ExactPartsAndTheEndsOfTheRange) {
+  for (const char* member : {"kelsPow_32fc_A24", "kelsPow_64fc_A53"})
+    special::check(member, {{{-2.0, 0.0, 2.0, 0.0}, {4.0, 0.0}},
+                            {{-2.0, -0.0, 3.0, 0.0}, {-8.0, -0.0}},
+                            {{0.0, 2.0, 2.0, 0.0}, {-4.0, 0.0}},
+                            {{1.0, 1.0, 4.0, 0.0}, {-4.0, 0.0}},
+                            {{1.0, -1.0, 3.0, 0.0}, {-2.0, -2.0}},
+                            {{-4.0, 0.0, 0.5, 0.0}, {0.0, 2.0}},
+                            {{0x1p-60, 1.0, 2.0, 0.0}, {-1.0, 0x1p-59}},
+                            {{-1.0, 0x1p-60, 5.0, 0.0}, {-1.0, 0x1.4p-58}},
+                            {{1.0, 0.0, 3.0, 0x1p120}, {1.0, 0.0}},
+                            {{0x1p-100, 0.0, 40.0, 0.0}, {0.0, 0.0}}});
+  special::check("Pow", Type::c32, {{{0x1p100, 0x1p100, 4.0, 0.0}, {-inf, 0.0}, kelStatusOverflow}});
+  special::check("kelsPow_64fc_A53", {{{0x1p500, 0x1p-1000, 2.0, 0.0}, {0x1p1000, 0x1p-499}},
+                                      {{0x1p1000, 0x1p-1074, -1.0, 0.0}, {0x1p-1000, -0.0}},
+                                      {{0x1p-511, 0x1p-520, 2.0, 0.0}, {0x1.ffff8p-1023, 0x1p-1030}}});
+}
+
+TEST(ComplexPow, RealOperandsAndOneExponent) {
+  const double bases[] = {0.0, 0x1p-130, 0.3125, 1.0, 1.0625, 77.0, 0x1p90, inf};
+  const double exponents[] = {-inf, -30.5, -1.0, 0.4375, 1.0, 2.0, 19.0, inf};
+  const double parts[] = {-3.0, -0.0, 0.875, 0x1p70};
+  for (const harness::Member& m : harness::all_members()) {
+    if (m.family != "Pow" || !m.built || !m.complex_source()) continue;
+    const std::string type = m.is_float() ? "32f" : "64f", suffix(m.suffix);
+    const harness::Member& real = *harness::find_member("kelsPow_" + type + "_" + suffix);
+    const harness::Member& one = *harness::find_member("kelsPowx_" + type + "c_" + suffix);
+    for (double x : bases)
+      for (double c : exponents)
+        EXPECT_EQ(special::ask(m, {x, 0.0, c, 0.0}).parts[0], special::ask(real, {x, c}).parts[0])
+            << m.name << " " << x << " " << c;
+    for (double x : parts)
+      for (double y : parts)
+        for (double c : exponents)
+          for (double d : parts)
+            EXPECT_EQ(special::ask(m, {x, y, c, d}).parts, special::ask(one, {x, y, c, d}).parts)
+                << m.name << " " << x << " " << y << " " << c << " " << d;
+  }
+  check_conjugates("Pow", {{2.5, 0.0}, {-3.0, 0.0}});
 }
 
 } // namespace

@@ -31,9 +31,14 @@ def atan_series(z, first=0, terms=50):
 PI = 4 * atan(D(1))
 
 
-def rows(per_octave, count):
-    """Row 0 is c = 0; from row 1 on c runs from 1/16 up, per_octave rows an octave."""
-    return [F(0)] + [(1 + F(i % per_octave, per_octave)) * F(2) ** (i // per_octave - 4) for i in range(count - 1)]
+LONG_LOWEST, LONG_LARGEST, LONG_BITS = -5, 5, 6  # c from 2^-5 to 2^5, 2^6 rows an octave
+SHORT_ROWS = 64  # c = 0, 1/4 ... 63/4
+
+
+def long_rows():
+    per_octave = 1 << LONG_BITS
+    count = (LONG_LARGEST - LONG_LOWEST) * per_octave + 1
+    return [F(0)] + [(1 + F(i % per_octave, per_octave)) * F(2) ** (i // per_octave + LONG_LOWEST) for i in range(count)]
 
 
 def head_tail(d):
@@ -54,6 +59,12 @@ def asin_series(z, first=0, terms=150):
             total += c / (2 * k + 1) * z ** (k - first) if k > first else c / (2 * k + 1)
         c = c * (2 * k + 1) / (2 * k + 2)
     return total
+
+
+def asin_weight(z):
+    """What an error of asin(s) / s, s = sqrt z, is relative to asin s, or to pi/2 - 2 asin s where that is more."""
+    series = asin_series(z)
+    return max(1 / series, 2 * z.sqrt() / (PI / 2 - 2 * z.sqrt() * series))
 
 
 def acos_factor(x):
@@ -79,10 +90,10 @@ namespace kelvm::inline KELVM_BUILD::inverse_trig {
 
 // clang-format off
 """)
-    pair_table("atan_long_rows", "atan c, head and tail: c = 0, then 64 rows an octave from 1/16 to 32",
-               [head_tail(atan(dec(c))) for c in rows(64, 578)])
-    body = ",\n    ".join(hexf(double(atan(dec(c)))) for c in rows(8, 64))
-    print("// atan c: c = 0, then 8 rows an octave from 1/16 to 14\n"
+    pair_table("atan_long_rows", "atan c, head and tail: c = 0, then 64 rows an octave from 1/32 to 32",
+               [head_tail(atan(dec(c))) for c in long_rows()])
+    body = ",\n    ".join(hexf(double(atan(D(i) / 4))) for i in range(SHORT_ROWS))
+    print("// atan c: c = 0, 1/4, 1/2 ... 63/4\n"
           f"alignas(64) inline constexpr double atan_short_rows[] = {{\n    {body}}};\n")
     for name, value in (("pi", PI), ("half_pi", PI / 2)):
         head, tail = head_tail(value)
@@ -91,19 +102,18 @@ namespace kelvm::inline KELVM_BUILD::inverse_trig {
         constant(f"{name}_below", down_to(value, 23 if value < 2 else 22), "float")
     constant("three_quarters_pi", PI * 3 / 4)
     print()
-    long_r, short_r = D("0.0626"), D("0.0716")
-    angle_polynomial("atan_pow", long_r, 2, 5, "(atan(r) / r - 1 + z/3) / z^2")
-    angle_polynomial("atan_a53", long_r, 1, 5, "(atan(r) / r - 1) / z")
-    angle_polynomial("atan_a50", short_r, 1, 5, "(atan(r) / r - 1) / z")
-    angle_polynomial("atan_a24", short_r, 1, 4, "(atan(r) / r - 1) / z")
-    angle_polynomial("atan_a26", short_r, 1, 2, "(atan(r) / r - 1) / z")
+    long_r, short_r = D("0.03127"), D("0.1251")
+    angle_polynomial("atan_pow", long_r, 2, 4, "(atan(r) / r - 1 + z/3) / z^2")
+    angle_polynomial("atan_a53", long_r, 1, 4, "(atan(r) / r - 1) / z")
+    for name, count in (("a50", 6), ("a24", 5), ("a38", 4), ("a26", 3)):
+        angle_polynomial(f"atan_{name}", short_r, 1, count, "(atan(r) / r - 1) / z")
     for name, count in (("atan_a21", 7), ("atan_a11", 3)):
         c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1), to_float)
         array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; error 2^{e:.1f} of the result", c, "float")
     for name, first, count, ctype in (("asin_a53", 2, 12, "double"), ("asin_a50", 1, 11, "double"),
-                                      ("asin_a24", 1, 10, "double"), ("asin_a26", 1, 5, "double"),
+                                      ("asin_a24", 1, 8, "double"), ("asin_a26", 1, 5, "double"),
                                       ("asin_a21", 1, 4, "float"), ("asin_a11", 1, 2, "float")):
-        c, e = minimax(lambda z: asin_series(z, first), lambda z: z**first / asin_series(z), range(count), D(0), D("0.25"),
+        c, e = minimax(lambda z: asin_series(z, first), lambda z: z**first * asin_weight(z), range(count), D(0), D("0.25"),
                        to_double if ctype == "double" else to_float)
         what = "(asin(s) / s - 1 - z/6) / z^2" if first == 2 else "(asin(s) / s - 1) / z"
         array(name, f"{what}, z = s^2 <= 1/4; error 2^{e:.1f} of the result", c, ctype)

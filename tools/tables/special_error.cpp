@@ -39,6 +39,12 @@ template <class T> std::vector<std::vector<double>> erf_and_slope(int per_unit, 
   return rows;
 }
 
+Real erf_over_root(const Real& square) {
+  Real a;
+  mpfr_sqrt(a, square, MPFR_RNDN);
+  return erf_over_x(a);
+}
+
 /// e^(a^2) erfc(a)
 Real scaled_erfc(const Real& a) {
   Real e, y;
@@ -96,6 +102,16 @@ int main() {
   };
   std::puts("\n// A polynomial in t for erf(a) / a, a = k / 8 + t, |t| <= 1 / 16, k the row.");
   print_split("erf_a53", even_rows(8, 49, 10));
+  const double end = 2.75;
+  const Interpolant of_square(erf_over_root, 0, end * end, 50);
+  const Fit short_fit = minimax(of_square, 0, end * end, 6);
+  std::printf("\n// A polynomial in a^2 for erf(a) / a, a <= %g. Relative error of the fit 2^%.1f, positive at the "
+              "end, where the\n"
+              "// product with a exceeds 1.\n\n",
+              end, std::log2(short_fit.error));
+  std::puts("inline constexpr float erf_a11[7] = {");
+  for (Quad c : short_fit.coefficients) std::printf("%af,\n", double(float(c)));
+  std::puts("};");
   std::puts("\n// Polynomials in t for e^(a^2) erfc(a) and e^(a^2 / 2) Phi(-a). A binade of 1 + a has 16 rows; t is a "
             "less that of\n"
             "// the row's middle.");
@@ -108,7 +124,7 @@ int main() {
   };
   std::puts("\n// erf(r) or erfc(r), and 2 / sqrt(pi) e^(-r^2). In the last row of erf it is 1 in the type.");
   print_pairs("double", "erf_and_slope", "r = k / 128", erf_and_slope<double>(128, 6 * 128));
-  print_pairs("float", "float_erf_and_slope", "r = k / 16", erf_and_slope<float>(16, 63));
+  print_pairs("float", "float_erf_and_slope", "r = k / 32", erf_and_slope<float>(32, 127));
   print_pairs("double", "erfc_and_slope", "r = k / 128, as far as 26.53",
               values_and_slopes<double>(mpfr_erfc, 128, 3396));
   print_pairs("float", "float_erfc_and_slope", "r = k / 64, as far as 9.19",
