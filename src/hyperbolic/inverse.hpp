@@ -48,7 +48,8 @@ template <class V> inline HeadTail<V> acosh_head_tail(V x) {
 
 /// 0 <= x < 1. The logarithm of the quotient (1 + x) / (1 - x) = 2^k m, whose reduced argument r = m c - 1 is the
 /// quotient ((c / 2^k) (1 + x) - (1 - x)) / (1 - x): the numerator, with the few bits of c, is exact, and one
-/// reciprocal serves to find k and c, to divide, and to correct the division.
+/// reciprocal serves to find k and c, to divide, and to correct the division. Near 2^-53 the errors of 1 + x and 1 - x
+/// are as large as the numerator, and belong to it: exactly, for it is a multiple of their last place.
 template <class V> inline HeadTail<V> atanh_head_tail(V x) {
   const HeadTail<V> plus = fast_two_sum(splat<V>(1), x), minus = fast_two_sum(splat<V>(1), -x);
   const V inverse = 1.0 / minus.head;
@@ -57,9 +58,9 @@ template <class V> inline HeadTail<V> atanh_head_tail(V x) {
   const V c = reduced.inverse_power() * p.c;
   const V plus_head = head_of(plus.head), minus_head = head_of(minus.head);
   const V numerator = (c * plus_head - minus.head) + c * (plus.head - plus_head);
-  p.r = head_of(numerator * inverse);
-  const V rest = ((numerator - p.r * minus_head) - p.r * (minus.head - minus_head)) +
-                 ((c * plus.tail - minus.tail) - p.r * minus.tail);
+  const HeadTail<V> sum = fast_two_sum(numerator, c * plus.tail - minus.tail);
+  p.r = head_of(sum.head * inverse);
+  const V rest = ((sum.head - p.r * minus_head) - p.r * (minus.head - minus_head)) + (sum.tail - p.r * minus.tail);
   const HeadTail<V> r = fast_two_sum(p.r, rest * inverse);
   p.r = r.head;
   p.tail += r.tail;
