@@ -17,41 +17,39 @@ namespace kelvm::inline KELVM_BUILD {
 
 // --- head and tail --------------------------------------------------------------------------------------------------
 
-/// ln of a sum that is not near 1: its tail becomes a part of the logarithm's tail.
+/// ln of a sum; the tail below 2^-26 of |head - 1|.
 template <class V> inline HeadTail<V> ln_head_tail(HeadTail<V> x) {
   const LogReduced<V> reduced = log_reduce<ExactRows>(x.head);
   LogParts<V> p = log_parts<Natural>(reduced);
   const V r_tail = log1p_correction(reduced, x.tail, p.c);
-  p.tail += r_tail - r_tail * p.r;
+  p.tail += r_tail - r_tail * p.r; // ln(1 + r) has the slope 1 - r
   return ln_a53(p);
 }
 
-/// 0 <= x < 2^500. Below 2^-5 the series, where the logarithm's absolute error would count.
+/// 0 <= x < 2^500. Next to 0 the root is 1 + x^2 / 2 to 2^-77, and the logarithm's argument as exact; below 2^-14 two
+/// terms of the series.
 template <class V> inline HeadTail<V> asinh_head_tail(V x) {
-  const V x_head = head_of(x);
-  const HeadTail<V> square = two_sum(splat<V>(1), x_head * x_head);
-  const HeadTail<V> root =
-      square_root<Reciprocal::exact_at_one>(HeadTail<V>{square.head, square.tail + (x - x_head) * (x + x_head)});
+  const V x_head = head_of(x), square = x_head * x_head;
+  const HeadTail<V> root = square_root<Reciprocal::exact_at_one>(splat<V>(1), square, (x - x_head) * (x + x_head));
   const HeadTail<V> sum = fast_two_sum(root.head, x);
   const HeadTail<V> y = ln_head_tail(HeadTail<V>{sum.head, sum.tail + root.tail});
-  const V z = x * x;
-  const V series = (x * z) * estrin(z, inverse_hyperbolic_tables::asinh_a53);
-  const auto small = x < splat<V>(0x1p-5);
-  return {select(small, x, y.head), select(small, series, y.tail)};
+  const auto small = x < splat<V>(0x1p-14);
+  return {select(small, x, y.head), select(small, (x * (x * x)) * inverse_hyperbolic_tables::asinh_a53[0], y.tail)};
 }
 
-/// 1 <= x < 2^500. Where x - 1 is rounded, the 1 no longer counts.
+/// 1 <= x < 2^500. The root has the relative accuracy of t = x - 1; where that is rounded, the 1 no longer counts. Next
+/// to 1 the sum with x is exact down to the last bit of the root.
 template <class V> inline HeadTail<V> acosh_head_tail(V x) {
   const V t = x - 1.0, t_head = head_of(t);
-  const HeadTail<V> square = two_sum(t + t, t_head * t_head);
-  const HeadTail<V> root = square_root(HeadTail<V>{square.head, square.tail + (t - t_head) * (t + t_head)});
-  const HeadTail<V> sum = fast_two_sum(root.head, t);
-  return logarithm_1p_head_tail(HeadTail<V>{sum.head, sum.tail + root.tail});
+  const HeadTail<V> root = square_root(t + t, t_head * t_head, (t - t_head) * (t + t_head));
+  const HeadTail<V> sum = fast_two_sum(x, root.head);
+  return ln_head_tail(HeadTail<V>{sum.head, sum.tail + root.tail});
 }
 
 /// 0 <= x < 1. The logarithm of the quotient (1 + x) / (1 - x) = 2^k m, whose reduced argument r = m c - 1 is the
 /// quotient ((c / 2^k) (1 + x) - (1 - x)) / (1 - x): the numerator, with the few bits of c, is exact, and one
-/// reciprocal serves to find k and c, to divide, and to correct the division.
+/// reciprocal serves to find k and c, to divide, and to correct the division. Near 2^-53 the errors of 1 + x and 1 - x
+/// are as large as the numerator, and belong to it: exactly, for it is a multiple of their last place.
 template <class V> inline HeadTail<V> atanh_head_tail(V x) {
   const HeadTail<V> plus = fast_two_sum(splat<V>(1), x), minus = fast_two_sum(splat<V>(1), -x);
   const V inverse = 1.0 / minus.head;
@@ -60,9 +58,9 @@ template <class V> inline HeadTail<V> atanh_head_tail(V x) {
   const V c = reduced.inverse_power() * p.c;
   const V plus_head = head_of(plus.head), minus_head = head_of(minus.head);
   const V numerator = (c * plus_head - minus.head) + c * (plus.head - plus_head);
-  p.r = head_of(numerator * inverse);
-  const V rest = ((numerator - p.r * minus_head) - p.r * (minus.head - minus_head)) +
-                 ((c * plus.tail - minus.tail) - p.r * minus.tail);
+  const HeadTail<V> sum = fast_two_sum(numerator, c * plus.tail - minus.tail);
+  p.r = head_of(sum.head * inverse);
+  const V rest = ((sum.head - p.r * minus_head) - p.r * (minus.head - minus_head)) + (sum.tail - p.r * minus.tail);
   const HeadTail<V> r = fast_two_sum(p.r, rest * inverse);
   p.r = r.head;
   p.tail += r.tail;

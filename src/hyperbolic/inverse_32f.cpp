@@ -57,6 +57,7 @@ struct OfAtanh {
 
 template <class F> struct A24 : KernelDefaults {
   using Element = float;
+  static constexpr int vectors_in_flight = 4;
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true; // a subnormal result, which is x
   static constexpr float harmless = std::is_same_v<F, OfAtanh> ? 0.5f : 1.0f;
@@ -71,7 +72,7 @@ template <class F> struct A24 : KernelDefaults {
 
 template <class F, FloatLogAccuracy A> struct InFloat : KernelDefaults {
   using Element = float;
-  static constexpr int vectors_in_flight = log_vectors_in_flight;
+  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // x^2 of a tiny x
   static constexpr float harmless = std::is_same_v<F, OfAtanh> ? 0.5f : 1.0f;
   template <class V> static Marks<V> special(V x) { return F::outside_of(x, largest_square_root); }

@@ -14,7 +14,7 @@ constexpr double largest_square_root = 0x1p500;
 
 template <LogAccuracy A> struct InDouble : KernelDefaults {
   using Element = double;
-  static constexpr int vectors_in_flight = A == LogAccuracy::a53 ? 2 : log_vectors_in_flight;
+  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // x^2 of a tiny x
 };
 

@@ -1,6 +1,6 @@
 // sqrt(x^2 + y^2), with the processor's square root.
 //
-//   A53   h = x^2 + y^2 as head and tail, every factor in two parts, and its square root likewise: 0.5015 ulp
+//   A53   every factor in two parts, the square root as head and tail: 0.5015 ulp
 //   A24   in double: 2^-52.4, rounded where that decides
 //   A50, A26, A21, A11: sqrt(x^2 + y^2), each operation rounded: at most 1.25 ulp
 //
@@ -21,9 +21,7 @@ namespace {
 /// For non-negative arguments of which the larger is in [2^-480, 2^500], or both are zero.
 template <class V> HeadTail<V> hypot_parts(V x, V y) {
   const V x_head = head_of(x), y_head = head_of(y);
-  const HeadTail<V> h = two_sum(x_head * x_head, y_head * y_head);
-  const V tail = h.tail + ((x - x_head) * (x + x_head) + (y - y_head) * (y + y_head));
-  return square_root(HeadTail<V>{h.head, tail});
+  return square_root(x_head * x_head, y_head * y_head, (x - x_head) * (x + x_head) + (y - y_head) * (y + y_head));
 }
 
 /// Marks the pairs of magnitudes of which one is above high, or both are below low and not both zero.

@@ -47,12 +47,14 @@ template <int N, class V, int M> inline V inverse_root(V x, const Lane<V> (&c)[M
 /// exactly at powers of two, 2^-6 between them.
 enum class Reciprocal : std::uint64_t { even = 0x7FDE6238502484C6, exact_at_one = 0x7FE0000000000000 };
 
-/// The square root of head + tail, the tail below 2^-24 of the head: with the processor's s = sqrt(h), the residual
-/// h - s^2 exactly and s + (h - s^2) / (2 s) with a reciprocal as above: 2^-62. 2^-900 < head < 2^1000, or 0.
-template <Reciprocal R = Reciprocal::even, class V> inline HeadTail<V> square_root(HeadTail<V> h) {
-  const V s = sqrt(h.head + h.tail);
+/// sqrt(a + b + rest), a and b not negative, the rest below 2^-24 of their sum h: with the processor's s = sqrt(h), the
+/// residual h - s^2 and s + (h - s^2) / (2 s) with a reciprocal as above: 2^-62. Taken from the larger of a and b
+/// first, the square of s's upper bits leaves no rounding error that counts. 2^-900 < h < 2^1000, or 0.
+template <Reciprocal R = Reciprocal::even, class V> inline HeadTail<V> square_root(V a, V b, V rest) {
+  const V small = smaller(a, b), large = from_bits<V>(bits(a) ^ bits(b) ^ bits(small));
+  const V s = sqrt((a + b) + rest);
   const V s_head = head_of(s);
-  const V residual = ((h.head - s_head * s_head) - (s - s_head) * (s + s_head)) + h.tail;
+  const V residual = (((large - s_head * s_head) + small) - (s - s_head) * (s + s_head)) + rest;
   const V guess = from_bits<V>(std::uint64_t(R) - bits(s));
   return {s, (0.5 * residual) * (guess * (2 - s * guess))};
 }

@@ -20,8 +20,8 @@ inline double scaled_result(HeadTail<double> y, double scale, kelStatus& status)
   return underflow(status, ((sum.head + (sum.tail + y.tail)) - limit) * scale);
 }
 
-/// A double that rounds to float, subnormal ones included, as the exact sum does, |head| >= |tail|: round to odd (Boldo,
-/// Melquiond, "Emulation of FMA and correctly rounded sums: proved algorithms using rounding to odd", 2008).
+/// A double that rounds to float, subnormal ones included, as the exact sum does, |head| >= |tail|: round to odd
+/// (Boldo, Melquiond, "Emulation of FMA and correctly rounded sums: proved algorithms using rounding to odd", 2008).
 inline double odd_sum(HeadTail<double> y) {
   const auto [head, tail] = fast_two_sum(y.head, y.tail);
   if (tail == 0 || (bits(head) & 1) != 0) return head;

@@ -31,7 +31,7 @@ namespace kelvm::inline KELVM_BUILD::inverse_hyperbolic_tables {
 
 // clang-format off
 """)
-    for name, log_high, count, ctype in (("a53", 5, 5, "double"), ("a24", 6, 2, "double"), ("a26", 6, 1, "double"),
+    for name, log_high, count, ctype in (("a53", 14, 1, "double"), ("a24", 6, 2, "double"), ("a26", 6, 1, "double"),
                                          ("a11", 3, 1, "float")):
         high = D(1) / 4**log_high * D("1.001")
         c, e = minimax(tail_of_asinh, lambda z: z, range(count), 0, high, to_float if ctype == "float" else to_double)
