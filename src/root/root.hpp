@@ -51,7 +51,7 @@ enum class Reciprocal : std::uint64_t { even = 0x7FDE6238502484C6, exact_at_one 
 /// residual h - s^2 and s + (h - s^2) / (2 s) with a reciprocal as above: 2^-62. Taken from the larger of a and b
 /// first, the square of s's upper bits leaves no rounding error that counts. 2^-900 < h < 2^1000, or 0.
 template <Reciprocal R = Reciprocal::even, class V> inline HeadTail<V> square_root(V a, V b, V rest) {
-  const V small = smaller(a, b), large = from_bits<V>(bits(a) ^ bits(b) ^ bits(small));
+  const V small = smaller_of(a, b), large = from_bits<V>(bits(a) ^ bits(b) ^ bits(small));
   const V s = sqrt((a + b) + rest);
   const V s_head = head_of(s);
   const V residual = (((large - s_head * s_head) + small) - (s - s_head) * (s + s_head)) + rest;
