@@ -26,7 +26,7 @@ template <class V> inline HeadTail<V> ln_head_tail(HeadTail<V> x) {
   return ln_a53(p);
 }
 
-/// 0 <= x < 2^500. Next to 0 the root is 1 + x^2 / 2 to 2^-77, and the logarithm's argument as exact; below 2^-14 two
+/// 0 <= x <= 2^340. Next to 0 the root is 1 + x^2 / 2 to 2^-77, and the logarithm's argument as exact; below 2^-14 two
 /// terms of the series.
 template <class V> inline HeadTail<V> asinh_head_tail(V x) {
   const V x_head = head_of(x), square = x_head * x_head;
@@ -37,7 +37,7 @@ template <class V> inline HeadTail<V> asinh_head_tail(V x) {
   return {select(small, x, y.head), select(small, (x * (x * x)) * inverse_hyperbolic_tables::asinh_a53[0], y.tail)};
 }
 
-/// 1 <= x < 2^500. The root has the relative accuracy of t = x - 1; where that is rounded, the 1 no longer counts. Next
+/// 1 <= x <= 2^340. The root has the relative accuracy of t = x - 1; where that is rounded, the 1 no longer counts. Next
 /// to 1 the sum with x is exact down to the last bit of the root.
 template <class V> inline HeadTail<V> acosh_head_tail(V x) {
   const V t = x - 1.0, t_head = head_of(t);
@@ -135,7 +135,7 @@ template <FloatLogAccuracy A, class V> inline V float_atanh_positive(V x) {
   return 0.5f * float_logarithm_1p<A>(atanh_beyond_one(x));
 }
 
-/// ln 2x for x >= 2^499, which is asinh x and acosh x there.
+/// ln 2x for x >= 2^340, which is asinh x and acosh x there.
 template <LogAccuracy A> inline double ln_of_twice(double x) {
   LogReduced<double> reduced = log_reduce<LogRows<A>>(x);
   reduced.k += 1;

@@ -1,6 +1,6 @@
 // asinh, acosh and atanh of floats (hyperbolic/inverse.hpp). A24 is correctly rounded: double arithmetic, and a second
 // evaluation with head and tail for the results within 2^-42 of a midpoint between two floats. A21 and A11 stay in
-// float arithmetic where x^2 does. Signs are put back at the end.
+// float arithmetic where x^3 does. Signs are put back at the end.
 //
 // Exceptional inputs: acosh below 1 and atanh beyond +-1 are domain errors, atanh has poles at +-1; infinities of asinh
 // and acosh stay; NaNs are quieted.
@@ -13,11 +13,11 @@ namespace kelvm::inline KELVM_BUILD {
 namespace {
 
 constexpr float largest = 0x1.fffffep+127f, below_one = 0x1.fffffep-1f;
-constexpr float largest_square_root = 0x1p60f;
+constexpr float largest_cube_root = 0x1p42f;
 
 inline float rounded_once(HeadTail<double> y) { return round_to_float(fast_two_sum(y.head, y.tail)); }
 
-/// What the functions differ in: the domain, given the largest argument that the arithmetic can square.
+/// What the functions differ in: the domain, given the largest argument of which the arithmetic can take the cube.
 struct OfAsinh {
   template <class V> static Marks<V> outside_of(V x, float last) { return above(abs(x), last); }
   template <class V> static V even_part(V x) { return abs(x); }
@@ -75,7 +75,7 @@ template <class F, FloatLogAccuracy A> struct InFloat : KernelDefaults {
   static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // x^2 of a tiny x
   static constexpr float harmless = std::is_same_v<F, OfAtanh> ? 0.5f : 1.0f;
-  template <class V> static Marks<V> special(V x) { return F::outside_of(x, largest_square_root); }
+  template <class V> static Marks<V> special(V x) { return F::outside_of(x, largest_cube_root); }
   template <class V> static V formula(V x) { return F::with_its_sign(F::template in_float<A>(F::even_part(x)), x); }
   static float element(float x, kelStatus& status) { return F::element(x, status); }
 };

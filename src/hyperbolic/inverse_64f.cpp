@@ -1,7 +1,7 @@
 // asinh, acosh and atanh of doubles (hyperbolic/inverse.hpp). A53 rounds a head and tail once; A50 and A26 compute in
 // double numbers. asinh and atanh are computed of |x|; signs are put back at the end.
 //
-// Exceptional inputs: acosh below 1 and atanh beyond +-1 are domain errors, atanh has poles at +-1; from 2^500 on asinh
+// Exceptional inputs: acosh below 1 and atanh beyond +-1 are domain errors, atanh has poles at +-1; from 2^340 on asinh
 // and acosh are ln 2x, one element at a time; NaNs are quieted.
 #include "frame/member.hpp"
 #include "hyperbolic/inverse.hpp"
@@ -10,7 +10,7 @@
 namespace kelvm::inline KELVM_BUILD {
 namespace {
 
-constexpr double largest_square_root = 0x1p500;
+constexpr double largest_cube_root = 0x1p340;
 
 template <LogAccuracy A> struct InDouble : KernelDefaults {
   using Element = double;
@@ -19,7 +19,7 @@ template <LogAccuracy A> struct InDouble : KernelDefaults {
 };
 
 template <LogAccuracy A> struct Asinh : InDouble<A> {
-  template <class V> static Marks<V> special(V x) { return above(abs(x), largest_square_root); }
+  template <class V> static Marks<V> special(V x) { return above(abs(x), largest_cube_root); }
   template <class V> static V formula(V x) { return with_sign(asinh_positive<A>(abs(x)), sign_of(x)); }
   static double element(double x, kelStatus&) {
     if (is_nan(x) || abs(x) == infinity<double>) return x + x;
@@ -28,7 +28,7 @@ template <LogAccuracy A> struct Asinh : InDouble<A> {
 };
 
 template <LogAccuracy A> struct Acosh : InDouble<A> {
-  template <class V> static Marks<V> special(V x) { return outside(x, 1.0, largest_square_root); }
+  template <class V> static Marks<V> special(V x) { return outside(x, 1.0, largest_cube_root); }
   template <class V> static V formula(V x) { return acosh<A>(x); }
   static double element(double x, kelStatus& status) {
     if (is_nan(x)) return x + x;
