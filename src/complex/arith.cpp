@@ -323,7 +323,8 @@ struct DoubleFull : DoubleWindow {
   }
   /// x y + z w, or x y - z w, rounded. Where the sum of p and q is inexact, the errors are small beside it; where it is
   /// exact, the sum of the errors is exact or no larger than the result: below 1 ulp.
-  template <Sign S, class V> static V sum_of_two(Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w, SizeDoubt<V>& doubt) {
+  template <Sign S, class V>
+  static V sum_of_two(Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w, SizeDoubt<V>& doubt) {
     const auto [p, q] = products<S>(x, y, z, w, 0x1p-900, doubt);
     const HeadTail<V> sum = two_sum(p.head, q.head);
     return sum.head - (0 - (sum.tail + (p.tail + q.tail))); // a zero keeps the sign of the plain sum
