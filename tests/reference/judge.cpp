@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstring>
 
 namespace reference {
 namespace {
@@ -33,14 +34,22 @@ int exponent_of(double x) {
   const int field = static_cast<int>(std::bit_cast<std::uint64_t>(x) >> 52 & 0x7ff);
   return field ? field - 1022 : std::ilogb(x) + 1;
 }
-int exponent_of(long double x) { return std::ilogb(x) + 1; }
+int exponent_of(long double x) {
+  std::uint16_t sign_and_exponent; // of the x87 format, in which 0 stands for zero and subnormal numbers
+  std::memcpy(&sign_and_exponent, reinterpret_cast<const char*>(&x) + 8, 2);
+  const int field = sign_and_exponent & 0x7fff;
+  return field ? field - 16382 : std::ilogb(x) + 1;
+}
 
 // |x| 2^-k; a power of two beyond the range of double is fine
 double scaled(double x, int k) {
   if (k > -1000 && k < 1000) return std::fabs(x) * std::bit_cast<double>(static_cast<std::uint64_t>(1023 - k) << 52);
   return std::fabs(std::ldexp(x, -k));
 }
-double scaled(long double x, int k) { return static_cast<double>(std::ldexp(std::fabs(x), -k)); }
+double scaled(long double x, int k) {
+  const double rounded = static_cast<double>(x), size = std::fabs(rounded);
+  return size > 1e-290 && size < 1e300 ? scaled(rounded, k) : static_cast<double>(std::ldexp(std::fabs(x), -k));
+}
 
 double magnitude(mpfr_srcptr x) { return std::fabs(mpfr_get_d(x, MPFR_RNDN)); }
 
@@ -76,17 +85,13 @@ Judge::~Judge() { mpfr_clears(difference_, norm_, error_norm_, infinity_, nullpt
 void Judge::block(const Arguments* arguments, const double* const got[2], int elements,
                   const BlockEstimates& estimates) {
   const bool two = exact_.results() == 2;
-  const Estimate<double>& in_double = estimate_.in_double;
-  const bool quick = !two && in_double.function && !in_double.by_norm;
   for (int i = 0; i < elements; ++i) {
     const double values[2] = {got[0][i], two ? got[1][i] : 0};
-    if (quick && sample_state_ % sample_interval != 0 &&
-        quickly_decided(in_double.bound, *estimates.of(in_double, i), values[0])) {
-      ++sample_state_;
-      continue;
-    }
     const auto by = [&](const auto& estimate) {
-      return estimate.function && decided(estimate, estimates.of(estimate, i), values);
+      if (!estimate.function) return false;
+      const auto* value = estimates.of(estimate, i);
+      return (!two && !estimate.by_norm && quickly_decided(estimate, *value, got[0][i])) ||
+             decided(estimate, value, values);
     };
     if (sample_state_++ % sample_interval != 0 && (by(estimate_.in_double) || by(estimate_.in_long_double))) continue;
     judge(arguments[i], values);
@@ -95,17 +100,18 @@ void Judge::block(const Arguments* arguments, const double* const got[2], int el
 }
 
 // decided() for the common case, one real result in the middle of a binade of normal numbers.
-bool Judge::quickly_decided(double bound, double value, double got) {
-  const double size = std::fabs(value), slack = bound * size, error = std::fabs(got - value);
-  const auto field = [](double x) { return static_cast<int>(std::bit_cast<std::uint64_t>(x) >> 52); };
-  const int binade = field(size - slack), exponent = binade - 1022;
+template <class T> bool Judge::quickly_decided(const Estimate<T>& estimate, T value, double got) {
+  const T size = std::fabs(value), slack = static_cast<T>(estimate.bound) * size, error = std::fabs(T(got) - value);
+  if (!(size > 0) || std::isinf(size)) return false;
+  const int exponent = exponent_of(size - slack);
   if (slack == 0 && error != 0) return false; // next to a power of two half an ulp may be misrounded
-  if (binade != field(size + slack) || exponent <= std::max(format_.exponent_normal(), -900) ||
+  if (exponent != exponent_of(size + slack) || exponent <= std::max(format_.exponent_normal(), -900) ||
       exponent >= format_.exponent_max)
     return false;
   const double most = scaled(error + slack, format_.unit(exponent));
   if (!(most <= statistics_.ulp.value) || !(most <= bin_bounds.back()) ||
-      !(error + slack <= statistics_.absolute.value) || !(error + slack <= statistics_.relative.value * (size - slack)))
+      !(error + slack <= T(statistics_.absolute.value)) ||
+      !(error + slack <= T(statistics_.relative.value) * (size - slack)))
     return false;
   const std::size_t bin = bin_of(most);
   if (bin > 0) {
