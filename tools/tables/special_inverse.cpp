@@ -103,8 +103,19 @@ void expect(bool holds, const char* what) {
   std::exit(1);
 }
 
+/// The heads of c0 and c1 are those of the best line of c0 + c1 t + c2 t^2 + c3 t^3, so that what is added to them, and
+/// its rounding errors, are half as large as beside the tangent in the middle.
 void print_a53(const char* name, const Rows& fits, Quad factor, const First& first) {
   auto rows = split_rows(fits, factor, 26);
+  for (std::size_t k = 1; k < rows.size(); ++k) {
+    const Row& c = fits.of[k];
+    const Quad line[] = {c[0] + c[2] / 128, c[1] + c[3] * 3 / 256}; // |t| <= 1/8
+    for (int i : {0, 1}) {
+      const double head = rounded(factor * line[i], 26);
+      rows[k][15 + i] = head;
+      rows[k][i] = double(factor * c[i] - head);
+    }
+  }
   std::vector<double> given = {first.c0_lo, first.c1_lo};
   given.insert(given.end(), first.higher, first.higher + 13);
   given.insert(given.end(), {first.c0_hi, first.c1_hi});
