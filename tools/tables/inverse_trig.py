@@ -34,6 +34,7 @@ PI = 4 * atan(D(1))
 
 LONG_LOWEST, LONG_LARGEST, LONG_BITS = -5, 5, 6  # c from 2^-5 to 2^5, 2^6 rows an octave
 SHORT_ROWS = 64  # c = 0, 1/4 ... 63/4
+EIGHTH_ROWS = 64  # c = 0, 1/8 ... 63/8
 
 
 def long_rows():
@@ -101,6 +102,22 @@ def angle_polynomial(name, largest, first, count, what):
     array(name, f"{what}, z = r^2, |r| <= {largest:.4g}; error 2^{e:.1f} of the result", c)
 
 
+def eighth_table():
+    """Rows and series for c a multiple of 1/8. An error of the series counts less beyond the table, where the result
+    is near pi/2; the last row is such that the sum is below pi/2 however large the argument."""
+    rows = [double(atan(D(i) / 8)) for i in range(EIGHTH_ROWS)]
+    largest = 1 / (D(EIGHTH_ROWS - 1) / 8)
+    c, e = minimax(lambda z: atan_series(z, 1), lambda z: z if z < D("0.0626") ** 2 else z * z.sqrt() / D("1.44"),
+                   range(2), D(0), largest**2, to_double)
+    z = largest**2
+    rows[-1] = double(PI / 2 - largest * (1 + z * (D(c[0]) + z * D(c[1]))) - D(2) ** -45)
+    body = ",\n    ".join(map(hexf, rows))
+    print("// atan c: c = 0, 1/8, 1/4 ... 63/8, the last one such that no sum is above pi/2\n"
+          f"alignas(64) inline constexpr double atan_eighth_rows[] = {{\n    {body}}};\n")
+    array("atan_eighth", "(atan(r) / r - 1) / z, z = r^2, |r| <= 1/16, and to 8/63 with c = 63/8; "
+          f"error 2^{e:.1f} of the result", c)
+
+
 def main():
     print("""// Tables and coefficients of the inverse circular functions. Generated: do not edit.
 //   tools/tables/inverse_trig.py > src/trig/inverse_trig_tables.hpp
@@ -129,6 +146,7 @@ namespace kelvm::inline KELVM_BUILD::inverse_trig {
     angle_polynomial("atan_a53", long_r, 1, 4, "(atan(r) / r - 1) / z")
     for name, count in (("a50", 6), ("a24", 5), ("a38", 4), ("a26", 3)):
         angle_polynomial(f"atan_{name}", short_r, 1, count, "(atan(r) / r - 1) / z")
+    eighth_table()
     for name, count in (("atan_a21", 7), ("atan_a11", 3)):
         c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1), to_float)
         array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; error 2^{e:.1f} of the result", c, "float")
