@@ -3,12 +3,11 @@
 
     tools/tables/inverse_trig.py > src/trig/inverse_trig_tables.hpp
 """
-import math
 from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
 from emit import array, constant, dec, double, down_to, hexf, pair_table
-from minimax import minimax, points, solve, to_double, to_float
+from minimax import minimax, rational, to_double, to_float
 
 getcontext().prec = 80
 
@@ -73,27 +72,6 @@ def acos_factor(x):
     """acos x / sqrt(1 - x), 0 <= x <= 1."""
     w = 1 - x
     return 2 * asin_series(w / 2, terms=600) * D("0.5").sqrt() if w < 1 else PI / 2
-
-
-def rational(f, weight, m, n, high, rounds=20):
-    """N of degree m and D = 1 + ... of degree n with N / D near f on [0, high], as minimax() fits: least squares of
-    N - f D, reweighted by 1 / D and by the error. Then log2 of the largest error."""
-    xs = points(D(0), high, 8 * (m + n + 2))
-    ys, ws = [f(x) for x in xs], [weight(x) for x in xs]
-    basis = [[x**i for i in range(m + 1)] + [-y * x**j for j in range(1, n + 1)] for x, y in zip(xs, ys)]
-    lawson, denominators, best = [D(1)] * len(xs), [D(1)] * len(xs), None
-    for _ in range(rounds):
-        squares = [(w / d) ** 2 * k for w, d, k in zip(ws, denominators, lawson)]
-        a = [[sum(v * b[i] * b[j] for v, b in zip(squares, basis)) for j in range(m + n + 1)] for i in range(m + n + 1)]
-        c = solve(a, [sum(v * b[i] * y for v, b, y in zip(squares, basis, ys)) for i in range(m + n + 1)])
-        denominators = [1 + sum(v * x**j for j, v in enumerate(c[m + 1:], 1)) for x in xs]
-        numerators = [sum(v * x**i for i, v in enumerate(c[:m + 1])) for x in xs]
-        errors = [abs(w * (y - p / q)) for w, y, p, q in zip(ws, ys, numerators, denominators)]
-        if best is None or max(errors) < best[0]:
-            best = (max(errors), c)
-        lawson = [k * (e * len(errors) / sum(errors) + D("1e-6")) for k, e in zip(lawson, errors)]
-    c = [to_double(v) for v in best[1]]
-    return c[:m + 1], [1.0] + c[m + 1:], math.log2(best[0])
 
 
 def angle_polynomial(name, largest, first, count, what):
