@@ -26,29 +26,27 @@ template <class T> T quotient(T x, T y, kelStatus& status) {
   return q;
 }
 
-/// Whether results may have a code. For a block, the smallest and the largest magnitude tell, as 32-bit words, of which
-/// the upper one of a double counts; a zero makes a closer look at single vectors necessary.
+/// Whether results may have a code. For a block, the magnitudes tell as 32-bit words, of which the upper one of a
+/// double counts: shifted left, and less the smallest that has none, those in doubt are the largest. A zero makes a
+/// closer look at single vectors necessary.
 template <class V> struct QuotientDoubt {
   using T = Lane<V>;
 
   void add(V dividend, V quotient) {
+    const Words words = bit_cast<Words>(quotient), above_least = (words + words) - 2 * least;
+    farthest = above_least > farthest ? above_least : farthest;
     const V magnitude = abs(quotient);
-    const Words words = bit_cast<Words>(magnitude);
-    least = words < least ? words : least;
-    largest = words > largest ? words : largest;
     const Bits<V> small = below(magnitude, from_bits<T>(bits(smallest_normal<T>) + 1));
     undecided |= (small & -bits(abs(dividend))) | beyond(magnitude, largest_finite<T>);
   }
-  bool any() const {
-    constexpr std::uint32_t low = sizeof(T) == 8 ? 0x00100001 : 0x00800001;
-    constexpr std::uint32_t high = sizeof(T) == 8 ? 0x7FEFFFFF : 0x7F7FFFFF;
-    return sign_bits(bit_cast<Bits<V>>((least - low) | (high - largest))) != 0;
-  }
+  bool any() const { return sign_bits(bit_cast<Bits<V>>((farthest >> 1) + (0x7FFFFFFF - (largest - least)))) != 0; }
   LaneBits lanes() const { return sign_bits(undecided); }
 
 private:
   using Words = Vec<std::uint32_t, sizeof(V) / 4>;
-  Words least = ~Words{}, largest{};
+  static constexpr std::uint32_t least = sizeof(T) == 8 ? 0x00100001 : 0x00800001;
+  static constexpr std::uint32_t largest = sizeof(T) == 8 ? 0x7FEFFFFF : 0x7F7FFFFF;
+  Words farthest{};
   Bits<V> undecided{};
 };
 

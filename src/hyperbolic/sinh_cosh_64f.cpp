@@ -4,8 +4,11 @@
 //   sinh(a + r) = sinh a + cosh a sinh r + sinh a (cosh r - 1),   cosh(a + r) with the roles exchanged
 //
 // For k = 0 the sum is the series of sinh r alone, as accurate as r. A53 keeps heads and rests throughout, 2^-59 before
-// the one rounding; A50 has plain numbers, an ulp or two; A26 (and cosh A50) steps of ln 2 / 32 and a shorter series.
-// Signs are put back at the end.
+// the one rounding; cosh A50 and A26 have plain numbers, steps of ln 2 / 32 and a shorter series. Signs are put back at
+// the end.
+//
+// sinh A50 and A26, where sinh a would need rests next to 0, come from the exponential less 1: within two ulps or
+// three, and 2^-35.5.
 //
 // Exceptional inputs: beyond 708, where 2^(k/128) approaches the end of the range, one element at a time with its power
 // of two apart; overflow beyond 710.4758; infinities stay (cosh: +inf), NaNs are quieted.
@@ -28,15 +31,26 @@ struct CoshSeriesA50 {
 };
 using CoshA50 = Rounded<ExpAccuracy::a50, CoshSeriesA50>;
 
-template <class Accuracy> struct Sinh : KernelDefaults {
+struct Sinh : KernelDefaults {
   using Element = double;
   static constexpr bool stray_underflow = true; // r^2 of a tiny r
   template <class V> static Marks<V> special(V x) { return above(abs(x), 708.0); }
-  template <class V> static V formula(V x) { return with_sign(rounded(Accuracy::hyperbolic(abs(x)).odd), sign_of(x)); }
   static double element(double x, kelStatus& status) {
     if (!is_finite(x)) return x + x;
     const double y = any_hyperbolic(x).odd.rounded();
     return is_infinite(y) ? overflow(status, x) : y;
+  }
+};
+
+struct SinhA53 : Sinh {
+  template <class V> static V formula(V x) { return with_sign(rounded(Full::hyperbolic(abs(x)).odd), sign_of(x)); }
+};
+/// e - e^2 / (2 (e + 1)) with e = e^|x| - 1: an error of e does not grow, and next to 0 nothing else counts.
+template <Expm1Accuracy A> struct SinhOfExpm1 : Sinh {
+  static constexpr int vectors_in_flight = 4;
+  template <class V> static V formula(V x) {
+    const V e = exp_minus_1<A>(abs(x));
+    return with_sign(e - (0.5 * e) * (e / (e + 1.0)), sign_of(x));
   }
 };
 
@@ -56,9 +70,9 @@ template <class Accuracy> struct Cosh : KernelDefaults {
 } // namespace
 } // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsSinh_64f_A26, kelvm::Sinh<kelvm::ShortA26>)
-KELVM_UNARY(kelsSinh_64f_A50, kelvm::Sinh<kelvm::Middle>)
-KELVM_UNARY(kelsSinh_64f_A53, kelvm::Sinh<kelvm::Full>)
+KELVM_UNARY(kelsSinh_64f_A26, kelvm::SinhOfExpm1<kelvm::Expm1Accuracy::a26>)
+KELVM_UNARY(kelsSinh_64f_A50, kelvm::SinhOfExpm1<kelvm::Expm1Accuracy::a50>)
+KELVM_UNARY(kelsSinh_64f_A53, kelvm::SinhA53)
 KELVM_UNARY(kelsCosh_64f_A26, kelvm::Cosh<kelvm::ShortA26>)
 KELVM_UNARY(kelsCosh_64f_A50, kelvm::Cosh<kelvm::CoshA50>)
 KELVM_UNARY(kelsCosh_64f_A53, kelvm::Cosh<kelvm::Full>)

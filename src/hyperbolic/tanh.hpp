@@ -8,10 +8,7 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// 1 - tanh 20 is below 2^-56.
 constexpr double tanh_saturated = 20;
-template <class V> inline V tanh_clamped(V x, Lane<V> limit) {
-  const V magnitude = abs(x);
-  return select(magnitude < splat<V>(limit), magnitude, splat<V>(limit));
-}
+template <class V> inline V tanh_clamped(V x, Lane<V> limit) { return smaller_of(abs(x), splat<V>(limit)); }
 
 /// tanh x, 0 <= x <= 20, as head and tail with a relative error below 2^-60, |tail| < 2^-24 head. e = (head + tail)
 /// scale; the quotient does not depend on the scale. The head has 26 bits, as has that of the denominator: what it

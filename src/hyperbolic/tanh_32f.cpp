@@ -1,9 +1,11 @@
 // tanh of floats (hyperbolic/tanh.hpp). A24 is correctly rounded: double arithmetic, and a second evaluation to 2^-60
-// for the results that lie within 2^-42 of a midpoint between two floats. A21 and A11 stay in float arithmetic.
+// for the results that lie within 2^-42 of a midpoint between two floats. A21 and A11 stay in float arithmetic, A11 as
+// x times a rational function of x^2 up to 6 and 1 from there on, within 2^-16.
 // Exceptional inputs: NaNs, quieted.
 #include "exact/decided.hpp"
 #include "frame/member.hpp"
 #include "hyperbolic/tanh.hpp"
+#include "hyperbolic/tanh_tables.hpp"
 #include "kelvm/hyperbolic.h"
 
 namespace kelvm::inline KELVM_BUILD {
@@ -29,22 +31,32 @@ struct TanhA24 : KernelDefaults {
   }
 };
 
-template <FloatExpm1Accuracy A> struct TanhInFloat : KernelDefaults {
+struct TanhInFloat : KernelDefaults {
   using Element = float;
   static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // x^2 of a tiny x
   template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<float>); }
+  static float element(float x, kelStatus&) { return x + x; }
+};
+struct TanhA21 : TanhInFloat {
   template <class V> static V formula(V x) {
     const V half = tanh_clamped(x, saturated);
-    const V e = float_exp_minus_1<A>(half + half);
+    const V e = float_exp_minus_1<FloatExpm1Accuracy::a21>(half + half);
     return with_sign(e / (e + 2.0f), sign_of(x));
   }
-  static float element(float x, kelStatus&) { return x + x; }
+};
+struct TanhA11 : TanhInFloat {
+  template <class V> static V formula(V x) {
+    constexpr float limit = 6;
+    const V t = tanh_clamped(x, limit), z = t * t;
+    const V y = t * horner(z, tanh_tables::numerator_a11) / horner(z, tanh_tables::denominator_a11);
+    return with_sign(select(t < splat<V>(limit), y, splat<V>(1)), sign_of(x));
+  }
 };
 
 } // namespace
 } // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsTanh_32f_A11, kelvm::TanhInFloat<kelvm::FloatExpm1Accuracy::a11>)
-KELVM_UNARY(kelsTanh_32f_A21, kelvm::TanhInFloat<kelvm::FloatExpm1Accuracy::a21>)
+KELVM_UNARY(kelsTanh_32f_A11, kelvm::TanhA11)
+KELVM_UNARY(kelsTanh_32f_A21, kelvm::TanhA21)
 KELVM_UNARY(kelsTanh_32f_A24, kelvm::TanhA24)

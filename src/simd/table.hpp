@@ -130,6 +130,26 @@ template <const auto& Table, class I> inline auto lookup(I index) {
   }
 }
 
+/// An index in the low 16 bits of the lanes, whatever stands above them.
+template <class I> struct LowIndex { I whole; };
+
+template <const auto& Table, class I> inline auto lookup(LowIndex<I> index) {
+  using T = std::remove_cvref_t<decltype(Table[0])>;
+  using V = Vec<T, lanes<I>>;
+  static_assert(sizeof(T) == sizeof(Lane<I>));
+  if constexpr (lanes<I> == 1) {
+    return Table[std::uint16_t(index.whole)];
+  } else {
+#if KELVM_AVX512
+    if constexpr (detail::fits_registers<T, int(std::size(Table))>)
+      return detail::permuted<int(std::size(Table))>(&Table[0], index.whole); // which takes no more bits than it needs
+#endif
+    const detail::IndexLanes<I> at(index.whole);
+    return [&]<int... L>(std::integer_sequence<int, L...>) { return V{Table[std::uint16_t(at[L])]...}; }
+    (std::make_integer_sequence<int, lanes<I>>{});
+  }
+}
+
 /// The pair table[index][0], table[index][1], lane by lane.
 template <const auto& Table, class I> inline auto lookup_pair(I index) {
   using T = std::remove_cvref_t<decltype(Table[0][0])>;

@@ -24,7 +24,7 @@ template <class F> struct Inverse32f : KernelDefaults {
 };
 
 template <class F> struct InverseA24 : Inverse32f<F> {
-  static constexpr int vectors_in_flight = 1;
+  static constexpr int vectors_in_flight = vector_bytes == 64 ? 2 : 1; // of the registers
   static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static V formula(V x, MidpointDoubt& doubt) {
@@ -43,6 +43,7 @@ template <class F> struct InverseA24 : Inverse32f<F> {
 };
 
 template <class F, auto& Series> struct InverseSingle : Inverse32f<F> {
+  static constexpr int vectors_in_flight = 3;
   template <class V> static V formula(V x) { return inverse_short<F>(x, Series); }
 };
 

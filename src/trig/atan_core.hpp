@@ -7,11 +7,13 @@
 // c is y/x rounded to few bits, so that c x and c y are exact in two parts, and y - c x loses nothing by cancellation.
 // For small angles c is 0 and r the quotient itself; c stops at 15.75 or 32, as r goes to 1/c where y/x goes to
 // infinity. atan r is an odd polynomial. After Tang, "Table-lookup algorithms for elementary functions and their error
-// analysis", 1991. Two tables:
+// analysis", 1991. Three tables:
 //
 //   long     642 rows, c = 0 and 64 an octave from 1/32 on: |r| < 1/32, and below 2^-7 of the angle but for c = 0.
 //            atan c has a head and a tail.
 //   short    64 rows, few enough for registers: c a multiple of 1/4, |r| < 1/8. atan c is rounded.
+//   eighth   64 rows of which the arc tangent of one number makes more: c a multiple of 1/8 and |r| < 1/16; c stops at
+//            63/8, from where on an error of atan r is small next to the result.
 //
 // Other quadrants: |y| and |x| take part, x < 0 turns the angle t into pi - t, and the sign of y is that of the result.
 #pragma once
@@ -193,6 +195,17 @@ template <AngleAccuracy A, class V> inline V arc_tangent(V t) {
     const V sum = lookup<inverse_trig::atan_short_rows>(row) + (r + rest);
     return smaller_of(sum, splat<V>(inverse_trig::half_pi_head));
   }
+}
+
+/// The same within 2^-27.1, from the eighth table.
+template <class V> inline V arc_tangent_a26(V t) {
+  constexpr double largest = 7.875;
+  const V shifted = smaller_of(t, splat<V>(largest)) + 0x1.8p49; // rounds to a multiple of 1/8
+  const V c = shifted - 0x1.8p49;
+  const V r = (t - c) / (1.0 + c * t);
+  const V z = r * r;
+  const V table = lookup<inverse_trig::atan_eighth_rows>(LowIndex<Int<V>>{int_bits(shifted)});
+  return table + (r + (r * z) * estrin(z, inverse_trig::atan_eighth));
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -3,12 +3,11 @@
 
     tools/tables/inverse_trig.py > src/trig/inverse_trig_tables.hpp
 """
-import math
 from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
 from emit import array, constant, dec, double, down_to, hexf, pair_table
-from minimax import minimax, points, solve, to_double, to_float
+from minimax import minimax, rational, to_double, to_float
 
 getcontext().prec = 80
 
@@ -34,6 +33,7 @@ PI = 4 * atan(D(1))
 
 LONG_LOWEST, LONG_LARGEST, LONG_BITS = -5, 5, 6  # c from 2^-5 to 2^5, 2^6 rows an octave
 SHORT_ROWS = 64  # c = 0, 1/4 ... 63/4
+EIGHTH_ROWS = 64  # c = 0, 1/8 ... 63/8
 
 
 def long_rows():
@@ -74,31 +74,26 @@ def acos_factor(x):
     return 2 * asin_series(w / 2, terms=600) * D("0.5").sqrt() if w < 1 else PI / 2
 
 
-def rational(f, weight, m, n, high, rounds=20):
-    """N of degree m and D = 1 + ... of degree n with N / D near f on [0, high], as minimax() fits: least squares of
-    N - f D, reweighted by 1 / D and by the error. Then log2 of the largest error."""
-    xs = points(D(0), high, 8 * (m + n + 2))
-    ys, ws = [f(x) for x in xs], [weight(x) for x in xs]
-    basis = [[x**i for i in range(m + 1)] + [-y * x**j for j in range(1, n + 1)] for x, y in zip(xs, ys)]
-    lawson, denominators, best = [D(1)] * len(xs), [D(1)] * len(xs), None
-    for _ in range(rounds):
-        squares = [(w / d) ** 2 * k for w, d, k in zip(ws, denominators, lawson)]
-        a = [[sum(v * b[i] * b[j] for v, b in zip(squares, basis)) for j in range(m + n + 1)] for i in range(m + n + 1)]
-        c = solve(a, [sum(v * b[i] * y for v, b, y in zip(squares, basis, ys)) for i in range(m + n + 1)])
-        denominators = [1 + sum(v * x**j for j, v in enumerate(c[m + 1:], 1)) for x in xs]
-        numerators = [sum(v * x**i for i, v in enumerate(c[:m + 1])) for x in xs]
-        errors = [abs(w * (y - p / q)) for w, y, p, q in zip(ws, ys, numerators, denominators)]
-        if best is None or max(errors) < best[0]:
-            best = (max(errors), c)
-        lawson = [k * (e * len(errors) / sum(errors) + D("1e-6")) for k, e in zip(lawson, errors)]
-    c = [to_double(v) for v in best[1]]
-    return c[:m + 1], [1.0] + c[m + 1:], math.log2(best[0])
-
-
 def angle_polynomial(name, largest, first, count, what):
     """Coefficients of z^0 ... of the series of atan(r) / r from its term `first` on, z = r^2, |r| <= largest."""
     c, e = minimax(lambda z: atan_series(z, first), lambda z: z**first, range(count), D(0), largest**2, to_double)
     array(name, f"{what}, z = r^2, |r| <= {largest:.4g}; error 2^{e:.1f} of the result", c)
+
+
+def eighth_table():
+    """Rows and series for c a multiple of 1/8. An error of the series counts less beyond the table, where the result
+    is near pi/2; the last row is such that the sum is below pi/2 however large the argument."""
+    rows = [double(atan(D(i) / 8)) for i in range(EIGHTH_ROWS)]
+    largest = 1 / (D(EIGHTH_ROWS - 1) / 8)
+    c, e = minimax(lambda z: atan_series(z, 1), lambda z: z if z < D("0.0626") ** 2 else z * z.sqrt() / D("1.44"),
+                   range(2), D(0), largest**2, to_double)
+    z = largest**2
+    rows[-1] = double(PI / 2 - largest * (1 + z * (D(c[0]) + z * D(c[1]))) - D(2) ** -45)
+    body = ",\n    ".join(map(hexf, rows))
+    print("// atan c: c = 0, 1/8, 1/4 ... 63/8, the last one such that no sum is above pi/2\n"
+          f"alignas(64) inline constexpr double atan_eighth_rows[] = {{\n    {body}}};\n")
+    array("atan_eighth", "(atan(r) / r - 1) / z, z = r^2, |r| <= 1/16, and to 8/63 with c = 63/8; "
+          f"error 2^{e:.1f} of the result", c)
 
 
 def main():
@@ -129,6 +124,7 @@ namespace kelvm::inline KELVM_BUILD::inverse_trig {
     angle_polynomial("atan_a53", long_r, 1, 4, "(atan(r) / r - 1) / z")
     for name, count in (("a50", 6), ("a24", 5), ("a38", 4), ("a26", 3)):
         angle_polynomial(f"atan_{name}", short_r, 1, count, "(atan(r) / r - 1) / z")
+    eighth_table()
     for name, count in (("atan_a21", 7), ("atan_a11", 3)):
         c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1), to_float)
         array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; error 2^{e:.1f} of the result", c, "float")

@@ -76,3 +76,26 @@ def minimax(f, weight, powers, low, high, rounded=to_double):
         powers.pop(0)
     worst = max(abs(w * y) for w, y in zip(ws, left))
     return out, math.log2(worst)
+
+
+def rational(f, weight, m, n, high, rounded=to_double, rounds=20, lowest=0):
+    """N of degree m and D = 1 + ... of degree n with N / D near f on [0, high], as minimax() fits: least squares of
+    N - f D, reweighted by 1 / D and by the error. With lowest = 1, N is 1 + ... as well. Then log2 of the
+    largest error, before coefficients are rounded."""
+    xs = points(D(0), high, 8 * (m + n + 2))
+    ys, ws = [f(x) for x in xs], [weight(x) for x in xs]
+    basis = [[x**i for i in range(lowest, m + 1)] + [-y * x**j for j in range(1, n + 1)] for x, y in zip(xs, ys)]
+    count, terms = m + n + 1 - lowest, m + 1 - lowest
+    lawson, denominators, best = [D(1)] * len(xs), [D(1)] * len(xs), None
+    for _ in range(rounds):
+        squares = [(w / d) ** 2 * k for w, d, k in zip(ws, denominators, lawson)]
+        a = [[sum(v * b[i] * b[j] for v, b in zip(squares, basis)) for j in range(count)] for i in range(count)]
+        c = solve(a, [sum(v * b[i] * (y - lowest) for v, b, y in zip(squares, basis, ys)) for i in range(count)])
+        denominators = [1 + sum(v * x**j for j, v in enumerate(c[terms:], 1)) for x in xs]
+        numerators = [lowest + sum(v * x**i for i, v in enumerate(c[:terms], lowest)) for x in xs]
+        errors = [abs(w * (y - p / q)) for w, y, p, q in zip(ws, ys, numerators, denominators)]
+        if best is None or max(errors) < best[0]:
+            best = (max(errors), c)
+        lawson = [k * (e * len(errors) / sum(errors) + D("1e-6")) for k, e in zip(lawson, errors)]
+    c = [rounded(v) for v in best[1]]
+    return [1.0] * lowest + c[:terms], [1.0] + c[terms:], math.log2(best[0])

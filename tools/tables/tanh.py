@@ -1,0 +1,41 @@
+#!/usr/bin/env python3
+"""Coefficients of a rational tanh: writes src/hyperbolic/tanh_tables.hpp.
+
+    tools/tables/tanh.py > src/hyperbolic/tanh_tables.hpp
+"""
+from decimal import Decimal as D, getcontext
+
+from emit import array
+from minimax import rational, to_float
+
+getcontext().prec = 80
+
+LIMIT = 6  # 1 - tanh 6 is below 2^-16
+
+
+def tanh_ratio(z):
+    """tanh x / x, z = x^2."""
+    x = z.sqrt()
+    e = (2 * x).exp()
+    return (e - 1) / ((e + 1) * x)
+
+
+def main():
+    print("""// Coefficients of a rational tanh. Generated: do not edit.
+//   tools/tables/tanh.py > src/hyperbolic/tanh_tables.hpp
+#pragma once
+
+#include "simd/isa.hpp"
+
+namespace kelvm::inline KELVM_BUILD::tanh_tables {
+
+// clang-format off
+""")
+    numerator, denominator, e = rational(tanh_ratio, lambda z: 1 / tanh_ratio(z), 2, 3, D(LIMIT) ** 2, to_float,
+                                         lowest=1)
+    array("numerator_a11", f"tanh x / x by powers of x^2, |x| <= {LIMIT}; error 2^{e:.1f} of tanh x", numerator, "float")
+    array("denominator_a11", "its denominator", denominator, "float")
+    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::tanh_tables")
+
+
+main()
