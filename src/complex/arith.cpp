@@ -3,11 +3,11 @@
 // Add, Sub: one operation a part. Conj: one bit.
 //
 // Mul, MulByConj, Div at full precision. Floats: the products are exact in double; one sum, for Div one quotient, and
-// one rounding: each part below 0.51 ulp. Doubles: both products of a part as exact head and tail. For Mul their sum is
-// rounded once where it does not cancel, and below 1 ulp where it does; for Div it is exact to 2^-100 of itself
-// whatever cancels, and the quotient is corrected: below 0.51 ulp. See Jeannerod, Louvet, Muller, "Further analysis of
-// Kahan's algorithm for the accurate computation of 2x2 determinants", 2013, and Jeannerod, "A radix-independent error
-// analysis of the Cornea-Harrison-Tang method", 2016.
+// one rounding: each part below 0.51 ulp. Doubles: for Mul both products of a part as exact head and tail, their sum
+// rounded once where it does not cancel, and below 1 ulp where it does. For Div the sum to 2^-62 of itself where it
+// loses less than 12 bits, else from exact products, and the quotient is corrected: below 0.51 ulp. See Jeannerod,
+// Louvet, Muller, "Further analysis of Kahan's algorithm for the accurate computation of 2x2 determinants", 2013, and
+// Jeannerod, "A radix-independent error analysis of the Cornea-Harrison-Tang method", 2016.
 //
 // The lower accuracies are the textbook formulas in the type itself: error sqrt(5) u of the norm for a product (Brent,
 // Percival, Zimmermann, "Error bounds on complex floating-point multiplication", 2007), 6.3 u for a quotient.
@@ -371,6 +371,10 @@ struct DoubleFull : DoubleWindow {
   }
   template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
     const Cut<V> ca(a), cb(b), cc(c), cd(d);
+    const V c2 = cc.head * cc.head, d2 = cd.head * cd.head;
+    const V rest = cc.tail * (c + cc.head) + cd.tail * (d + cd.head);
+    const V norm = (c2 + d2) + rest, inverse = 1.0 / norm;
+    const V norm_head = head_of(norm), norm_tail = ((larger_of(c2, d2) - norm_head) + smaller_of(c2, d2)) + rest;
     Numerator<V> re = numerator<Sign::plus>(ca, cc, cb, cd, doubt);
     Numerator<V> im = numerator<Sign::minus>(cb, cc, ca, cd, doubt);
     if (any(re.cancels | im.cancels)) [[unlikely]] {
@@ -378,10 +382,6 @@ struct DoubleFull : DoubleWindow {
       re.value = settled<Sign::plus>(re, ha, hc, hb, hd);
       im.value = settled<Sign::minus>(im, hb, hc, ha, hd);
     }
-    const V c2 = cc.head * cc.head, d2 = cd.head * cd.head;
-    const V rest = cc.tail * (c + cc.head) + cd.tail * (d + cd.head);
-    const V norm = (c2 + d2) + rest, inverse = 1.0 / norm;
-    const V norm_head = head_of(norm), norm_tail = ((larger_of(c2, d2) - norm_head) + smaller_of(c2, d2)) + rest;
     const auto divide = [&](HeadTail<V> n) { // a zero keeps its sign
       const V q = head_of((n.head - (0 - n.tail)) * inverse);
       return q - ((q * norm_head - n.head) + (q * norm_tail - n.tail)) * inverse;
