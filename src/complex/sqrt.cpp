@@ -43,8 +43,8 @@ struct NewtonStepInFloat {
   template <class V> static Root<V> root(V x, V y) {
     const V m = sqrt(x * x + y * y);
     const V square = 0.5f * (x + m), t = sqrt(square);
-    const V q = (y * t) * (0.5f / square);
-    const V inverse = 0.5f / m, c = t * inverse;
+    const V both = 0.5f / (m * square); // one division for 1 / (2 m) and 1 / (2 square)
+    const V q = (y * t) * (m * both), inverse = square * both, c = t * inverse;
     const Pair<V> rest = pair_in_double(
         [](auto x, auto y, auto t, auto q) { // products of floats are exact
           return Pair<decltype(x)>{(x - t * t) + q * q, y - t * (q + q)};
@@ -112,7 +112,12 @@ template <class T, class P> struct ComplexSqrt : KernelDefaults {
   template <class V> static Marks<V> special(V x, V y) {
     x = abs(x), y = abs(y);
     const Bits<V> tiny = P::least_y > 0 ? below(y, T(P::least_y)) & -bits(y) : Bits<V>{};
-    return bit_cast<Marks<V>>((below(x, low) & below(y, low)) | beyond(x, high) | beyond(y, high) | tiny);
+    if constexpr (wide) {
+      return bit_cast<Marks<V>>((below(x, low) & below(y, low)) | beyond(x, high) | beyond(y, high) | tiny);
+    } else {
+      const V larger = bit_cast<V>(int_bits(x) > int_bits(y) ? int_bits(x) : int_bits(y));
+      return bit_cast<Marks<V>>(below(larger, low) | beyond(larger, high) | tiny);
+    }
   }
   template <class V> static Pair<V> formula(V x, V y) { return with_signs(P::root(abs(x), abs(y)), x, y); }
 
