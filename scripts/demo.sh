@@ -5,7 +5,7 @@ set -eu
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
-wanted="kelsSqrt_64f_A53 kelsRound_64f" # the first of these that is built
+member=kelsSqrt_64f_A53
 data=examples/data/sunspots.txt
 result=build/demo/result.txt
 
@@ -14,9 +14,6 @@ cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DKELVM_BUILD_TESTS
 cmake --build build/demo --target kelvm kelvm-apply
 
 apply=build/demo/examples/kelvm-apply
-for member in $wanted; do
-  "$apply" --list | grep -x "$member" >/dev/null && break
-done
 
 echo
 head -n 3 "$data"

@@ -42,7 +42,7 @@ constexpr Member named(const char* name, Member member) {
 }
 
 constexpr Member table[] = {
-#define KELVM_BUILT(name, family, type, suffix, shape, order) named(#name, Describe<&name>::member),
+#define KELVM_MEMBER(name, family, type, suffix, shape, order) named(#name, Describe<&name>::member),
 #include "members.def"
 };
 

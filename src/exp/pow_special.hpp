@@ -45,7 +45,7 @@ template <class T> struct Exponent {
 template <class T, class Positive> inline T power(T x, T y, kelStatus& status, Positive positive) {
   constexpr T smallest_normal = sizeof(T) == 8 ? T(0x1p-1022) : T(0x1p-126);
   if (y == 0 || x == 1) return 1;
-  if (x != x) return x + x;
+  if (is_nan(x)) return x + x;
   if (y != y) return y + y;
   const Parity exponent = parity(y);
   const bool negative_x = sign_of(x) != 0;

@@ -10,7 +10,7 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-#define KELVM_BUILT(name, family, type, suffix, shape, order) inline constexpr Order order_of_##name = Order::order;
+#define KELVM_MEMBER(name, family, type, suffix, shape, order) inline constexpr Order order_of_##name = Order::order;
 #include "members.def"
 
 template <class K> using Real = typename K::Element;

@@ -37,8 +37,8 @@ template <class V> inline HeadTail<V> asinh_head_tail(V x) {
   return {select(small, x, y.head), select(small, (x * (x * x)) * inverse_hyperbolic_tables::asinh_a53[0], y.tail)};
 }
 
-/// 1 <= x <= 2^340. The root has the relative accuracy of t = x - 1; where that is rounded, the 1 no longer counts. Next
-/// to 1 the sum with x is exact down to the last bit of the root.
+/// 1 <= x <= 2^340. The root has the relative accuracy of t = x - 1; where that is rounded, the 1 no longer counts.
+/// Next to 1 the sum with x is exact down to the last bit of the root.
 template <class V> inline HeadTail<V> acosh_head_tail(V x) {
   const V t = x - 1.0, t_head = head_of(t);
   const HeadTail<V> root = square_root(t + t, t_head * t_head, (t - t_head) * (t + t_head));

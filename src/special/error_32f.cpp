@@ -16,7 +16,7 @@ struct ErfSpecial : KernelDefaults {
   template <class V> static Marks<V> special(V x) { return nan_or_tiny(x); }
   /// The complete function, correctly rounded.
   static float element(float x, kelStatus&) {
-    if (x != x) return x + x;
+    if (is_nan(x)) return x + x;
     const HeadTail<double> y = erf_head_tail(at_most(double(abs(x)), erf_saturated<double>));
     return with_sign(round_to_float(fast_two_sum(y.head, y.tail)), sign_of(x));
   }
@@ -44,7 +44,7 @@ template <class F> struct ComplementSpecial : Single {
   template <class V> static Marks<V> special(V x) { return beyond_tail<F>(x); }
   /// The complete function, correctly rounded.
   static float element(float x, kelStatus& status) {
-    if (x != x) return x + x;
+    if (is_nan(x)) return x + x;
     const float a = abs(x);
     const bool opposite = is_opposite<F>(x) != 0;
     if (a >= F::template first_zero<float>) {

@@ -16,7 +16,7 @@ template <ErrorAccuracy A> struct Erf64 : KernelDefaults {
   template <class V> static Marks<V> special(V x) { return nan_or_tiny(x); }
   template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
   static double element(double x, kelStatus&) {
-    if (x != x) return x + x;
+    if (is_nan(x)) return x + x;
     return tiny_product(x, 0x1.20dd75p+0, 0x1.0a6db446b8ea4p-30);
   }
 };
@@ -28,7 +28,7 @@ template <class F, ErrorAccuracy A> struct Complement64 : KernelDefaults {
   template <class V> static Marks<V> special(V x) { return beyond_tail<F>(x); }
   template <class V> static V formula(V x) { return error_complement<F, A>(x); }
   static double element(double x, kelStatus& status) {
-    if (x != x) return x + x;
+    if (is_nan(x)) return x + x;
     const double a = abs(x);
     if (a == infinity<double>) return 0.0;
     if (a <= F::template last_normal<double>) return end_of_tail<F>(a);

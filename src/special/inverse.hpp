@@ -37,15 +37,21 @@ enum class InverseAccuracy { a53, a50, a26, a24, a21, a11 };
 //   factor(x)                     and factor_error(x, factor) where factor_is_rounded
 
 struct ErfTables {
-  static constexpr auto &a53 = inverse_tables::erf_a53, &tail = inverse_tables::erf_tail;
-  static constexpr auto &a50 = inverse_tables::erf_a50, &a26 = inverse_tables::erf_a26;
-  static constexpr auto &a24 = inverse_tables::erf_a24, &a21 = inverse_tables::erf_a21;
+  static constexpr auto& a53 = inverse_tables::erf_a53;
+  static constexpr auto& tail = inverse_tables::erf_tail;
+  static constexpr auto& a50 = inverse_tables::erf_a50;
+  static constexpr auto& a26 = inverse_tables::erf_a26;
+  static constexpr auto& a24 = inverse_tables::erf_a24;
+  static constexpr auto& a21 = inverse_tables::erf_a21;
   static constexpr auto& a11 = inverse_tables::erf_a11;
 };
 struct NormalTables {
-  static constexpr auto &a53 = inverse_tables::normal_a53, &tail = inverse_tables::normal_tail;
-  static constexpr auto &a50 = inverse_tables::normal_a50, &a26 = inverse_tables::normal_a26;
-  static constexpr auto &a24 = inverse_tables::normal_a24, &a21 = inverse_tables::normal_a21;
+  static constexpr auto& a53 = inverse_tables::normal_a53;
+  static constexpr auto& tail = inverse_tables::normal_tail;
+  static constexpr auto& a50 = inverse_tables::normal_a50;
+  static constexpr auto& a26 = inverse_tables::normal_a26;
+  static constexpr auto& a24 = inverse_tables::normal_a24;
+  static constexpr auto& a21 = inverse_tables::normal_a21;
   static constexpr auto& a11 = inverse_tables::normal_a11;
 };
 

@@ -38,7 +38,7 @@ template <class F> struct Formula32<F, InverseAccuracy::a24> : KernelDefaults {
 template <InverseAccuracy A> struct ErfInv32 : Formula32<ErfInv, A> {
   static float element(float x, kelStatus& status) {
     const float size = abs(x);
-    if (x != x) return x * x;
+    if (is_nan(x)) return x + x;
     if (size > 1) return domain_error<float>(status);
     if (size == 1) return pole(status, x);
     if (x == 0) return x;
@@ -49,7 +49,7 @@ template <InverseAccuracy A> struct ErfInv32 : Formula32<ErfInv, A> {
 
 template <class F, InverseAccuracy A> struct BetweenPoles32 : Formula32<F, A> {
   static float element(float x, kelStatus& status) {
-    if (x != x) return x * x;
+    if (is_nan(x)) return x + x;
     if (x < 0 || x > F::end) return domain_error<float>(status);
     if (x == 0) return pole(status, F::sign_at_zero);
     if (x == F::end) return pole(status, -F::sign_at_zero);

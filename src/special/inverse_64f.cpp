@@ -20,7 +20,7 @@ template <InverseAccuracy A> struct ErfInv64 : Inverse64<A> {
   template <class V> static V formula(V x) { return inverse<ErfInv, A>(x); }
   static double element(double x, kelStatus& status) {
     const double size = abs(x);
-    if (x != x) return x * x;
+    if (is_nan(x)) return x + x;
     if (size > 1) return domain_error<double>(status);
     if (size == 1) return pole(status, x);
     if (x == 0) return x;
@@ -33,7 +33,7 @@ template <class F, InverseAccuracy A> struct BetweenPoles64 : Inverse64<A> {
   template <class V> static Marks<V> special(V x) { return F::special(x); }
   template <class V> static V formula(V x) { return inverse<F, A>(x); }
   static double element(double x, kelStatus& status) {
-    if (x != x) return x * x;
+    if (is_nan(x)) return x + x;
     if (x < 0 || x > F::end) return domain_error<double>(status);
     if (x == 0) return pole(status, double(F::sign_at_zero));
     if (x == F::end) return pole(status, double(-F::sign_at_zero));

@@ -15,8 +15,8 @@ namespace {
 constexpr const char* usage = R"(usage: kelvm-accuracy [options] --member NAME | --family NAME | --all
   --library PATH     library under test (default: the build's own)
   --member NAME      measure this member; may be given several times
-  --family NAME      every built member of a family
-  --all              every built member
+  --family NAME      every member of a family
+  --all              every member
   --points N         elements a member (default 1000000)
   --range LO:HI      only first sources in this range
   --range2 LO:HI     the same for the second source
@@ -108,7 +108,7 @@ std::vector<harness::Member> chosen_members(const Settings& s) {
     if (!m) throw std::invalid_argument("unknown member " + name);
     chosen.push_back(*m);
   }
-  for (const harness::Member& m : harness::built_members())
+  for (const harness::Member& m : harness::all_members())
     if (s.all || std::find(s.families.begin(), s.families.end(), m.family) != s.families.end()) chosen.push_back(m);
   for (const std::string& family : s.families)
     if (std::none_of(harness::all_members().begin(), harness::all_members().end(),

@@ -18,14 +18,14 @@ COMPLEX_TYPES(64fc, Complex64f, double)
 /* A struct with one pointer a member. */
 struct Members {
   const VersionRecord* (*version)(void);
-#define KELVM_BUILT(name, family, type, suffix, shape, order) shape##_##type* name;
+#define KELVM_MEMBER(name, family, type, suffix, shape, order) shape##_##type* name;
 #include "members.def"
 };
 
 static struct Members members(void) {
   struct Members all = {
       kelvmGetLibVersion,
-#define KELVM_BUILT(name, family, type, suffix, shape, order) name,
+#define KELVM_MEMBER(name, family, type, suffix, shape, order) name,
 #include "members.def"
   };
   return all;

@@ -1,5 +1,5 @@
 #!/bin/sh
-# symbols.sh source-directory library: the shared object exports the built members and the version query, imports
+# symbols.sh source-directory library: the shared object exports the members and the version query, imports
 # nothing but memory functions of the C library, keeps no state, and the public headers declare what it exports.
 set -eu
 source=$1
@@ -18,7 +18,7 @@ same() { # what expected found
 }
 
 {
-  sed -n 's/^KELVM_BUILT(\(kels[A-Za-z0-9_]*\),.*/\1/p' "$source/src/members.def"
+  sed -n 's/^KELVM_MEMBER(\(kels[A-Za-z0-9_]*\),.*/\1/p' "$source/src/members.def"
   echo kelvmGetLibVersion
 } | sort >"$work/members"
 nm -D --defined-only "$library" | awk '$2 != "A" { print $3 }' | sed 's/@.*//' | sort >"$work/exported"

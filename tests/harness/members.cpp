@@ -12,11 +12,8 @@ constexpr Type type_of(std::string_view name) {
 }
 
 constexpr Member list[] = {
-#define KELVM_ROW(name, family, type, suffix, shape, order, built)                                                     \
-  {#name, #family, #suffix, type_of(#type), Shape::shape, Order::order, built},
-#define KELVM_BUILT(name, family, type, suffix, shape, order) KELVM_ROW(name, family, type, suffix, shape, order, true)
-#define KELVM_PLANNED(name, family, type, suffix, shape, order)                                                        \
-  KELVM_ROW(name, family, type, suffix, shape, order, false)
+#define KELVM_MEMBER(name, family, type, suffix, shape, order)                                                         \
+  {#name, #family, #suffix, type_of(#type), Shape::shape, Order::order},
 #include "members.def"
 };
 
@@ -55,13 +52,6 @@ int Member::suffix_bits() const {
 }
 
 std::span<const Member> all_members() { return list; }
-
-std::vector<Member> built_members() {
-  std::vector<Member> built;
-  for (const Member& m : list)
-    if (m.built) built.push_back(m);
-  return built;
-}
 
 const Member* find_member(std::string_view name) {
   for (const Member& m : list)

@@ -22,7 +22,6 @@ struct Member {
   Type type;                             // as in the name: CIS_32fc is c32 although its sources are floats
   Shape shape;
   Order order;
-  bool built;
 
   int sources() const { return shape == Shape::Binary ? 2 : 1; }
   int destinations() const { return shape == Shape::TwoOutputs ? 2 : 1; }
@@ -36,10 +35,8 @@ struct Member {
   int suffix_bits() const;
 };
 
-/// Every member of the list, built or planned, in list order.
+/// Every member, in list order.
 std::span<const Member> all_members();
-/// The members that are in the library.
-std::vector<Member> built_members();
 /// The member of that name, or null.
 const Member* find_member(std::string_view name);
 

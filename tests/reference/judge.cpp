@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstring>
 
 namespace reference {
 namespace {
@@ -10,9 +11,21 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr std::uint64_t sample_interval = 2048; // elements between two that are judged whatever the estimate says
 
+// Element e is the first bin with values above 2^(e-1).
+constexpr auto bins_by_exponent = [] {
+  std::array<std::uint8_t, 43> bins{};
+  for (std::size_t e = 0, bin = 0; e < bins.size(); ++e) {
+    while (bin_bounds[bin] <= static_cast<double>(std::uint64_t(1) << e) / 2) ++bin;
+    bins[e] = static_cast<std::uint8_t>(bin);
+  }
+  return bins;
+}();
+
 std::size_t bin_of(double ulps) {
-  std::size_t bin = 0;
-  while (bin < bin_bounds.size() && !(ulps <= bin_bounds[bin])) ++bin;
+  if (ulps <= 0.5) return 0;
+  if (!(ulps <= bin_bounds.back())) return bin_bounds.size();
+  std::size_t bin = bins_by_exponent[((std::bit_cast<std::uint64_t>(ulps) - 1) >> 52) - 1022]; // 2^(e-1) < ulps <= 2^e
+  while (ulps > bin_bounds[bin]) ++bin;
   return bin;
 }
 
@@ -21,14 +34,22 @@ int exponent_of(double x) {
   const int field = static_cast<int>(std::bit_cast<std::uint64_t>(x) >> 52 & 0x7ff);
   return field ? field - 1022 : std::ilogb(x) + 1;
 }
-int exponent_of(long double x) { return std::ilogb(x) + 1; }
+int exponent_of(long double x) {
+  std::uint16_t sign_and_exponent; // of the x87 format, in which 0 stands for zero and subnormal numbers
+  std::memcpy(&sign_and_exponent, reinterpret_cast<const char*>(&x) + 8, 2);
+  const int field = sign_and_exponent & 0x7fff;
+  return field ? field - 16382 : std::ilogb(x) + 1;
+}
 
 // |x| 2^-k; a power of two beyond the range of double is fine
 double scaled(double x, int k) {
   if (k > -1000 && k < 1000) return std::fabs(x) * std::bit_cast<double>(static_cast<std::uint64_t>(1023 - k) << 52);
   return std::fabs(std::ldexp(x, -k));
 }
-double scaled(long double x, int k) { return static_cast<double>(std::ldexp(std::fabs(x), -k)); }
+double scaled(long double x, int k) {
+  const double rounded = static_cast<double>(x), size = std::fabs(rounded);
+  return size > 1e-290 && size < 1e300 ? scaled(rounded, k) : static_cast<double>(std::ldexp(std::fabs(x), -k));
+}
 
 double magnitude(mpfr_srcptr x) { return std::fabs(mpfr_get_d(x, MPFR_RNDN)); }
 
@@ -67,12 +88,39 @@ void Judge::block(const Arguments* arguments, const double* const got[2], int el
   for (int i = 0; i < elements; ++i) {
     const double values[2] = {got[0][i], two ? got[1][i] : 0};
     const auto by = [&](const auto& estimate) {
-      return estimate.function && decided(estimate, estimates.of(estimate, i), values);
+      if (!estimate.function) return false;
+      const auto* value = estimates.of(estimate, i);
+      return (!two && !estimate.by_norm && quickly_decided(estimate, *value, got[0][i])) ||
+             decided(estimate, value, values);
     };
     if (sample_state_++ % sample_interval != 0 && (by(estimate_.in_double) || by(estimate_.in_long_double))) continue;
     judge(arguments[i], values);
   }
   statistics_.elements += elements;
+}
+
+// decided() for the common case, one real result in the middle of a binade of normal numbers.
+template <class T> bool Judge::quickly_decided(const Estimate<T>& estimate, T value, double got) {
+  const T size = std::fabs(value), slack = static_cast<T>(estimate.bound) * size, error = std::fabs(T(got) - value);
+  if (!(size > 0) || std::isinf(size)) return false;
+  const int exponent = exponent_of(size - slack);
+  if (slack == 0 && error != 0) return false; // next to a power of two half an ulp may be misrounded
+  if (exponent != exponent_of(size + slack) || exponent <= std::max(format_.exponent_normal(), -900) ||
+      exponent >= format_.exponent_max)
+    return false;
+  const double most = scaled(error + slack, format_.unit(exponent));
+  if (!(most <= statistics_.ulp.value) || !(most <= bin_bounds.back()) ||
+      !(error + slack <= T(statistics_.absolute.value)) ||
+      !(error + slack <= T(statistics_.relative.value) * (size - slack)))
+    return false;
+  const std::size_t bin = bin_of(most);
+  if (bin > 0) {
+    if (scaled(error - slack, format_.unit(exponent)) <= bin_bounds[bin - 1] || error <= slack) return false;
+    ++statistics_.misrounded;
+  }
+  ++statistics_.histogram[bin];
+  ++statistics_.results;
+  return true;
 }
 
 // Counts the element and returns true if the estimate alone fixes its place in every statistic.

@@ -87,7 +87,7 @@ struct Trip {
 template <class T> std::vector<T> values_of(const char* name, const std::vector<T>& x) {
   std::vector<T> y(x.size());
   const harness::Member* m = harness::find_member(name);
-  if (m == nullptr || !m->built) throw std::runtime_error(name);
+  if (m == nullptr) throw std::runtime_error(name);
   const subject::Subject s(*m);
   EXPECT_EQ(s.call({x.data(), nullptr, nullptr, y.data(), nullptr, int(x.size())}).status, kelStatusOk) << name;
   return y;

@@ -106,7 +106,7 @@ TEST(Pow, ExactPowers) {
 TEST(Pow, OneExponentGivesTheSameBits) {
   std::mt19937_64 random(3);
   std::uniform_real_distribution<double> base(-20, 20);
-  for (const auto& m : harness::built_members()) {
+  for (const auto& m : harness::all_members()) {
     if (m.family != "Powx" || (m.type != Type::f32 && m.type != Type::f64)) continue;
     const auto pow = *harness::find_member("kelsPow" + std::string(m.name.substr(8)));
     for (double y : {0.0, 1.0, -1.0, 2.0, 3.0, -7.0, 0.5, 2.7, 300.0, -300.0, -0x1p-130, 0x1.000002p24, 1e30, inf, -inf,

@@ -7,7 +7,7 @@
 //       {{bits(0x7FF0000000000001)}, {any_nan}},
 //   });
 //
-// checks every built member of a family and type (or the one named in full): each row alone, and as the first, a middle
+// checks every member of a family and type (or the one named in full): each row alone, and as the first, a middle
 // and the last element of a long array between ordinary ones, in place and out of place; its result bit for bit, the
 // status, and that it raises the flag of its code and none of the other three (invalid, divide-by-zero, overflow,
 // underflow).

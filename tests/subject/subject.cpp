@@ -127,7 +127,7 @@ Ending Subject::call_in(const harness::Library& other, harness::Arguments argume
 
 std::vector<Subject> subjects() {
   std::vector<Subject> list;
-  for (const harness::Member& m : harness::built_members())
+  for (const harness::Member& m : harness::all_members())
     for (int i = 0; i < (m.shape == harness::Shape::ScalarPower ? Subject::scalars : 1); ++i) list.emplace_back(m, i);
   return list;
 }

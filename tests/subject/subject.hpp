@@ -52,7 +52,7 @@ private:
   void* function_;
 };
 
-/// All built members, the ScalarPower ones once an exponent.
+/// All members, the ScalarPower ones once an exponent.
 std::vector<Subject> subjects();
 std::ostream& operator<<(std::ostream& out, const Subject& s);
 

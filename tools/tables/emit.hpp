@@ -1,4 +1,5 @@
-// What the table programs share: a 200-bit MPFR number that cleans up after itself, and the frame of a generated header.
+// What the table programs share: a 200-bit MPFR number that cleans up after itself, and the frame of a generated
+// header.
 #pragma once
 
 #include <bit>

@@ -39,7 +39,8 @@ int main() {
   }
   std::puts("};\n\n/// The fraction field of 2^(j/128) rounded to float.\n"
             "constexpr std::int32_t exp2_fraction_128_float[128] = {");
-  for (int j = 0; j < 128; ++j) std::printf("    0x%06X,\n", unsigned(bits_of(to_float(root_of_two(j, 128))) & 0x7FFFFF));
+  for (int j = 0; j < 128; ++j)
+    std::printf("    0x%06X,\n", unsigned(bits_of(to_float(root_of_two(j, 128))) & 0x7FFFFF));
   std::puts("};");
   footer();
 }
