@@ -3,11 +3,11 @@
 // Add, Sub: one operation a part. Conj: one bit.
 //
 // Mul, MulByConj, Div at full precision. Floats: the products are exact in double; one sum, for Div one quotient, and
-// one rounding: each part below 0.51 ulp. Doubles: both products of a part as exact head and tail. For Mul their sum is
-// rounded once where it does not cancel, and below 1 ulp where it does; for Div it is exact to 2^-100 of itself
-// whatever cancels, and the quotient is corrected: below 0.51 ulp. See Jeannerod, Louvet, Muller, "Further analysis of
-// Kahan's algorithm for the accurate computation of 2x2 determinants", 2013, and Jeannerod, "A radix-independent error
-// analysis of the Cornea-Harrison-Tang method", 2016.
+// one rounding: each part below 0.51 ulp. Doubles: for Mul both products of a part as exact head and tail, their sum
+// rounded once where it does not cancel, and below 1 ulp where it does. For Div the sum to 2^-62 of itself where it
+// loses less than 12 bits, else from exact products, and the quotient is corrected: below 0.51 ulp. See Jeannerod,
+// Louvet, Muller, "Further analysis of Kahan's algorithm for the accurate computation of 2x2 determinants", 2013, and
+// Jeannerod, "A radix-independent error analysis of the Cornea-Harrison-Tang method", 2016.
 //
 // The lower accuracies are the textbook formulas in the type itself: error sqrt(5) u of the norm for a product (Brent,
 // Percival, Zimmermann, "Error bounds on complex floating-point multiplication", 2007), 6.3 u for a quotient.
@@ -192,7 +192,7 @@ template <class T, class P, Conjugate C> struct Multiplication : KernelDefaults 
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true;
   static constexpr bool stray_exceptions = true;
-  static constexpr int vectors_in_flight = P::vectors_in_flight;
+  static constexpr int vectors_in_flight = P::products_in_flight;
   template <class V> using Doubt = SizeDoubt<V>;
 
   template <class V> static Marks<V> special(V, V, V, V) { return Marks<V>{}; }
@@ -213,6 +213,7 @@ template <Conjugate C, class V> Pair<V> plain_product(V a, V b, V c, V d) {
 /// z / w. P: formula, and special, which marks zero denominators too.
 template <class T, class P> struct Division : KernelDefaults {
   using Element = T;
+  static constexpr int vectors_in_flight = P::quotients_in_flight;
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true;
   static constexpr bool stray_exceptions = true;
@@ -227,7 +228,7 @@ template <class T, class P> struct Division : KernelDefaults {
 
 /// Floats at full precision. A result that overflows float goes to element() for its code.
 struct FloatFull {
-  static constexpr int vectors_in_flight = 2;
+  static constexpr int products_in_flight = 2, quotients_in_flight = 1;
   static constexpr float limit = largest_finite<float>;
 
   template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
@@ -260,7 +261,7 @@ template <class V> void tell_by_size(Pair<V> z, Lane<V> limit, SizeDoubt<V>& dou
 
 /// The textbook formulas in the type itself.
 struct FloatShort {
-  static constexpr int vectors_in_flight = 3;
+  static constexpr int products_in_flight = 3, quotients_in_flight = 4;
   template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
     const Pair<V> z = plain_product<C>(a, b, c, d);
     tell_by_size(z, 0x1p-119f, doubt);
@@ -292,7 +293,7 @@ struct DoubleWindow {
 };
 
 struct DoubleShort : DoubleWindow {
-  static constexpr int vectors_in_flight = 3;
+  static constexpr int products_in_flight = 3, quotients_in_flight = 2;
   template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
     const Pair<V> z = plain_product<C>(a, b, c, d);
     tell_by_size(z, 0x1p-959, doubt);
@@ -309,23 +310,21 @@ struct DoubleShort : DoubleWindow {
 enum class Sign { plus, minus };
 
 struct DoubleFull : DoubleWindow {
-  static constexpr int vectors_in_flight = 2;
+  static constexpr int products_in_flight = 1, quotients_in_flight = 4;
 
   /// The exact products x y and z w, the second with the sign.
   template <class V> struct Products { HeadTail<V> p, q; };
-  /// They are exact where the larger one is above the limit; both may have a zero factor.
-  template <Sign S, class V>
-  static Products<V> products(Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w, double limit, SizeDoubt<V>& doubt) {
-    const HeadTail<V> p = two_product(x, y), q = two_product(z, w);
-    doubt.small(abs(p.head) + abs(q.head), limit,
-                (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
+  template <Sign S, class V> static Products<V> signed_products(HeadTail<V> p, HeadTail<V> q) {
     return {p, S == Sign::plus ? q : HeadTail<V>{-q.head, -q.tail}};
   }
   /// x y + z w, or x y - z w, rounded. Where the sum of p and q is inexact, the errors are small beside it; where it is
   /// exact, the sum of the errors is exact or no larger than the result: below 1 ulp.
   template <Sign S, class V>
   static V sum_of_two(Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w, SizeDoubt<V>& doubt) {
-    const auto [p, q] = products<S>(x, y, z, w, 0x1p-900, doubt);
+    const auto [p, q] = signed_products<S>(two_product(x, y), two_product(z, w));
+    // They are exact where the larger one is above the limit; both may have a zero factor.
+    doubt.small(abs(p.head) + abs(q.head), 0x1p-900,
+                (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
     const HeadTail<V> sum = two_sum(p.head, q.head);
     return sum.head - (0 - (sum.tail + (p.tail + q.tail))); // a zero keeps the sign of the plain sum
   }
@@ -345,19 +344,49 @@ struct DoubleFull : DoubleWindow {
     const V head = heads.head - (0 - middle);
     return {head, (middle - (head - heads.head)) + tails.tail};
   }
+  /// A number cut in two: products of heads are exact.
+  template <class V> struct Cut {
+    V value, head, tail;
+    explicit Cut(V a) : value(a), head(head_of(a)), tail(a - head) {}
+  };
+  /// x y + z w, or x y - z w, without exact products: relative error below 2^-62 where it does not cancel.
+  template <class V> struct Numerator {
+    HeadTail<V> value;
+    Marks<V> cancels;
+  };
+  template <Sign S, class V>
+  static Numerator<V> numerator(const Cut<V>& x, const Cut<V>& y, const Cut<V>& z, const Cut<V>& w,
+                                SizeDoubt<V>& doubt) {
+    const V p = x.head * y.head, q = z.head * w.head, size = abs(p) + abs(q);
+    doubt.small(size, 0x1p-510, (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
+    const V p_rest = x.tail * y.value + x.head * y.tail, q_rest = z.tail * w.value + z.head * w.tail;
+    const HeadTail<V> sum = two_sum(p, S == Sign::plus ? q : -q);
+    return {{sum.head, sum.tail + (S == Sign::plus ? p_rest + q_rest : p_rest - q_rest)},
+            int_bits(abs(sum.head)) - int_bits(0x1p-12 * size)};
+  }
+  template <Sign S, class V>
+  static HeadTail<V> settled(const Numerator<V>& n, Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w) {
+    const HeadTail<V> exact = exact_sum(signed_products<S>(two_product(x, y), two_product(z, w)));
+    return {select(n.cancels, exact.head, n.value.head), select(n.cancels, exact.tail, n.value.tail)};
+  }
   template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
-    const Halves<V> sa(a), sb(b), sc(c), sd(d);
-    const HeadTail<V> norm = exact_sum(Products<V>{two_product(sc, sc), two_product(sd, sd)});
-    const Halves<V> norm_head(norm.head);
-    const V inverse = 1.0 / norm.head;
-    const auto divide = [&](HeadTail<V> n) {
-      const V q = n.head * inverse;
-      const HeadTail<V> back = two_product(Halves<V>(q), norm_head);
-      const V correction = (((n.head - back.head) - back.tail) + (n.tail - q * norm.tail)) * inverse;
-      return q - (0 - correction); // a zero keeps its sign
+    const Cut<V> ca(a), cb(b), cc(c), cd(d);
+    const V c2 = cc.head * cc.head, d2 = cd.head * cd.head;
+    const V rest = cc.tail * (c + cc.head) + cd.tail * (d + cd.head);
+    const V norm = (c2 + d2) + rest, inverse = 1.0 / norm;
+    const V norm_head = head_of(norm), norm_tail = ((larger_of(c2, d2) - norm_head) + smaller_of(c2, d2)) + rest;
+    Numerator<V> re = numerator<Sign::plus>(ca, cc, cb, cd, doubt);
+    Numerator<V> im = numerator<Sign::minus>(cb, cc, ca, cd, doubt);
+    if (any(re.cancels | im.cancels)) [[unlikely]] {
+      const Halves<V> ha(a), hb(b), hc(c), hd(d);
+      re.value = settled<Sign::plus>(re, ha, hc, hb, hd);
+      im.value = settled<Sign::minus>(im, hb, hc, ha, hd);
+    }
+    const auto divide = [&](HeadTail<V> n) { // a zero keeps its sign
+      const V q = head_of((n.head - (0 - n.tail)) * inverse);
+      return q - ((q * norm_head - n.head) + (q * norm_tail - n.tail)) * inverse;
     };
-    return {divide(exact_sum(products<Sign::plus>(sa, sc, sb, sd, 0x1p-510, doubt))),
-            divide(exact_sum(products<Sign::minus>(sb, sc, sa, sd, 0x1p-510, doubt)))};
+    return {divide(re.value), divide(im.value)};
   }
 };
 

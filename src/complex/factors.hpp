@@ -9,6 +9,7 @@
 // P, an accuracy, has
 //
 //   Arithmetic                          the type it computes in
+//   vectors_in_flight                   as in KernelDefaults
 //   Factor<V>                           a number with what it knows beyond V
 //   Exponential<V> exponential(V x)     of |x| <= largest_exponent, with a function times(Factor<V>)
 //   EvenOdd<Factor<V>> hyperbolic(V x)  cosh x and sinh x, 0 <= x <= largest_exponent
@@ -50,6 +51,7 @@ enum class Angles { near, any };
 /// What the accuracies in double share.
 struct InDouble {
   using Arithmetic = double;
+  static constexpr int vectors_in_flight = 2;
   static constexpr bool has_any_angle = true;
   static constexpr double last_angle = 0x1.5ffffffffffffp+16; // below 90112
   static constexpr double largest_exponent = 708;
@@ -241,7 +243,13 @@ private:
   };
   template <class V> static Angle<V> reduced_angle(V y) {
     const V shifted = y * thirty_two_over_pi + shifter<double>;
-    return {remainder(y, shifted - shifter<double>), int_bits(shifted)};
+    const V k = shifted - shifter<double>;
+    if constexpr (E == ExpAccuracy::a24) { // 2^-71 absolute: floats do not come near multiples of pi / 2
+      constexpr double pi_32_rest = factors_tables::pi_32_1 + factors_tables::pi_32_2;
+      return {(y - k * factors_tables::pi_32_0) - k * pi_32_rest, int_bits(shifted)};
+    } else {
+      return {remainder(y, k), int_bits(shifted)};
+    }
   }
   template <class V> static EvenOdd<V> of_angle(const Angle<V>& angle) {
     const EvenOdd<V> r = even_odd(angle.r, P::cos, P::sin);
@@ -273,6 +281,7 @@ using ShortA26 = Rounded<ExpAccuracy::a26, ShortSeries>;
 /// small next to the zeros.
 template <class P> struct Single : Plain {
   using Arithmetic = float;
+  static constexpr int vectors_in_flight = 4;
   static constexpr bool has_any_angle = false;
   static constexpr float largest_exponent = 87, last_angle = 10000;
 
@@ -334,6 +343,7 @@ double any_product(Part part, const ScaledSum& hyperbolic, const ScaledSum& circ
 
 template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
   using Element = T;
+  static constexpr int vectors_in_flight = P::vectors_in_flight;
   static constexpr bool stray_underflow = true;
 
   /// A quotient or product that overflows float does so in element().

@@ -8,10 +8,9 @@
 // Plain operations give 2^-51.7 by norm in double, 2^-22.7 in float.
 //
 //   64fc A53       the plain root w of |x| + i|y| and one Newton step, w + (|x| + i|y| - w^2) / (2 w), with the
-//   residual
-//                  exact by parts and a reciprocal of 2^-9.6: 0.503 ulp a part
+//                  residual exact by parts and a reciprocal of 2^-9.6: 0.503 ulp a part
 //        A50, A26  the plain formula
-//   32fc A24       the plain formula in double, rounded once
+//   32fc A24       the same step from the plain root in float, the residual alone in double: 0.5001 ulp a part
 //        A21, A11  the plain formula
 //
 // The processor's square root is so fast that no shorter computation is faster.
@@ -31,6 +30,7 @@ namespace {
 template <class V> struct Root { V large, small; };
 
 struct Plain {
+  static constexpr double least_y = 0;
   template <class V> static Root<V> root(V x, V y) {
     constexpr Lane<V> half = 0.5;
     const V t = sqrt(half * (x + sqrt(x * x + y * y)));
@@ -38,20 +38,26 @@ struct Plain {
   }
 };
 
-struct InDouble {
+struct NewtonStepInFloat {
+  static constexpr double least_y = 0x1p-76; // what the step adds has its bits, or is nothing
   template <class V> static Root<V> root(V x, V y) {
-    const Pair<V> root = pair_in_double(
-        [](auto x, auto y) {
-          const auto r = Plain::root(x, y);
-          return Pair<decltype(x)>{r.large, r.small};
+    const V m = sqrt(x * x + y * y);
+    const V square = 0.5f * (x + m), t = sqrt(square);
+    const V both = 0.5f / (m * square); // one division for 1 / (2 m) and 1 / (2 square)
+    const V q = (y * t) * (m * both), inverse = square * both, c = t * inverse;
+    const Pair<V> rest = pair_in_double(
+        [](auto x, auto y, auto t, auto q) { // products of floats are exact
+          return Pair<decltype(x)>{(x - t * t) + q * q, y - t * (q + q)};
         },
-        x, y);
-    return {root.first, root.second};
+        x, y, t, q);
+    const V e = rest.first * inverse;
+    return {t + (e * t + (rest.second * q) * inverse), q + (rest.second * c - e * q)};
   }
 };
 
 struct NewtonStep {
-  /// The larger of x and y is in [2^-450, 2^500]; y is zero or above 2^-700.
+  static constexpr double least_y = 0x1p-700; // below, the residuals are not exact
+  /// The larger of x and y is in [2^-450, 2^500]; y is zero or at least least_y.
   template <class V> static Root<V> root(V x, V y) {
     const V m = sqrt(x * x + y * y);
     const V t = sqrt(0.5 * (x + m)), q = y * (0.5 / t);
@@ -98,15 +104,20 @@ Root<float> root_of_any(float x, float y) {
 
 template <class T, class P> struct ComplexSqrt : KernelDefaults {
   using Element = T;
+  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true;
   static constexpr bool wide = sizeof(T) == 8;
   static constexpr T low = wide ? T(0x1p-450) : T(0x1p-60), high = wide ? T(0x1p500) : T(0x1p62);
 
   template <class V> static Marks<V> special(V x, V y) {
     x = abs(x), y = abs(y);
-    // Doubles: a y below 2^-700 that is not zero has no exact residuals.
-    const Bits<V> tiny = wide ? below(y, T(0x1p-700)) & -bits(y) : Bits<V>{};
-    return bit_cast<Marks<V>>((below(x, low) & below(y, low)) | beyond(x, high) | beyond(y, high) | tiny);
+    const Bits<V> tiny = P::least_y > 0 ? below(y, T(P::least_y)) & -bits(y) : Bits<V>{};
+    if constexpr (wide) {
+      return bit_cast<Marks<V>>((below(x, low) & below(y, low)) | beyond(x, high) | beyond(y, high) | tiny);
+    } else {
+      const V larger = bit_cast<V>(int_bits(x) > int_bits(y) ? int_bits(x) : int_bits(y));
+      return bit_cast<Marks<V>>(below(larger, low) | beyond(larger, high) | tiny);
+    }
   }
   template <class V> static Pair<V> formula(V x, V y) { return with_signs(P::root(abs(x), abs(y)), x, y); }
 
@@ -132,7 +143,7 @@ private:
 
 KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A11, kelvm::ComplexSqrt<float, kelvm::Plain>)
 KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A21, kelvm::ComplexSqrt<float, kelvm::Plain>)
-KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A24, kelvm::ComplexSqrt<float, kelvm::InDouble>)
+KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A24, kelvm::ComplexSqrt<float, kelvm::NewtonStepInFloat>)
 KELVM_COMPLEX_UNARY(kelsSqrt_64fc_A26, kelvm::ComplexSqrt<double, kelvm::Plain>)
 KELVM_COMPLEX_UNARY(kelsSqrt_64fc_A50, kelvm::ComplexSqrt<double, kelvm::Plain>)
 KELVM_COMPLEX_UNARY(kelsSqrt_64fc_A53, kelvm::ComplexSqrt<double, kelvm::NewtonStep>)
