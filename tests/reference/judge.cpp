@@ -21,13 +21,21 @@ constexpr auto bins_by_exponent = [] {
   return bins;
 }();
 
-std::size_t bin_of(double ulps) {
+} // namespace
+
+std::size_t Judge::bin_of(double ulps) const {
   if (ulps <= 0.5) return 0;
+  if (ulps <= 1 && !fine_bins_) return bin_of_one_ulp;
   if (!(ulps <= bin_bounds.back())) return bin_bounds.size();
   std::size_t bin = bins_by_exponent[((std::bit_cast<std::uint64_t>(ulps) - 1) >> 52) - 1022]; // 2^(e-1) < ulps <= 2^e
   while (ulps > bin_bounds[bin]) ++bin;
   return bin;
 }
+double Judge::below_bin(std::size_t bin) const {
+  return bin == bin_of_one_ulp && !fine_bins_ ? 0.5 : bin_bounds[bin - 1];
+}
+
+namespace {
 
 // The exponent e with 2^(e-1) <= |x| < 2^e; x finite and not zero.
 int exponent_of(double x) {
@@ -73,7 +81,8 @@ void Statistics::merge(const Statistics& other) {
 }
 
 Judge::Judge(const harness::Member& member, bool use_estimate)
-    : format_(Format::of(member)), complex_(member.complex_destination()), exact_(member) {
+    : format_(Format::of(member)), complex_(member.complex_destination()),
+      fine_bins_(member.suffix_bits() == format_.digits), exact_(member) {
   if (use_estimate) estimate_ = estimate_of(member);
   mpfr_inits2(64, difference_, norm_, error_norm_, infinity_, nullptr);
   mpfr_set_ui_2exp(infinity_, 1, format_.exponent_max, MPFR_RNDN);
@@ -115,7 +124,7 @@ template <class T> bool Judge::quickly_decided(const Estimate<T>& estimate, T va
     return false;
   const std::size_t bin = bin_of(most);
   if (bin > 0) {
-    if (scaled(error - slack, format_.unit(exponent)) <= bin_bounds[bin - 1] || error <= slack) return false;
+    if (scaled(error - slack, format_.unit(exponent)) <= below_bin(bin) || error <= slack) return false;
     ++statistics_.misrounded;
   }
   ++statistics_.histogram[bin];
@@ -158,7 +167,7 @@ template <class T> bool Judge::decided(const Estimate<T>& estimate, const T* c, 
     if (lower < format_.exponent_normal() && !subnormal) return false;
     const double most = scaled(error + slack, format_.unit(lower)), least = scaled(error - slack, format_.unit(upper));
     bins[i] = bin_of(most);
-    if (bins[i] > 0 && (error <= slack || least <= bin_bounds[bins[i] - 1])) return false;
+    if (bins[i] > 0 && (error <= slack || least <= below_bin(bins[i]))) return false;
     if (most > (subnormal ? statistics_.ulp_subnormal : statistics_.ulp).value) return false;
     if (error + slack > static_cast<T>(statistics_.absolute.value)) return false;
     if (complex_) {

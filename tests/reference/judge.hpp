@@ -25,6 +25,8 @@ namespace reference {
 inline constexpr std::array bin_bounds = {0.5,    0.505,  0.51,   0.52,   0.55,   0.6,    0.75,
                                           1.0,    2.0,    4.0,    16.0,   64.0,   256.0,  1024.0,
                                           8192.0, 0x1p16, 0x1p20, 0x1p24, 0x1p27, 0x1p30, 0x1p42};
+inline constexpr std::size_t bin_of_one_ulp = 7;
+static_assert(bin_bounds[bin_of_one_ulp] == 1);
 
 /// The largest value seen of one measure, and where.
 struct Worst {
@@ -89,8 +91,15 @@ private:
   template <class T> void check_estimate(const Estimate<T>& estimate, Worst& here);
   bool measure(mpfr_srcptr exact, double got, double& ulps, bool& subnormal, bool& rounded);
 
+  /// The bin of an error. Members of lower accuracies have one bin for what is between 0.5 and 1 ulp: telling more of
+  /// them apart would take MPFR.
+  std::size_t bin_of(double ulps) const;
+  /// The upper bound of the next smaller bin; not for bin 0.
+  double below_bin(std::size_t bin) const;
+
   Format format_;
   bool complex_;
+  bool fine_bins_;
   Exact exact_;
   FamilyEstimate estimate_;
   Statistics statistics_;
