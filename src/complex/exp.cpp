@@ -13,7 +13,7 @@
 // element() computes what is beyond |x| = 708 (650 at full precision, 87 or 88 for floats) with the power of two apart,
 // so that e^x may overflow where its product with a small sine does not; large angles; tiny ones, whose product with a
 // rest would underflow; infinities and NaNs.
-#include "complex/factors.hpp"
+#include "complex/plane.hpp"
 #include "frame/member.hpp"
 #include "kelvm/complex.h"
 

@@ -13,8 +13,8 @@
 // is one of the result: at full precision such lanes, and those with ln z next to 0, go to element(), which is exact to
 // 2^-95. So do parts of z and w outside a window, results that may leave the range, and real operands, which have the
 // bits of the real members.
-#include "complex/factors.hpp"
 #include "complex/log.hpp"
+#include "complex/plane.hpp"
 #include "complex/power_element.hpp"
 #include "frame/member.hpp"
 #include "kelvm/complex.h"
@@ -120,7 +120,7 @@ template <class P> struct WithTails {
 
 // --- plain doubles --------------------------------------------------------------------------------------------------
 
-/// C: the factors of complex/factors.hpp.
+/// C: the factors of hyperbolic/factors.hpp.
 template <LogAccuracy L, AngleAccuracy A, class C> struct Short {
   template <class V>
   static Pair<V> formula(V x, V y, V c, V d, double largest_exponent, double near_zero, LaneBits& doubtful) {

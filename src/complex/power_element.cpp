@@ -9,8 +9,8 @@
 // come out right. Up to |w ln z| = 2^40 the error is below 2^-53; far beyond, the angle has no significance.
 #include "complex/power_element.hpp"
 
-#include "complex/factors.hpp"
 #include "complex/log.hpp"
+#include "complex/plane.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 namespace {

@@ -12,7 +12,7 @@
 //   A11    2^-15 in float                 rounded          2^-14 by norm
 //
 // element() computes as for the exponential: see exp.cpp.
-#include "complex/factors.hpp"
+#include "complex/plane.hpp"
 #include "frame/member.hpp"
 #include "kelvm/complex.h"
 

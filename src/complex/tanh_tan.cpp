@@ -16,7 +16,7 @@
 //
 // element() computes beyond |x| = 200, 350 or 43, where the real part has long been 1 and the squares would overflow;
 // large and tiny angles; infinities and NaNs.
-#include "complex/factors.hpp"
+#include "complex/plane.hpp"
 #include "frame/member.hpp"
 #include "kelvm/complex.h"
 

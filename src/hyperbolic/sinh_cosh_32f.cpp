@@ -3,9 +3,9 @@
 // floats are evaluated again, to 2^-59.
 //
 // Exceptional inputs: overflow beyond 89.416; infinities stay (cosh: +inf), NaNs are quieted.
-#include "complex/factors.hpp"
 #include "exact/decided.hpp"
 #include "frame/member.hpp"
+#include "hyperbolic/factors.hpp"
 #include "kelvm/hyperbolic.h"
 
 namespace kelvm::inline KELVM_BUILD {

@@ -12,8 +12,8 @@
 //
 // Exceptional inputs: beyond 708, where 2^(k/128) approaches the end of the range, one element at a time with its power
 // of two apart; overflow beyond 710.4758; infinities stay (cosh: +inf), NaNs are quieted.
-#include "complex/factors.hpp"
 #include "frame/member.hpp"
+#include "hyperbolic/factors.hpp"
 #include "kelvm/hyperbolic.h"
 
 namespace kelvm::inline KELVM_BUILD {

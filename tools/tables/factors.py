@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Angles and coefficients of the complex functions' factors: writes src/complex/factors_tables.hpp.
+"""Angles and coefficients of the complex functions' factors: writes src/hyperbolic/factors_tables.hpp.
 
-    tools/tables/complex_factors.py > src/complex/factors_tables.hpp
+    tools/tables/factors.py > src/hyperbolic/factors_tables.hpp
 """
 from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
@@ -53,7 +53,7 @@ def nearest(d, bits):
 
 def main():
     print("""// Tables and coefficients of sines, cosines, hyperbolic sines and cosines. Generated: do not edit.
-//   tools/tables/complex_factors.py > src/complex/factors_tables.hpp
+//   tools/tables/factors.py > src/hyperbolic/factors_tables.hpp
 #pragma once
 
 #include "simd/isa.hpp"

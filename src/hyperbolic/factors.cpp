@@ -1,4 +1,6 @@
-#include "complex/factors.hpp"
+#include "hyperbolic/factors.hpp"
+
+#include "frame/status.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 namespace {
@@ -47,15 +49,6 @@ EvenOdd<ScaledSum> any_circular(double y) {
   if (abs(y) < negligible) return {plain(1), small(y)};
   const EvenOdd<Split<double>> c = Full::circular<Angles::any>(abs(y));
   return {normalised(c.even), with_sign_of(normalised(c.odd), y)};
-}
-
-double any_product(Part part, const ScaledSum& hyperbolic, const ScaledSum& circular) {
-  const double h = hyperbolic.value.head, c = circular.value.head;
-  const std::uint64_t sign = sign_of(h) ^ sign_of(c);
-  if (h == 0 || c == 0) return with_sign(0.0, sign);
-  if (is_nan(h) || is_nan(c)) return is_infinite(h) && part == Part::real ? h : default_nan<double>();
-  if (is_infinite(h)) return with_sign(infinity<double>, sign);
-  return ScaledSum{multiply(hyperbolic.value, circular.value), hyperbolic.exponent + circular.exponent}.rounded();
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -1,12 +1,5 @@
-// What Exp, Sinh, Cosh, Tanh and their rotations Sin, Cos, Tan of x + iy are made of: an exponential, a hyperbolic
-// cosine and sine of x, a cosine and sine of y, and their products, at every accuracy; and the kernel that makes a
-// member of a function F and an accuracy P. F has
-//
-//   template <class P, Angles A, class V> static Pair<V> formula(V x, V y)   for |x| <= last<P>, |y| <= P::last_angle
-//   template <class P> static constexpr double last                 the largest |x| of formula
-//   static Pair<double> any(double x, double y)                     any x and y
-//
-// P, an accuracy, has
+// What sinh, cosh and, of x + iy, Exp, Sinh, Cosh, Tanh and their rotations Sin, Cos, Tan are made of: an exponential,
+// a hyperbolic cosine and sine of x, a cosine and sine of y, and their products, at every accuracy. An accuracy P has
 //
 //   Arithmetic                          the type it computes in
 //   vectors_in_flight                   as in KernelDefaults
@@ -18,19 +11,16 @@
 //   V product(Factor<V>, Factor<V>)
 //   SumOfSquares<V>(Factor<V>, Factor<V>)   with functions that divide a product of two factors by it
 //
-// A part of a result is a product of two factors, which never cancel: relative errors add up, and that is all. Factors
-// are those of |x| and |y|, signs are put back at the end: symmetries hold bit for bit, zeros keep their signs.
-//
 // Both pairs come from an addition theorem, a from a table and r small:
 //   odd(a + r) = odd a + even a odd r + odd a (even r - 1),   even(a + r) = even a +- odd a odd r + even a (even r - 1)
 // for sin and cos with a = k pi/32, for sinh and cosh with a = k ln 2 / N, where cosh a +- sinh a = 2^(+-k/N). Next to
 // a zero of the function a is that zero, and the result as accurate as r.
 #pragma once
 
-#include "complex/complex.hpp"
-#include "complex/factors_tables.hpp"
 #include "exact/polynomial.hpp"
+#include "exact/scaled_sum.hpp"
 #include "exp/exp_core.hpp"
+#include "hyperbolic/factors_tables.hpp"
 #include "trig/sine_cosine.hpp"
 #include "trig/tangent.hpp"
 
@@ -333,67 +323,5 @@ using SingleA11 = Single<SeriesA11>;
 ScaledSum any_exponential(double x);
 EvenOdd<ScaledSum> any_hyperbolic(double x);
 EvenOdd<ScaledSum> any_circular(double y);
-/// One part of a result: the product of an exponential or hyperbolic factor and a cosine or sine. As Annex G has it for
-/// all of these functions, a zero stays a zero whatever the other factor, and the real part stays infinite where the
-/// angle is no number.
-enum class Part { real, imaginary };
-double any_product(Part part, const ScaledSum& hyperbolic, const ScaledSum& circular);
-
-// --- kernels --------------------------------------------------------------------------------------------------------
-
-template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
-  using Element = T;
-  static constexpr int vectors_in_flight = P::vectors_in_flight;
-  static constexpr bool stray_underflow = true;
-
-  /// A quotient or product that overflows float does so in element().
-  static constexpr T last = sizeof(T) == 4 && F::template last<P> > 88 ? 88 : F::template last<P>;
-
-  static constexpr bool has_wide_formula = true;
-
-  template <class V> static Marks<V> special(V x, V y) { return outside(x, y, T(P::last_angle)); }
-  template <class V> static Pair<V> formula(V x, V y) { return evaluated<P, Angles::near>(x, y); }
-  template <class V> static Marks<V> wide_special(V x, V y) { return outside(x, y, largest_finite<T>); }
-  template <class V> static Pair<V> wide_formula(V x, V y) {
-    const Marks<V> far = above(abs(y), T(P::last_angle));
-    if (!any(far)) return formula(x, y);
-    if constexpr (P::has_any_angle) {
-      return evaluated<P, Angles::any>(x, y);
-    } else {
-      const Pair<V> z = formula(x, select(far, splat<V>(1), y)), far_z = evaluated<ShortA26, Angles::any>(x, y);
-      return {select(far, far_z.first, z.first), select(far, far_z.second, z.second)};
-    }
-  }
-  static Pair<T> element(T x, T y, kelStatus& status) {
-    const Operand z{quiet(x), quiet(y)};
-    const Pair<double> result = F::any(z.x, z.y);
-    return with_code<T>(z, result.first, result.second, status);
-  }
-
-private:
-  template <class V> static Marks<V> outside(V x, V y, T last_angle) {
-    const Marks<V> large = above(abs(x), last) | above(abs(y), last_angle);
-    if constexpr (P::splits)
-      return large | tiny(x) | tiny(y);
-    else
-      return large;
-  }
-  template <class Accuracy, Angles A, class V> static Pair<V> evaluated(V x, V y) {
-    const auto f = [](auto x, auto y) { return F::template formula<Accuracy, A>(x, y); };
-    if constexpr (sizeof(T) < sizeof(typename Accuracy::Arithmetic))
-      return pair_in_double(f, x, y);
-    else
-      return f(x, y);
-  }
-  /// Marks 0 < |x| < 2^-400.
-  template <class V> static Marks<V> tiny(V x) {
-    const Int<V> magnitude = int_bits(abs(x));
-    return (magnitude - int_bits(splat<V>(0x1p-400))) & -magnitude;
-  }
-  /// x as a double; raises nothing for a signalling NaN.
-  static double quiet(T x) {
-    return is_nan(x) ? with_sign(abs(default_nan<double>()), std::uint64_t(sign_of(x) != 0) << 63) : double(x);
-  }
-};
 
 } // namespace kelvm::inline KELVM_BUILD

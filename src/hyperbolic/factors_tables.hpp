@@ -1,5 +1,5 @@
 // Tables and coefficients of sines, cosines, hyperbolic sines and cosines. Generated: do not edit.
-//   tools/tables/complex_factors.py > src/complex/factors_tables.hpp
+//   tools/tables/factors.py > src/hyperbolic/factors_tables.hpp
 #pragma once
 
 #include "simd/isa.hpp"
