@@ -102,6 +102,15 @@ TEST(Exact, NormalDistribution) {
   }
 }
 
+TEST(Exact, ComplexPowersOnEitherSideOfTheCut) {
+  Exact power(member("kelsPow_64fc_A53"));
+  for (const double side : {0.0, -0.0}) {
+    power.evaluate({{-4, side, 0.5, 0}});
+    EXPECT_EQ(mpfr_get_d(power.result(0), MPFR_RNDN), 0) << side;
+    EXPECT_EQ(mpfr_get_d(power.result(1), MPFR_RNDN), std::copysign(2, side));
+  }
+}
+
 TEST(Exact, AlgebraicPowers) {
   Function inv_cbrt("kelsInvCbrt_64f_A53"), two_thirds("kelsPow2o3_64f_A53"), three_halves("kelsPow3o2_64f_A53");
   Number power, argument;

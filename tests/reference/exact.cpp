@@ -16,6 +16,18 @@ template <auto F> void binary(W& w) { F(w.out(), w.x(), w.y(), near); }
 template <auto F> void complex_unary(W& w) { F(w.result, w.a, MPC_RNDNN); }
 template <auto F> void complex_binary(W& w) { F(w.result, w.a, w.b, MPC_RNDNN); }
 
+/// Below the cut, where MPC's exact powers lie on its other side, by the conjugate.
+void complex_pow(W& w) {
+  const bool below = mpfr_zero_p(mpc_imagref(w.a)) && mpfr_signbit(mpc_imagref(w.a));
+  const auto conjugated = [&](mpc_ptr z) {
+    if (below) mpc_conj(z, z, MPC_RNDNN);
+  };
+  conjugated(w.a);
+  conjugated(w.b);
+  mpc_pow(w.result, w.a, w.b, MPC_RNDNN);
+  conjugated(w.result);
+}
+
 void reciprocal(W& w) { mpfr_ui_div(w.out(), 1, w.x(), near); }
 
 void reciprocal_sqrt(W& w) {
@@ -252,8 +264,8 @@ constexpr Row table[] = {
     {"Ln", unary<mpfr_log>, complex_unary<mpc_log>},
     {"Log10", unary<mpfr_log10>, complex_unary<mpc_log10>},
     {"Log1p", unary<mpfr_log1p>, nullptr},
-    {"Pow", binary<mpfr_pow>, complex_binary<mpc_pow>},
-    {"Powx", binary<mpfr_pow>, complex_binary<mpc_pow>},
+    {"Pow", binary<mpfr_pow>, complex_pow},
+    {"Powx", binary<mpfr_pow>, complex_pow},
     {"Sin", unary<mpfr_sin>, complex_sin},
     {"Cos", unary<mpfr_cos>, complex_cos},
     {"SinCos", [](W& w) { mpfr_sin_cos(w.out(), w.out2(), w.x(), near); }, nullptr},
