@@ -97,6 +97,13 @@ Double2 ln_abs(double a, double b) {
   return add(multiply(ln2, 0.5 * k), ln_1p(add(m, -1.0)));
 }
 
+/// The same where it may lie below the doubles: (b^2 / 2) next to 1.
+ScaledSum scaled_ln_abs(double a, double b) {
+  if (a != 1 || b == 0 || b >= 0x1p-450) return normalised(ln_abs(a, b));
+  const Scaled s = scaled(b);
+  return normalised(two_product(s.fraction, s.fraction), 2 * s.exponent - 1);
+}
+
 /// n pi/4 + rest.
 struct Angle {
   int n;
@@ -203,9 +210,8 @@ template <class F> Pair<double> with_upper_half(PowerOperands o, F f) {
 
 Pair<double> finite_power_above(const PowerOperands& o) {
   const double a = abs(o.x), b = abs(o.y);
-  const Double2 ln = a > b ? ln_abs(a, b) : ln_abs(b, a);
+  const ScaledSum size_of_z = a > b ? scaled_ln_abs(a, b) : scaled_ln_abs(b, a);
   const Angle angle = angle_of(o.x, o.y);
-  const ScaledSum size_of_z = normalised(ln);
   const ScaledSum theta = normalised_sum(normalised(multiply(quarter_pi, double(angle.n))), angle.rest);
   // No sine is so small that e^4000 times it is in range.
   Double2 re = value_of(normalised_sum(product(size_of_z, o.c), product(theta, -o.d)));

@@ -164,7 +164,9 @@ TEST(ComplexPow, ExactPartsAndTheEndsOfTheRange) {
   special::check("Pow", Type::c32, {{{0x1p100, 0x1p100, 4.0, 0.0}, {-inf, 0.0}, kelStatusOverflow}});
   special::check("kelsPow_64fc_A53", {{{0x1p500, 0x1p-1000, 2.0, 0.0}, {0x1p1000, 0x1p-499}},
                                       {{0x1p1000, 0x1p-1074, -1.0, 0.0}, {0x1p-1000, -0.0}},
-                                      {{0x1p-511, 0x1p-520, 2.0, 0.0}, {0x1.ffff8p-1023, 0x1p-1030}}});
+                                      {{0x1p-511, 0x1p-520, 2.0, 0.0}, {0x1.ffff8p-1023, 0x1p-1030}},
+                                      {{1.0, 0x1p-1000, 0.0, 0x1p1000}, // ln |z| = 2^-2001 counts
+                                       {0x1.78b56362cef38p-2, 0x1.78b56362cef38p-1003}}});
 }
 
 TEST(ComplexPow, RealOperandsAndOneExponent) {
