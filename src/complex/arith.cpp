@@ -170,7 +170,7 @@ template <class V> struct SizeDoubt {
   }
   /// harmful: whether being below the limit, as a zero is, means that the result is undecided.
   void small(V size, T limit, Marks<V> harmful) {
-    least = lesser(size, least);
+    least = smaller_of(size, least);
     undecided |= (int_bits(size) - int_bits(splat<V>(limit))) & harmful;
     low = limit;
   }

@@ -65,5 +65,7 @@ inline float round_to_float(HeadTail<double> y) {
   if (y.tail == 0 || (head & 1) != 0) return float(y.head);
   return float(from_bits<double>((y.tail < 0) == (y.head < 0) ? head + 1 : head - 1));
 }
+/// The same of a sum whose head is not rounded yet, |head| >= |tail|.
+inline float round_sum_to_float(HeadTail<double> y) { return round_to_float(fast_two_sum(y.head, y.tail)); }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -24,6 +24,7 @@ template <class V> inline HeadTail<V> two_sum(V a, V b) {
   const V b_part = sum - a;
   return {sum, (a - (sum - b_part)) + (b - b_part)};
 }
+
 /// The upper 26 significant bits of a double, truncated (12 of a float): products of two such heads are exact. The tail
 /// a - head has up to 27 bits, so a tail times a tail is not always exact.
 template <class V> inline V head_of(V a) {

@@ -34,7 +34,7 @@ struct Log1pA24 : KernelDefaults {
   static float element(float x, kelStatus& status) {
     return in_domain(x, status, [](double d) {
       const HeadTail<double> y = logarithm_1p_head_tail(d);
-      return round_to_float(fast_two_sum(y.head, y.tail));
+      return round_sum_to_float(y);
     });
   }
 };

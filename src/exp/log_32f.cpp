@@ -38,7 +38,7 @@ template <class Base> struct LogA24 : KernelDefaults {
     return of_positive(x, status, [](double d) {
       const LogReduced<double> reduced = log_reduce<ExactRows>(d);
       const HeadTail<double> y = std::is_same_v<Base, Natural> ? ln_a53(reduced) : log10_a53(reduced);
-      return round_to_float(fast_two_sum(y.head, y.tail));
+      return round_sum_to_float(y);
     });
   }
 };

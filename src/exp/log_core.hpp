@@ -206,7 +206,7 @@ template <class Base, LogAccuracy A, class Reduced> inline auto logarithm(const 
   using V = decltype(x.m + x.m);
   if constexpr (A == LogAccuracy::a53) {
     const HeadTail<V> y = logarithm_a53<Base>(log_parts<Base>(x));
-    return y.head + y.tail;
+    return rounded(y);
   } else {
     const Pair<V> row = lookup_pair<Base::rounded>(x.row);
     const V r = A == LogAccuracy::a50 || (A == LogAccuracy::a50_of_float && has_fused_product_error)
@@ -242,7 +242,7 @@ template <class V> inline HeadTail<V> logarithm_1p_head_tail(HeadTail<V> x) {
 template <LogAccuracy A, class V> inline V logarithm_1p(V x) {
   if constexpr (A == LogAccuracy::a53) {
     const HeadTail<V> y = logarithm_1p_head_tail(x);
-    return y.head + y.tail;
+    return rounded(y);
   } else if constexpr (A == LogAccuracy::a50) {
     const HeadTail<V> sum = two_sum(splat<V>(1), x);
     const LogReduced<V> reduced = log_reduce<ShortRows>(sum.head);

@@ -90,7 +90,7 @@ template <class V> inline V atanh_beyond_one(V x) { return (x + x) / (Lane<V>(1)
 template <LogAccuracy A, class V> inline V asinh_positive(V x) {
   if constexpr (A == LogAccuracy::a53) {
     const HeadTail<V> y = asinh_head_tail(x);
-    return y.head + y.tail;
+    return rounded(y);
   } else if constexpr (A == LogAccuracy::a50) {
     return logarithm_1p<A>(asinh_beyond_one(x));
   } else {
@@ -108,7 +108,7 @@ template <LogAccuracy A, class V> inline V asinh_positive(V x) {
 template <LogAccuracy A, class V> inline V acosh(V x) {
   if constexpr (A == LogAccuracy::a53) {
     const HeadTail<V> y = acosh_head_tail(x);
-    return y.head + y.tail;
+    return rounded(y);
   } else {
     return logarithm_1p<A>(acosh_beyond_one(x));
   }
@@ -116,7 +116,7 @@ template <LogAccuracy A, class V> inline V acosh(V x) {
 template <LogAccuracy A, class V> inline V atanh_positive(V x) {
   if constexpr (A == LogAccuracy::a53) {
     const HeadTail<V> y = atanh_head_tail(x);
-    return y.head + y.tail;
+    return rounded(y);
   } else {
     return 0.5 * logarithm_1p<A>(atanh_beyond_one(x));
   }

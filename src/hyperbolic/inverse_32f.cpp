@@ -15,8 +15,6 @@ namespace {
 constexpr float largest = 0x1.fffffep+127f, below_one = 0x1.fffffep-1f;
 constexpr float largest_cube_root = 0x1p42f;
 
-inline float rounded_once(HeadTail<double> y) { return round_to_float(fast_two_sum(y.head, y.tail)); }
-
 /// What the functions differ in: the domain, given the largest argument of which the arithmetic can take the cube.
 struct OfAsinh {
   template <class V> static Marks<V> outside_of(V x, float last) { return above(abs(x), last); }
@@ -24,7 +22,7 @@ struct OfAsinh {
   template <class V> static V with_its_sign(V y, V x) { return with_sign(y, sign_of(x)); }
   static float element(float x, kelStatus&) {
     if (is_nan(x) || abs(x) == infinity<float>) return x + x;
-    return with_its_sign(rounded_once(asinh_head_tail(double(abs(x)))), x);
+    return with_its_sign(round_sum_to_float(asinh_head_tail(double(abs(x)))), x);
   }
   template <LogAccuracy A, class V> static V in_double(V x) { return asinh_positive<A>(x); }
   template <FloatLogAccuracy A, class V> static V in_float(V x) { return float_asinh_positive<A>(x); }
@@ -36,7 +34,7 @@ struct OfAcosh {
   static float element(float x, kelStatus& status) {
     if (is_nan(x)) return x + x;
     if (x < 1) return domain_error<float>(status);
-    return x == infinity<float> ? x : rounded_once(acosh_head_tail(double(x)));
+    return x == infinity<float> ? x : round_sum_to_float(acosh_head_tail(double(x)));
   }
   template <LogAccuracy A, class V> static V in_double(V x) { return acosh<A>(x); }
   template <FloatLogAccuracy A, class V> static V in_float(V x) { return float_acosh<A>(x); }
@@ -49,7 +47,7 @@ struct OfAtanh {
     if (is_nan(x)) return x + x;
     if (abs(x) == 1) return pole(status, x);
     if (abs(x) > 1) return domain_error<float>(status);
-    return with_its_sign(rounded_once(atanh_head_tail(double(abs(x)))), x);
+    return with_its_sign(round_sum_to_float(atanh_head_tail(double(abs(x)))), x);
   }
   template <LogAccuracy A, class V> static V in_double(V x) { return atanh_positive<A>(x); }
   template <FloatLogAccuracy A, class V> static V in_float(V x) { return float_atanh_positive<A>(x); }

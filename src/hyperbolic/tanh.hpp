@@ -28,7 +28,7 @@ template <class V> inline HeadTail<V> tanh_head_tail(V x) {
 template <Expm1Accuracy A, class V> inline V tanh_positive(V x) {
   if constexpr (A == Expm1Accuracy::a53) {
     const HeadTail<V> y = tanh_head_tail(x);
-    return y.head + y.tail;
+    return rounded(y);
   } else {
     const V e = exp_minus_1<A>(x + x);
     return e / (e + 2.0);

@@ -27,7 +27,7 @@ struct TanhA24 : KernelDefaults {
   static float element(float x, kelStatus&) {
     if (is_nan(x)) return x + x;
     const HeadTail<double> y = tanh_head_tail(double(tanh_clamped(x, saturated)));
-    return with_sign(round_to_float(fast_two_sum(y.head, y.tail)), sign_of(x));
+    return with_sign(round_sum_to_float(y), sign_of(x));
   }
 };
 

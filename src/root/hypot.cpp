@@ -56,7 +56,7 @@ template <class T> struct Hypot : KernelDefaults {
 struct Hypot64A53 : Hypot<double> {
   template <class V> static V formula(V x, V y) {
     const HeadTail<V> result = hypot_parts(abs(x), abs(y));
-    return result.head + result.tail;
+    return rounded(result);
   }
 };
 

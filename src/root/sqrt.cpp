@@ -94,7 +94,7 @@ struct InvSqrt64A53 : KernelDefaults {
   template <class V> static Marks<V> special(V x) { return outside(x, 0x1p-960, largest_finite<double>); }
   template <class V> static V formula(V x) {
     const HeadTail<V> y = inverse_sqrt_parts(x);
-    return y.head + y.tail;
+    return rounded(y);
   }
   static double element(double x, kelStatus& status) {
     return inverse_sqrt_element(x, status, [](double small) { return formula(small * 0x1p400) * 0x1p200; });
@@ -153,7 +153,7 @@ template <class T> struct Pow3o2 : KernelDefaults {
 struct Pow3o2_64A53 : Pow3o2<double> {
   template <class V> static V formula(V x) {
     const HeadTail<V> y = power_3_2_parts(x);
-    return y.head + y.tail;
+    return rounded(y);
   }
 };
 

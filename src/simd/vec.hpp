@@ -256,61 +256,45 @@ template <class M, class V> inline V select(M mask, V a, std::type_identity_t<V>
   }
 }
 
-/// The smaller of a and b, neither a NaN.
-template <class V> inline V smaller_of(V a, V b) {
-  [[maybe_unused]] constexpr bool wide = sizeof(Lane<V>) == 8;
-  if constexpr (lanes<V> == 1) {
-    return a < b ? a : b;
 #if KELVM_AVX512
-  } else if constexpr (sizeof(V) == 64) {
-    if constexpr (wide)
-      return (V)_mm512_maskz_min_pd(0xFF, (__m512d)a, (__m512d)b);
+#  define KELVM_512_BITS(op)                                                                                           \
+    if constexpr (sizeof a == 64 && wide)                                                                              \
+      return (V)_mm512_maskz_##op##_pd(__mmask8(-1), (__m512d)a, (__m512d)b);                                          \
+    else if constexpr (sizeof a == 64)                                                                                 \
+      return (V)_mm512_maskz_##op##_ps(__mmask16(-1), (__m512)a, (__m512)b);                                           \
     else
-      return (V)_mm512_maskz_min_ps(0xFFFF, (__m512)a, (__m512)b);
+#else
+#  define KELVM_512_BITS(op)
 #endif
 #if KELVM_AVX512 || KELVM_AVX2
-  } else if constexpr (sizeof(V) == 32) {
-    if constexpr (wide)
-      return (V)_mm256_min_pd((__m256d)a, (__m256d)b);
+#  define KELVM_256_BITS(op)                                                                                           \
+    if constexpr (sizeof a == 32 && wide)                                                                              \
+      return (V)_mm256_##op##_pd((__m256d)a, (__m256d)b);                                                              \
+    else if constexpr (sizeof a == 32)                                                                                 \
+      return (V)_mm256_##op##_ps((__m256)a, (__m256)b);                                                                \
     else
-      return (V)_mm256_min_ps((__m256)a, (__m256)b);
+#else
+#  define KELVM_256_BITS(op)
 #endif
-  } else {
-    static_assert(sizeof(V) == 16);
-    if constexpr (wide)
-      return (V)_mm_min_pd((__m128d)a, (__m128d)b);
-    else
-      return (V)_mm_min_ps((__m128)a, (__m128)b);
-  }
-}
+#define KELVM_MIN_OR_MAX(op, comparison)                                                                               \
+  [[maybe_unused]] constexpr bool wide = sizeof(Lane<V>) == 8;                                                         \
+  if constexpr (lanes<V> == 1)                                                                                         \
+    return a comparison b ? a : b;                                                                                     \
+  else                                                                                                                 \
+    KELVM_512_BITS(op)                                                                                                 \
+  KELVM_256_BITS(op)                                                                                                   \
+  if constexpr (wide)                                                                                                  \
+    return (V)_mm_##op##_pd((__m128d)a, (__m128d)b);                                                                   \
+  else                                                                                                                 \
+    return (V)_mm_##op##_ps((__m128)a, (__m128)b)
 
-/// The larger of a and b, neither a NaN.
-template <class V> inline V larger_of(V a, V b) {
-  [[maybe_unused]] constexpr bool wide = sizeof(Lane<V>) == 8;
-  if constexpr (lanes<V> == 1) {
-    return a > b ? a : b;
-#if KELVM_AVX512
-  } else if constexpr (sizeof a == 64) {
-    if constexpr (wide)
-      return (V)_mm512_maskz_max_pd(__mmask8(-1), (__m512d)a, (__m512d)b);
-    else
-      return (V)_mm512_maskz_max_ps(__mmask16(-1), (__m512)a, (__m512)b);
-#endif
-#if KELVM_AVX512 || KELVM_AVX2
-  } else if constexpr (sizeof a == 32) {
-    if constexpr (wide)
-      return (V)_mm256_max_pd((__m256d)a, (__m256d)b);
-    else
-      return (V)_mm256_max_ps((__m256)a, (__m256)b);
-#endif
-  } else {
-    static_assert(sizeof a == 16);
-    if constexpr (wide)
-      return (V)_mm_max_pd((__m128d)a, (__m128d)b);
-    else
-      return (V)_mm_max_ps((__m128)a, (__m128)b);
-  }
-}
+/// a < b ? a : b, and a > b ? a : b: b where one is a NaN, which raises invalid.
+template <class V> inline V smaller_of(V a, V b) { KELVM_MIN_OR_MAX(min, <); }
+template <class V> inline V larger_of(V a, V b) { KELVM_MIN_OR_MAX(max, >); }
+
+#undef KELVM_MIN_OR_MAX
+#undef KELVM_256_BITS
+#undef KELVM_512_BITS
 
 /// v where the mask is set, +0 elsewhere.
 template <class M, class V> inline V keep(M mask, V v) {
@@ -368,33 +352,6 @@ template <class V> inline V abs(V v) { return from_bits<V>(bits(v) & ~sign_bit<V
 /// Added to |x| < 2^51 (2^22 for floats) it rounds x to an integer, which stands in the low bits of the sum; subtracted
 /// again it leaves that integer.
 template <class T> inline constexpr T shifter = sizeof(T) == 8 ? T(0x1.8p52) : T(0x1.8p23);
-/// a < b ? a : b, for floating lanes: b where one is a NaN.
-template <class V> inline V lesser(V a, V b) {
-  constexpr bool wide = sizeof(Lane<V>) == 8;
-  if constexpr (lanes<V> == 1) {
-    return a < b ? a : b;
-#if KELVM_AVX512
-  } else if constexpr (sizeof a == 64) {
-    if constexpr (wide)
-      return (V)_mm512_maskz_min_pd(__mmask8(-1), (__m512d)a, (__m512d)b);
-    else
-      return (V)_mm512_maskz_min_ps(__mmask16(-1), (__m512)a, (__m512)b);
-#endif
-#if KELVM_AVX512 || KELVM_AVX2
-  } else if constexpr (sizeof a == 32) {
-    if constexpr (wide)
-      return (V)_mm256_min_pd((__m256d)a, (__m256d)b);
-    else
-      return (V)_mm256_min_ps((__m256)a, (__m256)b);
-#endif
-  } else {
-    static_assert(sizeof a == 16);
-    if constexpr (wide)
-      return (V)_mm_min_pd((__m128d)a, (__m128d)b);
-    else
-      return (V)_mm_min_ps((__m128)a, (__m128)b);
-  }
-}
 /// The sign bit of v alone, as bits to be or-ed or xor-ed into a value.
 template <class V> inline Bits<V> sign_of(V v) { return bits(v) & sign_bit<V>; }
 template <class V> inline V with_sign(V v, Bits<V> sign) { return from_bits<V>(bits(v) | sign); }

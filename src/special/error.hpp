@@ -134,7 +134,7 @@ template <ErrorAccuracy A, class V> inline V erf_positive(V a) {
   if constexpr (A != a11) a = at_most(a, erf_saturated<T>);
   if constexpr (A == a53) {
     const HeadTail<V> result = erf_head_tail(a);
-    return result.head + result.tail;
+    return rounded(result);
   } else if constexpr (sizeof(T) == 8) {
     using Terms = std::conditional_t<A == a50, SlopeTerms<4, 4, 2>,
                                      std::conditional_t<A == a24, SlopeTerms<3, 2, 1>, SlopeTerms<2, 1, 0>>>;

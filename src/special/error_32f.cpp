@@ -18,7 +18,7 @@ struct ErfSpecial : KernelDefaults {
   static float element(float x, kelStatus&) {
     if (is_nan(x)) return x + x;
     const HeadTail<double> y = erf_head_tail(at_most(double(abs(x)), erf_saturated<double>));
-    return with_sign(round_to_float(fast_two_sum(y.head, y.tail)), sign_of(x));
+    return with_sign(round_sum_to_float(y), sign_of(x));
   }
 };
 template <ErrorAccuracy A> struct Erf32 : ErfSpecial {

@@ -137,7 +137,7 @@ template <class F, InverseAccuracy A, class V> inline V inverse(V x) {
   using enum InverseAccuracy;
   if constexpr (A == a53) {
     const HeadTail<V> result = inverse_head_tail<F>(x);
-    return result.head + result.tail;
+    return rounded(result);
   } else if constexpr (A == a50) {
     const InverseRow<2, V> row(F::distance(x));
     return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::a50>(row.index));

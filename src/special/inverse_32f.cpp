@@ -31,7 +31,7 @@ template <class F> struct Formula32<F, InverseAccuracy::a24> : KernelDefaults {
   }
   static float regular(float x) {
     const HeadTail<double> result = inverse_head_tail<F>(double(x));
-    return round_to_float(fast_two_sum(result.head, result.tail));
+    return round_sum_to_float(result);
   }
 };
 

@@ -41,7 +41,7 @@ template <class F, InverseAccuracy A> struct BetweenPoles64 : Inverse64<A> {
     if (unit == 1) return 0.0;
     if (unit >= first_regular<double>) return formula(x);
     const HeadTail<double> result = inverse_tail<F>(unit);
-    return result.head + result.tail;
+    return rounded(result);
   }
 };
 

@@ -37,7 +37,7 @@ template <class F> struct InverseA24 : Inverse32f<F> {
   static float element(float x, kelStatus& status) {
     if (any(Inverse32f<F>::special(x))) return Inverse32f<F>::element(x, status);
     const HeadTail<double> y = inverse_a53<F>(double(x));
-    const float sum = round_to_float(fast_two_sum(y.head, y.tail));
+    const float sum = round_sum_to_float(y);
     return F::odd ? flip_sign(sum, sign_of(x)) : sum;
   }
 };

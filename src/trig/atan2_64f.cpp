@@ -22,7 +22,7 @@ template <AngleAccuracy A> struct Atan2Double : KernelDefaults {
   template <class V> static V formula(V y, V x) {
     if constexpr (A == AngleAccuracy::a53) {
       const HeadTail<V> t = angle<A>(y, x);
-      return t.head + t.tail;
+      return rounded(t);
     } else {
       return angle<A>(y, x);
     }

@@ -36,7 +36,7 @@ struct AtanA24 : Atan32f {
   static float element(float x, kelStatus& status) {
     if (any(special(x))) return Atan32f::element(x, status);
     const HeadTail<double> y = angle<AngleAccuracy::a53>(double(x), 1.0);
-    return round_to_float(fast_two_sum(y.head, y.tail));
+    return round_sum_to_float(y);
   }
 };
 
