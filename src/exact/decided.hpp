@@ -31,31 +31,19 @@ private:
   Marks<Native<double>> marks{};
   LaneBits undecided = 0;
 };
-inline void add_undecided(MidpointDoubt& doubt, Marks<Native<double>> low, Marks<Native<double>> high) {
-  doubt.add(low, high);
-}
-inline void add_undecided(LaneBits& doubtful, Marks<Native<double>> low, Marks<Native<double>> high) {
-  doubtful |= sign_bits(low) | sign_bits(high) << native_lanes<double>;
-}
 
 /// narrow() for a correctly rounded member: the values have relative error below 2^-ErrorBits, and the lanes that this
-/// leaves undecided are added to `doubt`, a MidpointDoubt or LaneBits.
-template <int ErrorBits, class D>
-inline Native<float> narrow_decided(D& doubt, Native<double> low, Native<double> high) {
-  add_undecided(doubt, near_midpoint<ErrorBits>(low), near_midpoint<ErrorBits>(high));
+/// leaves undecided are added to `doubt`.
+template <int ErrorBits>
+inline Native<float> narrow_decided(MidpointDoubt& doubt, Native<double> low, Native<double> high) {
+  doubt.add(near_midpoint<ErrorBits>(low), near_midpoint<ErrorBits>(high));
   return narrow(low, high);
 }
 
 /// in_double() likewise.
-template <int ErrorBits, class D, class F, class V, class... More>
-inline V in_double_decided(D& doubt, F f, V x, More... more) {
-  if constexpr (lanes<V> == 1) {
-    const double y = f(double(x), double(more)...);
-    doubt |= sign_bits(near_midpoint<ErrorBits>(y));
-    return float(y);
-  } else {
-    return narrow_decided<ErrorBits>(doubt, f(widen<0>(x), widen<0>(more)...), f(widen<1>(x), widen<1>(more)...));
-  }
+template <int ErrorBits, class F, class V, class... More>
+inline V in_double_decided(MidpointDoubt& doubt, F f, V x, More... more) {
+  return narrow_decided<ErrorBits>(doubt, f(widen<0>(x), widen<0>(more)...), f(widen<1>(x), widen<1>(more)...));
 }
 
 /// head + tail rounded once to float, subnormal or not; head is the sum rounded to double. Rounded to odd, a double

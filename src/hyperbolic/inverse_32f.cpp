@@ -57,12 +57,13 @@ template <class F> struct A24 : KernelDefaults {
   using Element = float;
   static constexpr int vectors_in_flight = 4;
   static constexpr bool doubts = true;
+  template <class V> using Doubt = MidpointDoubt;
   static constexpr bool stray_underflow = true; // a subnormal result, which is x
   static constexpr float harmless = std::is_same_v<F, OfAtanh> ? 0.5f : 1.0f;
   template <class V> static Marks<V> special(V x) { return F::outside_of(x, largest); }
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V y = in_double_decided<42>(
-        doubtful, [](auto d) { return F::template in_double<LogAccuracy::a24>(d); }, F::even_part(x));
+        doubt, [](auto d) { return F::template in_double<LogAccuracy::a24>(d); }, F::even_part(x));
     return F::with_its_sign(y, x);
   }
   static float element(float x, kelStatus& status) { return F::element(x, status); }

@@ -41,11 +41,12 @@ struct SeriesA24 {
 template <class Which> struct A24 : KernelDefaults {
   using Element = float;
   static constexpr bool doubts = true;
+  template <class V> using Doubt = MidpointDoubt;
   static constexpr bool stray_underflow = true; // a subnormal result, which is x
   template <class V> static Marks<V> special(V x) { return above(abs(x), 89.0f); }
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V y = in_double_decided<44>(
-        doubtful, [](auto d) { return Which::of(Rounded<ExpAccuracy::a24, SeriesA24>::hyperbolic(d)); }, abs(x));
+        doubt, [](auto d) { return Which::of(Rounded<ExpAccuracy::a24, SeriesA24>::hyperbolic(d)); }, abs(x));
     return Which::with_its_sign(y, x);
   }
   static float element(float x, kelStatus& status) { return correctly_rounded<Which>(x, status); }

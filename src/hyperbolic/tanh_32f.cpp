@@ -17,11 +17,12 @@ constexpr float saturated = 10;
 struct TanhA24 : KernelDefaults {
   using Element = float;
   static constexpr bool doubts = true;
+  template <class V> using Doubt = MidpointDoubt;
   static constexpr bool stray_underflow = true; // a subnormal result, which is x
   template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<float>); }
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V y = in_double_decided<42>(
-        doubtful, [](auto d) { return tanh_positive<Expm1Accuracy::a24>(d); }, tanh_clamped(x, saturated));
+        doubt, [](auto d) { return tanh_positive<Expm1Accuracy::a24>(d); }, tanh_clamped(x, saturated));
     return with_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus&) {

@@ -125,10 +125,11 @@ template <class P> struct Cbrt : KernelDefaults {
 
 struct Cbrt32A24 : Cbrt<A21> {
   static constexpr bool doubts = true;
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> using Doubt = MidpointDoubt;
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V m = abs(x);
     const V y = in_double_decided<50>(
-        doubtful, [](auto m, auto r) { return RefinedOnce::cbrt(m, r); }, m, inverse_root<3>(m, inverse_cbrt_19_float));
+        doubt, [](auto m, auto r) { return RefinedOnce::cbrt(m, r); }, m, inverse_root<3>(m, inverse_cbrt_19_float));
     return with_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus&) {
@@ -162,11 +163,11 @@ template <class P> struct InvCbrt : KernelDefaults {
 
 struct InvCbrt32A24 : InvCbrt<A21> {
   static constexpr bool doubts = true;
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> using Doubt = MidpointDoubt;
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V m = abs(x);
     const V y = in_double_decided<50>(
-        doubtful, [](auto m, auto r) { return RefinedOnce::inverse(m, r); }, m,
-        inverse_root<3>(m, inverse_cbrt_19_float));
+        doubt, [](auto m, auto r) { return RefinedOnce::inverse(m, r); }, m, inverse_root<3>(m, inverse_cbrt_19_float));
     return with_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus& status) {
@@ -192,10 +193,11 @@ template <class P> struct Pow2o3 : KernelDefaults {
 
 struct Pow2o3_32A24 : Pow2o3<A21> {
   static constexpr bool doubts = true;
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> using Doubt = MidpointDoubt;
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V m = abs(x);
     return in_double_decided<50>(
-        doubtful, [](auto m, auto r) { return RefinedOnce::power_2_3(m, r); }, m,
+        doubt, [](auto m, auto r) { return RefinedOnce::power_2_3(m, r); }, m,
         inverse_root<3>(m, inverse_cbrt_19_float));
   }
   static float element(float x, kelStatus&) {

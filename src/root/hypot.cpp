@@ -63,12 +63,13 @@ struct Hypot64A53 : Hypot<double> {
 struct Hypot32A24 : KernelDefaults {
   using Element = float;
   static constexpr bool doubts = true;
+  template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x, V y) {
     return larger_outside(abs(x), abs(y), smallest_normal<float>, 0x1p126f);
   }
-  template <class V> static V formula(V x, V y, LaneBits& doubtful) {
+  template <class V> static V formula(V x, V y, MidpointDoubt& doubt) {
     return in_double_decided<51>(
-        doubtful, [](auto x, auto y) { return sqrt(x * x + y * y); }, x, y);
+        doubt, [](auto x, auto y) { return sqrt(x * x + y * y); }, x, y);
   }
   static float element(float x, float y, kelStatus& status) { return hypot_element(x, y, status); }
 };

@@ -104,10 +104,11 @@ struct InvSqrt64A53 : KernelDefaults {
 struct InvSqrt32A24 : KernelDefaults {
   using Element = float;
   static constexpr bool doubts = true;
+  template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x) { return outside(x, smallest_normal<float>, largest_finite<float>); }
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     return in_double_decided<47>(
-        doubtful, [](auto x, auto r) { return r + (0.5 * r) * residual<2>(x, r); }, x, 1 / sqrt(x));
+        doubt, [](auto x, auto r) { return r + (0.5 * r) * residual<2>(x, r); }, x, 1 / sqrt(x));
   }
   static float element(float x, kelStatus& status) {
     return inverse_sqrt_element(x, status, [](float x) { return float(odd_sum(inverse_sqrt_parts(double(x)))); });
@@ -159,9 +160,10 @@ struct Pow3o2_64A53 : Pow3o2<double> {
 
 struct Pow3o2_32A24 : Pow3o2<float> {
   static constexpr bool doubts = true;
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> using Doubt = MidpointDoubt;
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     return in_double_decided<47>(
-        doubtful, [](auto x, auto s) { return s * (1.5 * x - 0.5 * (s * s)); }, x, sqrt(x));
+        doubt, [](auto x, auto s) { return s * (1.5 * x - 0.5 * (s * s)); }, x, sqrt(x));
   }
 };
 

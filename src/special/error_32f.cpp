@@ -29,9 +29,10 @@ template <ErrorAccuracy A> struct Erf32 : ErfSpecial {
 };
 template <> struct Erf32<ErrorAccuracy::a24> : ErfSpecial {
   static constexpr bool doubts = true;
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> using Doubt = MidpointDoubt;
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const auto f = [](auto d) { return erf_positive<ErrorAccuracy::a24>(d); };
-    return with_sign(in_double_decided<erf_a24_bits>(doubtful, f, abs(x)), sign_of(x));
+    return with_sign(in_double_decided<erf_a24_bits>(doubt, f, abs(x)), sign_of(x));
   }
 };
 
@@ -69,9 +70,10 @@ template <class F, ErrorAccuracy A> struct Complement32 : ComplementSpecial<F> {
 };
 template <class F> struct Complement32<F, ErrorAccuracy::a24> : ComplementSpecial<F> {
   static constexpr bool doubts = true;
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> using Doubt = MidpointDoubt;
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const auto f = [](auto d) { return error_complement<F, ErrorAccuracy::a24>(d); };
-    return in_double_decided<error_complement_a24_bits>(doubtful, f, x);
+    return in_double_decided<error_complement_a24_bits>(doubt, f, x);
   }
 };
 

@@ -24,10 +24,11 @@ template <class F> struct Formula32<F, InverseAccuracy::a24> : KernelDefaults {
   using Element = float;
   static constexpr float harmless = 0.25f;
   static constexpr bool doubts = true;
+  template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x) { return F::special(x); }
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     return in_double_decided<inverse_a24_bits>(
-        doubtful, [](auto d) { return inverse<F, InverseAccuracy::a24>(d); }, x);
+        doubt, [](auto d) { return inverse<F, InverseAccuracy::a24>(d); }, x);
   }
   static float regular(float x) {
     const HeadTail<double> result = inverse_head_tail<F>(double(x));

@@ -28,12 +28,13 @@ struct Tan32 : KernelDefaults {
 
 struct TanA24 : Tan32 {
   static constexpr bool doubts = true;
+  template <class V> using Doubt = MidpointDoubt;
   static constexpr int vectors_in_flight = 2;
 
   template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.5ffffep+16f); } // |x| >= 90112, NaN
-  template <class V> static V formula(V x, LaneBits& doubtful) {
+  template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V y = in_double_decided<46>(
-        doubtful,
+        doubt,
         [](auto x) {
           const auto shifted = x * thirty_two_over_pi + shifter<double>;
           return short_tangent(remainder(x, shifted - shifter<double>), int_bits(shifted), tangent_3);
