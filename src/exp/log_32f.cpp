@@ -1,6 +1,6 @@
 // Natural and decimal logarithm of floats (exp/log_core.hpp).
 //
-// A24 is correctly rounded: double arithmetic, and a second evaluation to 2^-64 for the results that lie within 2^-42
+// A24 is correctly rounded: double arithmetic, and a second evaluation to 2^-61 for the results that lie within 2^-42
 // of a midpoint between two floats. A21 and A11 stay in float arithmetic.
 //
 // Exceptional inputs: +-0 is a pole, what is below zero a domain error, +inf stays, NaN is quieted.

@@ -8,9 +8,9 @@
 // ln(1 + r) and nothing cancels. After Tang, "Table-driven implementation of the logarithm function in IEEE
 // floating-point arithmetic", 1990. Two tables:
 //
-//   ExactRows   256 rows, |r| < 0.003. c has so few bits (a multiple of 2^-9 below 1, of 2^-8 above) that r is a
-//               double: the reduction has no error, which full precision near 1 could not do without. ln c has a head
-//               and a tail.
+//   ExactRows   256 rows, |r| < 0.0027. c has so few bits (8 or 9 below its leading one) that r is a double: the
+//               reduction has no error, which full precision near 1 could not do without. ln c has a head and a tail.
+//               Next to the row of c = 1, where ln x is the difference of ln c and r, |r| < 2^-9.
 //   ShortRows   32 rows, |r| < 0.016, few enough for registers. r and ln c are rounded.
 //
 // Base 10 has tables of its own and the factor 1 / ln 10 in the coefficients.
@@ -125,9 +125,9 @@ template <class V> struct LogParts { V c, r, head, tail; };
 template <class Base, class V> inline LogParts<V> log_parts(const LogReduced<V>& x) {
   const Pair<V> row = lookup_pair<Base::exact>(x.row);
   // The tail of log c stands in the low bits of c.
-  const V c = from_bits<V>(bits(row.first) & 0xFFFFF00000000000u);
+  const V c = from_bits<V>(bits(row.first) & 0xFFFFF80000000000u);
   return {c, exact_product_minus_one(x.m, c), x.k * Base::two_hi + row.second,
-          x.k * Base::two_lo + (row.first - c) * 0x1p-33};
+          x.k * Base::two_lo + (row.first - c) * 0x1p-32};
 }
 
 /// With r + rest in place of r, |rest| below the last place of m.
@@ -141,7 +141,8 @@ template <class Base, class V> inline LogParts<V> with_rest(LogParts<V> p, V res
   return p;
 }
 
-/// ln x as an exact head and a small tail, |tail| < 2^-7 |head| or so. Relative error below 2^-64.
+/// ln x as an exact head and a small tail, |tail| < 2^-9 |head|. Relative error below 2^-61: the series, below 2^-9 of
+/// the result, is rounded.
 template <class V> inline HeadTail<V> ln_a53(const LogParts<V>& p) {
   const HeadTail<V> sum = fast_two_sum(p.head, p.r);
   return {sum.head, (p.tail + sum.tail) + (p.r * p.r) * estrin(p.r, log_tables::ln_a53)};

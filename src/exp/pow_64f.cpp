@@ -2,7 +2,7 @@
 //
 //          ln x                           y ln x              e^                     error
 //   A53    head and tail, 2^-69           head and tail       128 steps, two parts   0.52 ulp
-//   A50    head and tail, 2^-62           head and tail       32 steps               2^-50
+//   A50    head and tail, 2^-61           head and tail       32 steps               2^-50
 //   A26    one double, 2^-43              one double          32 steps               2^-26
 //
 // y ln x may reach 745: the logarithm needs ten bits more than the result. The heads of y and ln x have 26 bits, so

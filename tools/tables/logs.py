@@ -22,15 +22,15 @@ def ln(q):
 class Rows:
     """2^bits rows of m's leading fraction bits, centred on them; m runs through one octave from the double whose upper
     20 bits are `lowest`, less half a row. c is 1 / centre in the format of multiples of 2^-step (2^-(step + 1) below
-    1)."""
+    1). Exact rows take only those c for which m c - 1 is a double: |r| < 2^-8 for c of 8 fraction bits, 2^-9 for 9."""
 
-    def __init__(self, bits, lowest, step):
+    def __init__(self, bits, lowest, step, exact=False):
         self.c, self.largest, self.smallest = [], F(0), F(0)
         assert lowest % (1 << (8 - bits if bits < 8 else 0)) == 0
         for i in range(1 << bits):
             top = ((lowest << 1) >> (8 - bits)) + 2 * i
             low, centre, high = (self.value(t, bits) for t in (top - 1, top, top + 1))
-            c = F(1) if centre == 1 else self.best(low, centre, high, 1 << (step + (centre > 1)))
+            c = F(1) if centre == 1 else self.best(low, centre, high, step, exact)
             self.c.append(c)
             self.largest = max(self.largest, high * c - 1)
             self.smallest = min(self.smallest, low * c - 1)
@@ -42,9 +42,19 @@ class Rows:
         return F((2 << bits) + f, 2 << bits) * F(2) ** (e - 1023)
 
     @staticmethod
-    def best(low, centre, high, step):
+    def best(low, centre, high, step, exact):
+        def reach(c):
+            return max(high * c - 1, 1 - low * c)
+
+        def is_exact(c):
+            """Products are multiples of c's last place times m's, 2^-53 below 1; a double takes 53 bits of them."""
+            last = F(c.numerator & -c.numerator, c.denominator) * F(2) ** (-52 - (centre < 1))
+            return reach(c) < last * 2**53
+
+        step = 1 << (step + (centre > 1))
         near = int(step / centre)
-        return min((F(n, step) for n in range(near - 2, near + 4)), key=lambda c: max(high * c - 1, 1 - low * c))
+        candidates = (F(n, step) for n in range(near - 3, near + 5))
+        return min((c for c in candidates if not exact or is_exact(c)), key=reach)
 
 
 SHORT_BITS, SHORT_LOWEST = 5, 0x3FE68
@@ -66,20 +76,19 @@ def bases():
 
 
 def exact_tables(rows):
-    assert max(rows.largest, -rows.smallest) < F(1, 256)  # then m c - 1 is a double
     for suffix, word, scale in bases():
         packed = []
         for c in rows.c:
             l = -ln(c) * scale if c != 1 else D(0)
             hi = down_to(l, 42)
             lo = l - dec(hi)
-            n = int((lo * (1 << 85)).to_integral_value(rounding="ROUND_HALF_EVEN"))
-            assert 0 <= n < 1 << 43
+            n = int((lo * (1 << 84)).to_integral_value(rounding="ROUND_HALF_EVEN"))
+            assert 0 <= n < 1 << 42
             first = c + F(n, 1 << 52)
             assert F(float(first)) == first and F(float(hi)) == hi
             packed.append((first, hi))
         pair_table(f"inverse_and_exact_{word}",
-                   f"c + 2^33 times the low part of -{word} c; its high part, a multiple of 2^-42", packed)
+                   f"c + 2^32 times the low part of -{word} c; its high part, a multiple of 2^-42", packed)
         l2 = D(2).ln() * scale
         hi = down_to(l2, 42)
         constant(f"{suffix}2_hi", hi)
@@ -106,7 +115,7 @@ namespace kelvm::inline KELVM_BUILD::log_tables {
 
 // clang-format off
 """)
-    exact = Rows(8, 0x3FE6A, 8)
+    exact = Rows(8, 0x3FE6A, 9, exact=True)
     exact_tables(exact)
     short = Rows(SHORT_BITS, SHORT_LOWEST, 12)
     rounded_tables(short)
