@@ -16,15 +16,29 @@ namespace kelvm::inline KELVM_BUILD {
 
 namespace detail {
 /// The lanes of an index one by one: from the register where there are few, through memory where that costs less.
-template <class I> struct IndexLanes {
+template <class I> class IndexLanes {
   alignas(sizeof(I)) Lane<I> of[lanes<I>];
+  const Lane<I>* from = of;
+
+public:
   explicit IndexLanes(I index) {
     store<I>(of, index);
 #if KELVM_AVX512
-    if constexpr (sizeof(Lane<I>) == 8) asm("" : "+m"(of));
+    asm("" : "+r"(from)); // or the compiler takes them from the register
 #endif
   }
-  std::size_t operator[](int i) const { return std::make_unsigned_t<Lane<I>>(of[i]); }
+  IndexLanes(const IndexLanes&) = delete;
+  std::size_t operator[](int i) const { return std::make_unsigned_t<Lane<I>>(from[i]); }
+};
+
+/// The rows of a table at the lanes of an index. Multiples of a power of two columns are taken of all lanes at once.
+template <const auto& Table, class I> class RowsAt {
+  static constexpr int columns = int(std::size(Table[0])), factor = columns & -columns;
+  IndexLanes<I> multiple;
+
+public:
+  explicit RowsAt(I index) : multiple(index * factor) {}
+  const auto* operator[](int i) const { return &Table[0][0] + multiple[i] * (columns / factor); }
 };
 
 #if KELVM_AVX512
@@ -165,8 +179,8 @@ template <const auto& Table, class I> inline auto lookup_pair(I index) {
       return Pair<V>{detail::permuted<rows>(columns[0], index), detail::permuted<rows>(columns[1], index)};
     }
 #endif
-    const detail::IndexLanes<I> at(index);
-    return detail::load_pairs<V>([&](int i) { return &Table[at[i]][0]; });
+    const detail::RowsAt<Table, I> row(index);
+    return detail::load_pairs<V>([&](int i) { return row[i]; });
   }
 }
 
@@ -178,8 +192,8 @@ template <const auto& Table, int Half> inline Pair<Native<double>> lookup_pair(H
   return lookup_pair<Table>((Int<Native<double>>)_mm512_maskz_cvtepi32_epi64(0xFF, (__m256i)half<Half>(index.whole)));
 #else
   constexpr int n = native_lanes<double>;
-  const detail::IndexLanes<Int<Native<float>>> at(index.whole);
-  return detail::load_pairs<Native<double>>([&](int i) { return &Table[at.of[Half * n + i]][0]; });
+  const detail::RowsAt<Table, Int<Native<float>>> row(index.whole);
+  return detail::load_pairs<Native<double>>([&](int i) { return row[Half * n + i]; });
 #endif
 }
 
@@ -189,26 +203,26 @@ template <const auto& Table, class I> inline auto lookup_row(I index) {
   using T = std::remove_cvref_t<decltype(Table[0][0])>;
   using V = Vec<T, lanes<I>>;
   static_assert(sizeof(T) == sizeof(Lane<I>));
-  std::array<V, columns> row;
+  std::array<V, columns> values;
   if constexpr (lanes<I> == 1) {
-    for (int c = 0; c < columns; ++c) row[c] = Table[index][c];
+    for (int c = 0; c < columns; ++c) values[c] = Table[index][c];
   } else {
-    const detail::IndexLanes<I> at(index);
+    const detail::RowsAt<Table, I> row(index);
     [&]<int... P>(std::integer_sequence<int, P...>) {
       (([&] {
-         const Pair<V> two = detail::load_pairs<V>([&](int i) { return &Table[at[i]][2 * P]; });
-         row[2 * P] = two.first;
-         row[2 * P + 1] = two.second;
+         const Pair<V> two = detail::load_pairs<V>([&](int i) { return row[i] + 2 * P; });
+         values[2 * P] = two.first;
+         values[2 * P + 1] = two.second;
        }()),
        ...);
     }
     (std::make_integer_sequence<int, columns / 2>{});
-    if constexpr (columns % 2 == 1) row[columns - 1] = [&]<int... L>(std::integer_sequence<int, L...>) {
-        return V{Table[at[L]][columns - 1]...};
+    if constexpr (columns % 2 == 1) values[columns - 1] = [&]<int... L>(std::integer_sequence<int, L...>) {
+        return V{row[L][columns - 1]...};
       }
     (std::make_integer_sequence<int, lanes<I>>{});
   }
-  return row;
+  return values;
 }
 
 } // namespace kelvm::inline KELVM_BUILD
