@@ -15,20 +15,26 @@
 namespace kelvm::inline KELVM_BUILD {
 
 namespace detail {
-/// The lanes of an index one by one: from the register where there are few, through memory where that costs less.
+/// The lanes of an index one by one: from the register, two lanes of 32 bits at a time, or through memory where there
+/// are many.
 template <class I> class IndexLanes {
-  alignas(sizeof(I)) Lane<I> of[lanes<I>];
-  const Lane<I>* from = of;
+  static constexpr int lanes_a_word = 8 / sizeof(Lane<I>);
+  alignas(sizeof(I)) std::uint64_t words[sizeof(I) / 8];
+  const std::uint64_t* from = words;
 
 public:
   explicit IndexLanes(I index) {
-    store<I>(of, index);
+    std::memcpy(words, &index, sizeof index);
 #if KELVM_AVX512
     asm("" : "+r"(from)); // or the compiler takes them from the register
 #endif
   }
   IndexLanes(const IndexLanes&) = delete;
-  std::size_t operator[](int i) const { return std::make_unsigned_t<Lane<I>>(from[i]); }
+  std::size_t operator[](int i) const {
+    const std::uint64_t word = from[i / lanes_a_word];
+    if constexpr (lanes_a_word == 1) return word;
+    return i % 2 == 0 ? std::uint32_t(word) : word >> 32;
+  }
 };
 
 /// The rows of a table at the lanes of an index. Multiples of a power of two columns are taken of all lanes at once.
