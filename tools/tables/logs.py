@@ -58,7 +58,6 @@ class Rows:
 
 
 SHORT_BITS, SHORT_LOWEST = 5, 0x3FE68
-FLOAT_COUNTS = (("a21", 7, 9), ("a11", 4, 4))
 SHORT_COUNTS = (("a50", 6), ("a24", 5), ("a26", 3))
 
 
@@ -139,11 +138,11 @@ namespace kelvm::inline KELVM_BUILD::log_tables {
         logarithm(f"ln_{name}", short, 2, count, D(1), "(ln(1+r) - r) / r^2")
         logarithm(f"log10_{name}", short, 1, count + 1, inv, "log10(1+r) / r")
     single = (D(-1) / 3, D(1) / 3)
-    for name, ln_count, log10_count in FLOAT_COUNTS:
-        logarithm(f"ln_{name}", single, 2, ln_count, D(1), "(ln(1+f) - f) / f^2", "float")
-        if name == "a21":
-            logarithm("ln1p_a21", single, 2, 8, D(1), "(ln(1+f) - f) / f^2", "float")
-        logarithm(f"log10_{name}", single, 1, log10_count, inv, "log10(1+f) / f", "float")
+    logarithm("ln_a21", single, 2, 7, D(1), "(ln(1+f) - f) / f^2", "float")
+    logarithm("ln1p_a21", single, 2, 8, D(1), "(ln(1+f) - f) / f^2", "float")
+    logarithm("log10_a21", single, 2, 8, inv, "(log10(1+f) - f/ln 10) / f^2", "float")
+    logarithm("ln_a11", single, 2, 4, D(1), "(ln(1+f) - f) / f^2", "float")
+    logarithm("log10_a11", single, 1, 4, inv, "log10(1+f) / f", "float")
     print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::log_tables")
 
 
