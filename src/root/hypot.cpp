@@ -26,6 +26,8 @@ template <class V> HeadTail<V> hypot_parts(V x, V y) {
 
 /// Marks the pairs of magnitudes of which one is above high, or both are below low and not both zero.
 template <class V> Marks<V> larger_outside(V x, V y, Lane<V> low, Lane<V> high) {
+  if constexpr (sizeof(Lane<V>) == 4) // of 32 bits, every instruction set has a maximum of integers
+    return outside_but_zero(from_bits<V>(bits(x) > bits(y) ? bits(x) : bits(y)), low, high);
   return bit_cast<Marks<V>>((below(x, low) & below(y, low) & -(bits(x) | bits(y))) | beyond(x, high) | beyond(y, high));
 }
 
