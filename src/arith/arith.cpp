@@ -9,7 +9,6 @@ namespace {
 template <class T> struct Arithmetic : KernelDefaults {
   using Element = T;
   static constexpr Mode mode = Mode::callers;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool covers_everything = true;
   static constexpr bool any_overlap = true;
 };

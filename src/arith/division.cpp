@@ -53,7 +53,6 @@ private:
 template <class T> struct Div : KernelDefaults {
   using Element = T;
   static constexpr bool doubts = true;
-  static constexpr int vectors_in_flight = 4;
   template <class V> using Doubt = QuotientDoubt<V>;
   template <class V> static Marks<V> special(V, V) { return Marks<V>{}; }
   template <class V> static V formula(V x, V y, Doubt<V>& doubt) {
@@ -66,6 +65,7 @@ template <class T> struct Div : KernelDefaults {
 
 template <class T> struct Inv : KernelDefaults {
   using Element = T;
+  static constexpr int vectors_in_flight = 2;
   template <class V> static Marks<V> special(V x) {
     return outside(abs(x), smallest_normal<T>, 1 / smallest_normal<T>);
   }

@@ -9,7 +9,6 @@ template <class T, Rounding How> struct Rounded : KernelDefaults {
   using Element = T;
   static constexpr Mode mode =
       How == Rounding::current || How == Rounding::current_quiet ? Mode::callers : Mode::nearest;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool covers_everything = true;
   template <class V> static V formula(V x) { return round<How>(x); }
 };
@@ -24,7 +23,6 @@ template <class T> using NearbyInt = Rounded<T, Rounding::current_quiet>;
 /// difference is inf - inf and raises invalid.
 template <class T> struct Round : KernelDefaults {
   using Element = T;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool covers_everything = true;
   template <class V> static V formula(V x) {
     const Bits<V> sign = sign_of(x);
@@ -39,7 +37,6 @@ template <class T> struct Round : KernelDefaults {
 template <class T> struct Modf : KernelDefaults {
   using Element = T;
   static constexpr Mode mode = Mode::toward_zero;
-  static constexpr int vectors_in_flight = 4;
 
   template <class V> static Marks<V> special(V x) {
     return above(abs(x), sizeof(T) == 8 ? T(0x1.fffffffffffffp1023) : T(0x1.fffffep127));

@@ -27,7 +27,6 @@ namespace {
 
 template <class T> struct PartByPart : KernelDefaults {
   using Element = T;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool covers_everything = true;
   static constexpr int parts_by_themselves = 2;
 };
@@ -228,7 +227,7 @@ template <class T, class P> struct Division : KernelDefaults {
 
 /// Floats at full precision. A result that overflows float goes to element() for its code.
 struct FloatFull {
-  static constexpr int products_in_flight = 2, quotients_in_flight = 1;
+  static constexpr int products_in_flight = 4, quotients_in_flight = 1;
   static constexpr float limit = largest_finite<float>;
 
   template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
@@ -261,7 +260,7 @@ template <class V> void tell_by_size(Pair<V> z, Lane<V> limit, SizeDoubt<V>& dou
 
 /// The textbook formulas in the type itself.
 struct FloatShort {
-  static constexpr int products_in_flight = 3, quotients_in_flight = 4;
+  static constexpr int products_in_flight = 4, quotients_in_flight = 4;
   template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
     const Pair<V> z = plain_product<C>(a, b, c, d);
     tell_by_size(z, 0x1p-119f, doubt);
@@ -293,7 +292,7 @@ struct DoubleWindow {
 };
 
 struct DoubleShort : DoubleWindow {
-  static constexpr int products_in_flight = 3, quotients_in_flight = 2;
+  static constexpr int products_in_flight = 4, quotients_in_flight = 2;
   template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
     const Pair<V> z = plain_product<C>(a, b, c, d);
     tell_by_size(z, 0x1p-959, doubt);

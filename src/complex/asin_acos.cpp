@@ -68,11 +68,7 @@ private:
   int boost_where(bool proportional) const { return proportional ? z.y.boost : x == 1 ? z.y.boost / 2 : 0; }
 };
 
-template <class T, class P> struct ArcSineKernel : InverseKernel<T, P> {
-  static constexpr int vectors_in_flight = sizeof(T) == 8 ? 4 : 2; // long chains of roots and quotients
-};
-
-template <class T, class P> struct Asinh : ArcSineKernel<T, P> {
+template <class T, class P> struct Asinh : InverseKernel<T, P> {
   using Base = InverseKernel<T, P>;
 
   template <class V> static Marks<V> special(V x, V y) { return Base::uncovered(abs(y), abs(x)); }
@@ -102,7 +98,7 @@ private:
   }
 };
 
-template <class T, class P> struct Acos : ArcSineKernel<T, P> {
+template <class T, class P> struct Acos : InverseKernel<T, P> {
   using Base = InverseKernel<T, P>;
 
   template <class V> static Marks<V> special(V x, V y) { return Base::uncovered(abs(x), abs(y)); }

@@ -105,6 +105,7 @@ template <class T, class P> struct InverseKernel : KernelDefaults {
   static constexpr bool stray_underflow = true;
   /// Floats evaluated in double are all in range.
   static constexpr bool floats_in_double = sizeof(T) < sizeof(typename P::Working);
+  static constexpr int vectors_in_flight = floats_in_double ? 2 : 4;
 
   /// Where the formulas neither overflow nor lose a small number: parts are zero or from low to high.
   static constexpr T low = sizeof(T) == 8 ? T(0x1p-200) : T(0x1p-50);

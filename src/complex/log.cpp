@@ -164,6 +164,7 @@ template <class Base, class P, bool Doubts> struct Logarithm64 : KernelDefaults,
 /// Floats in double: everything finite but zero is in range.
 template <class Base> struct Logarithm32A24 : KernelDefaults {
   using Element = float;
+  static constexpr int vectors_in_flight = 2;
   static constexpr bool stray_underflow = true;
 
   template <class V> static Marks<V> special(V x, V y) {

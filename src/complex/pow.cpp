@@ -89,6 +89,7 @@ HeadTail<V> sum_of_products(const InParts<V>& a, const InParts<V>& u, const InPa
 template <class P> struct WithTails {
   using Element = double;
   using RealPower = typename P::RealPower;
+  static constexpr int vectors_in_flight = 3;
 
   template <class V> static Marks<V> special(V x, V y, V c, V d) {
     return outside_window(x, y, 0x1p-400, 0x1p400) | any_above(c, d, 0x1p60);
@@ -141,6 +142,7 @@ template <LogAccuracy L, AngleAccuracy A, class C> struct Short {
 struct A26 {
   using Element = double;
   using RealPower = Power<PowA26>;
+  static constexpr int vectors_in_flight = 3;
   template <class V> static Marks<V> special(V x, V y, V c, V d) {
     return outside_window(x, y, 0x1p-440, 0x1p440) | any_above(c, d, 0x1p60);
   }
@@ -152,6 +154,7 @@ struct A26 {
 template <class R, LogAccuracy L, AngleAccuracy A, class C> struct FloatInDouble {
   using Element = float;
   using RealPower = R;
+  static constexpr int vectors_in_flight = 2;
   static constexpr double near_zero = L == LogAccuracy::a50 ? 0x1p-20 : 0;
 
   template <class V> static Marks<V> special(V x, V y, V c, V d) {
@@ -192,6 +195,7 @@ using A21 = FloatInDouble<RealA21, LogAccuracy::a24, AngleAccuracy::a24, ShortA2
 struct A11 {
   using Element = float;
   using RealPower = RealA11;
+  static constexpr int vectors_in_flight = 4;
 
   template <class V> static Marks<V> special(V x, V y, V c, V d) {
     return outside_window(x, y, 0x1p-60f, 0x1p60f) | any_above(c, d, 0x1p60f);
@@ -213,6 +217,7 @@ struct A11 {
 template <class P> struct ComplexPow : KernelDefaults {
   using Element = typename P::Element;
   using T = Element;
+  static constexpr int vectors_in_flight = P::vectors_in_flight;
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true;
 
@@ -234,6 +239,7 @@ private:
 template <class P> struct ComplexPowx : KernelDefaults {
   using Element = typename P::Element;
   using T = Element;
+  static constexpr int vectors_in_flight = P::vectors_in_flight;
   static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true;
   Pair<T> w;

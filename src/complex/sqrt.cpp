@@ -104,7 +104,6 @@ Root<float> root_of_any(float x, float y) {
 
 template <class T, class P> struct ComplexSqrt : KernelDefaults {
   using Element = T;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true;
   static constexpr bool wide = sizeof(T) == 8;
   static constexpr T low = wide ? T(0x1p-450) : T(0x1p-60), high = wide ? T(0x1p500) : T(0x1p62);

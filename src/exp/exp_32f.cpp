@@ -40,7 +40,6 @@ double exp_in_double(float x) {
 template <class P> struct Exp32 : KernelDefaults {
   using Element = float;
   static constexpr bool stray_underflow = true;
-  static constexpr int vectors_in_flight = 4;
 
   template <class V> struct Reduced {
     V r;
@@ -98,7 +97,6 @@ struct A21 {
 struct A11 : KernelDefaults {
   using Element = float;
   static constexpr bool stray_underflow = true;
-  static constexpr int vectors_in_flight = 4;
 
   template <class V> static Marks<V> special(V x) { return above(abs(x), from_pattern(0x42AE7FFF)); } // |x| >= 87.25
   template <class V> static V formula(V x) {

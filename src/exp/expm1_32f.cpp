@@ -40,7 +40,6 @@ struct Expm1A24 : KernelDefaults {
 
 template <FloatExpm1Accuracy A> struct Expm1Single : KernelDefaults {
   using Element = float;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // x^2 of a tiny x
   template <class V> static Marks<V> special(V x) { return above(abs(x), covered); }
   template <class V> static V formula(V x) { return with_sign(float_exp_minus_1<A>(x), sign_of(x)); }

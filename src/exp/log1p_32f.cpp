@@ -41,7 +41,6 @@ struct Log1pA24 : KernelDefaults {
 
 template <FloatLogAccuracy A> struct Log1pSingle : KernelDefaults {
   using Element = float;
-  static constexpr int vectors_in_flight = log_vectors_in_flight;
   static constexpr bool stray_underflow = true; // x^2 of a tiny x
   template <class V> static Marks<V> special(V x) { return out_of_domain(x); }
   template <class V> static V formula(V x) { return with_sign(float_logarithm_1p<A>(x), sign_of(x)); }

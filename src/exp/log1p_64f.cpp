@@ -12,7 +12,6 @@ namespace {
 
 template <LogAccuracy A> struct Log1p64f : KernelDefaults {
   using Element = double;
-  static constexpr int vectors_in_flight = A == LogAccuracy::a53 ? 2 : log_vectors_in_flight;
   static constexpr bool stray_underflow = true; // x^2 of a tiny x
   template <class V> static Marks<V> special(V x) {
     const V sum = 1.0 + x;

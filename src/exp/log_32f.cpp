@@ -24,7 +24,6 @@ template <class F> float of_positive(float x, kelStatus& status, F logarithm) {
 template <class Base> struct LogA24 : KernelDefaults {
   using Element = float;
   static constexpr bool doubts = true;
-  static constexpr int vectors_in_flight = 3;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x) {
     return bit_cast<Marks<V>>((bits(x) - 0x00800000u) | (0x7F7FFFFFu - bits(x)));
@@ -45,7 +44,6 @@ template <class Base> struct LogA24 : KernelDefaults {
 
 template <class Base, FloatLogAccuracy A> struct LogSingle : KernelDefaults {
   using Element = float;
-  static constexpr int vectors_in_flight = log_vectors_in_flight;
   static constexpr bool stray_underflow = true; // high powers of a tiny f
   template <class V> static Marks<V> special(V x) { return not_normal_positive(x); }
   template <class V> static V formula(V x) { return float_logarithm<Base, A>(x); }

@@ -14,7 +14,6 @@ namespace kelvm::inline KELVM_BUILD {
 namespace {
 
 template <class Base, LogAccuracy A> struct Log64f : KernelDefaults {
-  static constexpr int vectors_in_flight = A == LogAccuracy::a53 ? 2 : log_vectors_in_flight;
   using Element = double;
   template <class V> static Marks<V> special(V x) { return not_normal_positive(x); }
   template <class V> static V formula(V x) { return logarithm<Base, A>(log_reduce<LogRows<A>>(x)); }

@@ -39,9 +39,6 @@ struct ShortRows {
 };
 template <LogAccuracy A> using LogRows = std::conditional_t<A == LogAccuracy::a53, ExactRows, ShortRows>;
 
-/// Four vectors in flight, or two where registers are few.
-inline constexpr int log_vectors_in_flight = vector_bytes == 16 ? 2 : 4;
-
 /// x = 2^k m, and m's row in the tables. The exponent field of `scaled` is k + 1023.
 template <class V> struct LogReduced {
   V k, m;

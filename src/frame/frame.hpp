@@ -32,9 +32,13 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
+/// For formulas that fill 16 registers with fewer vectors than the usual number.
+inline constexpr int few_vectors_in_flight = vector_bytes == 64 ? 4 : 2;
+
 struct KernelDefaults {
   static constexpr Mode mode = Mode::nearest;
-  static constexpr int vectors_in_flight = 2;
+  /// Vectors of a block, computed together so that one does not wait for its own results.
+  static constexpr int vectors_in_flight = 4;
   static constexpr bool covers_everything = false;
   static constexpr bool doubts = false;
   static constexpr bool has_wide_formula = false;

@@ -55,7 +55,6 @@ struct OfAtanh {
 
 template <class F> struct A24 : KernelDefaults {
   using Element = float;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   static constexpr bool stray_underflow = true; // a subnormal result, which is x
@@ -71,7 +70,6 @@ template <class F> struct A24 : KernelDefaults {
 
 template <class F, FloatLogAccuracy A> struct InFloat : KernelDefaults {
   using Element = float;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // x^2 of a tiny x
   static constexpr float harmless = std::is_same_v<F, OfAtanh> ? 0.5f : 1.0f;
   template <class V> static Marks<V> special(V x) { return F::outside_of(x, largest_cube_root); }

@@ -14,7 +14,6 @@ constexpr double largest_cube_root = 0x1p340;
 
 template <LogAccuracy A> struct InDouble : KernelDefaults {
   using Element = double;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // x^2 of a tiny x
 };
 

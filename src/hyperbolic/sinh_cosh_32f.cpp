@@ -54,7 +54,6 @@ template <class Which> struct A24 : KernelDefaults {
 
 template <class Which, class Accuracy> struct InFloat : KernelDefaults {
   using Element = float;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // r^2 of a tiny r
   template <class V> static Marks<V> special(V x) { return above(abs(x), 87.0f); }
   template <class V> static V formula(V x) { return Which::with_its_sign(Which::of(Accuracy::hyperbolic(abs(x))), x); }

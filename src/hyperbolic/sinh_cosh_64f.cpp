@@ -43,11 +43,11 @@ struct Sinh : KernelDefaults {
 };
 
 struct SinhA53 : Sinh {
+  static constexpr int vectors_in_flight = 2;
   template <class V> static V formula(V x) { return with_sign(rounded(Full::hyperbolic(abs(x)).odd), sign_of(x)); }
 };
 /// e - e^2 / (2 (e + 1)) with e = e^|x| - 1: an error of e does not grow, and next to 0 nothing else counts.
 template <Expm1Accuracy A> struct SinhOfExpm1 : Sinh {
-  static constexpr int vectors_in_flight = 4;
   template <class V> static V formula(V x) {
     const V e = exp_minus_1<A>(abs(x));
     return with_sign(e - (0.5 * e) * (e / (e + 1.0)), sign_of(x));
@@ -55,6 +55,7 @@ template <Expm1Accuracy A> struct SinhOfExpm1 : Sinh {
 };
 
 template <class Accuracy> struct Cosh : KernelDefaults {
+  static constexpr int vectors_in_flight = few_vectors_in_flight;
   using Element = double;
   static constexpr bool stray_underflow = true;
   template <class V> static Marks<V> special(V x) { return above(abs(x), 708.0); }

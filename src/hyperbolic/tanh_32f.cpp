@@ -34,7 +34,6 @@ struct TanhA24 : KernelDefaults {
 
 struct TanhInFloat : KernelDefaults {
   using Element = float;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // x^2 of a tiny x
   template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<float>); }
   static float element(float x, kelStatus&) { return x + x; }

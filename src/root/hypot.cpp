@@ -46,6 +46,7 @@ float hypot_element(float x, float y, kelStatus& status) {
 }
 
 template <class T> struct Hypot : KernelDefaults {
+  static constexpr int vectors_in_flight = 2;
   using Element = T;
   static constexpr bool stray_underflow = true;
   static constexpr T low = sizeof(T) == 8 ? T(0x1p-450) : T(0x1p-60);
@@ -63,6 +64,7 @@ struct Hypot64A53 : Hypot<double> {
 };
 
 struct Hypot32A24 : KernelDefaults {
+  static constexpr int vectors_in_flight = 2;
   using Element = float;
   static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;

@@ -91,6 +91,7 @@ template <class P> struct InvSqrt : KernelDefaults {
 
 struct InvSqrt64A53 : KernelDefaults {
   using Element = double;
+  static constexpr int vectors_in_flight = 2;
   template <class V> static Marks<V> special(V x) { return outside(x, 0x1p-960, largest_finite<double>); }
   template <class V> static V formula(V x) {
     const HeadTail<V> y = inverse_sqrt_parts(x);
@@ -102,6 +103,7 @@ struct InvSqrt64A53 : KernelDefaults {
 };
 
 struct InvSqrt32A24 : KernelDefaults {
+  static constexpr int vectors_in_flight = few_vectors_in_flight;
   using Element = float;
   static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
@@ -142,6 +144,7 @@ float power_3_2_element(float x, kelStatus& status) {
 }
 
 template <class T> struct Pow3o2 : KernelDefaults {
+  static constexpr int vectors_in_flight = 2;
   using Element = T;
   /// Within: neither the result nor a step towards it leaves the normal range.
   static constexpr T low = sizeof(T) == 8 ? T(0x1p-640) : T(0x1p-83);

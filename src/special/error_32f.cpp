@@ -22,12 +22,12 @@ struct ErfSpecial : KernelDefaults {
   }
 };
 template <ErrorAccuracy A> struct Erf32 : ErfSpecial {
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // squares of tiny arguments
   template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<float>); }
   template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
 };
 template <> struct Erf32<ErrorAccuracy::a24> : ErfSpecial {
+  static constexpr int vectors_in_flight = 2;
   static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static V formula(V x, MidpointDoubt& doubt) {
@@ -65,10 +65,10 @@ template <class F> struct ComplementSpecial : Single {
   }
 };
 template <class F, ErrorAccuracy A> struct Complement32 : ComplementSpecial<F> {
-  static constexpr int vectors_in_flight = 4;
   template <class V> static V formula(V x) { return error_complement<F, A>(x); }
 };
 template <class F> struct Complement32<F, ErrorAccuracy::a24> : ComplementSpecial<F> {
+  static constexpr int vectors_in_flight = 2;
   static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static V formula(V x, MidpointDoubt& doubt) {

@@ -12,7 +12,7 @@ namespace {
 
 template <ErrorAccuracy A> struct Erf64 : KernelDefaults {
   using Element = double;
-  static constexpr int vectors_in_flight = A == ErrorAccuracy::a26 ? 4 : 2;
+  static constexpr int vectors_in_flight = A == ErrorAccuracy::a26 ? 4 : 3;
   template <class V> static Marks<V> special(V x) { return nan_or_tiny(x); }
   template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
   static double element(double x, kelStatus&) {
@@ -23,7 +23,7 @@ template <ErrorAccuracy A> struct Erf64 : KernelDefaults {
 
 template <class F, ErrorAccuracy A> struct Complement64 : KernelDefaults {
   using Element = double;
-  static constexpr int vectors_in_flight = A == ErrorAccuracy::a26 ? 4 : 2;
+  static constexpr int vectors_in_flight = A == ErrorAccuracy::a26 ? 4 : 3;
   static constexpr bool stray_underflow = true;
   template <class V> static Marks<V> special(V x) { return beyond_tail<F>(x); }
   template <class V> static V formula(V x) { return error_complement<F, A>(x); }

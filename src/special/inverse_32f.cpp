@@ -14,7 +14,6 @@ namespace {
 template <class F, InverseAccuracy A> struct Formula32 : KernelDefaults {
   using Element = float;
   static constexpr float harmless = 0.25f;
-  static constexpr int vectors_in_flight = 4;
   template <class V> static Marks<V> special(V x) { return F::special(x); }
   template <class V> static V formula(V x) { return inverse<F, A>(x); }
   /// For one lane in the fast range.

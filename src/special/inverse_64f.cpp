@@ -12,6 +12,7 @@ namespace {
 
 template <InverseAccuracy A> struct Inverse64 : KernelDefaults {
   using Element = double;
+  static constexpr int vectors_in_flight = A == InverseAccuracy::a26 ? few_vectors_in_flight : 4;
   static constexpr float harmless = 0.25f;
 };
 

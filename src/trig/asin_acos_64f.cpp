@@ -14,6 +14,7 @@ namespace kelvm::inline KELVM_BUILD {
 namespace {
 
 template <class F> struct InverseDouble : KernelDefaults {
+  static constexpr int vectors_in_flight = few_vectors_in_flight;
   using Element = double;
   static constexpr bool stray_underflow = true; // powers of tiny arguments
   static constexpr float harmless = 0.5f;

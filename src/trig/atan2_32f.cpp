@@ -18,7 +18,6 @@ namespace {
 struct Atan2Single : KernelDefaults {
   using Element = float;
   static constexpr bool doubts = true;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // small quotients left of the y axis
 
   /// Infinities, NaNs, zeros.

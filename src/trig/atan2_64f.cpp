@@ -14,7 +14,6 @@ namespace {
 
 template <AngleAccuracy A> struct Atan2Double : KernelDefaults {
   using Element = double;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // powers of small quotients
   static constexpr double least = 0x1p-480, most = 0x1p480;
 

@@ -17,7 +17,6 @@ namespace {
 
 struct Atan32f : KernelDefaults {
   using Element = float;
-  static constexpr int vectors_in_flight = 4;
   template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.fffffep127f); }
   static float element(float x, kelStatus&) {
     return is_nan(x) ? x + x : with_sign(float(inverse_trig::half_pi_head), sign_of(x));

@@ -14,7 +14,6 @@ namespace {
 
 template <AngleAccuracy A> struct Atan64f : KernelDefaults {
   using Element = double;
-  static constexpr int vectors_in_flight = 4;
   static constexpr bool stray_underflow = true; // powers of tiny arguments
 
   template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1p900); }

@@ -16,7 +16,7 @@ namespace {
 
 struct A53 {
   using Element = double;
-  static constexpr int vectors_in_flight = 2;
+  static constexpr int vectors_in_flight = few_vectors_in_flight;
   static constexpr bool has_wide_formula = true;
   static constexpr double last = 0x1.5ffffffffffffp+16; // below 90112
 

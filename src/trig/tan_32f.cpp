@@ -17,7 +17,6 @@ namespace {
 struct Tan32 : KernelDefaults {
   using Element = float;
   static constexpr bool stray_underflow = true; // powers of small remainders
-  static constexpr int vectors_in_flight = 4;
 
   static float element(float x, kelStatus& status) {
     if (is_nan(x)) return default_nan<float>();
@@ -29,7 +28,6 @@ struct Tan32 : KernelDefaults {
 struct TanA24 : Tan32 {
   static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
-  static constexpr int vectors_in_flight = 2;
 
   template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.5ffffep+16f); } // |x| >= 90112, NaN
   template <class V> static V formula(V x, MidpointDoubt& doubt) {
