@@ -52,7 +52,6 @@ private:
 
 template <class T> struct Div : KernelDefaults {
   using Element = T;
-  static constexpr bool doubts = true;
   template <class V> using Doubt = QuotientDoubt<V>;
   template <class V> static Marks<V> special(V, V) { return Marks<V>{}; }
   template <class V> static V formula(V x, V y, Doubt<V>& doubt) {

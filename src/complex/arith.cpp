@@ -188,7 +188,6 @@ enum class Conjugate { no, yes };
 /// z w or z conj(w). P: product.
 template <class T, class P, Conjugate C> struct Multiplication : KernelDefaults {
   using Element = T;
-  static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true;
   static constexpr bool stray_exceptions = true;
   static constexpr int vectors_in_flight = P::products_in_flight;
@@ -213,7 +212,6 @@ template <Conjugate C, class V> Pair<V> plain_product(V a, V b, V c, V d) {
 template <class T, class P> struct Division : KernelDefaults {
   using Element = T;
   static constexpr int vectors_in_flight = P::quotients_in_flight;
-  static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true;
   static constexpr bool stray_exceptions = true;
   template <class V> using Doubt = SizeDoubt<V>;

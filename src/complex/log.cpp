@@ -19,12 +19,10 @@
 namespace kelvm::inline KELVM_BUILD {
 namespace {
 
-constexpr double inverse_ln10 = 0x1.bcb7b1526e50ep-2, inverse_ln10_rest = 0x1.95355baaafad3p-57;
-
 /// An angle as the imaginary part of a logarithm; it has the sign of y, that of a zero too.
 template <class Base, class V> V scaled_angle(HeadTail<V> angle, V y) {
   if constexpr (std::is_same_v<Base, Natural>) {
-    return angle.head + angle.tail;
+    return rounded(angle);
   } else {
     using namespace log_tables;
     const V head = head_of(angle.head), tail = (angle.head - head) + angle.tail;
@@ -36,7 +34,7 @@ template <class Base, class V> V scaled_angle(V angle) {
   if constexpr (std::is_same_v<Base, Natural>)
     return angle;
   else
-    return angle * Lane<V>(inverse_ln10);
+    return angle * Lane<V>(log_tables::inverse_ln10);
 }
 
 // --- accuracies -----------------------------------------------------------------------------------------------------
@@ -100,7 +98,7 @@ template <class Base> Pair<double> logarithm_of_any(double x, double y) {
     const double up = smaller * 0x1p400;
     HeadTail<double> square = two_product(up, up);
     if constexpr (std::is_same_v<Base, Decimal>)
-      square = multiply(square, HeadTail<double>{inverse_ln10, inverse_ln10_rest});
+      square = multiply(square, HeadTail<double>{log_tables::inverse_ln10, log_tables::inverse_ln10_rest});
     re = smaller == 0 ? 0 : scaled_result(square, 0x1p-801, unused);
   } else {
     const double a = larger * scale, b = smaller * scale < 0x1p-480 ? 0 : smaller * scale;
@@ -129,7 +127,7 @@ template <class Base> Pair<double> logarithm_of_any(double x, double y) {
     const HeadTail<double> back = two_product(q, denominator);
     HeadTail<double> quotient{q, ((numerator - back.head) - back.tail) / denominator};
     if constexpr (std::is_same_v<Base, Decimal>)
-      quotient = multiply(quotient, HeadTail<double>{inverse_ln10, inverse_ln10_rest});
+      quotient = multiply(quotient, HeadTail<double>{log_tables::inverse_ln10, log_tables::inverse_ln10_rest});
     im = y == 0 ? 0 : scaled_result(quotient, scale / up, unused);
   }
   return {re, with_sign(im, sign_of(y))};
@@ -142,7 +140,8 @@ template <class V> Marks<V> both_zero(V x, V y) { return int_bits(abs(from_bits<
 /// Doubles. P: formula, with wide_formula also where `Doubts`.
 template <class Base, class P, bool Doubts> struct Logarithm64 : KernelDefaults, P {
   using Element = double;
-  static constexpr bool doubts = Doubts, has_wide_formula = Doubts;
+  template <class V> using Doubt = std::conditional_t<Doubts, LaneBits, NoDoubt>;
+  static constexpr bool has_wide_formula = Doubts;
   static constexpr bool stray_underflow = true;
 
   template <class V> static Marks<V> special(V x, V y) {

@@ -8,7 +8,7 @@ double any_product(Part part, const ScaledSum& hyperbolic, const ScaledSum& circ
   if (h == 0 || c == 0) return with_sign(0.0, sign);
   if (is_nan(h) || is_nan(c)) return is_infinite(h) && part == Part::real ? h : default_nan<double>();
   if (is_infinite(h)) return with_sign(infinity<double>, sign);
-  return ScaledSum{multiply(hyperbolic.value, circular.value), hyperbolic.exponent + circular.exponent}.rounded();
+  return product(hyperbolic, circular).rounded();
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -218,7 +218,7 @@ template <class P> struct ComplexPow : KernelDefaults {
   using Element = typename P::Element;
   using T = Element;
   static constexpr int vectors_in_flight = P::vectors_in_flight;
-  static constexpr bool doubts = true;
+  template <class V> using Doubt = LaneBits;
   static constexpr bool stray_underflow = true;
 
   template <class V> static Marks<V> special(V x, V y, V c, V d) { return P::special(x, y, c, d); }
@@ -240,7 +240,7 @@ template <class P> struct ComplexPowx : KernelDefaults {
   using Element = typename P::Element;
   using T = Element;
   static constexpr int vectors_in_flight = P::vectors_in_flight;
-  static constexpr bool doubts = true;
+  template <class V> using Doubt = LaneBits;
   static constexpr bool stray_underflow = true;
   Pair<T> w;
 

@@ -26,7 +26,6 @@ float correctly_rounded(float x, kelStatus& status) {
 
 struct Expm1A24 : KernelDefaults {
   using Element = float;
-  static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true; // a subnormal result, which is x
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x) { return above(abs(x), covered); }

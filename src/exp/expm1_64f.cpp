@@ -9,8 +9,8 @@ namespace kelvm::inline KELVM_BUILD {
 namespace {
 
 template <Expm1Accuracy A> struct Expm164f : KernelDefaults {
-  static constexpr int vectors_in_flight = 3;
   using Element = double;
+  static constexpr int vectors_in_flight = 3;
   static constexpr bool stray_underflow = true; // x^2 of a tiny x
   static constexpr double covered = 708;
   template <class V> static Marks<V> special(V x) { return above(abs(x), covered); }

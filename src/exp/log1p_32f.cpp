@@ -22,7 +22,6 @@ template <class F> float in_domain(float x, kelStatus& status, F inside) {
 
 struct Log1pA24 : KernelDefaults {
   using Element = float;
-  static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true; // a subnormal result, which is x
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x) { return out_of_domain(x); }

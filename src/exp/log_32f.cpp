@@ -23,7 +23,6 @@ template <class F> float of_positive(float x, kelStatus& status, F logarithm) {
 
 template <class Base> struct LogA24 : KernelDefaults {
   using Element = float;
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x) {
     return bit_cast<Marks<V>>((bits(x) - 0x00800000u) | (0x7F7FFFFFu - bits(x)));

@@ -270,7 +270,7 @@ template <class V> inline FloatLogReduced<V> float_log_reduce(V x) {
 }
 
 template <class Base, FloatLogAccuracy A, class V> inline V float_logarithm(V k, V f) {
-  constexpr float two = Base::two, inverse_ln10 = log_tables::inverse_ln10_head + log_tables::inverse_ln10_tail;
+  constexpr float two = Base::two, inverse_ln10 = log_tables::inverse_ln10;
   if constexpr (std::is_same_v<Base, Natural>) {
     if constexpr (A == FloatLogAccuracy::a21)
       return k * two + (f + (f * f) * estrin(f, log_tables::ln_a21));

@@ -612,6 +612,8 @@ inline constexpr double lg2 = 0x1.34413509f79ffp-2;
 
 inline constexpr double inverse_ln10_head = 0x1.bcb7b18000000p-2;
 inline constexpr double inverse_ln10_tail = -0x1.6c8d78e6acaa4p-29;
+inline constexpr double inverse_ln10 = 0x1.bcb7b1526e50ep-2;
+inline constexpr double inverse_ln10_rest = 0x1.95355baaafad3p-57;
 
 // (ln(1+r) - r) / r^2 on [-0.002647, 0.002674]; error 2^-68.1 of the result
 inline constexpr double ln_a53[] = {

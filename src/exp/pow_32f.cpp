@@ -16,7 +16,6 @@ namespace {
 
 template <class P> struct Pow32f : P {
   using Element = float;
-  static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true; // y ln x of a tiny y
   template <class V> static Marks<V> special(V x, V y) { return not_normal_positive(x) | P::special_exponent(y); }
   template <class V> static V formula(V x, V y, typename P::template Doubt<V>& doubt) {
@@ -27,7 +26,6 @@ template <class P> struct Pow32f : P {
 
 template <class P> struct Powx32f : P {
   using Element = float;
-  static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true;
   Exponent<float> y;
 

@@ -39,7 +39,7 @@ struct PowA26 {
 
 template <class P> struct Power : KernelDefaults {
   using Element = double;
-  static constexpr bool doubts = true;
+  template <class V> using Doubt = LaneBits;
   static constexpr bool stray_underflow = true; // y ln x of a tiny y
   static constexpr double largest_y = 0x1p100;
   static constexpr double largest_exponent = 708; // results are normal up to there

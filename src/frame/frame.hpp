@@ -13,10 +13,10 @@
 //                                   the complete function for one element: special results with their code and flag,
 //                                   formula(x) with one lane where that covers it. Called for marked lanes only.
 //
-// A kernel with `covers_everything` has formula alone. A kernel with `doubts` gives formula a last parameter,
-// LaneBits& doubtful, and sets there the lanes whose result is not decided; they go to element() as well. Where that
-// costs too much, the parameter is a Doubt<V>& of the kernel's own, which gathers what it needs from all vectors of a
-// block: any() tells whether a lane of the block may be doubtful, lanes(), asked after a single vector, which are.
+// A kernel with `covers_everything` has formula alone. A kernel with a Doubt<V> gives formula a last parameter,
+// Doubt<V>& doubt, for lanes whose result is not decided; they go to element() as well. It is LaneBits, where formula
+// sets them, or, where that costs too much, a type that gathers what it needs from all vectors of a block: any() tells
+// whether a lane of the block may be doubtful, lanes(), asked after a single vector, which are.
 //
 // A kernel with `has_wide_formula` has a second pair, wide_special and wide_formula, that takes the place of the first
 // in vectors with marked lanes: slower and covering more, with the bits of formula where that covers a lane.
@@ -35,12 +35,18 @@ namespace kelvm::inline KELVM_BUILD {
 /// For formulas that fill 16 registers with fewer vectors than the usual number.
 inline constexpr int few_vectors_in_flight = vector_bytes == 64 ? 4 : 2;
 
+/// The Doubt of a formula that decides all lanes.
+struct NoDoubt {
+  bool any() const { return false; }
+  LaneBits lanes() const { return 0; }
+};
+
 struct KernelDefaults {
   static constexpr Mode mode = Mode::nearest;
   /// Vectors of a block, computed together so that one does not wait for its own results.
   static constexpr int vectors_in_flight = 4;
   static constexpr bool covers_everything = false;
-  static constexpr bool doubts = false;
+  template <class V> using Doubt = NoDoubt;
   static constexpr bool has_wide_formula = false;
   /// The formula may raise underflow for elements that do not earn it (products of tiny intermediate values); the frame
   /// takes it back unless an element() call reports kelStatusUnderflow.
@@ -127,12 +133,7 @@ template <class K, class S> class Loop {
   template <class U> static Outputs<U> collect(U result) { return {{result}}; }
   template <class U> static Outputs<U> collect(Pair<U> result) { return {{result.first, result.second}}; }
 
-  template <class U> static auto doubt_of() {
-    if constexpr (requires { typename K::template Doubt<U>; })
-      return typename K::template Doubt<U>{};
-    else
-      return LaneBits{0};
-  }
+  using Doubt = typename K::template Doubt<V>;
   static bool some(LaneBits doubtful) { return doubtful != 0; }
   static LaneBits lanes_of(LaneBits doubtful) { return doubtful; }
   template <class D> static bool some(const D& doubt) { return doubt.any(); }
@@ -140,10 +141,10 @@ template <class K, class S> class Loop {
 
   template <class U, class D> static Outputs<U> formula(const K& kernel, const Inputs<U>& in, D& doubtful) {
     return collect<U>(spread(in, [&](auto... x) {
-      if constexpr (K::doubts)
-        return kernel.formula(x..., doubtful);
-      else
+      if constexpr (std::is_same_v<D, NoDoubt>)
         return kernel.formula(x...);
+      else
+        return kernel.formula(x..., doubtful);
     }));
   }
   static Marks<V> special(const K& kernel, const Inputs<V>& in) {
@@ -256,7 +257,7 @@ template <class K, class S> class Loop {
   /// One vector, whatever it holds, but for a kernel with a wide formula. Lanes outside `valid` are computed but never
   /// handed over.
   static Outputs<V> one_vector(const K& kernel, const Inputs<V>& in, LaneBits valid, Outcome& outcome) {
-    auto doubtful = doubt_of<V>();
+    Doubt doubtful{};
     if constexpr (K::covers_everything) {
       return formula<V>(kernel, in, doubtful);
     } else {
@@ -354,7 +355,7 @@ public:
       Inputs<V> in[K::vectors_in_flight];
       Outputs<V> out[K::vectors_in_flight];
       Marks<V> marked{};
-      auto doubtful = doubt_of<V>();
+      Doubt doubtful{};
       unrolled<K::vectors_in_flight>([&](auto v) {
         in[v] = load_block<Lanes::any>(arrays, i + v * width);
         marked |= special(kernel, in[v]);
@@ -380,7 +381,7 @@ private:
     for (std::ptrdiff_t i = 0; i < len; ++i) {
       Inputs<T> x;
       unrolled<S::sources>([&](auto s) { x.of[s] = load<T>(arrays.source[s] + i); });
-      LaneBits doubtful = 0;
+      NoDoubt doubtful;
       store<T>(arrays.destination[0] + i, formula<T>(kernel, x, doubtful).of[0]);
     }
     return {};

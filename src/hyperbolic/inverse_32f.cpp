@@ -55,7 +55,6 @@ struct OfAtanh {
 
 template <class F> struct A24 : KernelDefaults {
   using Element = float;
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   static constexpr bool stray_underflow = true; // a subnormal result, which is x
   static constexpr float harmless = std::is_same_v<F, OfAtanh> ? 0.5f : 1.0f;

@@ -40,7 +40,6 @@ struct SeriesA24 {
 
 template <class Which> struct A24 : KernelDefaults {
   using Element = float;
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   static constexpr bool stray_underflow = true; // a subnormal result, which is x
   template <class V> static Marks<V> special(V x) { return above(abs(x), 89.0f); }

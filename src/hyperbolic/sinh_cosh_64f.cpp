@@ -55,8 +55,8 @@ template <Expm1Accuracy A> struct SinhOfExpm1 : Sinh {
 };
 
 template <class Accuracy> struct Cosh : KernelDefaults {
-  static constexpr int vectors_in_flight = few_vectors_in_flight;
   using Element = double;
+  static constexpr int vectors_in_flight = few_vectors_in_flight;
   static constexpr bool stray_underflow = true;
   template <class V> static Marks<V> special(V x) { return above(abs(x), 708.0); }
   template <class V> static V formula(V x) { return rounded(Accuracy::hyperbolic(abs(x)).even); }

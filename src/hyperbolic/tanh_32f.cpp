@@ -16,7 +16,6 @@ constexpr float saturated = 10;
 
 struct TanhA24 : KernelDefaults {
   using Element = float;
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   static constexpr bool stray_underflow = true; // a subnormal result, which is x
   template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<float>); }

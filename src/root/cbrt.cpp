@@ -124,7 +124,6 @@ template <class P> struct Cbrt : KernelDefaults {
 };
 
 struct Cbrt32A24 : Cbrt<A21> {
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V m = abs(x);
@@ -162,7 +161,6 @@ template <class P> struct InvCbrt : KernelDefaults {
 };
 
 struct InvCbrt32A24 : InvCbrt<A21> {
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V m = abs(x);
@@ -192,7 +190,6 @@ template <class P> struct Pow2o3 : KernelDefaults {
 };
 
 struct Pow2o3_32A24 : Pow2o3<A21> {
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V m = abs(x);

@@ -46,8 +46,8 @@ float hypot_element(float x, float y, kelStatus& status) {
 }
 
 template <class T> struct Hypot : KernelDefaults {
-  static constexpr int vectors_in_flight = 2;
   using Element = T;
+  static constexpr int vectors_in_flight = 2;
   static constexpr bool stray_underflow = true;
   static constexpr T low = sizeof(T) == 8 ? T(0x1p-450) : T(0x1p-60);
   static constexpr T high = sizeof(T) == 8 ? T(0x1p500) : T(0x1p62);
@@ -64,9 +64,8 @@ struct Hypot64A53 : Hypot<double> {
 };
 
 struct Hypot32A24 : KernelDefaults {
-  static constexpr int vectors_in_flight = 2;
   using Element = float;
-  static constexpr bool doubts = true;
+  static constexpr int vectors_in_flight = 2;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x, V y) {
     return larger_outside(abs(x), abs(y), smallest_normal<float>, 0x1p126f);

@@ -103,9 +103,8 @@ struct InvSqrt64A53 : KernelDefaults {
 };
 
 struct InvSqrt32A24 : KernelDefaults {
-  static constexpr int vectors_in_flight = few_vectors_in_flight;
   using Element = float;
-  static constexpr bool doubts = true;
+  static constexpr int vectors_in_flight = few_vectors_in_flight;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x) { return outside(x, smallest_normal<float>, largest_finite<float>); }
   template <class V> static V formula(V x, MidpointDoubt& doubt) {
@@ -144,8 +143,8 @@ float power_3_2_element(float x, kelStatus& status) {
 }
 
 template <class T> struct Pow3o2 : KernelDefaults {
-  static constexpr int vectors_in_flight = 2;
   using Element = T;
+  static constexpr int vectors_in_flight = 2;
   /// Within: neither the result nor a step towards it leaves the normal range.
   static constexpr T low = sizeof(T) == 8 ? T(0x1p-640) : T(0x1p-83);
   static constexpr T high = sizeof(T) == 8 ? T(0x1p680) : T(0x1p85);
@@ -162,7 +161,6 @@ struct Pow3o2_64A53 : Pow3o2<double> {
 };
 
 struct Pow3o2_32A24 : Pow3o2<float> {
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static V formula(V x, MidpointDoubt& doubt) {
     return in_double_decided<47>(

@@ -28,7 +28,6 @@ template <ErrorAccuracy A> struct Erf32 : ErfSpecial {
 };
 template <> struct Erf32<ErrorAccuracy::a24> : ErfSpecial {
   static constexpr int vectors_in_flight = 2;
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const auto f = [](auto d) { return erf_positive<ErrorAccuracy::a24>(d); };
@@ -69,7 +68,6 @@ template <class F, ErrorAccuracy A> struct Complement32 : ComplementSpecial<F> {
 };
 template <class F> struct Complement32<F, ErrorAccuracy::a24> : ComplementSpecial<F> {
   static constexpr int vectors_in_flight = 2;
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const auto f = [](auto d) { return error_complement<F, ErrorAccuracy::a24>(d); };

@@ -22,7 +22,6 @@ template <class F, InverseAccuracy A> struct Formula32 : KernelDefaults {
 template <class F> struct Formula32<F, InverseAccuracy::a24> : KernelDefaults {
   using Element = float;
   static constexpr float harmless = 0.25f;
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static Marks<V> special(V x) { return F::special(x); }
   template <class V> static V formula(V x, MidpointDoubt& doubt) {

@@ -25,7 +25,6 @@ template <class F> struct Inverse32f : KernelDefaults {
 
 template <class F> struct InverseA24 : Inverse32f<F> {
   static constexpr int vectors_in_flight = vector_bytes == 64 ? 2 : 1; // of the registers
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V t = abs(x);

@@ -17,7 +17,6 @@ namespace {
 
 struct Atan2Single : KernelDefaults {
   using Element = float;
-  static constexpr bool doubts = true;
   static constexpr bool stray_underflow = true; // small quotients left of the y axis
 
   /// Infinities, NaNs, zeros.

@@ -25,7 +25,6 @@ struct Atan32f : KernelDefaults {
 
 struct AtanA24 : Atan32f {
   static constexpr int vectors_in_flight = 3;
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
   template <class V> static V formula(V x, MidpointDoubt& doubt) {
     const V y = in_double_decided<40>(

@@ -26,7 +26,6 @@ struct Tan32 : KernelDefaults {
 };
 
 struct TanA24 : Tan32 {
-  static constexpr bool doubts = true;
   template <class V> using Doubt = MidpointDoubt;
 
   template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.5ffffep+16f); } // |x| >= 90112, NaN

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Angles and coefficients of the complex functions' factors: writes src/hyperbolic/factors_tables.hpp.
+"""Angles and coefficients of the hyperbolic and complex functions' factors: writes src/hyperbolic/factors_tables.hpp.
 
     tools/tables/factors.py > src/hyperbolic/factors_tables.hpp
 """

@@ -122,6 +122,8 @@ namespace kelvm::inline KELVM_BUILD::log_tables {
     head = F(int((inv * (1 << 27)).to_integral_value()), 1 << 27)
     constant("inverse_ln10_head", head)
     constant("inverse_ln10_tail", inv - dec(head))
+    constant("inverse_ln10", inv)
+    constant("inverse_ln10_rest", inv - D(double(inv)))
     print()
 
     def logarithm(name, rows, first, count, factor, what, ctype="double"):
