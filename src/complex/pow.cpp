@@ -242,14 +242,16 @@ template <class P> struct ComplexPowx : KernelDefaults {
   static constexpr int vectors_in_flight = P::vectors_in_flight;
   template <class V> using Doubt = LaneBits;
   static constexpr bool stray_underflow = true;
-  Pair<T> w;
+  Pair<T> w, tame; // 1 where no base has the vector formula: its flags count though no element has its results
 
-  template <class E> explicit ComplexPowx(const E& exponent) : w{exponent.re, exponent.im} {}
+  template <class E> explicit ComplexPowx(const E& exponent) : w{exponent.re, exponent.im}, tame(w) {
+    if (any(P::special(T(1), T(1), w.first, w.second))) tame = {T(1), T(0)};
+  }
   template <class V> Marks<V> special(V x, V y) const {
     return ComplexPow<P>::special(x, y, splat<V>(w.first), splat<V>(w.second));
   }
   template <class V> Pair<V> formula(V x, V y, LaneBits& doubtful) const {
-    return P::formula(x, y, splat<V>(w.first), splat<V>(w.second), doubtful);
+    return P::formula(x, y, splat<V>(tame.first), splat<V>(tame.second), doubtful);
   }
   Pair<T> element(T x, T y, kelStatus& status) const { return ComplexPow<P>::element(x, y, w.first, w.second, status); }
 };

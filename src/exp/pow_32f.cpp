@@ -32,7 +32,7 @@ template <class P> struct Powx32f : P {
   explicit Powx32f(float exponent) : y(exponent, P::largest_y) {}
   template <class V> Marks<V> special(V x) const { return y.ordinary ? not_normal_positive(y.base(x)) : ~Marks<V>{}; }
   template <class V> V formula(V x, typename P::template Doubt<V>& doubt) const {
-    return y.result(P::positive(y.base(x), splat<V>(y.value), doubt), x);
+    return y.result(P::positive(y.base(x), splat<V>(y.tame), doubt), x);
   }
   float element(float x, kelStatus& status) const { return power_of_any<P>(x, y.value, status); }
 };

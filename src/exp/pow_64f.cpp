@@ -32,7 +32,7 @@ template <class P> struct Powx64f : Power<P> {
   explicit Powx64f(double exponent) : y(exponent, Power<P>::largest_y) {}
   template <class V> Marks<V> special(V x) const { return y.ordinary ? not_normal_positive(y.base(x)) : ~Marks<V>{}; }
   template <class V> V formula(V x, LaneBits& doubtful) const {
-    return y.result(Power<P>::positive(y.base(x), splat<V>(y.value), doubtful), x);
+    return y.result(Power<P>::positive(y.base(x), splat<V>(y.tame), doubtful), x);
   }
   double element(double x, kelStatus& status) const { return Power<P>::any(x, y.value, status); }
 };

@@ -25,13 +25,14 @@ template <class T> inline Parity parity(T y) {
 
 /// The one exponent of a Powx call and what it means for negative bases: where it is an integer, the vector formula
 /// takes |x| for x, and an odd one gives the sign back to the result. `ordinary` is unset where no vector formula
-/// applies.
+/// applies: it takes `tame` then, as its flags count though no element has its results.
 template <class T> struct Exponent {
-  T value;
+  T value, tame;
   Bits<T> base_sign = 0, result_sign = 0;
   bool ordinary;
 
-  Exponent(T y, T largest) : value(y), ordinary(abs(y) <= largest) {
+  Exponent(T y, T largest) : value(y), ordinary(!any(above(abs(y), largest))) {
+    tame = ordinary ? y : T(1);
     const Parity p = ordinary ? parity(y) : Parity::fraction;
     if (p != Parity::fraction) base_sign = sign_bit<T>;
     if (p == Parity::odd) result_sign = sign_bit<T>;

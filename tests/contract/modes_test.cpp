@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <random>
 #include <sstream>
 
 namespace {
@@ -155,6 +156,33 @@ TEST_P(Modes, AnElementRaisesTheFlagOfItsCodeAndNoOther) {
     ASSERT_TRUE(!(one_part && nan_in) || (all_nan && (signalling_in || status == kelStatusOk))) << text();
     ASSERT_TRUE(status != kelStatusDomain || nan) << text();
     ASSERT_TRUE(status != kelStatusSingularity || infinite) << text();
+  }
+}
+
+// Bases and exponents of every kind, and exponents that only one of the two takes at once.
+TEST(OneExponent, GivesTheBitsTheStatusAndTheFlagsOfAnArrayOfIt) {
+  for (const harness::Member& one : harness::all_members()) {
+    if (one.shape != harness::Shape::ScalarPower) continue;
+    const harness::Member& many = *harness::find_member("kelsPow" + std::string(one.name.substr(8)));
+    const Subject pow(many);
+    const std::size_t size = many.source_size();
+    constexpr int len = 150; // more than the largest block
+    std::vector<Element> elements = special_elements(many);
+    std::shuffle(elements.begin(), elements.end(), std::minstd_rand(11));
+    const std::vector<Element> ordinary = domain_elements(many, len);
+    Bytes dst1(len * size), dst2 = dst1;
+    for (int i = 0; i + len <= static_cast<int>(elements.size()); ++i) {
+      const Element& exponent = elements[i];
+      std::vector<Element> bases(i % 2 ? ordinary : std::vector<Element>(&elements[i], &elements[i + len]));
+      for (Element& base : bases) std::copy_n(&exponent[2], 2, &base[2]);
+      const Bytes x = packed(many, 0, bases), y = packed(many, 1, bases);
+      const Ending expected = pow.call({x.data(), y.data(), nullptr, dst1.data(), nullptr, len});
+      const Ending ending = Subject(one, exponent).call({x.data(), nullptr, nullptr, dst2.data(), nullptr, len});
+      ASSERT_TRUE(dst1 == dst2 && ending.status == expected.status && ending.flags() == expected.flags())
+          << one.name << std::hex << ": exponent 0x" << exponent[2] << " 0x" << exponent[3] << std::dec << ", status "
+          << ending.status << ", flags" << flag_names(ending.flags()) << "; an array of it: " << expected.status
+          << flag_names(expected.flags()) << (dst1 == dst2 ? "" : "; other bits");
+    }
   }
 }
 

@@ -1,15 +1,11 @@
-// Powers: every special case of C's Annex F, codes at the borders of the range, exact results; and Powx, which is Pow
-// with one exponent.
+// Powers: every special case of C's Annex F, codes at the borders of the range, exact results.
 #include "special.hpp"
 
 #include <cmath>
-#include <cstring>
-#include <random>
 #include <string>
 
 namespace {
 
-using harness::Type;
 using special::any_nan;
 using special::default_nan;
 using special::inf;
@@ -100,38 +96,6 @@ TEST(Pow, ExactPowers) {
     }
   special::check("kelsPow_64f_A53", doubles);
   special::check("kelsPow_32f_A24", floats);
-}
-
-// Special bases and exponents included, where an element's neighbours share the exponent.
-TEST(Pow, OneExponentGivesTheSameBits) {
-  std::mt19937_64 random(3);
-  std::uniform_real_distribution<double> base(-20, 20);
-  for (const auto& m : harness::all_members()) {
-    if (m.family != "Powx" || (m.type != Type::f32 && m.type != Type::f64)) continue;
-    const auto pow = *harness::find_member("kelsPow" + std::string(m.name.substr(8)));
-    for (double y : {0.0, 1.0, -1.0, 2.0, 3.0, -7.0, 0.5, 2.7, 300.0, -300.0, -0x1p-130, 0x1.000002p24, 1e30, inf, -inf,
-                     std::numeric_limits<double>::quiet_NaN()}) {
-      constexpr int n = 1000;
-      const auto compare = [&]<class T>(T) {
-        std::vector<T> x(n), exponents(n, T(y)), one(n), all(n);
-        for (T& v : x) v = T(base(random));
-        for (int i = 0; T v : {T(0), T(-0.0), T(1), T(-1), T(inf), T(-inf), std::numeric_limits<T>::quiet_NaN(),
-                               std::numeric_limits<T>::denorm_min(), std::numeric_limits<T>::max()})
-          x[i++ * 37] = v;
-        const T exponent = T(y);
-        const kelStatus a =
-            subject::library().call(m, {.src1 = x.data(), .scalar = &exponent, .dst1 = one.data(), .len = n});
-        const kelStatus b =
-            subject::library().call(pow, {.src1 = x.data(), .src2 = exponents.data(), .dst1 = all.data(), .len = n});
-        EXPECT_EQ(a, b) << m.name << " " << y;
-        EXPECT_EQ(std::memcmp(one.data(), all.data(), n * sizeof(T)), 0) << m.name << " " << y;
-      };
-      if (m.is_float())
-        compare(0.0f);
-      else
-        compare(0.0);
-    }
-  }
 }
 
 } // namespace
