@@ -9,6 +9,8 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// The mode fields of MXCSR: flush-to-zero, rounding control, denormals-are-zero.
 inline constexpr unsigned mode_mask = 0xE040;
+/// The sticky flags of MXCSR, the same without inexact and denormal operand, and the bits that mask those exceptions.
+inline constexpr unsigned all_flags = 0x3F, honest_flags = 0x1D, honest_masks = honest_flags << 7;
 
 /// What a kernel computes in. The values of the fixed modes are the fields' bits.
 enum class Mode : unsigned { nearest = 0, toward_zero = 0x6000, callers = ~0u };
@@ -41,8 +43,15 @@ struct Outcome {
   }
 };
 
-/// Calls loop(arguments...) in the mode. Where the control word has to change, the word found at entry is loaded back
-/// after the loop, its sticky flags included. Flags of StrayFlags that no element earned are taken back.
+/// Loads the control word `found` at the entry of a call back after its loop, which had flags cleared, exceptions
+/// masked and changed fields of the mode. Of the flags that elements have raised the masked ones stay where
+/// `keep_flags` says so; the others trap, now that all results are written.
+void ownLeaveMode(unsigned found, unsigned raised, bool keep_flags);
+
+/// Calls loop(arguments...) in the mode, all exceptions masked whose flags have to be earned: formulas may overflow
+/// where no element does, and an unmasked underflow traps for exact results too. Where the control word has to change
+/// for the mode, the word found at entry is loaded back after the loop, its sticky flags included. Flags of StrayFlags
+/// that no element earned are taken back.
 /// `loop` must be a function that is not inlined here: the compiler moves floating-point operations across a change of
 /// the control word, but not across a call.
 template <Mode M, unsigned StrayFlags, class... Parameters, class... Arguments>
@@ -51,18 +60,21 @@ inline kelStatus in_mode(Outcome (*loop)(Parameters...), const Arguments&... arg
   if constexpr (M == Mode::callers) {
     return loop(arguments...).status;
   } else {
+    constexpr unsigned fields = mode_mask | honest_masks, own = unsigned(M) | honest_masks;
     const unsigned found = _mm_getcsr();
-    if ((found & mode_mask) != unsigned(M)) [[unlikely]] {
-      _mm_setcsr((found & ~mode_mask) | unsigned(M));
-      const kelStatus status = loop(arguments...).status;
-      _mm_setcsr(found);
-      return status;
+    const auto stray = [](unsigned flags, const Outcome& outcome) { return flags & StrayFlags & ~outcome.earned; };
+    if ((found & fields) != own) [[unlikely]] {
+      _mm_setcsr((found & ~(fields | all_flags)) | own);
+      const Outcome outcome = loop(arguments...);
+      const unsigned left = _mm_getcsr() & all_flags;
+      ownLeaveMode(found, left & ~stray(left, outcome), (found & mode_mask) == unsigned(M));
+      return outcome.status;
     }
     const Outcome outcome = loop(arguments...);
     if constexpr (StrayFlags != 0) {
-      const unsigned left = _mm_getcsr(), stray = left & StrayFlags & ~(found | outcome.earned);
-      if (stray != 0) [[unlikely]]
-        _mm_setcsr(left & ~stray);
+      const unsigned left = _mm_getcsr();
+      if (const unsigned unearned = stray(left & ~found, outcome); unearned != 0) [[unlikely]]
+        _mm_setcsr(left & ~unearned);
     }
     return outcome.status;
   }

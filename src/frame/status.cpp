@@ -1,4 +1,5 @@
 #include "frame/status.hpp"
+#include "frame/mode.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
@@ -27,6 +28,13 @@ void ownRaiseFpException(kelStatus code) {
     return;
   }
   (void)discarded;
+}
+
+void ownLeaveMode(unsigned found, unsigned raised, bool keep_flags) {
+  const unsigned traps = raised & honest_flags & ~(found >> 7);
+  _mm_setcsr(keep_flags ? found | (raised & ~traps) : found);
+  for (kelStatus code : {kelStatusDomain, kelStatusSingularity, kelStatusOverflow, kelStatusUnderflow})
+    if ((traps & flag_of(code)) != 0) ownRaiseFpException(code);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -2,9 +2,12 @@
 #include "subject.hpp"
 
 #include <algorithm>
+#include <csignal>
 #include <cstdint>
 #include <random>
 #include <sstream>
+#include <ucontext.h>
+#include <utility>
 
 namespace {
 
@@ -156,6 +159,60 @@ TEST_P(Modes, AnElementRaisesTheFlagOfItsCodeAndNoOther) {
     ASSERT_TRUE(!(one_part && nan_in) || (all_nan && (signalling_in || status == kelStatusOk))) << text();
     ASSERT_TRUE(status != kelStatusDomain || nan) << text();
     ASSERT_TRUE(status != kelStatusSingularity || infinite) << text();
+  }
+}
+
+/// Notes the exceptions that trap; the operation is made again with them masked.
+class Traps {
+public:
+  Traps() {
+    seen_ = 0;
+    struct sigaction ours = {};
+    ours.sa_flags = SA_SIGINFO;
+    ours.sa_sigaction = [](int, siginfo_t*, void* context) {
+      auto& csr = static_cast<ucontext_t*>(context)->uc_mcontext.fpregs->mxcsr;
+      const unsigned trapped = csr & ~(csr >> 7) & all_flags;
+      seen_ = seen_ | trapped;
+      csr |= trapped << 7;
+    };
+    sigaction(SIGFPE, &ours, &before_);
+  }
+  ~Traps() { sigaction(SIGFPE, &before_, nullptr); }
+  /// Those since the last time.
+  unsigned seen() {
+    const unsigned flags = seen_;
+    seen_ = 0;
+    return flags;
+  }
+
+private:
+  struct sigaction before_;
+  static inline volatile unsigned seen_ = 0;
+};
+
+TEST_P(Modes, UnmaskedExceptionsTrapWhereAnElementEarnsThemAndOnlyThere) {
+  const Computes computes = mode_of(member);
+  const unsigned own = computes == Computes::toward_zero ? toward_zero : 0;
+  // The IEEE operations in the caller's mode: an exact subnormal number traps as well.
+  const unsigned unmasked = computes == Computes::callers ? honest_flags & ~unsigned{underflow} : honest_flags;
+  const Strip& found = sample.all;
+  const Strip all = own == 0 ? found : alone(s, elements_of(s, found, found.count), default_csr | own);
+  std::vector<int> quiet;
+  for (int i = 0; i < all.count; ++i)
+    if (all.flags[i] == 0 && all.status[i] == kelStatusOk) quiet.push_back(i);
+  const int count = static_cast<int>(quiet.size());
+  const Strip together = pick(s, all, quiet, count);
+  Traps traps;
+  for (unsigned mode : {own, flush_to_zero | rounding[2]}) {
+    if (computes == Computes::callers && mode != own) continue;
+    const unsigned csr = (default_csr & ~(unmasked << 7)) | mode;
+    ASSERT_TRUE(as_alone(s, together, 0, count, csr));
+    ASSERT_EQ(traps.seen(), 0u) << s << ": a trap that no element has earned";
+    for (int i = 0; i < all.count; ++i) {
+      if (all.flags[i] == 0) continue;
+      ASSERT_TRUE(as_alone(s, all, i, 1, csr));
+      ASSERT_EQ(traps.seen(), all.flags[i] & unmasked) << s << ": element " << i << " of its sample";
+    }
   }
 }
 
