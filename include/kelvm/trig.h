@@ -46,7 +46,8 @@ KELVM_API kelStatus kelsSinCos_64f_A50(const double* src, double* dstSin, double
 KELVM_API kelStatus kelsSinCos_64f_A53(const double* src, double* dstSin, double* dstCos, int len);
 
 /** dst[i] = cos src[i] + i sin src[i], the bits of SinCos. An infinity gives NaN in both parts with kelStatusDomain; a
- * NaN gives NaN in both parts without a warning. The arrays should not overlap. */
+ * NaN gives NaN in both parts without a warning. The arrays must not overlap: a result takes twice the room of its
+ * source, and not even dst == src works. */
 KELVM_API kelStatus kelsCIS_32fc_A11(const float* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsCIS_32fc_A21(const float* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsCIS_32fc_A24(const float* src, Complex32f* dst, int len);

@@ -5,19 +5,31 @@
  * A26, A50, A53 for doubles; functions that only have exact results carry none.
  *
  * Arguments: one or two source arrays, one or two destination arrays, and the number of elements, always last. Arrays
- * are contiguous and need no alignment. A destination may be the same array as a source; otherwise source and
- * destination should not overlap. The library allocates nothing, keeps no state and may be called from any number of
- * threads at once.
+ * are contiguous and need no alignment. A destination may be the same array as a source, in every function but CIS,
+ * whose results take twice the room of its sources; otherwise source and destination should not overlap, nor two
+ * destinations (Add, Sub, Mul and Sqr of reals allow any overlap of sources and destination). The library allocates
+ * nothing, keeps no state and may be called from any number of threads at once.
  *
  * Status: a negative status is an error found before anything was read or written. A positive status is a warning:
- * every element has its result, and the status is the code of the last element (highest index) that earned one. A NaN
- * argument gives a NaN and no warning. An element that earns a warning also raises the IEEE exception flag named
- * below; no other element raises one of these flags.
+ * every element has its result, and the status is the code of the last element (highest index) that earned one. An
+ * element that earns a warning also raises the IEEE exception flag named below. docs/statuses.md has one table of what
+ * each status means for each function.
  *
- * Control words: except where a function says that it computes in the caller's mode, it computes in
- * round-to-nearest with subnormals honoured, whatever the caller has set, and gives the caller's control word back. If
- * it had to change the control word, the sticky exception flags come back as they stood before the call; otherwise
- * the flags that elements raised stay raised.
+ * NaN: an argument that is a NaN gives a NaN and no warning; the exceptions stand beside their functions (a power that
+ * does not depend on it, an infinity in Hypot, some NaNs in Sin, Cos and SinCos of doubles).
+ *
+ * Without a warning, the flags invalid, divide-by-zero, overflow and underflow are raised by few elements: invalid by
+ * signalling NaNs, as IEEE 754 has it, in most functions; underflow by inexact subnormal results that have no code,
+ * parts of complex results among them; and what IEEE operations raise in the functions that are one operation (Add,
+ * Sub, Mul, Sqr and Abs of reals, Add and Sub of complex numbers) and in Round. Exp has stored results that raise
+ * nothing. Inexact and denormal operand are raised as the computation goes.
+ *
+ * Control words: except where a function says that it computes in the caller's mode, it computes in round-to-nearest
+ * with subnormals honoured, whatever the caller has set, and gives the caller's control word back. If it had to change
+ * rounding or the treatment of subnormals, the sticky exception flags come back as they stood before the call;
+ * otherwise the flags that elements raised stay raised. Where the caller has unmasked invalid, divide-by-zero, overflow
+ * or underflow, the flags that elements raise trap after all results have been written, and nothing else does; in the
+ * caller's mode the operations themselves trap.
  *
  * An element's result depends on its value alone: not on its index, its neighbours, the length or the alignment of the
  * arrays, nor on the processor.
@@ -34,8 +46,8 @@ enum {
   kelStatusOk = 0,
   kelStatusSizeError = -6,    /**< the element count is below 1; nothing was written */
   kelStatusNullPtrError = -8, /**< an array pointer is null; nothing was written */
-  kelStatusOverflow = 12,     /**< a result overflows its type; raises overflow */
-  kelStatusUnderflow = 17,    /**< a result underflows its type; raises underflow */
+  kelStatusOverflow = 12,     /**< a result, or a part of one, overflows its type; raises overflow */
+  kelStatusUnderflow = 17,    /**< a real result underflows its type (a complex one has no code); raises underflow */
   kelStatusSingularity = 18,  /**< a pole: the result is an infinity; raises divide-by-zero */
   kelStatusDomain = 19        /**< an argument outside the domain: the result is a NaN; raises invalid */
 };

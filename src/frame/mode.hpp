@@ -48,6 +48,23 @@ struct Outcome {
 /// `keep_flags` says so; the others trap, now that all results are written.
 void ownLeaveMode(unsigned found, unsigned raised, bool keep_flags);
 
+/// What the sticky flags hold that no element has earned.
+template <unsigned StrayFlags> constexpr unsigned unearned(unsigned flags, const Outcome& outcome) {
+  return flags & StrayFlags & ~outcome.earned;
+}
+
+/// Calls the loop in the mode and with all exceptions masked whose flags have to be earned, with another control word
+/// than that found.
+template <Mode M, unsigned StrayFlags, class... Parameters>
+[[gnu::noinline, gnu::cold]] kelStatus in_changed_mode(Outcome (*loop)(Parameters...), Parameters... arguments) {
+  const unsigned found = _mm_getcsr();
+  _mm_setcsr((found & ~(mode_mask | all_flags)) | unsigned(M) | honest_masks);
+  const Outcome outcome = loop(arguments...);
+  const unsigned left = _mm_getcsr() & all_flags;
+  ownLeaveMode(found, left & ~unearned<StrayFlags>(left, outcome), (found & mode_mask) == unsigned(M));
+  return outcome.status;
+}
+
 /// Calls loop(arguments...) in the mode, all exceptions masked whose flags have to be earned: formulas may overflow
 /// where no element does, and an unmasked underflow traps for exact results too. Where the control word has to change
 /// for the mode, the word found at entry is loaded back after the loop, its sticky flags included. Flags of StrayFlags
@@ -60,21 +77,14 @@ inline kelStatus in_mode(Outcome (*loop)(Parameters...), const Arguments&... arg
   if constexpr (M == Mode::callers) {
     return loop(arguments...).status;
   } else {
-    constexpr unsigned fields = mode_mask | honest_masks, own = unsigned(M) | honest_masks;
     const unsigned found = _mm_getcsr();
-    const auto stray = [](unsigned flags, const Outcome& outcome) { return flags & StrayFlags & ~outcome.earned; };
-    if ((found & fields) != own) [[unlikely]] {
-      _mm_setcsr((found & ~(fields | all_flags)) | own);
-      const Outcome outcome = loop(arguments...);
-      const unsigned left = _mm_getcsr() & all_flags;
-      ownLeaveMode(found, left & ~stray(left, outcome), (found & mode_mask) == unsigned(M));
-      return outcome.status;
-    }
+    if (((found ^ (unsigned(M) | honest_masks)) & (mode_mask | honest_masks)) != 0) [[unlikely]]
+      return in_changed_mode<M, StrayFlags, Parameters...>(loop, arguments...);
     const Outcome outcome = loop(arguments...);
     if constexpr (StrayFlags != 0) {
       const unsigned left = _mm_getcsr();
-      if (const unsigned unearned = stray(left & ~found, outcome); unearned != 0) [[unlikely]]
-        _mm_setcsr(left & ~unearned);
+      if (const unsigned stray = unearned<StrayFlags>(left & ~found, outcome); stray != 0) [[unlikely]]
+        _mm_setcsr(left & ~stray);
     }
     return outcome.status;
   }

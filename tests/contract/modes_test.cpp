@@ -7,7 +7,6 @@
 #include <random>
 #include <sstream>
 #include <ucontext.h>
-#include <utility>
 
 namespace {
 
@@ -18,13 +17,11 @@ constexpr unsigned rounding[] = {0, 0x2000, 0x4000, toward_zero};
 
 enum class Computes { nearest, toward_zero, callers };
 
-/// The mode that a member computes in. Complex sums and conjugates may take either; as they leave the control word as
-/// it is, they are held to what the caller's mode asks.
 Computes mode_of(const harness::Member& m) {
-  for (const char* family : {"Add", "Sub", "Sqr", "Rint", "NearbyInt", "Conj"})
-    if (m.family == family) return Computes::callers;
-  if ((m.family == "Mul" || m.family == "Abs") && !m.complex_source()) return Computes::callers;
-  return m.family == "Modf" ? Computes::toward_zero : Computes::nearest;
+  if (m.family == "Modf") return Computes::toward_zero;
+  for (const char* family : {"Add", "Sub", "Mul", "Sqr", "Abs", "Rint", "NearbyInt"})
+    if (m.family == family && !m.complex_source()) return Computes::callers;
+  return Computes::nearest;
 }
 
 std::uint16_t x87_word() {
