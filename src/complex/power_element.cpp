@@ -6,11 +6,15 @@
 //
 // The imaginary part of w ln z is c n pi/4 + (c atan t + d ln |z|). The first term is reduced modulo 2 pi exactly, and
 // where it is a multiple of pi/2 the second keeps its relative accuracy: powers next to the axes and their exact zeros
-// come out right. Up to |w ln z| = 2^40 the error is below 2^-53; far beyond, the angle has no significance.
+// come out right. Where terms cancel beyond what double-double holds, or are too large for it, w ln z is that of
+// long_power.hpp; a part that is zero has no such terms.
 #include "complex/power_element.hpp"
 
 #include "complex/log.hpp"
+#include "complex/long_power.hpp"
 #include "complex/plane.hpp"
+
+#include <algorithm>
 
 namespace kelvm::inline KELVM_BUILD {
 namespace {
@@ -51,6 +55,8 @@ ScaledSum normalised_sum(const ScaledSum& a, const ScaledSum& b) {
   const int below = b.exponent - a.exponent;
   return below < -300 ? a : normalised(add(a.value, scaled_by(b.value, power_of_two(below))), a.exponent);
 }
+/// The exponent of a, far below all others for zero.
+int magnitude(const ScaledSum& a) { return a.value.head == 0 ? -100'000 : a.exponent + scaled(a.value.head).exponent; }
 /// Beyond the range infinities and zeros, with their sign.
 Double2 value_of(const ScaledSum& a) {
   if (a.exponent > 1000) return {with_sign(infinity<double>, sign_of(a.value.head)), 0};
@@ -157,21 +163,26 @@ EvenOdd<ScaledSum> turned_by(int quadrant, ScaledSum cosine, ScaledSum sine) {
   }
 }
 
-/// Cosine and sine of c n pi/4 + rest.
-EvenOdd<ScaledSum> circle(double c, int n, const ScaledSum& rest) {
+/// c n pi/4 as whole quarter turns and what is left of it, modulo 2 pi.
+struct Turn {
+  int quadrant;
+  ScaledSum rest;
+};
+Turn turn_of(double c, int n) {
   // c modulo 8 as an integer and a fraction, both times n; whole pairs of quarters go into the quadrant.
   const double modulo = abs(c) < 0x1p56 ? c - 8 * round<Rounding::to_zero>(c / 8) : 0.0;
   const double whole = round<Rounding::nearest_even>(modulo);
   const Double2 fraction = two_product(modulo - whole, double(n));
   const double quarters = whole * n + fraction.head;
   const double pairs = round<Rounding::nearest_even>(0.5 * quarters);
-  int quadrant = int(pairs);
   const Double2 left = two_sum(whole * n - 2 * pairs, fraction.head);
-  ScaledSum angle = rest;
   const ScaledSum part = normalised(fast_two_sum(left.head, left.tail + fraction.tail));
-  angle = normalised_sum(angle, normalised(multiply(quarter_pi, part.value), part.exponent));
+  return {int(pairs), normalised(multiply(quarter_pi, part.value), part.exponent)};
+}
+
+/// Cosine and sine of quadrant pi/2 + angle.
+EvenOdd<ScaledSum> circle(int quadrant, const ScaledSum& angle) {
   if (angle.value.head == 0 || angle.exponent < -60) return turned_by(quadrant, {{1, 0}, 0}, angle); // its own sine
-  if (angle.exponent > 1000) angle.exponent = 1000; // no significance left
   Double2 y = value_of(angle);
   if (abs(y.head) >= 0x1p16) {
     const Quadrant head = reduce_to_quadrant(y.head), tail = reduce_to_quadrant(y.tail);
@@ -213,13 +224,29 @@ Pair<double> finite_power_above(const PowerOperands& o) {
   const ScaledSum size_of_z = a > b ? scaled_ln_abs(a, b) : scaled_ln_abs(b, a);
   const Angle angle = angle_of(o.x, o.y);
   const ScaledSum theta = normalised_sum(normalised(multiply(quarter_pi, double(angle.n))), angle.rest);
+  const ScaledSum cl = product(size_of_z, o.c), minus_dt = product(theta, -o.d);
+  const ScaledSum ct = product(angle.rest, o.c), dl = product(size_of_z, o.d);
+  const Turn turn = turn_of(o.c, angle.n);
+  PowerExponent e{normalised_sum(cl, minus_dt), turn.quadrant, normalised_sum(turn.rest, normalised_sum(ct, dl))};
+  // Terms have an error of 2^-95, sums that of the largest term: 2^-60 shall be left of the size and of both parts.
+  const int size_terms = std::max(magnitude(cl), magnitude(minus_dt));
+  const int angle_terms = std::max({magnitude(turn.rest), magnitude(ct), magnitude(dl)});
+  bool doubtful = angle_terms > 34 || (size_terms > 30 && magnitude(e.size) < 14);
+  EvenOdd<ScaledSum> direction{};
+  if (!doubtful) {
+    direction = circle(e.quadrant, e.angle);
+    doubtful = std::min(magnitude(direction.even), magnitude(direction.odd)) < angle_terms - 35;
+  }
+  if (doubtful) {
+    e = long_power_exponent(o, value_of(size_of_z), value_of(theta));
+    direction = circle(e.quadrant, e.angle);
+  }
   // No sine is so small that e^4000 times it is in range.
-  Double2 re = value_of(normalised_sum(product(size_of_z, o.c), product(theta, -o.d)));
+  Double2 re = value_of(e.size);
   if (abs(re.head) > 4000) re = {with_sign(4000.0, sign_of(re.head)), 0};
   const ExpReduced<128, double> reduced = exp_reduce<128>(re.head);
   const Double2 size = exp_unscaled<ExpAccuracy::pow>(reduced, re.tail);
-  return parts_of({fast_two_sum(size.head, size.tail), int(std::int64_t(bits(reduced.sum) << 13) >> 20)},
-                  circle(o.c, angle.n, normalised_sum(product(angle.rest, o.c), product(size_of_z, o.d))));
+  return parts_of({fast_two_sum(size.head, size.tail), int(std::int64_t(bits(reduced.sum) << 13) >> 20)}, direction);
 }
 
 Pair<double> infinite_power_above(const PowerOperands& o) {
@@ -228,7 +255,8 @@ Pair<double> infinite_power_above(const PowerOperands& o) {
   const bool base_infinite = x_infinite || y_infinite;
   if (is_finite(o.c) && o.d == 0) { // of an infinite base; its direction is a multiple of pi/4
     const int n = y_infinite ? x_infinite ? negative ? 3 : 1 : 2 : negative ? 4 : 0;
-    const EvenOdd<ScaledSum> direction = circle(o.c, n, {});
+    const Turn turn = turn_of(o.c, n);
+    const EvenOdd<ScaledSum> direction = circle(turn.quadrant, turn.rest);
     const auto part = [&](const ScaledSum& s) {
       const double head = s.value.head;
       return head == 0 ? 0.0 : with_sign(o.c > 0 ? infinity<double> : 0.0, sign_of(head));

@@ -1,0 +1,50 @@
+#!/usr/bin/env python3
+"""ln 2 and 2/pi to 3072 bits: writes src/complex/long_constants.hpp.
+
+    tools/tables/long_constants.py > src/complex/long_constants.hpp
+"""
+from decimal import Decimal as D, getcontext
+
+WORDS = 48
+getcontext().prec = 1000
+
+
+def arc_cotangent(n):
+    """The series of atan(1/n)."""
+    power, k, total = D(1) / n, 1, D(0)
+    while power > D(10) ** -990:
+        total += power / k if k % 4 == 1 else -power / k
+        power /= n * n
+        k += 2
+    return total
+
+
+def words(name, comment, value):
+    bits = int(value * (1 << (64 * WORDS)))
+    print(f"/// The fraction bits of {comment}, highest first.\ninline constexpr std::uint64_t {name}[{WORDS}] = {{")
+    for first in range(0, WORDS, 4):
+        row = (bits >> (64 * (WORDS - 1 - i)) & (1 << 64) - 1 for i in range(first, first + 4))
+        print("    " + " ".join(f"0x{w:016X}," for w in row))
+    print("};\n")
+
+
+def main():
+    print("""// Constants for angles of many words. Generated: do not edit.
+//   tools/tables/long_constants.py > src/complex/long_constants.hpp
+#pragma once
+
+#include "simd/isa.hpp"
+
+#include <cstdint>
+
+namespace kelvm::inline KELVM_BUILD::long_constants {
+
+// clang-format off
+""")
+    pi = 16 * arc_cotangent(5) - 4 * arc_cotangent(239)  # Machin
+    words("ln2", "ln 2", D(2).ln())
+    words("two_over_pi", "2/pi", 2 / pi)
+    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::long_constants")
+
+
+main()
