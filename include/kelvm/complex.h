@@ -227,8 +227,8 @@ KELVM_API kelStatus kelsLog10_64fc_A53(const Complex64f* src, Complex64f* dst, i
  * imaginary part of zero. Warnings: kelStatusSingularity for 0 and a negative real exponent; kelStatusOverflow where
  * finite operands give an infinite part; kelStatusDomain where operands without a NaN give NaN parts (0 and an exponent
  * that is not real with a real part not positive; operands with an infinity whose power has no direction). A24, A53:
- * within 1 ulp by norm, and in each part as long as |w ln z| < 64; the others within 2^-bits of the suffix, relative
- * to the absolute value of the result. The angle of the result has that accuracy up to |w ln z| = 2^40. */
+ * within 1 ulp in each part; the others within 2^-bits of the suffix, relative to the absolute value of the result.
+ * That holds for any w; elements with |w ln z| above 2^34 take long, the longer the larger it is. */
 KELVM_API kelStatus kelsPow_32fc_A11(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
 KELVM_API kelStatus kelsPow_32fc_A21(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);
 KELVM_API kelStatus kelsPow_32fc_A24(const Complex32f* src1, const Complex32f* src2, Complex32f* dst, int len);

@@ -1,4 +1,4 @@
-// Complex powers in double-double.
+// Complex powers in double-double, but for a few.
 //
 // ln |z|: h = |z|^2 = 2^k m, ln h = k ln 2 + 2 atanh s, s = (m - 1) / (m + 1), |s| < 0.172; next to |z| = 1, m - 1 is
 // the exact norm less 1. The angle: n pi/4 + atan t, |t| < 0.415, and atan t = atan 1/4 + atan((t - 1/4) / (1 + t/4))

@@ -275,9 +275,16 @@ void Inputs::real_pair(Random& random, double parts[4]) const {
   if (!std::isfinite(parts[2])) parts[2] = 1;
 }
 
-// An exponent that brings the power into the range of the type, with a phase of moderate size; or any, as far as
-// w log z, whose imaginary part is an angle, stays below 2^40.
+// A whole or half exponent, the base often next to an axis; or one that brings the power into the range of the type,
+// with a phase of moderate size, or next to a multiple of pi/2; or any. Mostly w log z, whose imaginary part is an
+// angle, stays below 2^39.
 void Inputs::complex_power(Random& random, double parts[4]) const {
+  if (random.one_in(8)) {
+    if (random.one_in(2)) parts[random.below(2)] *= std::ldexp(1, -static_cast<int>(random.below(700)));
+    parts[2] = (1 + static_cast<double>(random.below(8))) / (random.one_in(2) ? 2 : -2);
+    parts[3] = 0;
+    return;
+  }
   const std::complex<double> log = std::log(std::complex<double>(parts[0], parts[1]));
   if (random.one_in(4)) parts[3] = 0;
   if (!random.one_in(4)) {
@@ -287,7 +294,9 @@ void Inputs::complex_power(Random& random, double parts[4]) const {
     const std::complex<double> w = target / log;
     parts[2] = w.real();
     if (parts[3] != 0) parts[3] = w.imag();
+    if (random.one_in(8)) parts[2] = (std::rint(random.uniform(-9, 9)) * pi / 2 - parts[3] * log.real()) / log.imag();
   }
+  if (random.one_in(32)) return;
   const bool many_bases = member_.shape == harness::Shape::ScalarPower; // the exponent serves a whole block
   const double largest = 0x1p39 / (many_bases ? 800 : std::min(800.0, std::abs(log)));
   for (double* w = parts + 2; w < parts + 4; ++w)

@@ -169,6 +169,23 @@ TEST(ComplexPow, ExactPartsAndTheEndsOfTheRange) {
                                        {0x1.78b56362cef38p-2, 0x1.78b56362cef38p-1003}}});
 }
 
+/// Terms of w ln z that cancel, and angles that leave double-double no significance.
+TEST(ComplexPow, AnglesBeyondDoubleDouble) {
+  special::check(
+      "kelsPow_64fc_A53",
+      {{{0x1.25e34573b3261p52, 0x1.535a35514631p51, 3.0, 0.0}, // x^2 - 3 y^2 = 1: the real part is x
+        {0x1.25e34573b3261p52, 0x1.2a27cbc68b95ap157}},
+       {{1.0, 0x1p-100, 1.0, -0x1p101}, {0x1.d8e64b8d4ddaep2, 0x1.3b44325e33e74p-300}}, // e^2 and y^3 / 6 of it
+       {{0x1.3333333333333p-1, 0x1.999999999999ap-1, 0x1p58, 0.0}, {0x1.bdae37f06bf5p5, 0x1.2ba16af597007p9}}});
+  special::check("Pow", Type::c64,
+                 {{{2.0, 1.0, 0x1p1000, 0.0}, {-inf, -inf}, kelStatusOverflow},
+                  {{2.0, 1.0, 0x1p1000, 0x1p900}, {-inf, inf}, kelStatusOverflow},
+                  {{2.0, -1.0, -0x1p1000, 0x1p999}, {-0.0, -0.0}}});
+  special::check("Pow", Type::c32,
+                 {{{2.0, 1.0, 0x1p120, 0.0}, {-inf, -inf}, kelStatusOverflow},
+                  {{2.0, -1.0, 0x1p110, 0x1p105}, {inf, inf}, kelStatusOverflow}});
+}
+
 TEST(ComplexPow, RealOperandsAndOneExponent) {
   const double bases[] = {0.0, 0x1p-130, 0.3125, 1.0, 1.0625, 77.0, 0x1p90, inf};
   const double exponents[] = {-inf, -30.5, -1.0, 0.4375, 1.0, 2.0, 19.0, inf};
