@@ -1,0 +1,7 @@
+"""The functions with 21 correct bits of float32, 50 of float64; where there is one accuracy only, that one."""
+import kelvm
+
+from . import _functions
+
+globals().update(_functions.make("high", reuse=kelvm))
+__all__ = [function.name for function in _functions.FUNCTIONS]

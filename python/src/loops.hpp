@@ -1,0 +1,142 @@
+// The inner loops of the ufuncs. NumPy hands over a pointer and a step in bytes for each operand; the library wants
+// arrays without gaps that do not overlap. Arrays that are so go to the library as they are. Others pass through blocks
+// that stay in the first-level cache.
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cfenv>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <kelvm/kelvm.h>
+#include <numpy/npy_common.h>
+
+namespace kelvm_python {
+
+/// The most elements of one call: the library counts in int.
+inline constexpr npy_intp longest_call = npy_intp(1) << 30;
+
+/// Bytes of a block, for each operand.
+inline constexpr npy_intp block_bytes = 8192;
+
+/// How a source lies to a destination, in the order of the elements.
+enum class Overlap {
+  none,
+  same,      ///< the same elements
+  ahead,     ///< no element is written before it is read, if a block is read before its results are written
+  dependent, ///< an element may be the result of an earlier one, as in a reduction
+};
+
+struct Operand {
+  char* data;
+  npy_intp step;
+  npy_intp size;
+
+  const char* begin(npy_intp n) const { return data + std::min<npy_intp>(0, (n - 1) * step); }
+  const char* end(npy_intp n) const { return data + std::max<npy_intp>(0, (n - 1) * step) + size; }
+  bool without_gaps(npy_intp n) const { return step == size || n == 1; }
+};
+
+inline Overlap overlap(const Operand& source, const Operand& destination, npy_intp n) {
+  if (source.end(n) <= destination.begin(n) || destination.end(n) <= source.begin(n)) return Overlap::none;
+  const npy_intp size = std::max(source.size, destination.size), step = destination.step;
+  if (std::abs(step) < size) return n == 1 ? Overlap::ahead : Overlap::dependent;
+  if (source.data == destination.data && source.step == step && source.size == destination.size) return Overlap::same;
+  const bool ahead = step > 0 ? source.step >= step && source.data >= destination.data
+                              : source.step <= step && source.data <= destination.data;
+  return ahead ? Overlap::ahead : Overlap::dependent;
+}
+
+template <class T> void gather(const char* from, npy_intp step, npy_intp n, T* to) {
+  if (step == sizeof(T)) {
+    std::memcpy(to, from, n * sizeof(T));
+  } else {
+    for (npy_intp i = 0; i < n; ++i) std::memcpy(to + i, from + i * step, sizeof(T));
+  }
+}
+
+template <class T> void scatter(const T* from, npy_intp n, char* to, npy_intp step) {
+  for (npy_intp i = 0; i < n; ++i) std::memcpy(to + i * step, from + i, sizeof(T));
+}
+
+/// Calls call(sources, destinations, count), with arrays of pointers, until n elements are done: args and steps have
+/// `sources` operands of type S, then `destinations` of type D. Where keeps_sources is set, a call's destinations never
+/// are its sources.
+template <class S, int sources, class D, int destinations, bool keeps_sources = false, class Call>
+void for_each_piece(char* const* args, npy_intp n, const npy_intp* steps, const Call& call) {
+  constexpr int operands = sources + destinations;
+  if (n <= 0) return;
+  Operand operand[operands];
+  bool direct[operands];
+  bool all_direct = true;
+  for (int k = 0; k < operands; ++k) {
+    operand[k] = {args[k], steps[k], k < sources ? npy_intp(sizeof(S)) : npy_intp(sizeof(D))};
+    direct[k] = operand[k].without_gaps(n);
+    all_direct &= direct[k];
+  }
+  auto worst = Overlap::none;
+  for (int s = 0; s < sources; ++s) {
+    for (int d = sources; d < operands; ++d) {
+      const Overlap found = overlap(operand[s], operand[d], n);
+      worst = std::max(worst, found);
+      if (found > Overlap::same || (keeps_sources && found == Overlap::same)) direct[s] = all_direct = false;
+    }
+  }
+
+  const S* src[sources];
+  D* dst[destinations];
+  if (all_direct) [[likely]] {
+    for (int s = 0; s < sources; ++s) src[s] = reinterpret_cast<const S*>(args[s]);
+    for (int d = 0; d < destinations; ++d) dst[d] = reinterpret_cast<D*>(args[sources + d]);
+    for (npy_intp done = 0; done < n; done += longest_call) {
+      const npy_intp count = std::min(longest_call, n - done);
+      call(src, dst, int(count));
+      for (const S*& p : src) p += count;
+      for (D*& p : dst) p += count;
+    }
+    return;
+  }
+
+  constexpr npy_intp block = block_bytes / std::max(sizeof(S), sizeof(D));
+  alignas(64) S in[sources][block];
+  alignas(64) D out[destinations][block];
+  const npy_intp longest = worst == Overlap::dependent ? 1 : block;
+  for (npy_intp done = 0; done < n; done += longest) {
+    const npy_intp count = std::min(longest, n - done);
+    for (int s = 0; s < sources; ++s) {
+      const char* from = args[s] + done * steps[s];
+      // One value for all elements needs to be spread once.
+      if (!direct[s] && (steps[s] != 0 || done == 0 || worst > Overlap::same)) gather(from, steps[s], count, in[s]);
+      src[s] = direct[s] ? reinterpret_cast<const S*>(from) : in[s];
+    }
+    for (int d = 0; d < destinations; ++d)
+      dst[d] = direct[sources + d] ? reinterpret_cast<D*>(args[sources + d] + done * steps[sources + d]) : out[d];
+    call(src, dst, int(count));
+    for (int d = 0; d < destinations; ++d) {
+      const int k = sources + d;
+      if (!direct[k]) scatter(out[d], count, args[k] + done * steps[k], steps[k]);
+    }
+  }
+}
+
+/// Raises overflow and underflow for arguments of a real exponential whose result is an infinity or a zero. The library
+/// stores some of these without raising the flag of the warning that it returns.
+template <class T> void raise_flags_of_exp(const T* src, int n) {
+  using Bits = std::conditional_t<sizeof(T) == 8, uint64_t, uint32_t>;
+  constexpr Bits sign = Bits(1) << (8 * sizeof(T) - 1), infinity = std::bit_cast<Bits>(T(__builtin_inf()));
+  // The first argument whose result is an infinity, and the last whose result rounds to zero. As integers, because a
+  // comparison with a NaN would raise a flag.
+  constexpr Bits overflow = std::bit_cast<Bits>(sizeof(T) == 8 ? T(709.7827128933841) : T(88.72284));
+  constexpr Bits zero = std::bit_cast<Bits>(sizeof(T) == 8 ? T(745.1332191019412) : T(103.97208));
+  bool overflows = false, underflows = false;
+  for (int i = 0; i < n; ++i) {
+    const Bits x = std::bit_cast<Bits>(src[i]), magnitude = x & ~sign;
+    const bool finite = magnitude < infinity;
+    overflows |= finite & (x == magnitude) & (magnitude >= overflow);
+    underflows |= finite & (x != magnitude) & (magnitude >= zero);
+  }
+  std::feraiseexcept((overflows ? FE_OVERFLOW : 0) | (underflows ? FE_UNDERFLOW : 0));
+}
+
+} // namespace kelvm_python
