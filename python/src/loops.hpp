@@ -18,7 +18,7 @@ namespace kelvm_python {
 inline constexpr npy_intp longest_call = npy_intp(1) << 30;
 
 /// Bytes of a block, for each operand.
-inline constexpr npy_intp block_bytes = 8192;
+inline constexpr npy_intp block_bytes = 2048;
 
 /// How a source lies to a destination, in the order of the elements.
 enum class Overlap {
@@ -48,16 +48,32 @@ inline Overlap overlap(const Operand& source, const Operand& destination, npy_in
   return ahead ? Overlap::ahead : Overlap::dependent;
 }
 
-template <class T> void gather(const char* from, npy_intp step, npy_intp n, T* to) {
-  if (step == sizeof(T)) {
-    std::memcpy(to, from, n * sizeof(T));
-  } else {
-    for (npy_intp i = 0; i < n; ++i) std::memcpy(to + i, from + i * step, sizeof(T));
-  }
+template <class T> T load(const char* from) {
+  T x;
+  std::memcpy(&x, from, sizeof x);
+  return x;
 }
 
+/// Elements with a step in bytes, side by side. Four in a round, so that the next address is not a cycle an element.
+template <class T> void gather(const char* from, npy_intp step, npy_intp n, T* to) {
+  const npy_intp three = 3 * step, four = 4 * step;
+  for (; n >= 4; n -= 4, from += four, to += 4) {
+    const T a = load<T>(from), b = load<T>(from + step), c = load<T>(from + 2 * step), d = load<T>(from + three);
+    to[0] = a, to[1] = b, to[2] = c, to[3] = d;
+  }
+  for (; n > 0; --n, from += step) *to++ = load<T>(from);
+}
+
+/// The other way round.
 template <class T> void scatter(const T* from, npy_intp n, char* to, npy_intp step) {
-  for (npy_intp i = 0; i < n; ++i) std::memcpy(to + i * step, from + i, sizeof(T));
+  const npy_intp three = 3 * step, four = 4 * step;
+  for (; n >= 4; n -= 4, from += 4, to += four) {
+    std::memcpy(to, from, sizeof(T));
+    std::memcpy(to + step, from + 1, sizeof(T));
+    std::memcpy(to + 2 * step, from + 2, sizeof(T));
+    std::memcpy(to + three, from + 3, sizeof(T));
+  }
+  for (; n > 0; --n, to += step) std::memcpy(to, from++, sizeof(T));
 }
 
 /// Calls call(sources, destinations, count), with arrays of pointers, until n elements are done: args and steps have
