@@ -52,4 +52,7 @@ def arguments(dtype, n=700, seed=0):
         x[random.permutation(n)[:len(special)]] = special
         return x.astype(real)
 
-    return numbers() if dtype.kind == "f" else (numbers() + 1j * numbers()).astype(dtype)
+    x = np.zeros(n, dtype)
+    for part in (x.real, x.imag)[:1 if dtype.kind == "f" else 2]:
+        part[...] = numbers()
+    return x

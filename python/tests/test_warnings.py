@@ -1,0 +1,77 @@
+"""NumPy's errstate: a warning for what an element earns, the same whatever the layout, and nothing else."""
+import warnings
+
+import kelvm
+import numpy as np
+import pytest
+
+from library import LEVELS, OF_STATUS, arguments, direct, loops
+
+
+def warnings_of(ufunc, *args, **keywords):
+    """What NumPy reports of a call."""
+    found = set()
+    with np.errstate(all="call", call=lambda kind, flag: found.add(kind)):
+        ufunc(*args, **keywords)
+    return found
+
+
+def earned_without_status(ufunc, sources, results):
+    """The flags of IEEE operations on reals that have no status: of plain arithmetic, and of subnormal results."""
+    if np.isinf(sources).any():
+        return {"invalid value"} if ufunc is kelvm.round_half_away else set()
+    if np.iscomplexobj(results) or np.isnan(sources).any():
+        return set()
+    size = np.abs(results)
+    return ({"overflow"} if np.isinf(size).any() else set()) | ({"underflow"} if (size < np.finfo(size.dtype).tiny).any() else set())
+
+
+@pytest.mark.parametrize("level", LEVELS)
+def test_elements_warn_as_their_statuses_say(level):
+    for _, ufunc, name, dtype in loops(level):
+        sources = [arguments(dtype, 60, seed=seed) for seed in range(ufunc.nin)]
+        together = set()
+        for i in range(60):
+            element = [s[i:i + 1] for s in sources]
+            status, results = direct(name, ufunc, *element)
+            found = warnings_of(ufunc, *element)
+            together |= found
+            assert OF_STATUS[status] <= found, (name, element)
+            assert found <= OF_STATUS[status] | earned_without_status(ufunc, element, results), (name, element)
+
+        many = [np.tile(s, 20) for s in sources]
+        assert warnings_of(ufunc, *many) == together, name
+        assert warnings_of(ufunc, *(np.repeat(s, 2)[::-2] for s in many)) == together, name
+        if ufunc.nout == 1 and results[0].dtype == dtype:
+            assert warnings_of(ufunc, *many, out=many[0]) == together, name
+        assert not warnings_of(ufunc, *many, where=np.zeros(many[0].shape, bool)), name
+
+
+CASES = [
+    ("divide by zero", kelvm.log, 0.0), ("invalid value", kelvm.log, -1.0), ("overflow", kelvm.exp, 1000.0),
+    ("underflow", kelvm.exp, -1000.0), ("overflow", kelvm.low.exp, np.float32(500)), ("invalid value", kelvm.sin, np.inf),
+    ("divide by zero", kelvm.ndtri, 1.0), ("overflow", kelvm.exp, 1000 + 1j), ("divide by zero", kelvm.arctan, 1j),
+]
+
+
+@pytest.mark.parametrize("kind, ufunc, x", CASES)
+def test_errstate_raises_for_what_it_is_told(kind, ufunc, x):
+    names = {"divide by zero": "divide", "invalid value": "invalid", "overflow": "over", "underflow": "under"}
+    with np.errstate(all="ignore", **{names[kind]: "raise"}), pytest.raises(FloatingPointError, match=f"{kind}.*{ufunc.__name__}"):
+        ufunc(x)
+    with np.errstate(all="raise", **{names[kind]: "ignore"}):
+        ufunc(x)
+    if kind != "underflow":  # which NumPy ignores by default
+        with pytest.warns(RuntimeWarning, match=kind):
+            ufunc(np.array([x, x]))
+
+
+def test_ordinary_arguments_raise_nothing():
+    x = np.linspace(0.1, 0.9, 1003)
+    with np.errstate(all="raise"), warnings.catch_warnings():
+        warnings.simplefilter("error")
+        for level in LEVELS:
+            for _, ufunc, name, dtype in loops(level):
+                ordinary = (x + 1 if ufunc.__name__ == "arccosh" else x).astype(dtype)
+                ufunc(*[ordinary] * ufunc.nin)
+                ufunc(*[ordinary[:3] * np.nan] * ufunc.nin)
