@@ -4,6 +4,7 @@ kelvm.exp(x) has full precision, kelvm.high.exp(x) and kelvm.low.exp(x) are fast
 bits of float32, 50 and 26 of float64. Each function's documentation says what it computes, when it warns, and the
 largest error that was measured.
 """
+from pathlib import Path
 from typing import NamedTuple
 
 from . import _core, _functions
@@ -40,4 +41,4 @@ def test(*arguments):
     """Runs the tests of the package, with pytest, which gets the arguments; true where all of them pass."""
     import pytest
 
-    return pytest.main(["--pyargs", "kelvm.tests", "-p", "no:cacheprovider", *arguments]) == 0
+    return pytest.main([str(Path(__file__).parent / "tests"), "-p", "no:cacheprovider", *arguments]) == 0

@@ -66,6 +66,12 @@ def test_errstate_raises_for_what_it_is_told(kind, ufunc, x):
             ufunc(np.array([x, x]))
 
 
+def test_exponentials_in_place_warn_for_what_they_were_given():
+    for x, earned in ([1000.0, 1.0], "overflow"), ([50.0, -1000.0], "underflow"):
+        for array in np.array(x), np.repeat(x, 2)[::2]:
+            assert warnings_of(kelvm.exp, array, out=array) == {earned}
+
+
 def test_ordinary_arguments_raise_nothing():
     x = np.linspace(0.1, 0.9, 1003)
     with np.errstate(all="raise"), warnings.catch_warnings():
