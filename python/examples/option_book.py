@@ -36,7 +36,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--options", type=float, default=1e9, help="size of the book (default: 1e9)")
     parser.add_argument("--block", type=float, default=1e6, help="options of a block (default: 1e6)")
-    parser.add_argument("--scheduler", help="address of a Dask cluster's scheduler; without it, threads of this process")
+    parser.add_argument("--scheduler", help="address of a Dask cluster's scheduler (default: threads of this process)")
     arguments = parser.parse_args()
 
     prices = call_price(*book(int(arguments.options), int(arguments.block)))
@@ -53,9 +53,11 @@ def main():
             stack.enter_context(ProgressBar())
             total, dearest, dear = dask.compute(*wanted)
     seconds = time.perf_counter() - start
+    memory = resource.getrusage(resource.RUSAGE_SELF).ru_maxrss / 1024
     print(f"\nvalue of the book {total:.17g}, dearest option {dearest:.17g}, above 20: {dear}")
-    print(f"{arguments.options:.0f} options in {seconds:.1f} s, {arguments.options / seconds / 1e6:.1f} million a second, "
-          f"at most {resource.getrusage(resource.RUSAGE_SELF).ru_maxrss / 1024:.0f} MiB in this process")
+    speed = arguments.options / seconds / 1e6
+    print(f"{arguments.options:.0f} options in {seconds:.1f} s, {speed:.1f} million a second, "
+          f"at most {memory:.0f} MiB in this process")
 
 
 if __name__ == "__main__":

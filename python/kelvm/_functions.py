@@ -21,7 +21,8 @@ FUNCTIONS = [
     Function("add", "Add", "numpy", "x1 + x2, in floating point.", 0),
     Function("subtract", "Sub", "numpy", "x1 - x2, in floating point."),
     Function("multiply", "Mul", "numpy", "x1 * x2, in floating point.\n\n" + _COMPLEX_PARTS, 1),
-    Function("multiply_conjugate", "MulByConj", "", "x1 times the conjugate of x2.\n\n" + _COMPLEX_PARTS, reals="kelsMul"),
+    Function("multiply_conjugate", "MulByConj", "", "x1 times the conjugate of x2.\n\n" + _COMPLEX_PARTS,
+             reals="kelsMul"),
     Function("divide", "Div", "numpy", """x1 / x2.
 
 Divide for x / 0, where x is finite and not 0; invalid for 0 / 0 and inf / inf; overflow; underflow for a quotient of
@@ -41,63 +42,90 @@ Divide at 0; overflow and underflow for subnormal arguments and results."""),
 
 Every zero result is +0. Invalid for an infinity."""),
     Function("rint", "Rint", "numpy", "The integer nearest to x, halfway cases to the even one."),
-    Function("nearbyint", "NearbyInt", "", "As rint, without raising the IEEE flag inexact (which NumPy never reports)."),
+    Function("nearbyint", "NearbyInt", "", "As rint, without raising the IEEE flag inexact."),
     Function("modf", "Modf", "numpy", "The fractional and the integral part of x, both with the sign of x."),
-    Function("sqrt", "Sqrt", "numpy", """The square root of x; for complex x the one whose real part is not negative.
+    Function("sqrt", "Sqrt", "numpy",
+             """The square root of x, for x >= 0; for complex x the one with a real part not negative.
 
 Invalid for a negative real number."""),
-    Function("rsqrt", "InvSqrt", "", "1 / sqrt(x), rounded once.\n\nDivide at 0 (an infinity of its sign), invalid below 0."),
+    Function("rsqrt", "InvSqrt", "", """1 / sqrt(x) in one step, for x > 0.
+
+Divide at 0 (an infinity of its sign), invalid below 0."""),
     Function("cbrt", "Cbrt", "numpy", "The cube root of x, for every real number."),
-    Function("rcbrt", "InvCbrt", "", "1 / cbrt(x), rounded once.\n\nDivide at 0 (an infinity of its sign)."),
+    Function("rcbrt", "InvCbrt", "", """1 / cbrt(x) in one step, for every number but 0.
+
+Divide at 0 (an infinity of its sign)."""),
     Function("pow2o3", "Pow2o3", "", "x to the power 2/3, the square of the cube root, for every real number."),
-    Function("pow3o2", "Pow3o2", "", "x to the power 3/2.\n\nInvalid below 0; overflow; underflow."),
+    Function("pow3o2", "Pow3o2", "", "x to the power 3/2, for x >= 0.\n\nInvalid below 0; overflow; underflow."),
     Function("hypot", "Hypot", "numpy", """sqrt(x1**2 + x2**2), where the squares neither overflow nor underflow.
 
 Infinite where an operand is, beside a NaN as well. Overflow; underflow.""", 0),
-    Function("exp", "Exp", "numpy", "e to the power x.\n\nOverflow; underflow for a real result below the normal range."),
-    Function("expm1", "Expm1", "numpy", "exp(x) - 1, accurate near 0 too.\n\nOverflow."),
-    Function("log", "Ln", "numpy", """The natural logarithm of x; for complex x the principal one.
+    Function("exp", "Exp", "numpy", """e to the power x, for every number.
+
+Overflow; underflow for a real result below the normal range."""),
+    Function("expm1", "Expm1", "numpy", "exp(x) - 1, for every real number, accurate near 0 too.\n\nOverflow."),
+    Function("log", "Ln", "numpy", """The natural logarithm of x, for x > 0; for complex x the principal one.
 
 Divide at 0, invalid for negative real numbers."""),
-    Function("log10", "Log10", "numpy", "The decimal logarithm of x.\n\nDivide at 0, invalid for negative real numbers."),
-    Function("log1p", "Log1p", "numpy", "log(1 + x), accurate near 0 too.\n\nDivide at -1, invalid below."),
+    Function("log10", "Log10", "numpy", """The decimal logarithm of x, for x > 0; for complex x the principal one.
+
+Divide at 0, invalid for negative real numbers."""),
+    Function("log1p", "Log1p", "numpy", "log(1 + x), for x > -1, accurate near 0 too.\n\nDivide at -1, invalid below."),
     Function("power", "Pow", "numpy", """x1 to the power x2; one exponent for all elements is the faster case.
 
 A zero exponent and a base of 1 give 1, also with a NaN. Divide for 0 to a negative power; invalid for a negative base
 and an exponent that is no integer; overflow; underflow. Complex: e**(x2 log(x1)) with the principal logarithm."""),
     Function("sin", "Sin", "numpy", "The sine of x, in radians, for every finite number.\n\nInvalid for an infinity."),
-    Function("cos", "Cos", "numpy", "The cosine of x, in radians, for every finite number.\n\nInvalid for an infinity."),
-    Function("sincos", "SinCos", "", "The sine and the cosine of x: the bits of sin and cos.\n\nInvalid for an infinity."),
+    Function("cos", "Cos", "numpy", """The cosine of x, in radians, for every finite number.
+
+Invalid for an infinity."""),
+    Function("sincos", "SinCos", "", """The sine and the cosine of x: the bits of sin and cos.
+
+Invalid for an infinity."""),
     Function("cis", "CIS", "", "cos(x) + i sin(x), complex, of a real x.\n\nInvalid for an infinity."),
-    Function("tan", "Tan", "numpy", "The tangent of x, in radians, for every finite number.\n\nInvalid for an infinity."),
-    Function("arctan", "Atan", "numpy", "The inverse tangent of x, from -pi/2 to pi/2.\n\nComplex: divide at i and -i."),
+    Function("tan", "Tan", "numpy", """The tangent of x, in radians, for every finite number.
+
+Invalid for an infinity."""),
+    Function("arctan", "Atan", "numpy", """The inverse tangent of every number, from -pi/2 to pi/2.
+
+Complex: divide at i and -i."""),
     Function("arctan2", "Atan2", "numpy", """The angle of the point (x2, x1), from -pi to pi.
 
 Underflow below the normal range."""),
-    Function("arcsin", "Asin", "numpy", "The inverse sine of x, from -pi/2 to pi/2.\n\nInvalid for real |x| > 1."),
-    Function("arccos", "Acos", "numpy", "The inverse cosine of x, from 0 to pi.\n\nInvalid for real |x| > 1."),
-    Function("sinh", "Sinh", "numpy", "The hyperbolic sine of x.\n\nOverflow."),
-    Function("cosh", "Cosh", "numpy", "The hyperbolic cosine of x.\n\nOverflow."),
-    Function("tanh", "Tanh", "numpy", "The hyperbolic tangent of x."),
-    Function("arcsinh", "Asinh", "numpy", "The inverse hyperbolic sine of x."),
-    Function("arccosh", "Acosh", "numpy", "The inverse hyperbolic cosine of x.\n\nInvalid for real numbers below 1."),
-    Function("arctanh", "Atanh", "numpy", """The inverse hyperbolic tangent of x.
+    Function("arcsin", "Asin", "numpy",
+             """The inverse sine of x, from -pi/2 to pi/2, for -1 <= x <= 1 and complex numbers.
+
+Invalid for real |x| > 1."""),
+    Function("arccos", "Acos", "numpy", """The inverse cosine of x, from 0 to pi, for -1 <= x <= 1 and complex numbers.
+
+Invalid for real |x| > 1."""),
+    Function("sinh", "Sinh", "numpy", "The hyperbolic sine of every number.\n\nOverflow."),
+    Function("cosh", "Cosh", "numpy", "The hyperbolic cosine of every number.\n\nOverflow."),
+    Function("tanh", "Tanh", "numpy", "The hyperbolic tangent of every number."),
+    Function("arcsinh", "Asinh", "numpy", "The inverse hyperbolic sine of every number."),
+    Function("arccosh", "Acosh", "numpy", """The inverse hyperbolic cosine of x, for x >= 1 and complex numbers.
+
+Invalid for real numbers below 1."""),
+    Function("arctanh", "Atanh", "numpy", """The inverse hyperbolic tangent of x, for -1 < x < 1 and complex numbers.
 
 Divide at 1 and -1, invalid for real |x| > 1."""),
-    Function("erf", "Erf", "scipy.special", "The error function of x."),
-    Function("erfc", "Erfc", "scipy.special", """1 - erf(x), with its relative accuracy over the whole tail.
+    Function("erf", "Erf", "scipy.special", "The error function of every real number."),
+    Function("erfc", "Erfc", "scipy.special",
+             """1 - erf(x) for every real number, with its relative accuracy over the whole tail.
 
 Underflow below the normal range."""),
-    Function("erfinv", "ErfInv", "scipy.special", """The inverse of the error function.
+    Function("erfinv", "ErfInv", "scipy.special", """The inverse of the error function, for -1 < x < 1.
 
 Divide at 1 and -1, invalid for |x| > 1."""),
-    Function("erfcinv", "ErfcInv", "scipy.special", """The inverse of the complementary error function.
+    Function("erfcinv", "ErfcInv", "scipy.special", """The inverse of the complementary error function, for 0 < x < 2.
 
 Divide at 0 and 2, invalid below 0 and above 2."""),
-    Function("ndtr", "CdfNorm", "scipy.special", """The distribution function of the standard normal distribution.
+    Function("ndtr", "CdfNorm", "scipy.special",
+             """The distribution function of the standard normal distribution, for every real number.
 
 Underflow below the normal range."""),
-    Function("ndtri", "CdfNormInv", "scipy.special", """The quantiles of the standard normal distribution: the inverse of ndtr.
+    Function("ndtri", "CdfNormInv", "scipy.special",
+             """The quantiles of the standard normal distribution, the inverse of ndtr, for 0 < x < 1.
 
 Divide at 0 and 1, invalid below 0 and above 1."""),
 ]
@@ -137,17 +165,20 @@ def _measured():
 
 
 def _accuracy(names, measured):
-    """A table of the measured errors of a ufunc's functions."""
+    """What a ufunc's functions promise, and their measured errors."""
     lines = []
     for name in names:
-        if name not in measured:
-            continue
-        row = measured[name]
-        type_name = name.split("_")[1]
-        ulp, of = (row["By norm"], " by norm") if row["By norm"] else (row["Max ulp"], "")
-        error = f"{float(ulp):.4g} ulp{of}, {row['Max relative error']} relative" if float(ulp) else "none"
-        lines.append(f"    {TYPES[type_name]:<11}{error} ({row['Elements']} arguments; {name})")
-    return "\n\nLargest error measured:\n\n" + "\n".join(lines) if lines else ""
+        type_name, suffix = (name + "_").split("_")[1:3]
+        line = f"    {TYPES[type_name]:<11}"
+        line += f"{suffix[1:]} correct bits" if suffix else "exact"
+        if name in measured:
+            row = measured[name]
+            ulp, of = (row["By norm"], " by norm") if row["By norm"] else (row["Max ulp"], "")
+            if float(ulp):
+                line += f"; {float(ulp):.4g} ulp{of}, {row['Max relative error']} relative"
+            line += f" ({row['Elements']} arguments; {name})"
+        lines.append(line)
+    return "\n\nAccuracy, and the largest error that was measured:\n\n" + "\n".join(lines)
 
 
 def make(level, reuse=None):
@@ -163,3 +194,18 @@ def make(level, reuse=None):
             contents[function.name] = _core.ufunc(function.name, doc, names, function.identity)
     contents.update({alias: contents[name] for alias, name in ALIASES.items()})
     return contents
+
+
+def table():
+    """The functions as a table of the documents."""
+    lines = ["| kelvm | Same name in | Library | Types | Accuracies |", "|---|---|---|---|---|"]
+    aliases = {name: alias for alias, name in ALIASES.items()}
+    for function in FUNCTIONS:
+        full, low = library_functions(function, "full"), library_functions(function, "low")
+        types = [TYPES[name.split("_")[1]] for name in full]
+        faster = [t for t, a, b in zip(types, full, low) if a != b]
+        levels = "one" if not faster else "three" if faster == types else f"three of {', '.join(faster)}"
+        both = " = ".join(f"`{n}`" for n in (function.name, aliases.get(function.name)) if n)
+        twin = {"numpy": "NumPy", "scipy.special": "SciPy"}.get(function.twin, "")
+        lines.append(f"| {both} | {twin} | kels{function.family} | {', '.join(types)} | {levels} |")
+    return "\n".join(lines)

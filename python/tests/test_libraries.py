@@ -51,8 +51,8 @@ def test_dask():
 
 
 def value_of_the_book(*arguments):
-    run = subprocess.run([sys.executable, EXAMPLE, "--options", "4e5", "--block", "3e4", *arguments], capture_output=True,
-                         text=True, timeout=100)
+    command = [sys.executable, EXAMPLE, "--options", "4e5", "--block", "3e4", *arguments]
+    run = subprocess.run(command, capture_output=True, text=True, timeout=300)
     assert run.returncode == 0, run.stderr
     return re.search(r"value of the book (\S+), dearest option (\S+), above 20: (\d+)", run.stdout).groups()
 
