@@ -6,7 +6,8 @@ set -eu
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
-need_packages g++ cmake ninja-build pkgconf libgtest-dev libgmock-dev libmpfr-dev libmpc-dev libboost-dev
+need_packages g++ cmake ninja-build pkgconf libgtest-dev libgmock-dev libmpfr-dev libmpc-dev libboost-dev \
+  python3-{dev,numpy,scipy,pandas,xarray,dask,distributed,pytest,hypothesis,pip,venv}
 cmake --preset release
 cmake --build --preset release
 ctest --test-dir build/release -LE '^(exhaustive|bench)$' --output-on-failure --no-tests=error -j "$(nproc)"

@@ -5,9 +5,9 @@
     python3 python/benchmarks/speed.py --quick    the way through in half a minute, for working on this file
 
 One thread, float32 and float64, arrays of 10, 1,000 and 1,000,000 elements, results into an array that is there. The
-contenders take turns, each figure is the best of its turns. On a processor with AVX-512 everything runs a second time
-without it, in a process where the loader and NumPy are told to leave it alone. Errors are measured on the same inputs
-with mpmath. Debian: python3-scipy python3-numexpr python3-numba python3-mpmath python3-matplotlib.
+contenders take turns, each figure is the processor time of the best of its turns. On a processor with AVX-512 everything
+runs a second time without it, in a process where the loader and NumPy are told to leave it alone. Errors are measured on
+the same inputs with mpmath. Debian: python3-scipy python3-numexpr python3-numba python3-mpmath python3-matplotlib.
 """
 import argparse
 import datetime
@@ -79,13 +79,13 @@ def contenders(name, dtype):
 
 
 def seconds(call, arguments, duration):
-    """The time of one call; as many in a row as make up the duration."""
-    count, spent = 1, 0.0
+    """The processor time of one call; as many in a row as make up the duration."""
+    count = 1
     while True:
-        start = time.perf_counter()
+        start = time.thread_time()
         for _ in range(count):
             call(*arguments)
-        spent = time.perf_counter() - start
+        spent = time.thread_time() - start
         if spent >= duration / 2 or count > 1e7:
             return spent / count
         count = max(2 * count, int(count * duration / max(spent, 1e-9)))
@@ -115,7 +115,7 @@ def measure(quick):
             for n in LENGTHS:
                 random = np.random.default_rng(n)
                 arguments = [random.uniform(*limits, n).astype(dtype) for limits in row["of"]] + [np.empty(n, dtype)]
-                turns, duration = (1, 0.001) if quick else (15, 0.004)
+                turns, duration = (1, 0.001) if quick else (9, 0.001) if n == LENGTHS[-1] else (30, 0.001)
                 best = {title: math.inf for title in found}
                 for _ in range(turns):
                     for title, call in found.items():

@@ -12,29 +12,17 @@ import numpy as np
 import pytest
 from hypothesis import given, settings
 from hypothesis import strategies as st
+from kelvm import _core, _functions
 
-from library import DTYPES, LEVELS, LIBRARY, MODULES, TYPES, FUNCTIONS, arguments, direct, loops
+from library import LEVELS, MODULES, arguments, direct, loops
+
+PAGE = Path(__file__).parents[2] / "docs/python.md"
 
 pytestmark = pytest.mark.filterwarnings("ignore::RuntimeWarning")
 
 
 def test_every_function_of_the_library_is_reached():
-    families = {f.family: f for f in FUNCTIONS}
-    suffixes = {"full": ("_A24", "_A53", ""), "high": ("_A21", "_A50"), "low": ("_A11", "_A26")}
-    reached = {level: {name for _, _, name, _ in loops(level)} for level in LEVELS}
-    kinds = {"32f": "f", "64f": "d", "32fc": "F", "64fc": "D"}
-    found = 0
-    for family in families:
-        for level in LEVELS:
-            for name in (f"kels{family}_{t}{s}" for t in TYPES for s in suffixes[level]):
-                if hasattr(LIBRARY, name):
-                    found += 1
-                    assert name in reached[level]
-                    wanted = kinds[name.split("_")[1]].lower() if family == "CIS" else kinds[name.split("_")[1]]
-                    types = getattr(MODULES[level], families[family].name).types
-                    assert any(t[0] == wanted for t in types), name
-    found += sum(hasattr(LIBRARY, f"kelsPowx_{t}_{s}") for t in TYPES for s in "A11 A21 A24 A26 A50 A53".split())
-    assert found == 384
+    assert {name for level in LEVELS for _, _, name, _ in loops(level)} == _core.names()
 
 
 def same_bits(a, b):
@@ -203,7 +191,7 @@ def test_more_elements_than_an_int_counts():
 @pytest.mark.parametrize("level", LEVELS)
 def test_the_modules(level):
     module = MODULES[level]
-    for function in FUNCTIONS:
+    for function in _functions.FUNCTIONS:
         ufunc = getattr(module, function.name)
         assert pickle.loads(pickle.dumps(ufunc)) is ufunc
         assert "arguments; kels" in ufunc.__doc__ and function.about in ufunc.__doc__
@@ -215,3 +203,8 @@ def test_the_modules(level):
 def test_version():
     assert kelvm.version().cpu in ("y8", "v3", "v4")
     assert kelvm.__version__.startswith(f"{kelvm.version().major}.{kelvm.version().minor}.")
+
+
+@pytest.mark.skipif(not PAGE.exists(), reason="the documents are not installed")
+def test_the_documents_list_all_functions():
+    assert _functions.table() in PAGE.read_text()
