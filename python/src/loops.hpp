@@ -76,64 +76,79 @@ template <class T> void scatter(const T* from, npy_intp n, char* to, npy_intp st
   for (; n > 0; --n, to += step) std::memcpy(to, from++, sizeof(T));
 }
 
-/// Calls call(sources, destinations, count), with arrays of pointers, until n elements are done: args and steps have
-/// `sources` operands of type S, then `destinations` of type D. Where keeps_sources is set, a call's destinations never
-/// are its sources.
+/// The operands of a loop: args and steps have `sources` operands of type S, then `destinations` of type D.
+template <class S, int sources, class D, int destinations> struct Operands {
+  static constexpr int all = sources + destinations;
+  static constexpr npy_intp block = block_bytes / std::max(sizeof(S), sizeof(D));
+
+  char* const* args;
+  const npy_intp* steps;
+  bool direct[all]; // the library may use the array as it is
+  Overlap worst = Overlap::none;
+
+  /// Where keeps_sources is set, a call's destinations shall never be its sources.
+  Operands(char* const* args, npy_intp n, const npy_intp* steps, bool keeps_sources) : args(args), steps(steps) {
+    for (int k = 0; k < all; ++k) direct[k] = at(k).without_gaps(n);
+    for (int s = 0; s < sources; ++s) {
+      for (int d = sources; d < all; ++d) {
+        const Overlap found = overlap(at(s), at(d), n);
+        worst = std::max(worst, found);
+        if (found > Overlap::same || (keeps_sources && found == Overlap::same)) direct[s] = false;
+      }
+    }
+  }
+
+  Operand at(int k) const { return {args[k], steps[k], npy_intp(k < sources ? sizeof(S) : sizeof(D))}; }
+  bool all_direct() const {
+    return std::all_of(direct, direct + all, [](bool d) { return d; });
+  }
+  const S* source(int s, npy_intp done) const { return reinterpret_cast<const S*>(args[s] + done * steps[s]); }
+  D* destination(int d, npy_intp done) const {
+    return reinterpret_cast<D*>(args[sources + d] + done * steps[sources + d]);
+  }
+
+  template <class Call> void as_they_are(npy_intp n, const Call& call) const {
+    const S* src[sources];
+    D* dst[destinations];
+    for (npy_intp done = 0; done < n; done += longest_call) {
+      for (int s = 0; s < sources; ++s) src[s] = source(s, done);
+      for (int d = 0; d < destinations; ++d) dst[d] = destination(d, done);
+      call(src, dst, int(std::min(longest_call, n - done)));
+    }
+  }
+
+  /// Apart from the other, for its stack.
+  template <class Call> [[gnu::noinline]] void through_blocks(npy_intp n, const Call& call) const {
+    alignas(64) S in[sources][block];
+    alignas(64) D out[destinations][block];
+    const S* src[sources];
+    D* dst[destinations];
+    const npy_intp longest = worst == Overlap::dependent ? 1 : block;
+    for (npy_intp done = 0; done < n; done += longest) {
+      const npy_intp count = std::min(longest, n - done);
+      for (int s = 0; s < sources; ++s) {
+        src[s] = direct[s] ? source(s, done) : in[s];
+        // One value for all elements needs to be spread once.
+        const bool stays = steps[s] == 0 && done > 0 && worst <= Overlap::same;
+        if (!direct[s] && !stays) gather(args[s] + done * steps[s], steps[s], count, in[s]);
+      }
+      for (int d = 0; d < destinations; ++d) dst[d] = direct[sources + d] ? destination(d, done) : out[d];
+      call(src, dst, int(count));
+      for (int d = 0; d < destinations; ++d)
+        if (const int k = sources + d; !direct[k]) scatter(out[d], count, args[k] + done * steps[k], steps[k]);
+    }
+  }
+};
+
+/// Calls call(sources, destinations, count), with arrays of pointers, until n elements are done.
 template <class S, int sources, class D, int destinations, bool keeps_sources = false, class Call>
 void for_each_piece(char* const* args, npy_intp n, const npy_intp* steps, const Call& call) {
-  constexpr int operands = sources + destinations;
   if (n <= 0) return;
-  Operand operand[operands];
-  bool direct[operands];
-  bool all_direct = true;
-  for (int k = 0; k < operands; ++k) {
-    operand[k] = {args[k], steps[k], k < sources ? npy_intp(sizeof(S)) : npy_intp(sizeof(D))};
-    direct[k] = operand[k].without_gaps(n);
-    all_direct &= direct[k];
-  }
-  auto worst = Overlap::none;
-  for (int s = 0; s < sources; ++s) {
-    for (int d = sources; d < operands; ++d) {
-      const Overlap found = overlap(operand[s], operand[d], n);
-      worst = std::max(worst, found);
-      if (found > Overlap::same || (keeps_sources && found == Overlap::same)) direct[s] = all_direct = false;
-    }
-  }
-
-  const S* src[sources];
-  D* dst[destinations];
-  if (all_direct) [[likely]] {
-    for (int s = 0; s < sources; ++s) src[s] = reinterpret_cast<const S*>(args[s]);
-    for (int d = 0; d < destinations; ++d) dst[d] = reinterpret_cast<D*>(args[sources + d]);
-    for (npy_intp done = 0; done < n; done += longest_call) {
-      const npy_intp count = std::min(longest_call, n - done);
-      call(src, dst, int(count));
-      for (const S*& p : src) p += count;
-      for (D*& p : dst) p += count;
-    }
-    return;
-  }
-
-  constexpr npy_intp block = block_bytes / std::max(sizeof(S), sizeof(D));
-  alignas(64) S in[sources][block];
-  alignas(64) D out[destinations][block];
-  const npy_intp longest = worst == Overlap::dependent ? 1 : block;
-  for (npy_intp done = 0; done < n; done += longest) {
-    const npy_intp count = std::min(longest, n - done);
-    for (int s = 0; s < sources; ++s) {
-      const char* from = args[s] + done * steps[s];
-      // One value for all elements needs to be spread once.
-      if (!direct[s] && (steps[s] != 0 || done == 0 || worst > Overlap::same)) gather(from, steps[s], count, in[s]);
-      src[s] = direct[s] ? reinterpret_cast<const S*>(from) : in[s];
-    }
-    for (int d = 0; d < destinations; ++d)
-      dst[d] = direct[sources + d] ? reinterpret_cast<D*>(args[sources + d] + done * steps[sources + d]) : out[d];
-    call(src, dst, int(count));
-    for (int d = 0; d < destinations; ++d) {
-      const int k = sources + d;
-      if (!direct[k]) scatter(out[d], count, args[k] + done * steps[k], steps[k]);
-    }
-  }
+  const Operands<S, sources, D, destinations> operands(args, n, steps, keeps_sources);
+  if (operands.all_direct()) [[likely]]
+    operands.as_they_are(n, call);
+  else
+    operands.through_blocks(n, call);
 }
 
 /// Raises overflow and underflow for arguments of a real exponential whose result is an infinity or a zero. The library
