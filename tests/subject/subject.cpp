@@ -120,11 +120,6 @@ Ending Subject::call(harness::Arguments arguments, unsigned csr) const {
   return call_at(function_, member, arguments, csr);
 }
 
-Ending Subject::call_in(const harness::Library& other, harness::Arguments arguments) const {
-  arguments.scalar = exponent_.data();
-  return call_at(other.address(member), member, arguments, default_csr);
-}
-
 std::vector<Subject> subjects() {
   std::vector<Subject> list;
   for (const harness::Member& m : harness::all_members())

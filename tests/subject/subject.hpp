@@ -44,7 +44,6 @@ public:
   std::string name() const;
   /// Calls the member with MXCSR set to `csr`, and puts the word found back.
   Ending call(harness::Arguments arguments, unsigned csr = default_csr) const;
-  Ending call_in(const harness::Library& other, harness::Arguments arguments) const;
 
 private:
   std::string name_;
