@@ -3,7 +3,7 @@
 #include "frame/member.hpp"
 #include "simd/ordered.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::real_arithmetic {
 namespace {
 
 template <class T> struct Arithmetic : KernelDefaults {
@@ -32,15 +32,16 @@ template <class T> struct Abs : Arithmetic<T> {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_BINARY(kelsAdd_32f_A24, kelvm::Add<float>)
-KELVM_BINARY(kelsAdd_64f_A53, kelvm::Add<double>)
-KELVM_BINARY(kelsSub_32f_A24, kelvm::Sub<float>)
-KELVM_BINARY(kelsSub_64f_A53, kelvm::Sub<double>)
-KELVM_BINARY(kelsMul_32f_A24, kelvm::Mul<float>)
-KELVM_BINARY(kelsMul_64f_A53, kelvm::Mul<double>)
-KELVM_UNARY(kelsSqr_32f_A24, kelvm::Sqr<float>)
-KELVM_UNARY(kelsSqr_64f_A53, kelvm::Sqr<double>)
-KELVM_UNARY(kelsAbs_32f_A24, kelvm::Abs<float>)
-KELVM_UNARY(kelsAbs_64f_A53, kelvm::Abs<double>)
+KELVM_BINARY(kelsAdd_32f_A24, Add<float>)
+KELVM_BINARY(kelsAdd_64f_A53, Add<double>)
+KELVM_BINARY(kelsSub_32f_A24, Sub<float>)
+KELVM_BINARY(kelsSub_64f_A53, Sub<double>)
+KELVM_BINARY(kelsMul_32f_A24, Mul<float>)
+KELVM_BINARY(kelsMul_64f_A53, Mul<double>)
+KELVM_UNARY(kelsSqr_32f_A24, Sqr<float>)
+KELVM_UNARY(kelsSqr_64f_A53, Sqr<double>)
+KELVM_UNARY(kelsAbs_32f_A24, Abs<float>)
+KELVM_UNARY(kelsAbs_64f_A53, Abs<double>)
+
+} // namespace kelvm::inline KELVM_BUILD::real_arithmetic

@@ -8,7 +8,7 @@
 #include "kelvm/arith.h"
 #include "root/root.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::real_division {
 namespace {
 
 /// The quotient with its code; the flags are the division's own, but for an exact subnormal result.
@@ -73,17 +73,18 @@ template <class T> struct Inv : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_BINARY(kelsDiv_32f_A11, kelvm::Div<float>)
-KELVM_BINARY(kelsDiv_32f_A21, kelvm::Div<float>)
-KELVM_BINARY(kelsDiv_32f_A24, kelvm::Div<float>)
-KELVM_BINARY(kelsDiv_64f_A26, kelvm::Div<double>)
-KELVM_BINARY(kelsDiv_64f_A50, kelvm::Div<double>)
-KELVM_BINARY(kelsDiv_64f_A53, kelvm::Div<double>)
-KELVM_UNARY(kelsInv_32f_A11, kelvm::Inv<float>)
-KELVM_UNARY(kelsInv_32f_A21, kelvm::Inv<float>)
-KELVM_UNARY(kelsInv_32f_A24, kelvm::Inv<float>)
-KELVM_UNARY(kelsInv_64f_A26, kelvm::Inv<double>)
-KELVM_UNARY(kelsInv_64f_A50, kelvm::Inv<double>)
-KELVM_UNARY(kelsInv_64f_A53, kelvm::Inv<double>)
+KELVM_BINARY(kelsDiv_32f_A11, Div<float>)
+KELVM_BINARY(kelsDiv_32f_A21, Div<float>)
+KELVM_BINARY(kelsDiv_32f_A24, Div<float>)
+KELVM_BINARY(kelsDiv_64f_A26, Div<double>)
+KELVM_BINARY(kelsDiv_64f_A50, Div<double>)
+KELVM_BINARY(kelsDiv_64f_A53, Div<double>)
+KELVM_UNARY(kelsInv_32f_A11, Inv<float>)
+KELVM_UNARY(kelsInv_32f_A21, Inv<float>)
+KELVM_UNARY(kelsInv_32f_A24, Inv<float>)
+KELVM_UNARY(kelsInv_64f_A26, Inv<double>)
+KELVM_UNARY(kelsInv_64f_A50, Inv<double>)
+KELVM_UNARY(kelsInv_64f_A53, Inv<double>)
+
+} // namespace kelvm::inline KELVM_BUILD::real_division

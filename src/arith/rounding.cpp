@@ -2,7 +2,7 @@
 #include "frame/member.hpp"
 #include "kelvm/arith.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::rounding_family {
 namespace {
 
 template <class T, Rounding How> struct Rounded : KernelDefaults {
@@ -52,19 +52,20 @@ template <class T> struct Modf : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsCeil_32f, kelvm::Ceil<float>)
-KELVM_UNARY(kelsCeil_64f, kelvm::Ceil<double>)
-KELVM_UNARY(kelsFloor_32f, kelvm::Floor<float>)
-KELVM_UNARY(kelsFloor_64f, kelvm::Floor<double>)
-KELVM_UNARY(kelsTrunc_32f, kelvm::Trunc<float>)
-KELVM_UNARY(kelsTrunc_64f, kelvm::Trunc<double>)
-KELVM_UNARY(kelsRound_32f, kelvm::Round<float>)
-KELVM_UNARY(kelsRound_64f, kelvm::Round<double>)
-KELVM_UNARY(kelsRint_32f, kelvm::Rint<float>)
-KELVM_UNARY(kelsRint_64f, kelvm::Rint<double>)
-KELVM_UNARY(kelsNearbyInt_32f, kelvm::NearbyInt<float>)
-KELVM_UNARY(kelsNearbyInt_64f, kelvm::NearbyInt<double>)
-KELVM_TWO_OUTPUTS(kelsModf_32f, kelvm::Modf<float>)
-KELVM_TWO_OUTPUTS(kelsModf_64f, kelvm::Modf<double>)
+KELVM_UNARY(kelsCeil_32f, Ceil<float>)
+KELVM_UNARY(kelsCeil_64f, Ceil<double>)
+KELVM_UNARY(kelsFloor_32f, Floor<float>)
+KELVM_UNARY(kelsFloor_64f, Floor<double>)
+KELVM_UNARY(kelsTrunc_32f, Trunc<float>)
+KELVM_UNARY(kelsTrunc_64f, Trunc<double>)
+KELVM_UNARY(kelsRound_32f, Round<float>)
+KELVM_UNARY(kelsRound_64f, Round<double>)
+KELVM_UNARY(kelsRint_32f, Rint<float>)
+KELVM_UNARY(kelsRint_64f, Rint<double>)
+KELVM_UNARY(kelsNearbyInt_32f, NearbyInt<float>)
+KELVM_UNARY(kelsNearbyInt_64f, NearbyInt<double>)
+KELVM_TWO_OUTPUTS(kelsModf_32f, Modf<float>)
+KELVM_TWO_OUTPUTS(kelsModf_64f, Modf<double>)
+
+} // namespace kelvm::inline KELVM_BUILD::rounding_family

@@ -20,7 +20,7 @@
 #include "kelvm/complex.h"
 #include "simd/ordered.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::complex_arithmetic {
 namespace {
 
 // --- part by part ---------------------------------------------------------------------------------------------------
@@ -395,29 +395,30 @@ template <class P> using Div32 = Division<float, P>;
 template <class P> using Div64 = Division<double, P>;
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_PARTS_BINARY(kelsAdd_32fc_A24, kelvm::Add<float>)
-KELVM_PARTS_BINARY(kelsAdd_64fc_A53, kelvm::Add<double>)
-KELVM_PARTS_BINARY(kelsSub_32fc_A24, kelvm::Sub<float>)
-KELVM_PARTS_BINARY(kelsSub_64fc_A53, kelvm::Sub<double>)
-KELVM_PARTS_UNARY(kelsConj_32fc_A24, kelvm::Conj<float>)
-KELVM_PARTS_UNARY(kelsConj_64fc_A53, kelvm::Conj<double>)
-KELVM_COMPLEX_BINARY(kelsMul_32fc_A11, kelvm::Mul32<kelvm::FloatShort>)
-KELVM_COMPLEX_BINARY(kelsMul_32fc_A21, kelvm::Mul32<kelvm::FloatShort>)
-KELVM_COMPLEX_BINARY(kelsMul_32fc_A24, kelvm::Mul32<kelvm::FloatFull>)
-KELVM_COMPLEX_BINARY(kelsMul_64fc_A26, kelvm::Mul64<kelvm::DoubleShort>)
-KELVM_COMPLEX_BINARY(kelsMul_64fc_A50, kelvm::Mul64<kelvm::DoubleShort>)
-KELVM_COMPLEX_BINARY(kelsMul_64fc_A53, kelvm::Mul64<kelvm::DoubleFull>)
-KELVM_COMPLEX_BINARY(kelsMulByConj_32fc_A11, kelvm::MulByConj32<kelvm::FloatShort>)
-KELVM_COMPLEX_BINARY(kelsMulByConj_32fc_A21, kelvm::MulByConj32<kelvm::FloatShort>)
-KELVM_COMPLEX_BINARY(kelsMulByConj_32fc_A24, kelvm::MulByConj32<kelvm::FloatFull>)
-KELVM_COMPLEX_BINARY(kelsMulByConj_64fc_A26, kelvm::MulByConj64<kelvm::DoubleShort>)
-KELVM_COMPLEX_BINARY(kelsMulByConj_64fc_A50, kelvm::MulByConj64<kelvm::DoubleShort>)
-KELVM_COMPLEX_BINARY(kelsMulByConj_64fc_A53, kelvm::MulByConj64<kelvm::DoubleFull>)
-KELVM_COMPLEX_BINARY(kelsDiv_32fc_A11, kelvm::Div32<kelvm::FloatShort>)
-KELVM_COMPLEX_BINARY(kelsDiv_32fc_A21, kelvm::Div32<kelvm::FloatShort>)
-KELVM_COMPLEX_BINARY(kelsDiv_32fc_A24, kelvm::Div32<kelvm::FloatFull>)
-KELVM_COMPLEX_BINARY(kelsDiv_64fc_A26, kelvm::Div64<kelvm::DoubleShort>)
-KELVM_COMPLEX_BINARY(kelsDiv_64fc_A50, kelvm::Div64<kelvm::DoubleShort>)
-KELVM_COMPLEX_BINARY(kelsDiv_64fc_A53, kelvm::Div64<kelvm::DoubleFull>)
+KELVM_PARTS_BINARY(kelsAdd_32fc_A24, Add<float>)
+KELVM_PARTS_BINARY(kelsAdd_64fc_A53, Add<double>)
+KELVM_PARTS_BINARY(kelsSub_32fc_A24, Sub<float>)
+KELVM_PARTS_BINARY(kelsSub_64fc_A53, Sub<double>)
+KELVM_PARTS_UNARY(kelsConj_32fc_A24, Conj<float>)
+KELVM_PARTS_UNARY(kelsConj_64fc_A53, Conj<double>)
+KELVM_COMPLEX_BINARY(kelsMul_32fc_A11, Mul32<FloatShort>)
+KELVM_COMPLEX_BINARY(kelsMul_32fc_A21, Mul32<FloatShort>)
+KELVM_COMPLEX_BINARY(kelsMul_32fc_A24, Mul32<FloatFull>)
+KELVM_COMPLEX_BINARY(kelsMul_64fc_A26, Mul64<DoubleShort>)
+KELVM_COMPLEX_BINARY(kelsMul_64fc_A50, Mul64<DoubleShort>)
+KELVM_COMPLEX_BINARY(kelsMul_64fc_A53, Mul64<DoubleFull>)
+KELVM_COMPLEX_BINARY(kelsMulByConj_32fc_A11, MulByConj32<FloatShort>)
+KELVM_COMPLEX_BINARY(kelsMulByConj_32fc_A21, MulByConj32<FloatShort>)
+KELVM_COMPLEX_BINARY(kelsMulByConj_32fc_A24, MulByConj32<FloatFull>)
+KELVM_COMPLEX_BINARY(kelsMulByConj_64fc_A26, MulByConj64<DoubleShort>)
+KELVM_COMPLEX_BINARY(kelsMulByConj_64fc_A50, MulByConj64<DoubleShort>)
+KELVM_COMPLEX_BINARY(kelsMulByConj_64fc_A53, MulByConj64<DoubleFull>)
+KELVM_COMPLEX_BINARY(kelsDiv_32fc_A11, Div32<FloatShort>)
+KELVM_COMPLEX_BINARY(kelsDiv_32fc_A21, Div32<FloatShort>)
+KELVM_COMPLEX_BINARY(kelsDiv_32fc_A24, Div32<FloatFull>)
+KELVM_COMPLEX_BINARY(kelsDiv_64fc_A26, Div64<DoubleShort>)
+KELVM_COMPLEX_BINARY(kelsDiv_64fc_A50, Div64<DoubleShort>)
+KELVM_COMPLEX_BINARY(kelsDiv_64fc_A53, Div64<DoubleFull>)
+
+} // namespace kelvm::inline KELVM_BUILD::complex_arithmetic

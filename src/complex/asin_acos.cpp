@@ -26,7 +26,7 @@
 #include "frame/member.hpp"
 #include "kelvm/complex.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::complex_asin_acos {
 namespace {
 
 /// beta and cos alpha cosh beta for x, y >= 0.
@@ -36,7 +36,7 @@ template <class P, class V> auto arc_sine(V x, V y) {
   using Number = decltype(P::number(x));
   using T = Lane<V>;
   const Number less = P::one_minus(x), y_squared = square(P::number(y));
-  const Number n = norm_minus_one(less, sum(square(less), y_squared));
+  const Number n = norm_minus_one_by_distance(less, sum(square(less), y_squared));
   const Number m = sqrt(sum(square(n), T(4) * y_squared));
   const Number larger = sqrt(T(0.5) * descending_sum(m, abs(n)));
   const Number cosh_beta = sqrt(one_plus(T(0.5) * descending_sum(m, n)));
@@ -146,29 +146,30 @@ template <class T, class P> using Asin = Rotated<Asinh<T, P>>;
 template <class T, class P> using Acosh = AcoshFromAcos<Acos<T, P>>;
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_COMPLEX_UNARY(kelsAsinh_32fc_A11, kelvm::Asinh<float, kelvm::A11>)
-KELVM_COMPLEX_UNARY(kelsAsinh_32fc_A21, kelvm::Asinh<float, kelvm::A21>)
-KELVM_COMPLEX_UNARY(kelsAsinh_32fc_A24, kelvm::Asinh<float, kelvm::A24>)
-KELVM_COMPLEX_UNARY(kelsAsinh_64fc_A26, kelvm::Asinh<double, kelvm::A26>)
-KELVM_COMPLEX_UNARY(kelsAsinh_64fc_A50, kelvm::Asinh<double, kelvm::A50>)
-KELVM_COMPLEX_UNARY(kelsAsinh_64fc_A53, kelvm::Asinh<double, kelvm::A53>)
-KELVM_COMPLEX_UNARY(kelsAsin_32fc_A11, kelvm::Asin<float, kelvm::A11>)
-KELVM_COMPLEX_UNARY(kelsAsin_32fc_A21, kelvm::Asin<float, kelvm::A21>)
-KELVM_COMPLEX_UNARY(kelsAsin_32fc_A24, kelvm::Asin<float, kelvm::A24>)
-KELVM_COMPLEX_UNARY(kelsAsin_64fc_A26, kelvm::Asin<double, kelvm::A26>)
-KELVM_COMPLEX_UNARY(kelsAsin_64fc_A50, kelvm::Asin<double, kelvm::A50>)
-KELVM_COMPLEX_UNARY(kelsAsin_64fc_A53, kelvm::Asin<double, kelvm::A53>)
-KELVM_COMPLEX_UNARY(kelsAcosh_32fc_A11, kelvm::Acosh<float, kelvm::A11>)
-KELVM_COMPLEX_UNARY(kelsAcosh_32fc_A21, kelvm::Acosh<float, kelvm::A21>)
-KELVM_COMPLEX_UNARY(kelsAcosh_32fc_A24, kelvm::Acosh<float, kelvm::A24>)
-KELVM_COMPLEX_UNARY(kelsAcosh_64fc_A26, kelvm::Acosh<double, kelvm::A26>)
-KELVM_COMPLEX_UNARY(kelsAcosh_64fc_A50, kelvm::Acosh<double, kelvm::A50>)
-KELVM_COMPLEX_UNARY(kelsAcosh_64fc_A53, kelvm::Acosh<double, kelvm::A53>)
-KELVM_COMPLEX_UNARY(kelsAcos_32fc_A11, kelvm::Acos<float, kelvm::A11>)
-KELVM_COMPLEX_UNARY(kelsAcos_32fc_A21, kelvm::Acos<float, kelvm::A21>)
-KELVM_COMPLEX_UNARY(kelsAcos_32fc_A24, kelvm::Acos<float, kelvm::A24>)
-KELVM_COMPLEX_UNARY(kelsAcos_64fc_A26, kelvm::Acos<double, kelvm::A26>)
-KELVM_COMPLEX_UNARY(kelsAcos_64fc_A50, kelvm::Acos<double, kelvm::A50>)
-KELVM_COMPLEX_UNARY(kelsAcos_64fc_A53, kelvm::Acos<double, kelvm::A53>)
+KELVM_COMPLEX_UNARY(kelsAsinh_32fc_A11, Asinh<float, A11>)
+KELVM_COMPLEX_UNARY(kelsAsinh_32fc_A21, Asinh<float, A21>)
+KELVM_COMPLEX_UNARY(kelsAsinh_32fc_A24, Asinh<float, A24>)
+KELVM_COMPLEX_UNARY(kelsAsinh_64fc_A26, Asinh<double, A26>)
+KELVM_COMPLEX_UNARY(kelsAsinh_64fc_A50, Asinh<double, A50>)
+KELVM_COMPLEX_UNARY(kelsAsinh_64fc_A53, Asinh<double, A53>)
+KELVM_COMPLEX_UNARY(kelsAsin_32fc_A11, Asin<float, A11>)
+KELVM_COMPLEX_UNARY(kelsAsin_32fc_A21, Asin<float, A21>)
+KELVM_COMPLEX_UNARY(kelsAsin_32fc_A24, Asin<float, A24>)
+KELVM_COMPLEX_UNARY(kelsAsin_64fc_A26, Asin<double, A26>)
+KELVM_COMPLEX_UNARY(kelsAsin_64fc_A50, Asin<double, A50>)
+KELVM_COMPLEX_UNARY(kelsAsin_64fc_A53, Asin<double, A53>)
+KELVM_COMPLEX_UNARY(kelsAcosh_32fc_A11, Acosh<float, A11>)
+KELVM_COMPLEX_UNARY(kelsAcosh_32fc_A21, Acosh<float, A21>)
+KELVM_COMPLEX_UNARY(kelsAcosh_32fc_A24, Acosh<float, A24>)
+KELVM_COMPLEX_UNARY(kelsAcosh_64fc_A26, Acosh<double, A26>)
+KELVM_COMPLEX_UNARY(kelsAcosh_64fc_A50, Acosh<double, A50>)
+KELVM_COMPLEX_UNARY(kelsAcosh_64fc_A53, Acosh<double, A53>)
+KELVM_COMPLEX_UNARY(kelsAcos_32fc_A11, Acos<float, A11>)
+KELVM_COMPLEX_UNARY(kelsAcos_32fc_A21, Acos<float, A21>)
+KELVM_COMPLEX_UNARY(kelsAcos_32fc_A24, Acos<float, A24>)
+KELVM_COMPLEX_UNARY(kelsAcos_64fc_A26, Acos<double, A26>)
+KELVM_COMPLEX_UNARY(kelsAcos_64fc_A50, Acos<double, A50>)
+KELVM_COMPLEX_UNARY(kelsAcos_64fc_A53, Acos<double, A53>)
+
+} // namespace kelvm::inline KELVM_BUILD::complex_asin_acos

@@ -16,7 +16,7 @@
 #include "frame/member.hpp"
 #include "kelvm/complex.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::complex_atan_atanh {
 namespace {
 
 /// atanh (x + iy) for x, y >= 0.
@@ -25,7 +25,7 @@ template <class P, class V> auto arc_tangent(V x, V y) {
   const auto less = P::one_minus(x);
   const auto distance = normalised(sum(square(less), square(P::number(y))));
   const auto re = T(0.25) * P::log1p(quotient(T(4) * x, distance));
-  const auto im = T(0.5) * P::angle(P::number(twice(y)), -norm_minus_one(less, distance));
+  const auto im = T(0.5) * P::angle(P::number(twice(y)), -norm_minus_one_by_distance(less, distance));
   return Pair<decltype(P::number(x))>{re, im};
 }
 
@@ -69,17 +69,18 @@ private:
 template <class T, class P> using Atan = Rotated<Atanh<T, P>>;
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_COMPLEX_UNARY(kelsAtanh_32fc_A11, kelvm::Atanh<float, kelvm::A11>)
-KELVM_COMPLEX_UNARY(kelsAtanh_32fc_A21, kelvm::Atanh<float, kelvm::A21>)
-KELVM_COMPLEX_UNARY(kelsAtanh_32fc_A24, kelvm::Atanh<float, kelvm::A24>)
-KELVM_COMPLEX_UNARY(kelsAtanh_64fc_A26, kelvm::Atanh<double, kelvm::A26>)
-KELVM_COMPLEX_UNARY(kelsAtanh_64fc_A50, kelvm::Atanh<double, kelvm::A50>)
-KELVM_COMPLEX_UNARY(kelsAtanh_64fc_A53, kelvm::Atanh<double, kelvm::A53>)
-KELVM_COMPLEX_UNARY(kelsAtan_32fc_A11, kelvm::Atan<float, kelvm::A11>)
-KELVM_COMPLEX_UNARY(kelsAtan_32fc_A21, kelvm::Atan<float, kelvm::A21>)
-KELVM_COMPLEX_UNARY(kelsAtan_32fc_A24, kelvm::Atan<float, kelvm::A24>)
-KELVM_COMPLEX_UNARY(kelsAtan_64fc_A26, kelvm::Atan<double, kelvm::A26>)
-KELVM_COMPLEX_UNARY(kelsAtan_64fc_A50, kelvm::Atan<double, kelvm::A50>)
-KELVM_COMPLEX_UNARY(kelsAtan_64fc_A53, kelvm::Atan<double, kelvm::A53>)
+KELVM_COMPLEX_UNARY(kelsAtanh_32fc_A11, Atanh<float, A11>)
+KELVM_COMPLEX_UNARY(kelsAtanh_32fc_A21, Atanh<float, A21>)
+KELVM_COMPLEX_UNARY(kelsAtanh_32fc_A24, Atanh<float, A24>)
+KELVM_COMPLEX_UNARY(kelsAtanh_64fc_A26, Atanh<double, A26>)
+KELVM_COMPLEX_UNARY(kelsAtanh_64fc_A50, Atanh<double, A50>)
+KELVM_COMPLEX_UNARY(kelsAtanh_64fc_A53, Atanh<double, A53>)
+KELVM_COMPLEX_UNARY(kelsAtan_32fc_A11, Atan<float, A11>)
+KELVM_COMPLEX_UNARY(kelsAtan_32fc_A21, Atan<float, A21>)
+KELVM_COMPLEX_UNARY(kelsAtan_32fc_A24, Atan<float, A24>)
+KELVM_COMPLEX_UNARY(kelsAtan_64fc_A26, Atan<double, A26>)
+KELVM_COMPLEX_UNARY(kelsAtan_64fc_A50, Atan<double, A50>)
+KELVM_COMPLEX_UNARY(kelsAtan_64fc_A53, Atan<double, A53>)
+
+} // namespace kelvm::inline KELVM_BUILD::complex_atan_atanh

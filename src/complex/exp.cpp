@@ -17,7 +17,7 @@
 #include "frame/member.hpp"
 #include "kelvm/complex.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::complex_exponential {
 namespace {
 
 struct Exp {
@@ -39,11 +39,12 @@ template <class P> using Exp32 = PlaneFunction<Exp, float, P>;
 template <class P> using Exp64 = PlaneFunction<Exp, double, P>;
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_COMPLEX_UNARY(kelsExp_32fc_A11, kelvm::Exp32<kelvm::SingleA11>)
-KELVM_COMPLEX_UNARY(kelsExp_32fc_A21, kelvm::Exp32<kelvm::SingleA21>)
-KELVM_COMPLEX_UNARY(kelsExp_32fc_A24, kelvm::Exp32<kelvm::ShortA24>)
-KELVM_COMPLEX_UNARY(kelsExp_64fc_A26, kelvm::Exp64<kelvm::ShortA26>)
-KELVM_COMPLEX_UNARY(kelsExp_64fc_A50, kelvm::Exp64<kelvm::Middle>)
-KELVM_COMPLEX_UNARY(kelsExp_64fc_A53, kelvm::Exp64<kelvm::Full>)
+KELVM_COMPLEX_UNARY(kelsExp_32fc_A11, Exp32<SingleA11>)
+KELVM_COMPLEX_UNARY(kelsExp_32fc_A21, Exp32<SingleA21>)
+KELVM_COMPLEX_UNARY(kelsExp_32fc_A24, Exp32<ShortA24>)
+KELVM_COMPLEX_UNARY(kelsExp_64fc_A26, Exp64<ShortA26>)
+KELVM_COMPLEX_UNARY(kelsExp_64fc_A50, Exp64<Middle>)
+KELVM_COMPLEX_UNARY(kelsExp_64fc_A53, Exp64<Full>)
+
+} // namespace kelvm::inline KELVM_BUILD::complex_exponential

@@ -6,6 +6,7 @@
 #include "complex/complex.hpp"
 #include "complex/extended.hpp"
 #include "exp/log_core.hpp"
+#include "root/root.hpp"
 #include "trig/atan_core.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
@@ -15,7 +16,7 @@ constexpr double pi = inverse_trig::pi_head;
 // --- accuracies -----------------------------------------------------------------------------------------------------
 
 /// Double numbers, each operation rounded.
-template <LogAccuracy Log, AngleAccuracy Angle> struct InDouble {
+template <LogAccuracy Log, AngleAccuracy Angle> struct InverseInDouble {
   using Working = double;
   template <class V> static V number(V x) { return x; }
   template <class V> static V one_minus(V x) { return 1.0 - x; }
@@ -76,15 +77,15 @@ struct InExtended {
 };
 
 using A53 = InExtended;
-using A50 = InDouble<LogAccuracy::a50, AngleAccuracy::a50>;
-using A26 = InDouble<LogAccuracy::a26, AngleAccuracy::a26>;
-using A24 = InDouble<LogAccuracy::a24, AngleAccuracy::a24>;
+using A50 = InverseInDouble<LogAccuracy::a50, AngleAccuracy::a50>;
+using A26 = InverseInDouble<LogAccuracy::a26, AngleAccuracy::a26>;
+using A24 = InverseInDouble<LogAccuracy::a24, AngleAccuracy::a24>;
 using A21 = InFloat<FloatLogAccuracy::a21>;
 using A11 = InFloat<FloatLogAccuracy::a11>;
 
 /// N = |z|^2 - 1 from 1 - x and the squared distance |z - 1|^2, x >= 0. What cancels is exact or small beside
 /// |z - 1| |z + 1|.
-template <class Number> inline Number norm_minus_one(Number one_minus_x, Number distance) {
+template <class Number> inline Number norm_minus_one_by_distance(Number one_minus_x, Number distance) {
   return settled(sum(distance, -twice(one_minus_x)));
 }
 
@@ -93,10 +94,6 @@ template <class Number> inline Number norm_minus_one(Number one_minus_x, Number 
 /// Marks lanes with x = 1, y = 0.
 template <class V> inline Marks<V> is_one(V x, V y) {
   return ((int_bits(x) ^ int_bits(splat<V>(1))) - 1) & (int_bits(y) - 1);
-}
-/// Marks non-negative numbers above high, and those below low but zero.
-template <class V> inline Marks<V> outside(V x, Lane<V> low, Lane<V> high) {
-  return above(x, high) | ((int_bits(x) - int_bits(splat<V>(low))) & -int_bits(x));
 }
 
 /// What the kernels of element type T and accuracy P have in common.
@@ -116,7 +113,7 @@ template <class T, class P> struct InverseKernel : KernelDefaults {
     if constexpr (floats_in_double)
       return is_one(x, y) | above(x, 0x1.fffffep127f) | above(y, 0x1.fffffep127f);
     else
-      return is_one(x, y) | outside(x, low, high) | outside(y, low, high);
+      return is_one(x, y) | outside_but_zero(x, low, high) | outside_but_zero(y, low, high);
   }
   template <class F, class V> static Pair<V> evaluate(F f, V x, V y) {
     if constexpr (floats_in_double)

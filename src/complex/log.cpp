@@ -16,7 +16,7 @@
 #include "root/root.hpp"
 #include "root/scaled.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::complex_logarithm {
 namespace {
 
 /// An angle as the imaginary part of a logarithm; it has the sign of y, that of a zero too.
@@ -200,17 +200,18 @@ template <class Base> using A21 = Logarithm32<Base, FloatShort<Base, FloatLogAcc
 template <class Base> using A11 = Logarithm32<Base, FloatShort<Base, FloatLogAccuracy::a11, inverse_trig::atan_a11>>;
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_COMPLEX_UNARY(kelsLn_32fc_A11, kelvm::A11<kelvm::Natural>)
-KELVM_COMPLEX_UNARY(kelsLn_32fc_A21, kelvm::A21<kelvm::Natural>)
-KELVM_COMPLEX_UNARY(kelsLn_32fc_A24, kelvm::A24<kelvm::Natural>)
-KELVM_COMPLEX_UNARY(kelsLn_64fc_A26, kelvm::A26<kelvm::Natural>)
-KELVM_COMPLEX_UNARY(kelsLn_64fc_A50, kelvm::A50<kelvm::Natural>)
-KELVM_COMPLEX_UNARY(kelsLn_64fc_A53, kelvm::A53<kelvm::Natural>)
-KELVM_COMPLEX_UNARY(kelsLog10_32fc_A11, kelvm::A11<kelvm::Decimal>)
-KELVM_COMPLEX_UNARY(kelsLog10_32fc_A21, kelvm::A21<kelvm::Decimal>)
-KELVM_COMPLEX_UNARY(kelsLog10_32fc_A24, kelvm::A24<kelvm::Decimal>)
-KELVM_COMPLEX_UNARY(kelsLog10_64fc_A26, kelvm::A26<kelvm::Decimal>)
-KELVM_COMPLEX_UNARY(kelsLog10_64fc_A50, kelvm::A50<kelvm::Decimal>)
-KELVM_COMPLEX_UNARY(kelsLog10_64fc_A53, kelvm::A53<kelvm::Decimal>)
+KELVM_COMPLEX_UNARY(kelsLn_32fc_A11, A11<Natural>)
+KELVM_COMPLEX_UNARY(kelsLn_32fc_A21, A21<Natural>)
+KELVM_COMPLEX_UNARY(kelsLn_32fc_A24, A24<Natural>)
+KELVM_COMPLEX_UNARY(kelsLn_64fc_A26, A26<Natural>)
+KELVM_COMPLEX_UNARY(kelsLn_64fc_A50, A50<Natural>)
+KELVM_COMPLEX_UNARY(kelsLn_64fc_A53, A53<Natural>)
+KELVM_COMPLEX_UNARY(kelsLog10_32fc_A11, A11<Decimal>)
+KELVM_COMPLEX_UNARY(kelsLog10_32fc_A21, A21<Decimal>)
+KELVM_COMPLEX_UNARY(kelsLog10_32fc_A24, A24<Decimal>)
+KELVM_COMPLEX_UNARY(kelsLog10_64fc_A26, A26<Decimal>)
+KELVM_COMPLEX_UNARY(kelsLog10_64fc_A50, A50<Decimal>)
+KELVM_COMPLEX_UNARY(kelsLog10_64fc_A53, A53<Decimal>)
+
+} // namespace kelvm::inline KELVM_BUILD::complex_logarithm

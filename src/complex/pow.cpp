@@ -20,7 +20,7 @@
 #include "kelvm/complex.h"
 #include "root/root.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::complex_power {
 namespace {
 
 /// Marks magnitudes below limits that are numbers as well.
@@ -257,17 +257,18 @@ template <class P> struct ComplexPowx : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_COMPLEX_BINARY(kelsPow_32fc_A11, kelvm::ComplexPow<kelvm::A11>)
-KELVM_COMPLEX_BINARY(kelsPow_32fc_A21, kelvm::ComplexPow<kelvm::A21>)
-KELVM_COMPLEX_BINARY(kelsPow_32fc_A24, kelvm::ComplexPow<kelvm::A24>)
-KELVM_COMPLEX_BINARY(kelsPow_64fc_A26, kelvm::ComplexPow<kelvm::A26>)
-KELVM_COMPLEX_BINARY(kelsPow_64fc_A50, kelvm::ComplexPow<kelvm::WithTails<kelvm::A50>>)
-KELVM_COMPLEX_BINARY(kelsPow_64fc_A53, kelvm::ComplexPow<kelvm::WithTails<kelvm::A53>>)
-KELVM_COMPLEX_SCALAR_POWER(kelsPowx_32fc_A11, kelvm::ComplexPowx<kelvm::A11>)
-KELVM_COMPLEX_SCALAR_POWER(kelsPowx_32fc_A21, kelvm::ComplexPowx<kelvm::A21>)
-KELVM_COMPLEX_SCALAR_POWER(kelsPowx_32fc_A24, kelvm::ComplexPowx<kelvm::A24>)
-KELVM_COMPLEX_SCALAR_POWER(kelsPowx_64fc_A26, kelvm::ComplexPowx<kelvm::A26>)
-KELVM_COMPLEX_SCALAR_POWER(kelsPowx_64fc_A50, kelvm::ComplexPowx<kelvm::WithTails<kelvm::A50>>)
-KELVM_COMPLEX_SCALAR_POWER(kelsPowx_64fc_A53, kelvm::ComplexPowx<kelvm::WithTails<kelvm::A53>>)
+KELVM_COMPLEX_BINARY(kelsPow_32fc_A11, ComplexPow<A11>)
+KELVM_COMPLEX_BINARY(kelsPow_32fc_A21, ComplexPow<A21>)
+KELVM_COMPLEX_BINARY(kelsPow_32fc_A24, ComplexPow<A24>)
+KELVM_COMPLEX_BINARY(kelsPow_64fc_A26, ComplexPow<A26>)
+KELVM_COMPLEX_BINARY(kelsPow_64fc_A50, ComplexPow<WithTails<A50>>)
+KELVM_COMPLEX_BINARY(kelsPow_64fc_A53, ComplexPow<WithTails<A53>>)
+KELVM_COMPLEX_SCALAR_POWER(kelsPowx_32fc_A11, ComplexPowx<A11>)
+KELVM_COMPLEX_SCALAR_POWER(kelsPowx_32fc_A21, ComplexPowx<A21>)
+KELVM_COMPLEX_SCALAR_POWER(kelsPowx_32fc_A24, ComplexPowx<A24>)
+KELVM_COMPLEX_SCALAR_POWER(kelsPowx_64fc_A26, ComplexPowx<A26>)
+KELVM_COMPLEX_SCALAR_POWER(kelsPowx_64fc_A50, ComplexPowx<WithTails<A50>>)
+KELVM_COMPLEX_SCALAR_POWER(kelsPowx_64fc_A53, ComplexPowx<WithTails<A53>>)
+
+} // namespace kelvm::inline KELVM_BUILD::complex_power

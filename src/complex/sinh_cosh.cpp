@@ -16,7 +16,7 @@
 #include "frame/member.hpp"
 #include "kelvm/complex.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::complex_sinh_cosh {
 namespace {
 
 struct Sinh {
@@ -55,29 +55,30 @@ template <class P> using Cos32 = OfRotated<Cosh32<P>>;
 template <class P> using Cos64 = OfRotated<Cosh64<P>>;
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_COMPLEX_UNARY(kelsSinh_32fc_A11, kelvm::Sinh32<kelvm::SingleA11>)
-KELVM_COMPLEX_UNARY(kelsSinh_32fc_A21, kelvm::Sinh32<kelvm::SingleA21>)
-KELVM_COMPLEX_UNARY(kelsSinh_32fc_A24, kelvm::Sinh32<kelvm::ShortA24>)
-KELVM_COMPLEX_UNARY(kelsSinh_64fc_A26, kelvm::Sinh64<kelvm::ShortA26>)
-KELVM_COMPLEX_UNARY(kelsSinh_64fc_A50, kelvm::Sinh64<kelvm::Middle>)
-KELVM_COMPLEX_UNARY(kelsSinh_64fc_A53, kelvm::Sinh64<kelvm::Full>)
-KELVM_COMPLEX_UNARY(kelsCosh_32fc_A11, kelvm::Cosh32<kelvm::SingleA11>)
-KELVM_COMPLEX_UNARY(kelsCosh_32fc_A21, kelvm::Cosh32<kelvm::SingleA21>)
-KELVM_COMPLEX_UNARY(kelsCosh_32fc_A24, kelvm::Cosh32<kelvm::ShortA24>)
-KELVM_COMPLEX_UNARY(kelsCosh_64fc_A26, kelvm::Cosh64<kelvm::ShortA26>)
-KELVM_COMPLEX_UNARY(kelsCosh_64fc_A50, kelvm::Cosh64<kelvm::Middle>)
-KELVM_COMPLEX_UNARY(kelsCosh_64fc_A53, kelvm::Cosh64<kelvm::Full>)
-KELVM_COMPLEX_UNARY(kelsSin_32fc_A11, kelvm::Sin32<kelvm::SingleA11>)
-KELVM_COMPLEX_UNARY(kelsSin_32fc_A21, kelvm::Sin32<kelvm::SingleA21>)
-KELVM_COMPLEX_UNARY(kelsSin_32fc_A24, kelvm::Sin32<kelvm::ShortA24>)
-KELVM_COMPLEX_UNARY(kelsSin_64fc_A26, kelvm::Sin64<kelvm::ShortA26>)
-KELVM_COMPLEX_UNARY(kelsSin_64fc_A50, kelvm::Sin64<kelvm::Middle>)
-KELVM_COMPLEX_UNARY(kelsSin_64fc_A53, kelvm::Sin64<kelvm::Full>)
-KELVM_COMPLEX_UNARY(kelsCos_32fc_A11, kelvm::Cos32<kelvm::SingleA11>)
-KELVM_COMPLEX_UNARY(kelsCos_32fc_A21, kelvm::Cos32<kelvm::SingleA21>)
-KELVM_COMPLEX_UNARY(kelsCos_32fc_A24, kelvm::Cos32<kelvm::ShortA24>)
-KELVM_COMPLEX_UNARY(kelsCos_64fc_A26, kelvm::Cos64<kelvm::ShortA26>)
-KELVM_COMPLEX_UNARY(kelsCos_64fc_A50, kelvm::Cos64<kelvm::Middle>)
-KELVM_COMPLEX_UNARY(kelsCos_64fc_A53, kelvm::Cos64<kelvm::Full>)
+KELVM_COMPLEX_UNARY(kelsSinh_32fc_A11, Sinh32<SingleA11>)
+KELVM_COMPLEX_UNARY(kelsSinh_32fc_A21, Sinh32<SingleA21>)
+KELVM_COMPLEX_UNARY(kelsSinh_32fc_A24, Sinh32<ShortA24>)
+KELVM_COMPLEX_UNARY(kelsSinh_64fc_A26, Sinh64<ShortA26>)
+KELVM_COMPLEX_UNARY(kelsSinh_64fc_A50, Sinh64<Middle>)
+KELVM_COMPLEX_UNARY(kelsSinh_64fc_A53, Sinh64<Full>)
+KELVM_COMPLEX_UNARY(kelsCosh_32fc_A11, Cosh32<SingleA11>)
+KELVM_COMPLEX_UNARY(kelsCosh_32fc_A21, Cosh32<SingleA21>)
+KELVM_COMPLEX_UNARY(kelsCosh_32fc_A24, Cosh32<ShortA24>)
+KELVM_COMPLEX_UNARY(kelsCosh_64fc_A26, Cosh64<ShortA26>)
+KELVM_COMPLEX_UNARY(kelsCosh_64fc_A50, Cosh64<Middle>)
+KELVM_COMPLEX_UNARY(kelsCosh_64fc_A53, Cosh64<Full>)
+KELVM_COMPLEX_UNARY(kelsSin_32fc_A11, Sin32<SingleA11>)
+KELVM_COMPLEX_UNARY(kelsSin_32fc_A21, Sin32<SingleA21>)
+KELVM_COMPLEX_UNARY(kelsSin_32fc_A24, Sin32<ShortA24>)
+KELVM_COMPLEX_UNARY(kelsSin_64fc_A26, Sin64<ShortA26>)
+KELVM_COMPLEX_UNARY(kelsSin_64fc_A50, Sin64<Middle>)
+KELVM_COMPLEX_UNARY(kelsSin_64fc_A53, Sin64<Full>)
+KELVM_COMPLEX_UNARY(kelsCos_32fc_A11, Cos32<SingleA11>)
+KELVM_COMPLEX_UNARY(kelsCos_32fc_A21, Cos32<SingleA21>)
+KELVM_COMPLEX_UNARY(kelsCos_32fc_A24, Cos32<ShortA24>)
+KELVM_COMPLEX_UNARY(kelsCos_64fc_A26, Cos64<ShortA26>)
+KELVM_COMPLEX_UNARY(kelsCos_64fc_A50, Cos64<Middle>)
+KELVM_COMPLEX_UNARY(kelsCos_64fc_A53, Cos64<Full>)
+
+} // namespace kelvm::inline KELVM_BUILD::complex_sinh_cosh

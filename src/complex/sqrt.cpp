@@ -23,7 +23,7 @@
 #include "root/root.hpp"
 #include "root/scaled.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::complex_square_roots {
 namespace {
 
 /// The two magnitudes of a root.
@@ -138,11 +138,12 @@ private:
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A11, kelvm::ComplexSqrt<float, kelvm::Plain>)
-KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A21, kelvm::ComplexSqrt<float, kelvm::Plain>)
-KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A24, kelvm::ComplexSqrt<float, kelvm::NewtonStepInFloat>)
-KELVM_COMPLEX_UNARY(kelsSqrt_64fc_A26, kelvm::ComplexSqrt<double, kelvm::Plain>)
-KELVM_COMPLEX_UNARY(kelsSqrt_64fc_A50, kelvm::ComplexSqrt<double, kelvm::Plain>)
-KELVM_COMPLEX_UNARY(kelsSqrt_64fc_A53, kelvm::ComplexSqrt<double, kelvm::NewtonStep>)
+KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A11, ComplexSqrt<float, Plain>)
+KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A21, ComplexSqrt<float, Plain>)
+KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A24, ComplexSqrt<float, NewtonStepInFloat>)
+KELVM_COMPLEX_UNARY(kelsSqrt_64fc_A26, ComplexSqrt<double, Plain>)
+KELVM_COMPLEX_UNARY(kelsSqrt_64fc_A50, ComplexSqrt<double, Plain>)
+KELVM_COMPLEX_UNARY(kelsSqrt_64fc_A53, ComplexSqrt<double, NewtonStep>)
+
+} // namespace kelvm::inline KELVM_BUILD::complex_square_roots

@@ -20,7 +20,7 @@
 #include "frame/member.hpp"
 #include "kelvm/complex.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::complex_tanh_tan {
 namespace {
 
 struct Tanh {
@@ -53,17 +53,18 @@ template <class P> using Tan32 = Rotated<Tanh32<P>>;
 template <class P> using Tan64 = Rotated<Tanh64<P>>;
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_COMPLEX_UNARY(kelsTanh_32fc_A11, kelvm::Tanh32<kelvm::SingleA11>)
-KELVM_COMPLEX_UNARY(kelsTanh_32fc_A21, kelvm::Tanh32<kelvm::SingleA21>)
-KELVM_COMPLEX_UNARY(kelsTanh_32fc_A24, kelvm::Tanh32<kelvm::ShortA24>)
-KELVM_COMPLEX_UNARY(kelsTanh_64fc_A26, kelvm::Tanh64<kelvm::ShortA26>)
-KELVM_COMPLEX_UNARY(kelsTanh_64fc_A50, kelvm::Tanh64<kelvm::Middle>)
-KELVM_COMPLEX_UNARY(kelsTanh_64fc_A53, kelvm::Tanh64<kelvm::Full>)
-KELVM_COMPLEX_UNARY(kelsTan_32fc_A11, kelvm::Tan32<kelvm::SingleA11>)
-KELVM_COMPLEX_UNARY(kelsTan_32fc_A21, kelvm::Tan32<kelvm::SingleA21>)
-KELVM_COMPLEX_UNARY(kelsTan_32fc_A24, kelvm::Tan32<kelvm::ShortA24>)
-KELVM_COMPLEX_UNARY(kelsTan_64fc_A26, kelvm::Tan64<kelvm::ShortA26>)
-KELVM_COMPLEX_UNARY(kelsTan_64fc_A50, kelvm::Tan64<kelvm::Middle>)
-KELVM_COMPLEX_UNARY(kelsTan_64fc_A53, kelvm::Tan64<kelvm::Full>)
+KELVM_COMPLEX_UNARY(kelsTanh_32fc_A11, Tanh32<SingleA11>)
+KELVM_COMPLEX_UNARY(kelsTanh_32fc_A21, Tanh32<SingleA21>)
+KELVM_COMPLEX_UNARY(kelsTanh_32fc_A24, Tanh32<ShortA24>)
+KELVM_COMPLEX_UNARY(kelsTanh_64fc_A26, Tanh64<ShortA26>)
+KELVM_COMPLEX_UNARY(kelsTanh_64fc_A50, Tanh64<Middle>)
+KELVM_COMPLEX_UNARY(kelsTanh_64fc_A53, Tanh64<Full>)
+KELVM_COMPLEX_UNARY(kelsTan_32fc_A11, Tan32<SingleA11>)
+KELVM_COMPLEX_UNARY(kelsTan_32fc_A21, Tan32<SingleA21>)
+KELVM_COMPLEX_UNARY(kelsTan_32fc_A24, Tan32<ShortA24>)
+KELVM_COMPLEX_UNARY(kelsTan_64fc_A26, Tan64<ShortA26>)
+KELVM_COMPLEX_UNARY(kelsTan_64fc_A50, Tan64<Middle>)
+KELVM_COMPLEX_UNARY(kelsTan_64fc_A53, Tan64<Full>)
+
+} // namespace kelvm::inline KELVM_BUILD::complex_tanh_tan

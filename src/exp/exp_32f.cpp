@@ -14,7 +14,7 @@
 #include "kelvm/exp.h"
 #include "simd/table.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::exp_32f {
 namespace {
 
 constexpr float from_pattern(std::uint32_t bits) { return __builtin_bit_cast(float, bits); }
@@ -133,8 +133,9 @@ private:
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsExp_32f_A11, kelvm::A11)
-KELVM_UNARY(kelsExp_32f_A21, kelvm::Exp32<kelvm::A21>)
-KELVM_UNARY(kelsExp_32f_A24, kelvm::Exp32<kelvm::A24>)
+KELVM_UNARY(kelsExp_32f_A11, A11)
+KELVM_UNARY(kelsExp_32f_A21, Exp32<A21>)
+KELVM_UNARY(kelsExp_32f_A24, Exp32<A24>)
+
+} // namespace kelvm::inline KELVM_BUILD::exp_32f

@@ -18,7 +18,7 @@
 #include "kelvm/exp.h"
 #include "simd/table.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::exp_64f {
 namespace {
 
 constexpr double from_pattern(std::uint64_t bits) { return __builtin_bit_cast(double, bits); }
@@ -137,8 +137,9 @@ template <class P> struct Exp64 : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsExp_64f_A26, kelvm::Exp64<kelvm::A26>)
-KELVM_UNARY(kelsExp_64f_A50, kelvm::Exp64<kelvm::A50>)
-KELVM_UNARY(kelsExp_64f_A53, kelvm::Exp64<kelvm::A53>)
+KELVM_UNARY(kelsExp_64f_A26, Exp64<A26>)
+KELVM_UNARY(kelsExp_64f_A50, Exp64<A50>)
+KELVM_UNARY(kelsExp_64f_A53, Exp64<A53>)
+
+} // namespace kelvm::inline KELVM_BUILD::exp_64f

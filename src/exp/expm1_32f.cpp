@@ -8,7 +8,7 @@
 #include "frame/member.hpp"
 #include "kelvm/exp.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::expm1_32f {
 namespace {
 
 constexpr float covered = 87;
@@ -46,8 +46,9 @@ template <FloatExpm1Accuracy A> struct Expm1Single : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsExpm1_32f_A11, kelvm::Expm1Single<kelvm::FloatExpm1Accuracy::a11>)
-KELVM_UNARY(kelsExpm1_32f_A21, kelvm::Expm1Single<kelvm::FloatExpm1Accuracy::a21>)
-KELVM_UNARY(kelsExpm1_32f_A24, kelvm::Expm1A24)
+KELVM_UNARY(kelsExpm1_32f_A11, Expm1Single<FloatExpm1Accuracy::a11>)
+KELVM_UNARY(kelsExpm1_32f_A21, Expm1Single<FloatExpm1Accuracy::a21>)
+KELVM_UNARY(kelsExpm1_32f_A24, Expm1A24)
+
+} // namespace kelvm::inline KELVM_BUILD::expm1_32f

@@ -5,7 +5,7 @@
 #include "frame/member.hpp"
 #include "kelvm/exp.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::expm1_64f {
 namespace {
 
 template <Expm1Accuracy A> struct Expm164f : KernelDefaults {
@@ -26,8 +26,9 @@ template <Expm1Accuracy A> struct Expm164f : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsExpm1_64f_A26, kelvm::Expm164f<kelvm::Expm1Accuracy::a26>)
-KELVM_UNARY(kelsExpm1_64f_A50, kelvm::Expm164f<kelvm::Expm1Accuracy::a50>)
-KELVM_UNARY(kelsExpm1_64f_A53, kelvm::Expm164f<kelvm::Expm1Accuracy::a53>)
+KELVM_UNARY(kelsExpm1_64f_A26, Expm164f<Expm1Accuracy::a26>)
+KELVM_UNARY(kelsExpm1_64f_A50, Expm164f<Expm1Accuracy::a50>)
+KELVM_UNARY(kelsExpm1_64f_A53, Expm164f<Expm1Accuracy::a53>)
+
+} // namespace kelvm::inline KELVM_BUILD::expm1_64f

@@ -7,7 +7,7 @@
 #include "frame/member.hpp"
 #include "kelvm/exp.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::log1p_32f {
 namespace {
 
 /// Marks all but -1 < x < 2^127.
@@ -49,8 +49,9 @@ template <FloatLogAccuracy A> struct Log1pSingle : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsLog1p_32f_A11, kelvm::Log1pSingle<kelvm::FloatLogAccuracy::a11>)
-KELVM_UNARY(kelsLog1p_32f_A21, kelvm::Log1pSingle<kelvm::FloatLogAccuracy::a21>)
-KELVM_UNARY(kelsLog1p_32f_A24, kelvm::Log1pA24)
+KELVM_UNARY(kelsLog1p_32f_A11, Log1pSingle<FloatLogAccuracy::a11>)
+KELVM_UNARY(kelsLog1p_32f_A21, Log1pSingle<FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsLog1p_32f_A24, Log1pA24)
+
+} // namespace kelvm::inline KELVM_BUILD::log1p_32f

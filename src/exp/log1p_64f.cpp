@@ -7,7 +7,7 @@
 #include "frame/member.hpp"
 #include "kelvm/exp.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::log1p_64f {
 namespace {
 
 template <LogAccuracy A> struct Log1p64f : KernelDefaults {
@@ -28,8 +28,9 @@ template <LogAccuracy A> struct Log1p64f : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsLog1p_64f_A26, kelvm::Log1p64f<kelvm::LogAccuracy::a26>)
-KELVM_UNARY(kelsLog1p_64f_A50, kelvm::Log1p64f<kelvm::LogAccuracy::a50>)
-KELVM_UNARY(kelsLog1p_64f_A53, kelvm::Log1p64f<kelvm::LogAccuracy::a53>)
+KELVM_UNARY(kelsLog1p_64f_A26, Log1p64f<LogAccuracy::a26>)
+KELVM_UNARY(kelsLog1p_64f_A50, Log1p64f<LogAccuracy::a50>)
+KELVM_UNARY(kelsLog1p_64f_A53, Log1p64f<LogAccuracy::a53>)
+
+} // namespace kelvm::inline KELVM_BUILD::log1p_64f

@@ -9,7 +9,7 @@
 #include "frame/member.hpp"
 #include "kelvm/exp.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::log_32f {
 namespace {
 
 /// The results that are not a logarithm of a positive number.
@@ -53,11 +53,12 @@ template <class Base, FloatLogAccuracy A> struct LogSingle : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsLn_32f_A11, kelvm::LogSingle<kelvm::Natural, kelvm::FloatLogAccuracy::a11>)
-KELVM_UNARY(kelsLn_32f_A21, kelvm::LogSingle<kelvm::Natural, kelvm::FloatLogAccuracy::a21>)
-KELVM_UNARY(kelsLn_32f_A24, kelvm::LogA24<kelvm::Natural>)
-KELVM_UNARY(kelsLog10_32f_A11, kelvm::LogSingle<kelvm::Decimal, kelvm::FloatLogAccuracy::a11>)
-KELVM_UNARY(kelsLog10_32f_A21, kelvm::LogSingle<kelvm::Decimal, kelvm::FloatLogAccuracy::a21>)
-KELVM_UNARY(kelsLog10_32f_A24, kelvm::LogA24<kelvm::Decimal>)
+KELVM_UNARY(kelsLn_32f_A11, LogSingle<Natural, FloatLogAccuracy::a11>)
+KELVM_UNARY(kelsLn_32f_A21, LogSingle<Natural, FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsLn_32f_A24, LogA24<Natural>)
+KELVM_UNARY(kelsLog10_32f_A11, LogSingle<Decimal, FloatLogAccuracy::a11>)
+KELVM_UNARY(kelsLog10_32f_A21, LogSingle<Decimal, FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsLog10_32f_A24, LogA24<Decimal>)
+
+} // namespace kelvm::inline KELVM_BUILD::log_32f

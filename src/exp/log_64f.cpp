@@ -10,7 +10,7 @@
 #include "frame/member.hpp"
 #include "kelvm/exp.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::log_64f {
 namespace {
 
 template <class Base, LogAccuracy A> struct Log64f : KernelDefaults {
@@ -27,11 +27,12 @@ template <class Base, LogAccuracy A> struct Log64f : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsLn_64f_A26, kelvm::Log64f<kelvm::Natural, kelvm::LogAccuracy::a26>)
-KELVM_UNARY(kelsLn_64f_A50, kelvm::Log64f<kelvm::Natural, kelvm::LogAccuracy::a50>)
-KELVM_UNARY(kelsLn_64f_A53, kelvm::Log64f<kelvm::Natural, kelvm::LogAccuracy::a53>)
-KELVM_UNARY(kelsLog10_64f_A26, kelvm::Log64f<kelvm::Decimal, kelvm::LogAccuracy::a26>)
-KELVM_UNARY(kelsLog10_64f_A50, kelvm::Log64f<kelvm::Decimal, kelvm::LogAccuracy::a50>)
-KELVM_UNARY(kelsLog10_64f_A53, kelvm::Log64f<kelvm::Decimal, kelvm::LogAccuracy::a53>)
+KELVM_UNARY(kelsLn_64f_A26, Log64f<Natural, LogAccuracy::a26>)
+KELVM_UNARY(kelsLn_64f_A50, Log64f<Natural, LogAccuracy::a50>)
+KELVM_UNARY(kelsLn_64f_A53, Log64f<Natural, LogAccuracy::a53>)
+KELVM_UNARY(kelsLog10_64f_A26, Log64f<Decimal, LogAccuracy::a26>)
+KELVM_UNARY(kelsLog10_64f_A50, Log64f<Decimal, LogAccuracy::a50>)
+KELVM_UNARY(kelsLog10_64f_A53, Log64f<Decimal, LogAccuracy::a53>)
+
+} // namespace kelvm::inline KELVM_BUILD::log_64f

@@ -11,7 +11,7 @@
 #include "frame/member.hpp"
 #include "kelvm/exp.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::pow_32f {
 namespace {
 
 template <class P> struct Pow32f : P {
@@ -38,11 +38,12 @@ template <class P> struct Powx32f : P {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_BINARY(kelsPow_32f_A11, kelvm::Pow32f<kelvm::PowA11>)
-KELVM_BINARY(kelsPow_32f_A21, kelvm::Pow32f<kelvm::PowA21>)
-KELVM_BINARY(kelsPow_32f_A24, kelvm::Pow32f<kelvm::PowA24>)
-KELVM_SCALAR_POWER(kelsPowx_32f_A11, kelvm::Powx32f<kelvm::PowA11>)
-KELVM_SCALAR_POWER(kelsPowx_32f_A21, kelvm::Powx32f<kelvm::PowA21>)
-KELVM_SCALAR_POWER(kelsPowx_32f_A24, kelvm::Powx32f<kelvm::PowA24>)
+KELVM_BINARY(kelsPow_32f_A11, Pow32f<PowA11>)
+KELVM_BINARY(kelsPow_32f_A21, Pow32f<PowA21>)
+KELVM_BINARY(kelsPow_32f_A24, Pow32f<PowA24>)
+KELVM_SCALAR_POWER(kelsPowx_32f_A11, Powx32f<PowA11>)
+KELVM_SCALAR_POWER(kelsPowx_32f_A21, Powx32f<PowA21>)
+KELVM_SCALAR_POWER(kelsPowx_32f_A24, Powx32f<PowA24>)
+
+} // namespace kelvm::inline KELVM_BUILD::pow_32f

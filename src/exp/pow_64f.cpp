@@ -15,7 +15,7 @@
 #include "frame/member.hpp"
 #include "kelvm/exp.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::pow_64f {
 namespace {
 
 template <class P> struct Pow64f : Power<P> {
@@ -38,11 +38,12 @@ template <class P> struct Powx64f : Power<P> {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_BINARY(kelsPow_64f_A26, kelvm::Pow64f<kelvm::PowA26>)
-KELVM_BINARY(kelsPow_64f_A50, kelvm::Pow64f<kelvm::PowA50>)
-KELVM_BINARY(kelsPow_64f_A53, kelvm::Pow64f<kelvm::PowA53>)
-KELVM_SCALAR_POWER(kelsPowx_64f_A26, kelvm::Powx64f<kelvm::PowA26>)
-KELVM_SCALAR_POWER(kelsPowx_64f_A50, kelvm::Powx64f<kelvm::PowA50>)
-KELVM_SCALAR_POWER(kelsPowx_64f_A53, kelvm::Powx64f<kelvm::PowA53>)
+KELVM_BINARY(kelsPow_64f_A26, Pow64f<PowA26>)
+KELVM_BINARY(kelsPow_64f_A50, Pow64f<PowA50>)
+KELVM_BINARY(kelsPow_64f_A53, Pow64f<PowA53>)
+KELVM_SCALAR_POWER(kelsPowx_64f_A26, Powx64f<PowA26>)
+KELVM_SCALAR_POWER(kelsPowx_64f_A50, Powx64f<PowA50>)
+KELVM_SCALAR_POWER(kelsPowx_64f_A53, Powx64f<PowA53>)
+
+} // namespace kelvm::inline KELVM_BUILD::pow_64f

@@ -1,9 +1,9 @@
-// One line exports a member. The line says how its arguments look; its prototype is in the public header, and its check
-// order comes from the members list:
+// One line exports a member, inside its kernel file's namespace. The line says how its arguments look; its prototype is
+// in the public header, and its check order comes from the members list:
 //
 //   KELVM_UNARY(kelsFloor_64f, Floor<double>)
 //
-// The library is compiled with hidden visibility: what a public header declares is exported and nothing else.
+// The library is compiled with hidden visibility: these functions and the version query are exported and nothing else.
 #pragma once
 
 #include "frame/frame.hpp"
@@ -36,28 +36,28 @@ template <class K, class E> inline Real<K>* parts(E* p) { return reinterpret_cas
 #define KELVM_COMPLEX_SCALAR_POWER(name, ...) KELVM_WITH_SCALAR(name, Complex, 2, __VA_ARGS__)
 
 #define KELVM_TWO_OUTPUTS(name, ...)                                                                                   \
-  extern "C" kelStatus name(const kelvm::Real<__VA_ARGS__>* src, kelvm::Real<__VA_ARGS__>* dst1,                       \
-                            kelvm::Real<__VA_ARGS__>* dst2, int len) {                                                 \
+  extern "C" KELVM_API kelStatus name(const kelvm::Real<__VA_ARGS__>* src, kelvm::Real<__VA_ARGS__>* dst1,             \
+                                      kelvm::Real<__VA_ARGS__>* dst2, int len) {                                       \
     return kelvm::call<__VA_ARGS__, kelvm::Shape<1, 1, 2, 1>>(kelvm::order_of_##name, __VA_ARGS__{},                   \
                                                               {{src}, {dst1, dst2}}, len);                             \
   }
 
 #define KELVM_ONE_TO_ONE(name, From, from_parts, To, to_parts, ...)                                                    \
-  extern "C" kelStatus name(const kelvm::From<__VA_ARGS__>* src, kelvm::To<__VA_ARGS__>* dst, int len) {               \
+  extern "C" KELVM_API kelStatus name(const kelvm::From<__VA_ARGS__>* src, kelvm::To<__VA_ARGS__>* dst, int len) {     \
     return kelvm::call<__VA_ARGS__, kelvm::Shape<1, from_parts, 1, to_parts>>(                                         \
         kelvm::order_of_##name, __VA_ARGS__{}, {{kelvm::parts<__VA_ARGS__>(src)}, {kelvm::parts<__VA_ARGS__>(dst)}},   \
         len);                                                                                                          \
   }
 #define KELVM_TWO_TO_ONE(name, Type, type_parts, ...)                                                                  \
-  extern "C" kelStatus name(const kelvm::Type<__VA_ARGS__>* src1, const kelvm::Type<__VA_ARGS__>* src2,                \
-                            kelvm::Type<__VA_ARGS__>* dst, int len) {                                                  \
+  extern "C" KELVM_API kelStatus name(const kelvm::Type<__VA_ARGS__>* src1, const kelvm::Type<__VA_ARGS__>* src2,      \
+                                      kelvm::Type<__VA_ARGS__>* dst, int len) {                                        \
     return kelvm::call<__VA_ARGS__, kelvm::Shape<2, type_parts, 1, type_parts>>(                                       \
         kelvm::order_of_##name, __VA_ARGS__{},                                                                         \
         {{kelvm::parts<__VA_ARGS__>(src1), kelvm::parts<__VA_ARGS__>(src2)}, {kelvm::parts<__VA_ARGS__>(dst)}}, len);  \
   }
 #define KELVM_WITH_SCALAR(name, Type, type_parts, ...)                                                                 \
-  extern "C" kelStatus name(const kelvm::Type<__VA_ARGS__>* src, kelvm::Type<__VA_ARGS__> value,                       \
-                            kelvm::Type<__VA_ARGS__>* dst, int len) {                                                  \
+  extern "C" KELVM_API kelStatus name(const kelvm::Type<__VA_ARGS__>* src, kelvm::Type<__VA_ARGS__> value,             \
+                                      kelvm::Type<__VA_ARGS__>* dst, int len) {                                        \
     return kelvm::call<__VA_ARGS__, kelvm::Shape<1, type_parts, 1, type_parts>>(                                       \
         kelvm::order_of_##name, __VA_ARGS__{value},                                                                    \
         {{kelvm::parts<__VA_ARGS__>(src)}, {kelvm::parts<__VA_ARGS__>(dst)}}, len);                                    \

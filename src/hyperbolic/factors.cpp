@@ -5,8 +5,7 @@
 namespace kelvm::inline KELVM_BUILD {
 namespace {
 
-HeadTail<double> normalised(HeadTail<double> y) { return fast_two_sum(y.head, y.tail); }
-ScaledSum normalised(Split<double> y) { return {fast_two_sum(y.head, y.rest), 0}; }
+ScaledSum scaled_sum(Split<double> y) { return {fast_two_sum(y.head, y.rest), 0}; }
 
 ScaledSum plain(double x) { return {{x, 0}, 0}; }
 ScaledSum small(double x) {
@@ -27,7 +26,8 @@ ScaledSum any_exponential(double x) {
   if (is_infinite(x)) return plain(x > 0 ? x : 0.0);
   if (abs(x) > 2000) x = with_sign(2000.0, sign_of(x)); // beyond the range whatever the other factor
   const ExpReduced<128, double> reduced = exp_reduce<128>(x);
-  return {normalised(exp_unscaled<ExpAccuracy::pow>(reduced, 0.0)), int(std::int64_t(bits(reduced.sum) << 13) >> 20)};
+  const HeadTail<double> y = exp_unscaled<ExpAccuracy::pow>(reduced, 0.0);
+  return {fast_two_sum(y.head, y.tail), int(std::int64_t(bits(reduced.sum) << 13) >> 20)};
 }
 
 EvenOdd<ScaledSum> any_hyperbolic(double x) {
@@ -40,7 +40,7 @@ EvenOdd<ScaledSum> any_hyperbolic(double x) {
     return {half, with_sign_of(half, x)};
   }
   const EvenOdd<Split<double>> h = Full::hyperbolic(magnitude);
-  return {normalised(h.even), with_sign_of(normalised(h.odd), x)};
+  return {scaled_sum(h.even), with_sign_of(scaled_sum(h.odd), x)};
 }
 
 EvenOdd<ScaledSum> any_circular(double y) {
@@ -48,7 +48,7 @@ EvenOdd<ScaledSum> any_circular(double y) {
     return {plain(abs(default_nan<double>())), plain(with_sign(abs(default_nan<double>()), sign_of(y)))};
   if (abs(y) < negligible) return {plain(1), small(y)};
   const EvenOdd<Split<double>> c = Full::circular<Angles::any>(abs(y));
-  return {normalised(c.even), with_sign_of(normalised(c.odd), y)};
+  return {scaled_sum(c.even), with_sign_of(scaled_sum(c.odd), y)};
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -9,7 +9,7 @@
 #include "hyperbolic/inverse.hpp"
 #include "kelvm/hyperbolic.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::hyperbolic_inverse_32f {
 namespace {
 
 constexpr float largest = 0x1.fffffep+127f, below_one = 0x1.fffffep-1f;
@@ -77,14 +77,15 @@ template <class F, FloatLogAccuracy A> struct InFloat : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsAsinh_32f_A11, kelvm::InFloat<kelvm::OfAsinh, kelvm::FloatLogAccuracy::a11>)
-KELVM_UNARY(kelsAsinh_32f_A21, kelvm::InFloat<kelvm::OfAsinh, kelvm::FloatLogAccuracy::a21>)
-KELVM_UNARY(kelsAsinh_32f_A24, kelvm::A24<kelvm::OfAsinh>)
-KELVM_UNARY(kelsAcosh_32f_A11, kelvm::InFloat<kelvm::OfAcosh, kelvm::FloatLogAccuracy::a11>)
-KELVM_UNARY(kelsAcosh_32f_A21, kelvm::InFloat<kelvm::OfAcosh, kelvm::FloatLogAccuracy::a21>)
-KELVM_UNARY(kelsAcosh_32f_A24, kelvm::A24<kelvm::OfAcosh>)
-KELVM_UNARY(kelsAtanh_32f_A11, kelvm::InFloat<kelvm::OfAtanh, kelvm::FloatLogAccuracy::a11>)
-KELVM_UNARY(kelsAtanh_32f_A21, kelvm::InFloat<kelvm::OfAtanh, kelvm::FloatLogAccuracy::a21>)
-KELVM_UNARY(kelsAtanh_32f_A24, kelvm::A24<kelvm::OfAtanh>)
+KELVM_UNARY(kelsAsinh_32f_A11, InFloat<OfAsinh, FloatLogAccuracy::a11>)
+KELVM_UNARY(kelsAsinh_32f_A21, InFloat<OfAsinh, FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsAsinh_32f_A24, A24<OfAsinh>)
+KELVM_UNARY(kelsAcosh_32f_A11, InFloat<OfAcosh, FloatLogAccuracy::a11>)
+KELVM_UNARY(kelsAcosh_32f_A21, InFloat<OfAcosh, FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsAcosh_32f_A24, A24<OfAcosh>)
+KELVM_UNARY(kelsAtanh_32f_A11, InFloat<OfAtanh, FloatLogAccuracy::a11>)
+KELVM_UNARY(kelsAtanh_32f_A21, InFloat<OfAtanh, FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsAtanh_32f_A24, A24<OfAtanh>)
+
+} // namespace kelvm::inline KELVM_BUILD::hyperbolic_inverse_32f

@@ -7,7 +7,7 @@
 #include "hyperbolic/inverse.hpp"
 #include "kelvm/hyperbolic.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::hyperbolic_inverse_64f {
 namespace {
 
 constexpr double largest_cube_root = 0x1p340;
@@ -47,14 +47,15 @@ template <LogAccuracy A> struct Atanh : InDouble<A> {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsAsinh_64f_A26, kelvm::Asinh<kelvm::LogAccuracy::a26>)
-KELVM_UNARY(kelsAsinh_64f_A50, kelvm::Asinh<kelvm::LogAccuracy::a50>)
-KELVM_UNARY(kelsAsinh_64f_A53, kelvm::Asinh<kelvm::LogAccuracy::a53>)
-KELVM_UNARY(kelsAcosh_64f_A26, kelvm::Acosh<kelvm::LogAccuracy::a26>)
-KELVM_UNARY(kelsAcosh_64f_A50, kelvm::Acosh<kelvm::LogAccuracy::a50>)
-KELVM_UNARY(kelsAcosh_64f_A53, kelvm::Acosh<kelvm::LogAccuracy::a53>)
-KELVM_UNARY(kelsAtanh_64f_A26, kelvm::Atanh<kelvm::LogAccuracy::a26>)
-KELVM_UNARY(kelsAtanh_64f_A50, kelvm::Atanh<kelvm::LogAccuracy::a50>)
-KELVM_UNARY(kelsAtanh_64f_A53, kelvm::Atanh<kelvm::LogAccuracy::a53>)
+KELVM_UNARY(kelsAsinh_64f_A26, Asinh<LogAccuracy::a26>)
+KELVM_UNARY(kelsAsinh_64f_A50, Asinh<LogAccuracy::a50>)
+KELVM_UNARY(kelsAsinh_64f_A53, Asinh<LogAccuracy::a53>)
+KELVM_UNARY(kelsAcosh_64f_A26, Acosh<LogAccuracy::a26>)
+KELVM_UNARY(kelsAcosh_64f_A50, Acosh<LogAccuracy::a50>)
+KELVM_UNARY(kelsAcosh_64f_A53, Acosh<LogAccuracy::a53>)
+KELVM_UNARY(kelsAtanh_64f_A26, Atanh<LogAccuracy::a26>)
+KELVM_UNARY(kelsAtanh_64f_A50, Atanh<LogAccuracy::a50>)
+KELVM_UNARY(kelsAtanh_64f_A53, Atanh<LogAccuracy::a53>)
+
+} // namespace kelvm::inline KELVM_BUILD::hyperbolic_inverse_64f

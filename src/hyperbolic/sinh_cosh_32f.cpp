@@ -8,7 +8,7 @@
 #include "hyperbolic/factors.hpp"
 #include "kelvm/hyperbolic.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::sinh_cosh_32f {
 namespace {
 
 /// Which of the two: its part of a pair, and its sign.
@@ -60,11 +60,12 @@ template <class Which, class Accuracy> struct InFloat : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsSinh_32f_A11, kelvm::InFloat<kelvm::OfSinh, kelvm::SingleA11>)
-KELVM_UNARY(kelsSinh_32f_A21, kelvm::InFloat<kelvm::OfSinh, kelvm::SingleA21>)
-KELVM_UNARY(kelsSinh_32f_A24, kelvm::A24<kelvm::OfSinh>)
-KELVM_UNARY(kelsCosh_32f_A11, kelvm::InFloat<kelvm::OfCosh, kelvm::SingleA11>)
-KELVM_UNARY(kelsCosh_32f_A21, kelvm::InFloat<kelvm::OfCosh, kelvm::SingleA21>)
-KELVM_UNARY(kelsCosh_32f_A24, kelvm::A24<kelvm::OfCosh>)
+KELVM_UNARY(kelsSinh_32f_A11, InFloat<OfSinh, SingleA11>)
+KELVM_UNARY(kelsSinh_32f_A21, InFloat<OfSinh, SingleA21>)
+KELVM_UNARY(kelsSinh_32f_A24, A24<OfSinh>)
+KELVM_UNARY(kelsCosh_32f_A11, InFloat<OfCosh, SingleA11>)
+KELVM_UNARY(kelsCosh_32f_A21, InFloat<OfCosh, SingleA21>)
+KELVM_UNARY(kelsCosh_32f_A24, A24<OfCosh>)
+
+} // namespace kelvm::inline KELVM_BUILD::sinh_cosh_32f

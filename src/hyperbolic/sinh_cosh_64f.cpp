@@ -16,7 +16,7 @@
 #include "hyperbolic/factors.hpp"
 #include "kelvm/hyperbolic.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::sinh_cosh_64f {
 namespace {
 
 template <class V> inline V rounded(V y) { return y; }
@@ -69,11 +69,12 @@ template <class Accuracy> struct Cosh : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsSinh_64f_A26, kelvm::SinhOfExpm1<kelvm::Expm1Accuracy::a26>)
-KELVM_UNARY(kelsSinh_64f_A50, kelvm::SinhOfExpm1<kelvm::Expm1Accuracy::a50>)
-KELVM_UNARY(kelsSinh_64f_A53, kelvm::SinhA53)
-KELVM_UNARY(kelsCosh_64f_A26, kelvm::Cosh<kelvm::ShortA26>)
-KELVM_UNARY(kelsCosh_64f_A50, kelvm::Cosh<kelvm::CoshA50>)
-KELVM_UNARY(kelsCosh_64f_A53, kelvm::Cosh<kelvm::Full>)
+KELVM_UNARY(kelsSinh_64f_A26, SinhOfExpm1<Expm1Accuracy::a26>)
+KELVM_UNARY(kelsSinh_64f_A50, SinhOfExpm1<Expm1Accuracy::a50>)
+KELVM_UNARY(kelsSinh_64f_A53, SinhA53)
+KELVM_UNARY(kelsCosh_64f_A26, Cosh<ShortA26>)
+KELVM_UNARY(kelsCosh_64f_A50, Cosh<CoshA50>)
+KELVM_UNARY(kelsCosh_64f_A53, Cosh<Full>)
+
+} // namespace kelvm::inline KELVM_BUILD::sinh_cosh_64f

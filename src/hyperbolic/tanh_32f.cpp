@@ -8,7 +8,7 @@
 #include "hyperbolic/tanh_tables.hpp"
 #include "kelvm/hyperbolic.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::tanh_32f {
 namespace {
 
 /// 1 - tanh 10 is below 2^-27.
@@ -54,8 +54,9 @@ struct TanhA11 : TanhInFloat {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsTanh_32f_A11, kelvm::TanhA11)
-KELVM_UNARY(kelsTanh_32f_A21, kelvm::TanhA21)
-KELVM_UNARY(kelsTanh_32f_A24, kelvm::TanhA24)
+KELVM_UNARY(kelsTanh_32f_A11, TanhA11)
+KELVM_UNARY(kelsTanh_32f_A21, TanhA21)
+KELVM_UNARY(kelsTanh_32f_A24, TanhA24)
+
+} // namespace kelvm::inline KELVM_BUILD::tanh_32f

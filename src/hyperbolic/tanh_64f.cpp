@@ -3,7 +3,7 @@
 #include "hyperbolic/tanh.hpp"
 #include "kelvm/hyperbolic.h"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::tanh_64f {
 namespace {
 
 template <Expm1Accuracy A> struct Tanh64f : KernelDefaults {
@@ -17,8 +17,9 @@ template <Expm1Accuracy A> struct Tanh64f : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsTanh_64f_A26, kelvm::Tanh64f<kelvm::Expm1Accuracy::a26>)
-KELVM_UNARY(kelsTanh_64f_A50, kelvm::Tanh64f<kelvm::Expm1Accuracy::a50>)
-KELVM_UNARY(kelsTanh_64f_A53, kelvm::Tanh64f<kelvm::Expm1Accuracy::a53>)
+KELVM_UNARY(kelsTanh_64f_A26, Tanh64f<Expm1Accuracy::a26>)
+KELVM_UNARY(kelsTanh_64f_A50, Tanh64f<Expm1Accuracy::a50>)
+KELVM_UNARY(kelsTanh_64f_A53, Tanh64f<Expm1Accuracy::a53>)
+
+} // namespace kelvm::inline KELVM_BUILD::tanh_64f

@@ -21,7 +21,7 @@
 #include "root/root.hpp"
 #include "root/scaled.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::cube_roots {
 namespace {
 
 // The three functions of a positive x, the first and last for zero as well.
@@ -205,25 +205,26 @@ struct Pow2o3_32A24 : Pow2o3<A21> {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsCbrt_32f_A11, kelvm::Cbrt<kelvm::A11>)
-KELVM_UNARY(kelsCbrt_32f_A21, kelvm::Cbrt<kelvm::A21>)
-KELVM_UNARY(kelsCbrt_32f_A24, kelvm::Cbrt32A24)
-KELVM_UNARY(kelsCbrt_64f_A26, kelvm::Cbrt<kelvm::A26>)
-KELVM_UNARY(kelsCbrt_64f_A50, kelvm::Cbrt<kelvm::A50>)
-KELVM_UNARY(kelsCbrt_64f_A53, kelvm::Cbrt<kelvm::A53>)
+KELVM_UNARY(kelsCbrt_32f_A11, Cbrt<A11>)
+KELVM_UNARY(kelsCbrt_32f_A21, Cbrt<A21>)
+KELVM_UNARY(kelsCbrt_32f_A24, Cbrt32A24)
+KELVM_UNARY(kelsCbrt_64f_A26, Cbrt<A26>)
+KELVM_UNARY(kelsCbrt_64f_A50, Cbrt<A50>)
+KELVM_UNARY(kelsCbrt_64f_A53, Cbrt<A53>)
 
-KELVM_UNARY(kelsInvCbrt_32f_A11, kelvm::InvCbrt<kelvm::A11>)
-KELVM_UNARY(kelsInvCbrt_32f_A21, kelvm::InvCbrt<kelvm::A21>)
-KELVM_UNARY(kelsInvCbrt_32f_A24, kelvm::InvCbrt32A24)
-KELVM_UNARY(kelsInvCbrt_64f_A26, kelvm::InvCbrt<kelvm::A26>)
-KELVM_UNARY(kelsInvCbrt_64f_A50, kelvm::InvCbrt<kelvm::A50>)
-KELVM_UNARY(kelsInvCbrt_64f_A53, kelvm::InvCbrt<kelvm::A53>)
+KELVM_UNARY(kelsInvCbrt_32f_A11, InvCbrt<A11>)
+KELVM_UNARY(kelsInvCbrt_32f_A21, InvCbrt<A21>)
+KELVM_UNARY(kelsInvCbrt_32f_A24, InvCbrt32A24)
+KELVM_UNARY(kelsInvCbrt_64f_A26, InvCbrt<A26>)
+KELVM_UNARY(kelsInvCbrt_64f_A50, InvCbrt<A50>)
+KELVM_UNARY(kelsInvCbrt_64f_A53, InvCbrt<A53>)
 
-KELVM_UNARY(kelsPow2o3_32f_A11, kelvm::Pow2o3<kelvm::A11>)
-KELVM_UNARY(kelsPow2o3_32f_A21, kelvm::Pow2o3<kelvm::A21>)
-KELVM_UNARY(kelsPow2o3_32f_A24, kelvm::Pow2o3_32A24)
-KELVM_UNARY(kelsPow2o3_64f_A26, kelvm::Pow2o3<kelvm::A26>)
-KELVM_UNARY(kelsPow2o3_64f_A50, kelvm::Pow2o3<kelvm::A50>)
-KELVM_UNARY(kelsPow2o3_64f_A53, kelvm::Pow2o3<kelvm::A53>)
+KELVM_UNARY(kelsPow2o3_32f_A11, Pow2o3<A11>)
+KELVM_UNARY(kelsPow2o3_32f_A21, Pow2o3<A21>)
+KELVM_UNARY(kelsPow2o3_32f_A24, Pow2o3_32A24)
+KELVM_UNARY(kelsPow2o3_64f_A26, Pow2o3<A26>)
+KELVM_UNARY(kelsPow2o3_64f_A50, Pow2o3<A50>)
+KELVM_UNARY(kelsPow2o3_64f_A53, Pow2o3<A53>)
+
+} // namespace kelvm::inline KELVM_BUILD::cube_roots

@@ -15,7 +15,7 @@
 #include "root/scaled.hpp"
 #include "simd/ordered.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::hypotenuse {
 namespace {
 
 /// For non-negative arguments of which the larger is in [2^-480, 2^500], or both are zero.
@@ -78,18 +78,19 @@ struct Hypot32A24 : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_BINARY(kelsHypot_32f_A11, kelvm::Hypot<float>)
-KELVM_BINARY(kelsHypot_32f_A21, kelvm::Hypot<float>)
-KELVM_BINARY(kelsHypot_32f_A24, kelvm::Hypot32A24)
-KELVM_BINARY(kelsHypot_64f_A26, kelvm::Hypot<double>)
-KELVM_BINARY(kelsHypot_64f_A50, kelvm::Hypot<double>)
-KELVM_BINARY(kelsHypot_64f_A53, kelvm::Hypot64A53)
+KELVM_BINARY(kelsHypot_32f_A11, Hypot<float>)
+KELVM_BINARY(kelsHypot_32f_A21, Hypot<float>)
+KELVM_BINARY(kelsHypot_32f_A24, Hypot32A24)
+KELVM_BINARY(kelsHypot_64f_A26, Hypot<double>)
+KELVM_BINARY(kelsHypot_64f_A50, Hypot<double>)
+KELVM_BINARY(kelsHypot_64f_A53, Hypot64A53)
 // The absolute value of a complex number is the hypotenuse of its parts.
-KELVM_COMPLEX_TO_REAL(kelsAbs_32fc_A11, kelvm::Hypot<float>)
-KELVM_COMPLEX_TO_REAL(kelsAbs_32fc_A21, kelvm::Hypot<float>)
-KELVM_COMPLEX_TO_REAL(kelsAbs_32fc_A24, kelvm::Hypot32A24)
-KELVM_COMPLEX_TO_REAL(kelsAbs_64fc_A26, kelvm::Hypot<double>)
-KELVM_COMPLEX_TO_REAL(kelsAbs_64fc_A50, kelvm::Hypot<double>)
-KELVM_COMPLEX_TO_REAL(kelsAbs_64fc_A53, kelvm::Hypot64A53)
+KELVM_COMPLEX_TO_REAL(kelsAbs_32fc_A11, Hypot<float>)
+KELVM_COMPLEX_TO_REAL(kelsAbs_32fc_A21, Hypot<float>)
+KELVM_COMPLEX_TO_REAL(kelsAbs_32fc_A24, Hypot32A24)
+KELVM_COMPLEX_TO_REAL(kelsAbs_64fc_A26, Hypot<double>)
+KELVM_COMPLEX_TO_REAL(kelsAbs_64fc_A50, Hypot<double>)
+KELVM_COMPLEX_TO_REAL(kelsAbs_64fc_A53, Hypot64A53)
+
+} // namespace kelvm::inline KELVM_BUILD::hypotenuse

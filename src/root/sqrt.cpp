@@ -16,7 +16,7 @@
 #include "root/root.hpp"
 #include "root/scaled.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::square_roots {
 namespace {
 
 // --- square root ---------------------------------------------------------------------------------------------------
@@ -169,25 +169,26 @@ struct Pow3o2_32A24 : Pow3o2<float> {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsSqrt_32f_A11, kelvm::Sqrt<float>)
-KELVM_UNARY(kelsSqrt_32f_A21, kelvm::Sqrt<float>)
-KELVM_UNARY(kelsSqrt_32f_A24, kelvm::Sqrt<float>)
-KELVM_UNARY(kelsSqrt_64f_A26, kelvm::Sqrt<double>)
-KELVM_UNARY(kelsSqrt_64f_A50, kelvm::Sqrt<double>)
-KELVM_UNARY(kelsSqrt_64f_A53, kelvm::Sqrt<double>)
+KELVM_UNARY(kelsSqrt_32f_A11, Sqrt<float>)
+KELVM_UNARY(kelsSqrt_32f_A21, Sqrt<float>)
+KELVM_UNARY(kelsSqrt_32f_A24, Sqrt<float>)
+KELVM_UNARY(kelsSqrt_64f_A26, Sqrt<double>)
+KELVM_UNARY(kelsSqrt_64f_A50, Sqrt<double>)
+KELVM_UNARY(kelsSqrt_64f_A53, Sqrt<double>)
 
-KELVM_UNARY(kelsInvSqrt_32f_A11, kelvm::InvSqrt<kelvm::A11>)
-KELVM_UNARY(kelsInvSqrt_32f_A21, kelvm::InvSqrt<kelvm::A21>)
-KELVM_UNARY(kelsInvSqrt_32f_A24, kelvm::InvSqrt32A24)
-KELVM_UNARY(kelsInvSqrt_64f_A26, kelvm::InvSqrt<kelvm::A26>)
-KELVM_UNARY(kelsInvSqrt_64f_A50, kelvm::InvSqrt<kelvm::A50>)
-KELVM_UNARY(kelsInvSqrt_64f_A53, kelvm::InvSqrt64A53)
+KELVM_UNARY(kelsInvSqrt_32f_A11, InvSqrt<A11>)
+KELVM_UNARY(kelsInvSqrt_32f_A21, InvSqrt<A21>)
+KELVM_UNARY(kelsInvSqrt_32f_A24, InvSqrt32A24)
+KELVM_UNARY(kelsInvSqrt_64f_A26, InvSqrt<A26>)
+KELVM_UNARY(kelsInvSqrt_64f_A50, InvSqrt<A50>)
+KELVM_UNARY(kelsInvSqrt_64f_A53, InvSqrt64A53)
 
-KELVM_UNARY(kelsPow3o2_32f_A11, kelvm::Pow3o2<float>)
-KELVM_UNARY(kelsPow3o2_32f_A21, kelvm::Pow3o2<float>)
-KELVM_UNARY(kelsPow3o2_32f_A24, kelvm::Pow3o2_32A24)
-KELVM_UNARY(kelsPow3o2_64f_A26, kelvm::Pow3o2<double>)
-KELVM_UNARY(kelsPow3o2_64f_A50, kelvm::Pow3o2<double>)
-KELVM_UNARY(kelsPow3o2_64f_A53, kelvm::Pow3o2_64A53)
+KELVM_UNARY(kelsPow3o2_32f_A11, Pow3o2<float>)
+KELVM_UNARY(kelsPow3o2_32f_A21, Pow3o2<float>)
+KELVM_UNARY(kelsPow3o2_32f_A24, Pow3o2_32A24)
+KELVM_UNARY(kelsPow3o2_64f_A26, Pow3o2<double>)
+KELVM_UNARY(kelsPow3o2_64f_A50, Pow3o2<double>)
+KELVM_UNARY(kelsPow3o2_64f_A53, Pow3o2_64A53)
+
+} // namespace kelvm::inline KELVM_BUILD::square_roots

@@ -8,7 +8,7 @@
 #include "kelvm/special.h"
 #include "special/error.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::error_32f {
 namespace {
 
 struct ErfSpecial : KernelDefaults {
@@ -76,16 +76,17 @@ template <class F> struct Complement32<F, ErrorAccuracy::a24> : ComplementSpecia
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-using enum kelvm::ErrorAccuracy;
+using enum ErrorAccuracy;
 
-KELVM_UNARY(kelsErf_32f_A11, kelvm::Erf32<a11>)
-KELVM_UNARY(kelsErf_32f_A21, kelvm::Erf32<a21>)
-KELVM_UNARY(kelsErf_32f_A24, kelvm::Erf32<a24>)
-KELVM_UNARY(kelsErfc_32f_A11, kelvm::Complement32<kelvm::Erfc, a11>)
-KELVM_UNARY(kelsErfc_32f_A21, kelvm::Complement32<kelvm::Erfc, a21>)
-KELVM_UNARY(kelsErfc_32f_A24, kelvm::Complement32<kelvm::Erfc, a24>)
-KELVM_UNARY(kelsCdfNorm_32f_A11, kelvm::Complement32<kelvm::CdfNorm, a11>)
-KELVM_UNARY(kelsCdfNorm_32f_A21, kelvm::Complement32<kelvm::CdfNorm, a21>)
-KELVM_UNARY(kelsCdfNorm_32f_A24, kelvm::Complement32<kelvm::CdfNorm, a24>)
+KELVM_UNARY(kelsErf_32f_A11, Erf32<a11>)
+KELVM_UNARY(kelsErf_32f_A21, Erf32<a21>)
+KELVM_UNARY(kelsErf_32f_A24, Erf32<a24>)
+KELVM_UNARY(kelsErfc_32f_A11, Complement32<Erfc, a11>)
+KELVM_UNARY(kelsErfc_32f_A21, Complement32<Erfc, a21>)
+KELVM_UNARY(kelsErfc_32f_A24, Complement32<Erfc, a24>)
+KELVM_UNARY(kelsCdfNorm_32f_A11, Complement32<CdfNorm, a11>)
+KELVM_UNARY(kelsCdfNorm_32f_A21, Complement32<CdfNorm, a21>)
+KELVM_UNARY(kelsCdfNorm_32f_A24, Complement32<CdfNorm, a24>)
+
+} // namespace kelvm::inline KELVM_BUILD::error_32f

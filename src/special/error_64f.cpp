@@ -7,7 +7,7 @@
 #include "kelvm/special.h"
 #include "special/error.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::error_64f {
 namespace {
 
 template <ErrorAccuracy A> struct Erf64 : KernelDefaults {
@@ -37,16 +37,17 @@ template <class F, ErrorAccuracy A> struct Complement64 : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-using enum kelvm::ErrorAccuracy;
+using enum ErrorAccuracy;
 
-KELVM_UNARY(kelsErf_64f_A26, kelvm::Erf64<a26>)
-KELVM_UNARY(kelsErf_64f_A50, kelvm::Erf64<a50>)
-KELVM_UNARY(kelsErf_64f_A53, kelvm::Erf64<a53>)
-KELVM_UNARY(kelsErfc_64f_A26, kelvm::Complement64<kelvm::Erfc, a26>)
-KELVM_UNARY(kelsErfc_64f_A50, kelvm::Complement64<kelvm::Erfc, a50>)
-KELVM_UNARY(kelsErfc_64f_A53, kelvm::Complement64<kelvm::Erfc, a53>)
-KELVM_UNARY(kelsCdfNorm_64f_A26, kelvm::Complement64<kelvm::CdfNorm, a26>)
-KELVM_UNARY(kelsCdfNorm_64f_A50, kelvm::Complement64<kelvm::CdfNorm, a50>)
-KELVM_UNARY(kelsCdfNorm_64f_A53, kelvm::Complement64<kelvm::CdfNorm, a53>)
+KELVM_UNARY(kelsErf_64f_A26, Erf64<a26>)
+KELVM_UNARY(kelsErf_64f_A50, Erf64<a50>)
+KELVM_UNARY(kelsErf_64f_A53, Erf64<a53>)
+KELVM_UNARY(kelsErfc_64f_A26, Complement64<Erfc, a26>)
+KELVM_UNARY(kelsErfc_64f_A50, Complement64<Erfc, a50>)
+KELVM_UNARY(kelsErfc_64f_A53, Complement64<Erfc, a53>)
+KELVM_UNARY(kelsCdfNorm_64f_A26, Complement64<CdfNorm, a26>)
+KELVM_UNARY(kelsCdfNorm_64f_A50, Complement64<CdfNorm, a50>)
+KELVM_UNARY(kelsCdfNorm_64f_A53, Complement64<CdfNorm, a53>)
+
+} // namespace kelvm::inline KELVM_BUILD::error_64f

@@ -56,7 +56,7 @@ struct NormalTables {
 };
 
 /// Marks what lies outside lowest <= x < end, both positive. A negative x is outside.
-template <class V> inline Marks<V> outside(V x, Lane<V> lowest, Lane<V> end) {
+template <class V> inline Marks<V> outside_half_open(V x, Lane<V> lowest, Lane<V> end) {
   return bit_cast<Marks<V>>((bits(x) - bits(lowest)) | (bits(end) - 1u - bits(x)));
 }
 
@@ -70,7 +70,9 @@ struct ErfInv {
   template <class V> static V distance_error(V x, V y) { return (1 - y) - abs(x); }
   template <class V> static V factor(V x) { return x; }
 
-  template <class V> static Marks<V> special(V x) { return outside(abs(x), first_regular<Lane<V>>, Lane<V>(1)); }
+  template <class V> static Marks<V> special(V x) {
+    return outside_half_open(abs(x), first_regular<Lane<V>>, Lane<V>(1));
+  }
 };
 
 /// The families with poles at 0 and `end`. unit(x) is x scaled to end at 2.
@@ -82,7 +84,7 @@ template <class F> struct BetweenPoles {
   }
   template <class V> static Marks<V> special(V x) {
     constexpr auto end = Lane<V>(F::end);
-    return outside(x, end / 2 * first_regular<Lane<V>>, end) | marks<V>(x == end / 2);
+    return outside_half_open(x, end / 2 * first_regular<Lane<V>>, end) | marks<V>(x == end / 2);
   }
 };
 struct ErfcInv : BetweenPoles<ErfcInv> {

@@ -8,7 +8,7 @@
 #include "kelvm/special.h"
 #include "special/inverse.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::special_inverse_32f {
 namespace {
 
 template <class F, InverseAccuracy A> struct Formula32 : KernelDefaults {
@@ -60,16 +60,17 @@ template <class F, InverseAccuracy A> struct BetweenPoles32 : Formula32<F, A> {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-using enum kelvm::InverseAccuracy;
+using enum InverseAccuracy;
 
-KELVM_UNARY(kelsErfInv_32f_A11, kelvm::ErfInv32<a11>)
-KELVM_UNARY(kelsErfInv_32f_A21, kelvm::ErfInv32<a21>)
-KELVM_UNARY(kelsErfInv_32f_A24, kelvm::ErfInv32<a24>)
-KELVM_UNARY(kelsErfcInv_32f_A11, kelvm::BetweenPoles32<kelvm::ErfcInv, a11>)
-KELVM_UNARY(kelsErfcInv_32f_A21, kelvm::BetweenPoles32<kelvm::ErfcInv, a21>)
-KELVM_UNARY(kelsErfcInv_32f_A24, kelvm::BetweenPoles32<kelvm::ErfcInv, a24>)
-KELVM_UNARY(kelsCdfNormInv_32f_A11, kelvm::BetweenPoles32<kelvm::CdfNormInv, a11>)
-KELVM_UNARY(kelsCdfNormInv_32f_A21, kelvm::BetweenPoles32<kelvm::CdfNormInv, a21>)
-KELVM_UNARY(kelsCdfNormInv_32f_A24, kelvm::BetweenPoles32<kelvm::CdfNormInv, a24>)
+KELVM_UNARY(kelsErfInv_32f_A11, ErfInv32<a11>)
+KELVM_UNARY(kelsErfInv_32f_A21, ErfInv32<a21>)
+KELVM_UNARY(kelsErfInv_32f_A24, ErfInv32<a24>)
+KELVM_UNARY(kelsErfcInv_32f_A11, BetweenPoles32<ErfcInv, a11>)
+KELVM_UNARY(kelsErfcInv_32f_A21, BetweenPoles32<ErfcInv, a21>)
+KELVM_UNARY(kelsErfcInv_32f_A24, BetweenPoles32<ErfcInv, a24>)
+KELVM_UNARY(kelsCdfNormInv_32f_A11, BetweenPoles32<CdfNormInv, a11>)
+KELVM_UNARY(kelsCdfNormInv_32f_A21, BetweenPoles32<CdfNormInv, a21>)
+KELVM_UNARY(kelsCdfNormInv_32f_A24, BetweenPoles32<CdfNormInv, a24>)
+
+} // namespace kelvm::inline KELVM_BUILD::special_inverse_32f

@@ -7,7 +7,7 @@
 #include "kelvm/special.h"
 #include "special/inverse.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::special_inverse_64f {
 namespace {
 
 template <InverseAccuracy A> struct Inverse64 : KernelDefaults {
@@ -47,16 +47,17 @@ template <class F, InverseAccuracy A> struct BetweenPoles64 : Inverse64<A> {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-using enum kelvm::InverseAccuracy;
+using enum InverseAccuracy;
 
-KELVM_UNARY(kelsErfInv_64f_A26, kelvm::ErfInv64<a26>)
-KELVM_UNARY(kelsErfInv_64f_A50, kelvm::ErfInv64<a50>)
-KELVM_UNARY(kelsErfInv_64f_A53, kelvm::ErfInv64<a53>)
-KELVM_UNARY(kelsErfcInv_64f_A26, kelvm::BetweenPoles64<kelvm::ErfcInv, a26>)
-KELVM_UNARY(kelsErfcInv_64f_A50, kelvm::BetweenPoles64<kelvm::ErfcInv, a50>)
-KELVM_UNARY(kelsErfcInv_64f_A53, kelvm::BetweenPoles64<kelvm::ErfcInv, a53>)
-KELVM_UNARY(kelsCdfNormInv_64f_A26, kelvm::BetweenPoles64<kelvm::CdfNormInv, a26>)
-KELVM_UNARY(kelsCdfNormInv_64f_A50, kelvm::BetweenPoles64<kelvm::CdfNormInv, a50>)
-KELVM_UNARY(kelsCdfNormInv_64f_A53, kelvm::BetweenPoles64<kelvm::CdfNormInv, a53>)
+KELVM_UNARY(kelsErfInv_64f_A26, ErfInv64<a26>)
+KELVM_UNARY(kelsErfInv_64f_A50, ErfInv64<a50>)
+KELVM_UNARY(kelsErfInv_64f_A53, ErfInv64<a53>)
+KELVM_UNARY(kelsErfcInv_64f_A26, BetweenPoles64<ErfcInv, a26>)
+KELVM_UNARY(kelsErfcInv_64f_A50, BetweenPoles64<ErfcInv, a50>)
+KELVM_UNARY(kelsErfcInv_64f_A53, BetweenPoles64<ErfcInv, a53>)
+KELVM_UNARY(kelsCdfNormInv_64f_A26, BetweenPoles64<CdfNormInv, a26>)
+KELVM_UNARY(kelsCdfNormInv_64f_A50, BetweenPoles64<CdfNormInv, a50>)
+KELVM_UNARY(kelsCdfNormInv_64f_A53, BetweenPoles64<CdfNormInv, a53>)
+
+} // namespace kelvm::inline KELVM_BUILD::special_inverse_64f

@@ -12,7 +12,7 @@
 #include "kelvm/trig.h"
 #include "trig/asin_core.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::asin_acos_32f {
 namespace {
 
 template <class F> struct Inverse32f : KernelDefaults {
@@ -55,11 +55,12 @@ struct AcosA11 : Inverse32f<Acos> {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsAsin_32f_A11, kelvm::InverseSingle<kelvm::Asin, kelvm::inverse_trig::asin_a11>)
-KELVM_UNARY(kelsAsin_32f_A21, kelvm::InverseSingle<kelvm::Asin, kelvm::inverse_trig::asin_a21>)
-KELVM_UNARY(kelsAsin_32f_A24, kelvm::InverseA24<kelvm::Asin>)
-KELVM_UNARY(kelsAcos_32f_A11, kelvm::AcosA11)
-KELVM_UNARY(kelsAcos_32f_A21, kelvm::InverseSingle<kelvm::Acos, kelvm::inverse_trig::asin_a21>)
-KELVM_UNARY(kelsAcos_32f_A24, kelvm::InverseA24<kelvm::Acos>)
+KELVM_UNARY(kelsAsin_32f_A11, InverseSingle<Asin, inverse_trig::asin_a11>)
+KELVM_UNARY(kelsAsin_32f_A21, InverseSingle<Asin, inverse_trig::asin_a21>)
+KELVM_UNARY(kelsAsin_32f_A24, InverseA24<Asin>)
+KELVM_UNARY(kelsAcos_32f_A11, AcosA11)
+KELVM_UNARY(kelsAcos_32f_A21, InverseSingle<Acos, inverse_trig::asin_a21>)
+KELVM_UNARY(kelsAcos_32f_A24, InverseA24<Acos>)
+
+} // namespace kelvm::inline KELVM_BUILD::asin_acos_32f

@@ -10,7 +10,7 @@
 #include "kelvm/trig.h"
 #include "trig/asin_core.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::asin_acos_64f {
 namespace {
 
 template <class F> struct InverseDouble : KernelDefaults {
@@ -36,11 +36,12 @@ template <class F, auto& Series> struct InverseShort : InverseDouble<F> {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsAsin_64f_A26, kelvm::InverseShort<kelvm::Asin, kelvm::inverse_trig::asin_a26>)
-KELVM_UNARY(kelsAsin_64f_A50, kelvm::InverseShort<kelvm::Asin, kelvm::inverse_trig::asin_a50>)
-KELVM_UNARY(kelsAsin_64f_A53, kelvm::InverseLong<kelvm::Asin>)
-KELVM_UNARY(kelsAcos_64f_A26, kelvm::InverseShort<kelvm::Acos, kelvm::inverse_trig::asin_a26>)
-KELVM_UNARY(kelsAcos_64f_A50, kelvm::InverseShort<kelvm::Acos, kelvm::inverse_trig::asin_a50>)
-KELVM_UNARY(kelsAcos_64f_A53, kelvm::InverseLong<kelvm::Acos>)
+KELVM_UNARY(kelsAsin_64f_A26, InverseShort<Asin, inverse_trig::asin_a26>)
+KELVM_UNARY(kelsAsin_64f_A50, InverseShort<Asin, inverse_trig::asin_a50>)
+KELVM_UNARY(kelsAsin_64f_A53, InverseLong<Asin>)
+KELVM_UNARY(kelsAcos_64f_A26, InverseShort<Acos, inverse_trig::asin_a26>)
+KELVM_UNARY(kelsAcos_64f_A50, InverseShort<Acos, inverse_trig::asin_a50>)
+KELVM_UNARY(kelsAcos_64f_A53, InverseLong<Acos>)
+
+} // namespace kelvm::inline KELVM_BUILD::asin_acos_64f

@@ -12,7 +12,7 @@
 #include "kelvm/trig.h"
 #include "trig/atan2_special.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::atan2_32f {
 namespace {
 
 struct Atan2Single : KernelDefaults {
@@ -55,8 +55,9 @@ template <auto& Series> struct Atan2Short : Atan2Single {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_BINARY(kelsAtan2_32f_A11, kelvm::Atan2Short<kelvm::inverse_trig::atan_a11>)
-KELVM_BINARY(kelsAtan2_32f_A21, kelvm::Atan2Short<kelvm::inverse_trig::atan_a21>)
-KELVM_BINARY(kelsAtan2_32f_A24, kelvm::Atan2A24)
+KELVM_BINARY(kelsAtan2_32f_A11, Atan2Short<inverse_trig::atan_a11>)
+KELVM_BINARY(kelsAtan2_32f_A21, Atan2Short<inverse_trig::atan_a21>)
+KELVM_BINARY(kelsAtan2_32f_A24, Atan2A24)
+
+} // namespace kelvm::inline KELVM_BUILD::atan2_32f

@@ -9,7 +9,7 @@
 #include "kelvm/trig.h"
 #include "trig/atan2_special.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::atan2_64f {
 namespace {
 
 template <AngleAccuracy A> struct Atan2Double : KernelDefaults {
@@ -45,8 +45,9 @@ private:
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_BINARY(kelsAtan2_64f_A26, kelvm::Atan2Double<kelvm::AngleAccuracy::a26>)
-KELVM_BINARY(kelsAtan2_64f_A50, kelvm::Atan2Double<kelvm::AngleAccuracy::a50>)
-KELVM_BINARY(kelsAtan2_64f_A53, kelvm::Atan2Double<kelvm::AngleAccuracy::a53>)
+KELVM_BINARY(kelsAtan2_64f_A26, Atan2Double<AngleAccuracy::a26>)
+KELVM_BINARY(kelsAtan2_64f_A50, Atan2Double<AngleAccuracy::a50>)
+KELVM_BINARY(kelsAtan2_64f_A53, Atan2Double<AngleAccuracy::a53>)
+
+} // namespace kelvm::inline KELVM_BUILD::atan2_64f

@@ -12,7 +12,7 @@
 #include "kelvm/trig.h"
 #include "trig/atan_core.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::atan_32f {
 namespace {
 
 struct Atan32f : KernelDefaults {
@@ -51,8 +51,9 @@ template <auto& Series> struct AtanSingle : Atan32f {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsAtan_32f_A11, kelvm::AtanSingle<kelvm::inverse_trig::atan_a11>)
-KELVM_UNARY(kelsAtan_32f_A21, kelvm::AtanSingle<kelvm::inverse_trig::atan_a21>)
-KELVM_UNARY(kelsAtan_32f_A24, kelvm::AtanA24)
+KELVM_UNARY(kelsAtan_32f_A11, AtanSingle<inverse_trig::atan_a11>)
+KELVM_UNARY(kelsAtan_32f_A21, AtanSingle<inverse_trig::atan_a21>)
+KELVM_UNARY(kelsAtan_32f_A24, AtanA24)
+
+} // namespace kelvm::inline KELVM_BUILD::atan_32f

@@ -9,7 +9,7 @@
 #include "kelvm/trig.h"
 #include "trig/atan_core.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::atan_64f {
 namespace {
 
 template <AngleAccuracy A> struct Atan64f : KernelDefaults {
@@ -30,8 +30,9 @@ template <AngleAccuracy A> struct Atan64f : KernelDefaults {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsAtan_64f_A26, kelvm::Atan64f<kelvm::AngleAccuracy::a26>)
-KELVM_UNARY(kelsAtan_64f_A50, kelvm::Atan64f<kelvm::AngleAccuracy::a50>)
-KELVM_UNARY(kelsAtan_64f_A53, kelvm::Atan64f<kelvm::AngleAccuracy::a53>)
+KELVM_UNARY(kelsAtan_64f_A26, Atan64f<AngleAccuracy::a26>)
+KELVM_UNARY(kelsAtan_64f_A50, Atan64f<AngleAccuracy::a50>)
+KELVM_UNARY(kelsAtan_64f_A53, Atan64f<AngleAccuracy::a53>)
+
+} // namespace kelvm::inline KELVM_BUILD::atan_64f

@@ -13,7 +13,7 @@
 #include "trig/circular.hpp"
 #include "trig/trig_fits.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::sin_cos_32f {
 namespace {
 
 /// A multiple of pi to be subtracted: k, or h for the cosine, and the sign (-1)^k or (-1)^(h + 1/2).
@@ -119,17 +119,18 @@ struct A11 : Single<A11> {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsSin_32f_A11, kelvm::Sin<kelvm::A11>)
-KELVM_UNARY(kelsSin_32f_A21, kelvm::Sin<kelvm::A21>)
-KELVM_UNARY(kelsSin_32f_A24, kelvm::Sin<kelvm::A24>)
-KELVM_UNARY(kelsCos_32f_A11, kelvm::Cos<kelvm::A11>)
-KELVM_UNARY(kelsCos_32f_A21, kelvm::Cos<kelvm::A21>)
-KELVM_UNARY(kelsCos_32f_A24, kelvm::Cos<kelvm::A24>)
-KELVM_TWO_OUTPUTS(kelsSinCos_32f_A11, kelvm::SinCos<kelvm::A11>)
-KELVM_TWO_OUTPUTS(kelsSinCos_32f_A21, kelvm::SinCos<kelvm::A21>)
-KELVM_TWO_OUTPUTS(kelsSinCos_32f_A24, kelvm::SinCos<kelvm::A24>)
-KELVM_REAL_TO_COMPLEX(kelsCIS_32fc_A11, kelvm::CIS<kelvm::A11>)
-KELVM_REAL_TO_COMPLEX(kelsCIS_32fc_A21, kelvm::CIS<kelvm::A21>)
-KELVM_REAL_TO_COMPLEX(kelsCIS_32fc_A24, kelvm::CIS<kelvm::A24>)
+KELVM_UNARY(kelsSin_32f_A11, Sin<A11>)
+KELVM_UNARY(kelsSin_32f_A21, Sin<A21>)
+KELVM_UNARY(kelsSin_32f_A24, Sin<A24>)
+KELVM_UNARY(kelsCos_32f_A11, Cos<A11>)
+KELVM_UNARY(kelsCos_32f_A21, Cos<A21>)
+KELVM_UNARY(kelsCos_32f_A24, Cos<A24>)
+KELVM_TWO_OUTPUTS(kelsSinCos_32f_A11, SinCos<A11>)
+KELVM_TWO_OUTPUTS(kelsSinCos_32f_A21, SinCos<A21>)
+KELVM_TWO_OUTPUTS(kelsSinCos_32f_A24, SinCos<A24>)
+KELVM_REAL_TO_COMPLEX(kelsCIS_32fc_A11, CIS<A11>)
+KELVM_REAL_TO_COMPLEX(kelsCIS_32fc_A21, CIS<A21>)
+KELVM_REAL_TO_COMPLEX(kelsCIS_32fc_A24, CIS<A24>)
+
+} // namespace kelvm::inline KELVM_BUILD::sin_cos_32f

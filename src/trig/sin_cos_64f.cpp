@@ -11,7 +11,7 @@
 #include "trig/circular.hpp"
 #include "trig/sine_cosine.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::sin_cos_64f {
 namespace {
 
 struct A53 {
@@ -63,21 +63,21 @@ struct A26 {
 
 } // namespace
 
-double sine_of(double x) { return A53::sine(reduce_any(x)); }
-double cosine_of(double x) { return A53::cosine(reduce_any(x)); }
-Pair<double> sine_cosine_of(double x) { return A53::sine_cosine(reduce_any(x)); }
+KELVM_UNARY(kelsSin_64f_A26, Sin<A26>)
+KELVM_UNARY(kelsSin_64f_A50, Sin<A53>)
+KELVM_UNARY(kelsSin_64f_A53, Sin<A53>)
+KELVM_UNARY(kelsCos_64f_A26, Cos<A26>)
+KELVM_UNARY(kelsCos_64f_A50, Cos<A53>)
+KELVM_UNARY(kelsCos_64f_A53, Cos<A53>)
+KELVM_TWO_OUTPUTS(kelsSinCos_64f_A26, SinCos<A26>)
+KELVM_TWO_OUTPUTS(kelsSinCos_64f_A50, SinCos<A53>)
+KELVM_TWO_OUTPUTS(kelsSinCos_64f_A53, SinCos<A53>)
+KELVM_REAL_TO_COMPLEX(kelsCIS_64fc_A26, CIS<A26>)
+KELVM_REAL_TO_COMPLEX(kelsCIS_64fc_A50, CIS<A53>)
+KELVM_REAL_TO_COMPLEX(kelsCIS_64fc_A53, CIS<A53>)
 
-} // namespace kelvm::inline KELVM_BUILD
+} // namespace kelvm::inline KELVM_BUILD::sin_cos_64f
 
-KELVM_UNARY(kelsSin_64f_A26, kelvm::Sin<kelvm::A26>)
-KELVM_UNARY(kelsSin_64f_A50, kelvm::Sin<kelvm::A53>)
-KELVM_UNARY(kelsSin_64f_A53, kelvm::Sin<kelvm::A53>)
-KELVM_UNARY(kelsCos_64f_A26, kelvm::Cos<kelvm::A26>)
-KELVM_UNARY(kelsCos_64f_A50, kelvm::Cos<kelvm::A53>)
-KELVM_UNARY(kelsCos_64f_A53, kelvm::Cos<kelvm::A53>)
-KELVM_TWO_OUTPUTS(kelsSinCos_64f_A26, kelvm::SinCos<kelvm::A26>)
-KELVM_TWO_OUTPUTS(kelsSinCos_64f_A50, kelvm::SinCos<kelvm::A53>)
-KELVM_TWO_OUTPUTS(kelsSinCos_64f_A53, kelvm::SinCos<kelvm::A53>)
-KELVM_REAL_TO_COMPLEX(kelsCIS_64fc_A26, kelvm::CIS<kelvm::A26>)
-KELVM_REAL_TO_COMPLEX(kelsCIS_64fc_A50, kelvm::CIS<kelvm::A53>)
-KELVM_REAL_TO_COMPLEX(kelsCIS_64fc_A53, kelvm::CIS<kelvm::A53>)
+double kelvm::sine_of(double x) { return sin_cos_64f::A53::sine(reduce_any(x)); }
+double kelvm::cosine_of(double x) { return sin_cos_64f::A53::cosine(reduce_any(x)); }
+kelvm::Pair<double> kelvm::sine_cosine_of(double x) { return sin_cos_64f::A53::sine_cosine(reduce_any(x)); }

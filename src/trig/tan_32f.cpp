@@ -11,7 +11,7 @@
 #include "kelvm/trig.h"
 #include "trig/tangent.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::tan_32f {
 namespace {
 
 struct Tan32 : KernelDefaults {
@@ -58,8 +58,9 @@ template <auto& Series> struct TanSingle : Tan32 {
 };
 
 } // namespace
-} // namespace kelvm::inline KELVM_BUILD
 
-KELVM_UNARY(kelsTan_32f_A11, kelvm::TanSingle<kelvm::tangent_single_3>)
-KELVM_UNARY(kelsTan_32f_A21, kelvm::TanSingle<kelvm::tangent_single_6>)
-KELVM_UNARY(kelsTan_32f_A24, kelvm::TanA24)
+KELVM_UNARY(kelsTan_32f_A11, TanSingle<tangent_single_3>)
+KELVM_UNARY(kelsTan_32f_A21, TanSingle<tangent_single_6>)
+KELVM_UNARY(kelsTan_32f_A24, TanA24)
+
+} // namespace kelvm::inline KELVM_BUILD::tan_32f

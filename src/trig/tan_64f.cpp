@@ -11,7 +11,7 @@
 #include "kelvm/trig.h"
 #include "trig/tangent.hpp"
 
-namespace kelvm::inline KELVM_BUILD {
+namespace kelvm::inline KELVM_BUILD::tan_64f {
 namespace {
 
 /// tan of a remainder with tail, index >= 0 or of a reduced argument.
@@ -73,14 +73,14 @@ template <class P> struct Tan64 : KernelDefaults {
 
 } // namespace
 
-HeadTail<double> tangent_of(double x) {
-  const HeadTail<double> y = long_tangent(reduce_any(abs(x)));
+KELVM_UNARY(kelsTan_64f_A26, Tan64<TanShort<tangent_2>>)
+KELVM_UNARY(kelsTan_64f_A50, Tan64<TanShort<tangent_4>>)
+KELVM_UNARY(kelsTan_64f_A53, Tan64<TanA53>)
+
+} // namespace kelvm::inline KELVM_BUILD::tan_64f
+
+kelvm::HeadTail<double> kelvm::tangent_of(double x) {
+  const HeadTail<double> y = tan_64f::long_tangent(reduce_any(abs(x)));
   const HeadTail<double> sum = fast_two_sum(y.head, y.tail);
   return {flip_sign(sum.head, sign_of(x)), flip_sign(sum.tail, sign_of(x))};
 }
-
-} // namespace kelvm::inline KELVM_BUILD
-
-KELVM_UNARY(kelsTan_64f_A26, kelvm::Tan64<kelvm::TanShort<kelvm::tangent_2>>)
-KELVM_UNARY(kelsTan_64f_A50, kelvm::Tan64<kelvm::TanShort<kelvm::tangent_4>>)
-KELVM_UNARY(kelsTan_64f_A53, kelvm::Tan64<kelvm::TanA53>)
