@@ -234,15 +234,14 @@ const Sample& sample_of(const Subject& s) {
   for (const Element& e : domain_elements(s.member, 3000)) elements.push_back(e);
   std::shuffle(elements.begin(), elements.end(), std::minstd_rand(7));
   sample.all = alone(s, elements);
-  std::vector<int> special, everything(elements.size());
+  std::vector<int> everything(elements.size());
   for (int i = 0; i < sample.all.count; ++i) {
     everything[i] = i;
     const bool ordinary = sample.all.status[i] == kelStatusOk && sample.all.flags[i] == 0 &&
                           all_parts(s, sample.all, i, [&](auto bits) { return is_finite(s.member.is_float(), bits); });
-    (ordinary ? sample.ordinary : special).push_back(i);
+    if (ordinary) sample.ordinary.push_back(i);
   }
   if (sample.ordinary.empty()) throw std::logic_error("no ordinary elements for " + s.name());
-  for (std::size_t k = 0; k < special.size(); k += 1 + special.size() / 120) sample.special.push_back(special[k]);
   sample.mixed = pick(s, sample.all, everything, 220);
   sample.plain = pick(s, sample.all, sample.ordinary, 220);
   return sample;

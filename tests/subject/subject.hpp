@@ -80,7 +80,6 @@ testing::AssertionResult as_alone(const Subject& subject, const Strip& strip, in
 struct Sample {
   Strip all;
   std::vector<int> ordinary; // finite arguments and results, no warning, no flag
-  std::vector<int> special;  // up to 120 of the others
   Strip mixed, plain;        // 220 elements: of all kinds; ordinary ones
 };
 const Sample& sample_of(const Subject& subject);
