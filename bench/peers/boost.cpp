@@ -8,8 +8,8 @@ namespace bench {
 namespace {
 
 using namespace boost::math::policies;
-using Policy = policy<promote_float<false>, promote_double<false>, overflow_error<ignore_error>,
-                      domain_error<ignore_error>>;
+using Policy =
+    policy<promote_float<false>, promote_double<false>, overflow_error<ignore_error>, domain_error<ignore_error>>;
 
 template <class T> T erf_inv(T x) { return boost::math::erf_inv(x, Policy()); }
 template <class T> T erfc_inv(T x) { return boost::math::erfc_inv(x, Policy()); }
@@ -23,13 +23,9 @@ template <class T, T (*f)(T)> void loop(const Call& call) {
 
 #define BOTH(Family, function)                                                                                         \
   {Family, "64f", "boost", 0, false, loop<double, function<double>>},                                                  \
-  {Family, "32f", "boost", 0, false, loop<float, function<float>>},
+      {Family, "32f", "boost", 0, false, loop<float, function<float>>},
 
-constexpr Peer table[] = {
-    BOTH("ErfInv", erf_inv)
-    BOTH("ErfcInv", erfc_inv)
-    BOTH("CdfNormInv", normal_inv)
-};
+constexpr Peer table[] = {BOTH("ErfInv", erf_inv) BOTH("ErfcInv", erfc_inv) BOTH("CdfNormInv", normal_inv)};
 
 } // namespace
 } // namespace bench

@@ -15,7 +15,7 @@ template <class T> using ConstArray = Eigen::Map<const Eigen::Array<T, Eigen::Dy
   {Family, #type, "eigen", 0, naive, [](const Call& call) {                                                            \
      using T [[maybe_unused]] = From;                                                                                  \
      const ConstArray<From> x(static_cast<const From*>(call.src1), call.n);                                            \
-     const ConstArray<From> y [[maybe_unused]](static_cast<const From*>(call.src2), call.src2 ? call.n : 0);           \
+     const ConstArray<From> y [[maybe_unused]] (static_cast<const From*>(call.src2), call.src2 ? call.n : 0);          \
      Array<To>(static_cast<To*>(call.dst1), call.n) = expression;                                                      \
    }},
 #define REAL(Family, expression)                                                                                       \
@@ -26,43 +26,20 @@ template <class T> using ConstArray = Eigen::Map<const Eigen::Array<T, Eigen::Dy
   ROW(Family, 32fc, std::complex<float>, std::complex<float>, naive, expression)
 
 constexpr Peer table[] = {
-    REAL("Add", x + y)
-    REAL("Sub", x - y)
-    REAL("Mul", x* y)
-    REAL("Div", x / y)
-    REAL("Sqr", x.square())
-    REAL("Abs", x.abs())
-    REAL("Inv", x.inverse())
-    REAL("Sqrt", x.sqrt())
-    REAL("InvSqrt", x.rsqrt())
-    REAL("Pow3o2", x * x.sqrt())
-    REAL("Ceil", x.ceil())
-    REAL("Floor", x.floor())
-    REAL("Round", x.round())
-    REAL("Rint", x.rint())
-    REAL("Exp", x.exp())
-    REAL("Expm1", x.expm1())
-    REAL("Ln", x.log())
-    REAL("Log10", x.log10())
-    REAL("Log1p", x.log1p())
-    REAL("Sin", x.sin())
-    REAL("Cos", x.cos())
-    REAL("Tanh", x.tanh())
-    REAL("Pow", x.pow(y))
-    REAL("Erf", x.erf())
-    REAL("CdfNormInv", x.ndtri())
-    REAL("ErfInv", (x * T(0.5) + T(0.5)).ndtri() * T(0.70710678118654752440))
-    REAL("ErfcInv", (x * T(0.5)).ndtri() * T(-0.70710678118654752440))
-    COMPLEX("Add", false, x + y)
-    COMPLEX("Sub", false, x - y)
-    COMPLEX("Mul", false, x* y)
-    COMPLEX("MulByConj", false, x* y.conjugate())
-    COMPLEX("Div", true, x / y)
-    COMPLEX("Conj", false, x.conjugate())
-    COMPLEX("Sqrt", false, x.sqrt())
-    ROW("Abs", 64fc, std::complex<double>, double, false, x.abs())
-    ROW("Abs", 32fc, std::complex<float>, float, false, x.abs())
-};
+    REAL("Add", x + y) REAL("Sub", x - y) REAL("Mul", x* y) REAL("Div", x / y) REAL("Sqr", x.square())
+        REAL("Abs", x.abs()) REAL("Inv", x.inverse()) REAL("Sqrt", x.sqrt()) REAL("InvSqrt", x.rsqrt())
+            REAL("Pow3o2", x* x.sqrt()) REAL("Ceil", x.ceil()) REAL("Floor", x.floor()) REAL("Round", x.round())
+                REAL("Rint", x.rint()) REAL("Exp", x.exp()) REAL("Expm1", x.expm1()) REAL("Ln", x.log())
+                    REAL("Log10", x.log10()) REAL("Log1p", x.log1p()) REAL("Sin", x.sin()) REAL("Cos", x.cos())
+                        REAL("Tanh", x.tanh()) REAL("Pow", x.pow(y)) REAL("Erf", x.erf()) REAL("CdfNormInv", x.ndtri())
+                            REAL("ErfInv", (x * T(0.5) + T(0.5)).ndtri() * T(0.70710678118654752440))
+                                REAL("ErfcInv", (x * T(0.5)).ndtri() * T(-0.70710678118654752440))
+                                    COMPLEX("Add", false, x + y) COMPLEX("Sub", false, x - y)
+                                        COMPLEX("Mul", false, x* y) COMPLEX("MulByConj", false, x* y.conjugate())
+                                            COMPLEX("Div", true, x / y) COMPLEX("Conj", false, x.conjugate())
+                                                COMPLEX("Sqrt", false, x.sqrt())
+                                                    ROW("Abs", 64fc, std::complex<double>, double, false, x.abs())
+                                                        ROW("Abs", 32fc, std::complex<float>, float, false, x.abs())};
 
 } // namespace
 } // namespace bench

@@ -63,9 +63,7 @@ template <class V> V with_sign_of(V x, V magnitude) {
 Doubles half_away(Doubles x) { return rounded<3>(x + with_sign_of(x, Doubles{} + 0x1.fffffffffffffp-2)); }
 Floats half_away(Floats x) { return rounded<3>(x + with_sign_of(x, Floats{} + 0x1.fffffep-2f)); }
 
-template <class V> struct Split {
-  V integral, fraction;
-};
+template <class V> struct Split { V integral, fraction; };
 template <class V> Split<V> split(V x) {
   const V integral = rounded<3>(x);
   return {integral, with_sign_of(x, magnitude(x - integral))};
@@ -83,24 +81,13 @@ template <class V> Split<V> split(V x) {
   ROW(Family, 64f, Double, 2, 1, [](V x, V y) { return expression; })                                                  \
   ROW(Family, 32f, Float, 2, 1, [](V x, V y) { return expression; })
 
-constexpr Peer table[] = {
-    BINARY("Add", x + y)
-    BINARY("Sub", x - y)
-    BINARY("Mul", x * y)
-    BINARY("Div", x / y)
-    UNARY("Sqr", x * x)
-    UNARY("Abs", magnitude(x))
-    UNARY("Inv", 1 / x)
-    UNARY("Sqrt", root(x))
-    UNARY("Ceil", rounded<2>(x))
-    UNARY("Floor", rounded<1>(x))
-    UNARY("Trunc", rounded<3>(x))
-    UNARY("Rint", rounded<4>(x))
-    UNARY("NearbyInt", rounded<12>(x))
-    UNARY("Round", half_away(x))
-    ROW("Modf", 64f, Double, 1, 2, [](V x) { return split(x); })
-    ROW("Modf", 32f, Float, 1, 2, [](V x) { return split(x); })
-};
+constexpr Peer table[] = {BINARY("Add", x + y) BINARY("Sub", x - y) BINARY("Mul", x* y) BINARY("Div", x / y)
+                              UNARY("Sqr", x* x) UNARY("Abs", magnitude(x)) UNARY("Inv", 1 / x) UNARY("Sqrt", root(x))
+                                  UNARY("Ceil", rounded<2>(x)) UNARY("Floor", rounded<1>(x))
+                                      UNARY("Trunc", rounded<3>(x)) UNARY("Rint", rounded<4>(x))
+                                          UNARY("NearbyInt", rounded<12>(x)) UNARY("Round", half_away(x))
+                                              ROW("Modf", 64f, Double, 1, 2, [](V x) { return split(x); })
+                                                  ROW("Modf", 32f, Float, 1, 2, [](V x) { return split(x); })};
 
 } // namespace
 } // namespace bench

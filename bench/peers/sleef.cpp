@@ -132,23 +132,28 @@ template <class P> struct Composed {
      sweep<Float, 1, 1>(call, [=](Floats x) { return SLEEF_32f(function, u)(x, y); });                                 \
    }},
 #define SCALAR_POWER(function, u, ulp)                                                                                 \
-  SCALAR_POWER_32F(function, u, ulp)                                                                                   \
-  {"Powx", "64f", "sleef-" #u, ulp, false, [](const Call& call) {                                                      \
-     const Doubles y = Double::splat(scalar_of<double>(call));                                                         \
-     sweep<Double, 1, 1>(call, [=](Doubles x) { return SLEEF_64f(function, u)(x, y); });                               \
-   }},
+  SCALAR_POWER_32F(function, u, ulp){"Powx", "64f", "sleef-" #u, ulp, false, [](const Call& call) {                    \
+                                       const Doubles y = Double::splat(scalar_of<double>(call));                       \
+                                       sweep<Double, 1, 1>(call,                                                       \
+                                                           [=](Doubles x) { return SLEEF_64f(function, u)(x, y); });   \
+                                     }},
 // An expression in f(x), the function of the type.
 #define DERIVED(Family, function, u, ulp, expression)                                                                  \
-  {Family, "64f", "sleef-" #u "+", ulp, false, [](const Call& call) {                                                  \
-     using T [[maybe_unused]] = double;                                                                                               \
+  {Family,                                                                                                             \
+   "64f",                                                                                                              \
+   "sleef-" #u "+",                                                                                                    \
+   ulp,                                                                                                                \
+   false,                                                                                                              \
+   [](const Call& call) {                                                                                              \
+     using T [[maybe_unused]] = double;                                                                                \
      const auto f = [](Doubles v) { return SLEEF_64f(function, u)(v); };                                               \
      sweep<Double, 1, 1>(call, [=](Doubles x) -> Doubles { return expression; });                                      \
    }},                                                                                                                 \
-  {Family, "32f", "sleef-" #u "+", ulp, false, [](const Call& call) {                                                  \
-     using T [[maybe_unused]] = float;                                                                                               \
-     const auto f = [](Floats v) { return SLEEF_32f(function, u)(v); };                                                \
-     sweep<Float, 1, 1>(call, [=](Floats x) -> Floats { return expression; });                                         \
-   }},
+      {Family, "32f", "sleef-" #u "+", ulp, false, [](const Call& call) {                                              \
+         using T [[maybe_unused]] = float;                                                                             \
+         const auto f = [](Floats v) { return SLEEF_32f(function, u)(v); };                                            \
+         sweep<Float, 1, 1>(call, [=](Floats x) -> Floats { return expression; });                                     \
+       }},
 #define COMPOSED(Family, type, P, u, ulp, loop) {Family, #type, "sleef-" #u "+", ulp, false, Composed<P>::loop},
 #define COMPLEX(Family, loop)                                                                                          \
   COMPOSED(Family, 64fc, Double10, u10, 0, loop)                                                                       \
@@ -162,70 +167,38 @@ template <class P> struct Composed {
   COMPOSED(Family, 32fc, Float35, u35, 4, unary<Composed<Float35>::function>)
 
 constexpr Peer table[] = {
-    UNARY("Exp", exp, u10, 1)
-    UNARY("Expm1", expm1, u10, 1)
-    UNARY("Ln", log, u10, 1)
-    UNARY("Ln", log, u35, 3.5)
-    UNARY("Log10", log10, u10, 1)
-    UNARY("Log1p", log1p, u10, 1)
-    UNARY("Sqrt", sqrt, u05, 0.5)
-    UNARY("Sqrt", sqrt, u35, 3.5)
-    UNARY("Cbrt", cbrt, u10, 1)
-    UNARY("Cbrt", cbrt, u35, 3.5)
-    UNARY("Sin", sin, u10, 1)
-    UNARY("Sin", sin, u35, 3.5)
-    UNARY_32F("Sin", fastsin, u3500, 350)
-    UNARY("Cos", cos, u10, 1)
-    UNARY("Cos", cos, u35, 3.5)
-    UNARY_32F("Cos", fastcos, u3500, 350)
-    UNARY("Tan", tan, u10, 1)
-    UNARY("Tan", tan, u35, 3.5)
-    UNARY("Asin", asin, u10, 1)
-    UNARY("Asin", asin, u35, 3.5)
-    UNARY("Acos", acos, u10, 1)
-    UNARY("Acos", acos, u35, 3.5)
-    UNARY("Atan", atan, u10, 1)
-    UNARY("Atan", atan, u35, 3.5)
-    UNARY("Sinh", sinh, u10, 1)
-    UNARY("Sinh", sinh, u35, 3.5)
-    UNARY("Cosh", cosh, u10, 1)
-    UNARY("Cosh", cosh, u35, 3.5)
-    UNARY("Tanh", tanh, u10, 1)
-    UNARY("Tanh", tanh, u35, 3.5)
-    UNARY("Asinh", asinh, u10, 1)
-    UNARY("Acosh", acosh, u10, 1)
-    UNARY("Atanh", atanh, u10, 1)
-    UNARY("Erf", erf, u10, 1)
-    UNARY("Erfc", erfc, u15, 1.5)
-    TWO("SinCos", sincos, u10, 1)
-    TWO("SinCos", sincos, u35, 3.5)
-    BINARY("Atan2", atan2, u10, 1)
-    BINARY("Atan2", atan2, u35, 3.5)
-    BINARY("Hypot", hypot, u05, 0.5)
-    BINARY("Hypot", hypot, u35, 3.5)
-    BINARY("Pow", pow, u10, 1)
-    BINARY_32F("Pow", fastpow, u3500, 350)
-    SCALAR_POWER(pow, u10, 1)
-    SCALAR_POWER_32F(fastpow, u3500, 350)
-    DERIVED("InvCbrt", cbrt, u10, 0, T(1) / f(x))
-    DERIVED("InvCbrt", cbrt, u35, 4, T(1) / f(x))
-    DERIVED("Pow2o3", cbrt, u10, 0, f(x) * f(x))
-    DERIVED("Pow2o3", cbrt, u35, 4, f(x) * f(x))
-    DERIVED("Pow3o2", sqrt, u05, 0, x * f(x))
-    DERIVED("CdfNorm", erfc, u15, 0, T(0.5) * f(x * T(-0.70710678118654752440)))
-    COMPLEX("CIS", cis_loop)
-    COMPLEX_UNARY("Exp", exp)
-    COMPLEX_UNARY("Ln", log)
-    COMPLEX_UNARY("Log10", log10)
-    COMPLEX_UNARY("Sin", sin)
-    COMPLEX_UNARY("Cos", cos)
-    COMPLEX_UNARY("Tan", tan)
-    COMPLEX_UNARY("Sinh", sinh)
-    COMPLEX_UNARY("Cosh", cosh)
-    COMPLEX_UNARY("Tanh", tanh)
-    COMPLEX("Pow", pow_loop)
-    COMPLEX("Powx", powx_loop)
-};
+    UNARY("Exp", exp, u10, 1) UNARY("Expm1", expm1, u10, 1) UNARY("Ln", log, u10, 1) UNARY("Ln", log, u35, 3.5)
+        UNARY("Log10", log10, u10, 1) UNARY("Log1p", log1p, u10, 1) UNARY("Sqrt", sqrt, u05, 0.5) UNARY(
+            "Sqrt", sqrt, u35, 3.5) UNARY("Cbrt", cbrt, u10, 1) UNARY("Cbrt", cbrt, u35, 3.5) UNARY("Sin", sin, u10, 1)
+            UNARY("Sin", sin, u35, 3.5) UNARY_32F("Sin", fastsin, u3500, 350) UNARY("Cos", cos, u10, 1)
+                UNARY("Cos", cos, u35, 3.5) UNARY_32F("Cos", fastcos, u3500, 350) UNARY("Tan", tan, u10, 1)
+                    UNARY("Tan", tan, u35, 3.5) UNARY("Asin", asin, u10, 1) UNARY("Asin", asin, u35, 3.5)
+                        UNARY("Acos", acos, u10, 1) UNARY("Acos", acos, u35, 3.5) UNARY("Atan", atan, u10, 1) UNARY(
+                            "Atan", atan, u35, 3.5) UNARY("Sinh", sinh, u10, 1) UNARY("Sinh", sinh, u35, 3.5)
+                            UNARY("Cosh", cosh, u10, 1) UNARY("Cosh", cosh, u35, 3.5) UNARY("Tanh", tanh, u10, 1) UNARY(
+                                "Tanh", tanh, u35, 3.5) UNARY("Asinh", asinh, u10, 1) UNARY("Acosh", acosh, u10, 1)
+                                UNARY("Atanh", atanh, u10, 1) UNARY("Erf", erf, u10, 1) UNARY("Erfc", erfc, u15, 1.5)
+                                    TWO("SinCos", sincos, u10, 1) TWO("SinCos", sincos, u35, 3.5)
+                                        BINARY("Atan2", atan2, u10, 1) BINARY("Atan2", atan2, u35, 3.5)
+                                            BINARY("Hypot", hypot, u05, 0.5) BINARY("Hypot", hypot, u35, 3.5) BINARY(
+                                                "Pow", pow, u10, 1) BINARY_32F("Pow", fastpow, u3500, 350)
+                                                SCALAR_POWER(pow, u10, 1) SCALAR_POWER_32F(fastpow, u3500, 350) DERIVED(
+                                                    "InvCbrt", cbrt, u10, 0,
+                                                    T(1) / f(x)) DERIVED("InvCbrt", cbrt, u35, 4, T(1) / f(x))
+                                                    DERIVED("Pow2o3", cbrt, u10, 0,
+                                                            f(x) * f(x)) DERIVED("Pow2o3", cbrt, u35, 4, f(x) * f(x))
+                                                        DERIVED("Pow3o2", sqrt, u05, 0, x* f(x)) DERIVED(
+                                                            "CdfNorm", erfc, u15, 0,
+                                                            T(0.5) * f(x * T(-0.70710678118654752440)))
+                                                            COMPLEX("CIS", cis_loop) COMPLEX_UNARY("Exp", exp)
+                                                                COMPLEX_UNARY("Ln", log) COMPLEX_UNARY("Log10", log10)
+                                                                    COMPLEX_UNARY("Sin", sin) COMPLEX_UNARY("Cos", cos)
+                                                                        COMPLEX_UNARY("Tan", tan)
+                                                                            COMPLEX_UNARY("Sinh", sinh)
+                                                                                COMPLEX_UNARY("Cosh", cosh)
+                                                                                    COMPLEX_UNARY("Tanh", tanh)
+                                                                                        COMPLEX("Pow", pow_loop)
+                                                                                            COMPLEX("Powx", powx_loop)};
 
 } // namespace
 } // namespace bench
