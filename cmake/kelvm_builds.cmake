@@ -1,16 +1,27 @@
-# kelvm_add_build(target directory flags): the library compiled for one instruction set, in a directory of its own below
-# the build tree, so that a program linked against the default build never finds another one by accident.
+# kelvm_add_build(target kind directory vector_bytes flags): the library, SHARED or STATIC, compiled for one instruction
+# set, in a directory of its own below the build tree, so that a program linked against the default build never finds
+# another one by accident.
 file(GLOB_RECURSE KELVM_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*.cpp)
 
-function(kelvm_add_build target directory flags)
-  add_library(${target} SHARED ${KELVM_SOURCES})
+function(kelvm_add_build target kind directory vector_bytes flags)
+  add_library(${target} ${kind} ${KELVM_SOURCES})
   target_include_directories(
     ${target}
     PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
     PRIVATE ${PROJECT_SOURCE_DIR}/src)
+  target_compile_definitions(${target} PRIVATE KELVM_WANTED_VECTOR_BYTES=${vector_bytes})
+  # These come after the flags of a parent project or a packager, and what decides on bits and on the processors that run
+  # the library is said here in full.
   target_compile_options(
     ${target}
     PRIVATE ${flags}
+            -fno-fast-math
+            -fno-finite-math-only
+            -fno-associative-math
+            -fno-reciprocal-math
+            -fsigned-zeros
+            $<$<CXX_COMPILER_ID:GNU>:-fno-unsafe-math-optimizations;-ftrapping-math>
+            $<$<CXX_COMPILER_ID:Clang>:-fno-approx-func>
             -ffp-contract=off # the same bits in every build
             -fno-math-errno
             -fno-exceptions
@@ -24,7 +35,15 @@ function(kelvm_add_build target directory flags)
             $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=kelvm>)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:kelvm_warnings>)
   # Linked as C: nothing of the C++ run-time library may be needed.
-  target_link_options(${target} PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/src/kelvm.map -Wl,--no-undefined)
+  if(kind STREQUAL SHARED)
+    target_link_options(
+      ${target}
+      PRIVATE
+      -fno-fast-math # else the start-up code of fast arithmetic comes in, which changes the control word at load
+      -Wl,--version-script=${PROJECT_SOURCE_DIR}/src/kelvm.map
+      -Wl,--no-undefined
+      -Wl,--as-needed)
+  endif()
   set_target_properties(
     ${target}
     PROPERTIES OUTPUT_NAME kelvm
@@ -34,5 +53,6 @@ function(kelvm_add_build target directory flags)
                CXX_VISIBILITY_PRESET hidden
                VISIBILITY_INLINES_HIDDEN ON
                LINK_DEPENDS ${PROJECT_SOURCE_DIR}/src/kelvm.map
-               LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${directory})
+               LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${directory}
+               ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${directory})
 endfunction()

@@ -5,10 +5,17 @@ include(CMakePackageConfigHelpers)
 
 set(KELVM_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/kelvm)
 
-install(TARGETS kelvm EXPORT kelvmTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-foreach(level v3 v4)
-  install(TARGETS kelvm_${level} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/glibc-hwcaps/x86-64-${level} NAMELINK_SKIP)
-endforeach()
+install(
+  TARGETS kelvm
+  EXPORT kelvmTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+if(BUILD_SHARED_LIBS)
+  foreach(level v3 v4)
+    install(TARGETS kelvm_${level} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/glibc-hwcaps/x86-64-${level}
+                                           NAMELINK_SKIP)
+  endforeach()
+endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/kelvm DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 install(

@@ -19,6 +19,21 @@
 #  error "kelvm needs at least SSE4.1"
 #endif
 
+// The build's own flags come after all others on the command line. What they cannot take back is an error.
+#ifdef KELVM_WANTED_VECTOR_BYTES
+#  if (KELVM_WANTED_VECTOR_BYTES == 64) != (KELVM_AVX512 + 0) || (KELVM_WANTED_VECTOR_BYTES == 32) != (KELVM_AVX2 + 0)
+#    error "other compiler flags have overruled the instruction set of this build"
+#  endif
+#  if KELVM_WANTED_VECTOR_BYTES == 16 && defined(__AVX__)
+#    error "other compiler flags have overruled the instruction set of this build: it is for SSE4.1 alone"
+#  endif
+#endif
+#if defined(__FAST_MATH__) || defined(__ASSOCIATIVE_MATH__) || defined(__RECIPROCAL_MATH__) ||                         \
+    defined(__NO_SIGNED_ZEROS__) || defined(__NO_TRAPPING_MATH__) ||                                                   \
+    (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__)
+#  error "kelvm's formulas need IEEE arithmetic as written: no -ffast-math, nor a part of it"
+#endif
+
 // Everything below src/ lives in namespace kelvm::KELVM_BUILD, an inline namespace whose name differs between the
 // builds, so that two of them in one program never share a symbol.
 namespace kelvm::inline KELVM_BUILD {
