@@ -1,13 +1,67 @@
 #!/usr/bin/env bash
 # Sets up what is needed, builds everything optimised and runs the tests. Not among them: the exhaustive runs (ctest
 # --test-dir build/release -L exhaustive) and the speed measurements. The exit status is that of the first step that
-# fails.
+# fails. With --all the extended check follows: other compilers, optimisations and sanitizers, the library in other
+# projects, formatting, tables. It goes on after a failure and ends with the steps, their times and how many passed.
+# usage: scripts/check.sh [--all]
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 
-need_packages g++ cmake ninja-build pkgconf libgtest-dev libgmock-dev libmpfr-dev libmpc-dev libboost-dev \
-  python3-{dev,numpy,scipy,pandas,xarray,dask,distributed,pytest,hypothesis,pip,venv}
-cmake --preset release
-cmake --build --preset release
-ctest --test-dir build/release -LE '^(exhaustive|bench)$' --output-on-failure --no-tests=error -j "$(nproc)"
+tests() { # PRESET [CTEST-ARGUMENT...]: those of the default run, unless others are named
+  local preset=$1
+  shift
+  [[ $# != 0 ]] || set -- -LE '^(exhaustive|bench)$'
+  ctest --test-dir "build/$preset" "$@" --output-on-failure --no-tests=error -j "$(nproc)"
+}
+build() { # PRESET [BUILD-ARGUMENT...]
+  local preset=$1
+  shift
+  cmake --preset "$preset" && cmake --build --preset "$preset" "$@"
+}
+
+plain_packages=(g++ cmake ninja-build pkgconf libgtest-dev libgmock-dev libmpfr-dev libmpc-dev libboost-dev
+  python3-{dev,numpy,scipy,pandas,xarray,dask,distributed,pytest,hypothesis,pip,venv})
+need_packages "${plain_packages[@]}"
+build release
+tests release
+[[ ${1-} == --all ]] || exit 0
+
+# The steps of the extended check. Bash runs them with "set -e" off: each chains its commands.
+formatting() { git ls-files '*.c' '*.cpp' '*.h' '*.hpp' | xargs clang-format --dry-run --Werror; }
+unoptimised() { build debug && tests debug; }
+one_definition() {
+  local library
+  for library in kelvm kelvm_v3 kelvm_v4; do
+    scripts/one_definition build/debug/CMakeFiles/$library.dir/src/*/*.o || return
+  done
+}
+not_inlined() { build no-inline --target kelvm-identity && tests no-inline -R '^identity$'; }
+# All kernel files in one translation unit, then the bits of that.
+unity() {
+  build unity --target kelvm --target kelvm_v3 --target kelvm_v4 &&
+    build/release/tests/identity/kelvm-identity build/unity tests/identity/hashes.txt tests/accuracy/limits.txt
+}
+clang() { build clang && tests clang; }
+address_and_undefined() { build asan-ubsan --target kelvm-contract && tests asan-ubsan -R '^contract\.'; }
+threads() {
+  build tsan --target kelvm-contract && build/tsan/tests/contract/kelvm-contract --gtest_filter='Threads.*'
+}
+other_projects() { tests release -R '^(other_projects|reproducible)$'; }
+tables() { tools/tables/regenerate; }
+
+need_packages clang clang-format libclang-rt-14-dev git python3 sollya libgmp-dev
+passed=0 failed=0 summary=
+for step in formatting unoptimised one_definition not_inlined unity clang address_and_undefined threads other_projects \
+  tables; do
+  echo
+  echo "== ${step//_/ }"
+  start=$SECONDS result=passed
+  "$step" || result=FAILED
+  [[ $result == passed ]] && passed=$((passed + 1)) || failed=$((failed + 1))
+  summary+=$(printf '%-24s %s %5d s' "${step//_/ }" "$result" $((SECONDS - start)))$'\n'
+done
+echo
+echo "$summary"
+echo "After the plain check: $passed passed, $failed failed"
+[[ $failed == 0 ]]
