@@ -16,21 +16,21 @@ namespace kelvm::inline KELVM_BUILD {
 namespace {
 
 using Number = FixedPoint::Number;
-struct Complex {
+struct ComplexNumber {
   Number re, im;
 };
 
-Complex product(const FixedPoint& f, const Complex& a, const Complex& b) {
+ComplexNumber product(const FixedPoint& f, const ComplexNumber& a, const ComplexNumber& b) {
   return {f.difference(f.product(a.re, b.re), f.product(a.im, b.im)),
           f.sum(f.product(a.re, b.im), f.product(a.im, b.re))};
 }
 
 /// e^a for |a| < 4 with a real part from -2 to 0; n = halvings is below 41, the error below 2^(n + 8) units.
-Complex exponential(const FixedPoint& f, const Complex& a) {
+ComplexNumber exponential(const FixedPoint& f, const ComplexNumber& a) {
   const int halvings = 16 + f.fraction_words() / 2, terms = 64 * f.fraction_words() / halvings;
-  const Complex part{f.shifted_down(a.re, halvings), f.shifted_down(a.im, halvings)};
+  const ComplexNumber part{f.shifted_down(a.re, halvings), f.shifted_down(a.im, halvings)};
   const Number one = f.number(1);
-  Complex e{one, f.number(0)};
+  ComplexNumber e{one, f.number(0)};
   for (int j = terms; j > 0; --j) {
     e = product(f, part, e);
     e = {f.sum(f.quotient(e.re, j), one), f.quotient(e.im, j)};
@@ -40,9 +40,9 @@ Complex exponential(const FixedPoint& f, const Complex& a) {
 }
 
 /// ln(1 + u) for |u| < 2^-80.
-Complex ln_1p(const FixedPoint& f, const Complex& u) {
+ComplexNumber ln_1p(const FixedPoint& f, const ComplexNumber& u) {
   const Number one = f.number(1);
-  Complex sum{f.number(0), f.number(0)};
+  ComplexNumber sum{f.number(0), f.number(0)};
   for (int j = 64 * f.fraction_words() / 80 + 1; j > 0; --j) {
     sum = product(f, u, sum);
     sum = {f.difference(f.quotient(one, j), sum.re), f.negated(sum.im)};
@@ -53,14 +53,14 @@ Complex ln_1p(const FixedPoint& f, const Complex& u) {
 Number number(const FixedPoint& f, HeadTail<double> x) { return f.sum(f.number(x.head), f.number(x.tail)); }
 
 /// ln z of z 2^-k, whose larger part is from 1 to 2, and k ln 2.
-Complex logarithm(const FixedPoint& f, const PowerOperands& o, HeadTail<double> ln_abs, HeadTail<double> angle) {
+ComplexNumber logarithm(const FixedPoint& f, const PowerOperands& o, HeadTail<double> ln_abs, HeadTail<double> angle) {
   const int k = scaled(abs(o.x) > abs(o.y) ? o.x : o.y).exponent;
-  const Complex near{number(f, ln_abs), number(f, angle)};
+  const ComplexNumber near{number(f, ln_abs), number(f, angle)};
   const Number k_ln2 = f.product(f.number(k), f.from_fraction(long_constants::ln2));
-  Complex u = product(f, {f.number(o.x, -k), f.number(o.y, -k)},
-                      exponential(f, {f.difference(k_ln2, near.re), f.negated(near.im)}));
+  ComplexNumber u = product(f, {f.number(o.x, -k), f.number(o.y, -k)},
+                            exponential(f, {f.difference(k_ln2, near.re), f.negated(near.im)}));
   u.re = f.difference(u.re, f.number(1));
-  const Complex correction = ln_1p(f, u);
+  const ComplexNumber correction = ln_1p(f, u);
   return {f.sum(near.re, correction.re), f.sum(near.im, correction.im)};
 }
 
@@ -74,7 +74,7 @@ PowerExponent long_power_exponent(const PowerOperands& o, HeadTail<double> ln_ab
   for (int extra = 3;; extra *= 2) {
     const bool last = whole + extra >= most_words;
     const FixedPoint f(whole, last ? most_words : whole + extra);
-    const Complex e = product(f, {f.number(o.c), f.number(o.d)}, logarithm(f, o, ln_abs, angle));
+    const ComplexNumber e = product(f, {f.number(o.c), f.number(o.d)}, logarithm(f, o, ln_abs, angle));
     const Number quarters = f.product(e.im, f.from_fraction(long_constants::two_over_pi));
     const ScaledSum rest = f.leading(f.rest(quarters));
     // Its error is below 2^(40 - 64 extra).
