@@ -139,14 +139,14 @@ KELVM_API kelStatus kelsTan_64fc_A26(const Complex64f* src, Complex64f* dst, int
 KELVM_API kelStatus kelsTan_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsTan_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
 
-/* Inverse circular and hyperbolic functions. Special values as C's Annex G has them (casinh, cacos, cacosh, catanh); asin z
- * and atan z are -i asinh(iz) and -i atanh(iz). NaN parts of results are the default NaN, without a warning. The
+/* Inverse circular and hyperbolic functions. Special values as C's Annex G has them (casinh, cacos, cacosh, catanh);
+ * asin z and atan z are -i asinh(iz) and -i atanh(iz). NaN parts of results are the default NaN, without a warning. The
  * functions are odd, but acos and acosh, and all commute with conjugation, bit for bit. */
 
-/** dst[i] = the inverse sine of src[i], real part in [-pi/2, pi/2]. Cuts along the real axis beyond -1 and 1, continuous
- * from above where the imaginary part is +0 and from below where it is -0. Bit for bit -i asinh(i z). No warnings.
- * Each part within 0.501 ulp (A24) and 0.55 ulp (A53), also next to the cuts and the branch points; the others within
- * 2^-bits of the suffix, relative to the absolute value of the result. */
+/** dst[i] = the inverse sine of src[i], real part in [-pi/2, pi/2]. Cuts along the real axis beyond -1 and 1,
+ * continuous from above where the imaginary part is +0 and from below where it is -0. Bit for bit -i asinh(i z). No
+ * warnings. Each part within 0.501 ulp (A24) and 0.55 ulp (A53), also next to the cuts and the branch points; the
+ * others within 2^-bits of the suffix, relative to the absolute value of the result. */
 KELVM_API kelStatus kelsAsin_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAsin_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAsin_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
@@ -162,8 +162,8 @@ KELVM_API kelStatus kelsAcos_64fc_A26(const Complex64f* src, Complex64f* dst, in
 KELVM_API kelStatus kelsAcos_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsAcos_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
 
-/** dst[i] = the inverse hyperbolic sine of src[i], imaginary part in [-pi/2, pi/2]. Cuts along the imaginary axis beyond
- * -i and i, the sign of a zero real part telling the sides apart. Accuracy as Asin's. No warnings. */
+/** dst[i] = the inverse hyperbolic sine of src[i], imaginary part in [-pi/2, pi/2]. Cuts along the imaginary axis
+ * beyond -i and i, the sign of a zero real part telling the sides apart. Accuracy as Asin's. No warnings. */
 KELVM_API kelStatus kelsAsinh_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAsinh_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAsinh_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
@@ -171,8 +171,8 @@ KELVM_API kelStatus kelsAsinh_64fc_A26(const Complex64f* src, Complex64f* dst, i
 KELVM_API kelStatus kelsAsinh_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsAsinh_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
 
-/** dst[i] = the inverse hyperbolic cosine of src[i]: i acos(z) or -i acos(z), bit for bit, the one whose real part is not
- * negative. Cut along the real axis below 1, the sign of a zero imaginary part telling the sides apart. Accuracy as
+/** dst[i] = the inverse hyperbolic cosine of src[i]: i acos(z) or -i acos(z), bit for bit, the one whose real part is
+ * not negative. Cut along the real axis below 1, the sign of a zero imaginary part telling the sides apart. Accuracy as
  * Asin's. No warnings. */
 KELVM_API kelStatus kelsAcosh_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAcosh_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
@@ -181,9 +181,9 @@ KELVM_API kelStatus kelsAcosh_64fc_A26(const Complex64f* src, Complex64f* dst, i
 KELVM_API kelStatus kelsAcosh_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsAcosh_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
 
-/** dst[i] = the inverse tangent of src[i], real part in [-pi/2, pi/2]. Cuts along the imaginary axis beyond -i and i, the
- * sign of a zero real part telling the sides apart. Bit for bit -i atanh(i z). Warning: kelStatusSingularity at -i and
- * i. Accuracy as Asin's. */
+/** dst[i] = the inverse tangent of src[i], real part in [-pi/2, pi/2]. Cuts along the imaginary axis beyond -i and i,
+ * the sign of a zero real part telling the sides apart. Bit for bit -i atanh(i z). Warning: kelStatusSingularity at -i
+ * and i. Accuracy as Asin's. */
 KELVM_API kelStatus kelsAtan_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAtan_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAtan_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
@@ -191,9 +191,9 @@ KELVM_API kelStatus kelsAtan_64fc_A26(const Complex64f* src, Complex64f* dst, in
 KELVM_API kelStatus kelsAtan_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsAtan_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
 
-/** dst[i] = the inverse hyperbolic tangent of src[i], imaginary part in [-pi/2, pi/2]. Cuts along the real axis beyond -1
- * and 1, the sign of a zero imaginary part telling the sides apart. Warning: kelStatusSingularity at -1 and 1, where the
- * real part is infinite. Accuracy as Asin's. */
+/** dst[i] = the inverse hyperbolic tangent of src[i], imaginary part in [-pi/2, pi/2]. Cuts along the real axis beyond
+ * -1 and 1, the sign of a zero imaginary part telling the sides apart. Warning: kelStatusSingularity at -1 and 1, where
+ * the real part is infinite. Accuracy as Asin's. */
 KELVM_API kelStatus kelsAtanh_32fc_A11(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAtanh_32fc_A21(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsAtanh_32fc_A24(const Complex32f* src, Complex32f* dst, int len);

@@ -10,7 +10,8 @@
 
 KELVM_BEGIN_DECLARATIONS
 
-/** dst[i] = erf(src[i]), for every real number: 2 / sqrt(pi) times the integral of e^(-t^2) from 0 to src[i]. +-0 is kept,
+/** dst[i] = erf(src[i]), for every real number: 2 / sqrt(pi) times the integral of e^(-t^2) from 0 to src[i]. +-0 is
+ * kept,
  * +-inf gives +-1, no result is beyond +-1. No warnings. */
 KELVM_API kelStatus kelsErf_32f_A11(const float* src, float* dst, int len);
 KELVM_API kelStatus kelsErf_32f_A21(const float* src, float* dst, int len);
@@ -21,7 +22,8 @@ KELVM_API kelStatus kelsErf_64f_A53(const double* src, double* dst, int len);
 
 /** dst[i] = erfc(src[i]) = 1 - erf(src[i]), for every real number, with its relative accuracy over the whole tail. -inf
  * gives 2, +inf gives +0, without a warning.
- * Warnings: kelStatusUnderflow where a finite argument's result is below the smallest normal number (subnormal or +0). */
+ * Warnings: kelStatusUnderflow where a finite argument's result is below the smallest normal number (subnormal or +0).
+ */
 KELVM_API kelStatus kelsErfc_32f_A11(const float* src, float* dst, int len);
 KELVM_API kelStatus kelsErfc_32f_A21(const float* src, float* dst, int len);
 KELVM_API kelStatus kelsErfc_32f_A24(const float* src, float* dst, int len);
@@ -49,9 +51,9 @@ KELVM_API kelStatus kelsErfcInv_64f_A26(const double* src, double* dst, int len)
 KELVM_API kelStatus kelsErfcInv_64f_A50(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsErfcInv_64f_A53(const double* src, double* dst, int len);
 
-/** dst[i] = Phi(src[i]), the standard normal distribution function, for every real number; exactly 1/2 at +-0. -inf gives
- * +0, +inf gives 1, without a warning.
- * Warnings: kelStatusUnderflow where a finite argument's result is below the smallest normal number (subnormal or +0). */
+/** dst[i] = Phi(src[i]), the standard normal distribution function, for every real number; exactly 1/2 at +-0. -inf
+ * gives +0, +inf gives 1, without a warning. Warnings: kelStatusUnderflow where a finite argument's result is below the
+ * smallest normal number (subnormal or +0). */
 KELVM_API kelStatus kelsCdfNorm_32f_A11(const float* src, float* dst, int len);
 KELVM_API kelStatus kelsCdfNorm_32f_A21(const float* src, float* dst, int len);
 KELVM_API kelStatus kelsCdfNorm_32f_A24(const float* src, float* dst, int len);

@@ -10,9 +10,9 @@
 //   A11    float        2^-21              one float        2^-13              2^-16              2^-11 by norm
 //
 // An error of ln z counts w ln z times: A53 and A50 need its tail. Where cos q or sin q is next to zero, an error of q
-// is one of the result: at full precision such lanes, and those with ln z next to 0, go to element(), which computes with
-// as many bits as they need. So do parts of z and w outside a window, results that may leave the range, and real operands, which have the
-// bits of the real members.
+// is one of the result: at full precision such lanes, and those with ln z next to 0, go to element(), which computes
+// with as many bits as they need. So do parts of z and w outside a window, results that may leave the range, and real
+// operands, which have the bits of the real members.
 #include "complex/log.hpp"
 #include "complex/plane.hpp"
 #include "complex/power_element.hpp"

@@ -86,7 +86,7 @@ template <ExpAccuracy A, class V> inline V exp_normal(V x) {
   static_assert(A == ExpAccuracy::a24 || A == ExpAccuracy::a26);
   constexpr double step = ExpSteps<32>::hi + ExpSteps<32>::lo;
   const ExpReduced<32, V> reduced = exp_reduce<32>(x);
-  const V r = x - (reduced.sum - shifter<double>) * step;
+  const V r = x - step * (reduced.sum - shifter<double>);
   const V t = lookup<exp_core_tables::exp2_32>(reduced.row());
   V p;
   if constexpr (A == ExpAccuracy::a24)
