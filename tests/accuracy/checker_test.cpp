@@ -233,7 +233,7 @@ TEST_P(EstimateOf, ChangesNoFigure) {
   accuracy::Random random{99};
   const accuracy::Inputs inputs(m, {}, {});
   for (std::size_t i = 0; i < arguments.size(); i += some.size()) {
-    inputs.fill(random, some);
+    inputs.fill(random, i < arguments.size() / 2 ? random.below(inputs.steps()) : inputs.steps(), some);
     std::copy(some.begin(), some.end(), arguments.begin() + static_cast<std::ptrdiff_t>(i));
   }
   const bool two = m.destinations() == 2 || m.complex_destination();

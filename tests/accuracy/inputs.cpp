@@ -8,6 +8,14 @@
 
 namespace accuracy {
 
+/// Steps over an interval, each of which gives one input: even ones from `from` to `to`; or, in binades of the distance
+/// from `from`, from `to` down to the smallest distance there is.
+struct Walk {
+  double from, to;
+  int steps; // in all, or in a binade
+  bool binades;
+};
+
 struct Profile {
   std::string_view family;
   Range domain;               // of finite arguments that have a finite result or a NaN-free pole
@@ -98,6 +106,17 @@ const Profile profiles[] = {
     {"CdfNormInv", {0, 1}, {{0, 1}, {0, 0.1}, {0.45, 0.55}}, {0, 0.5, 1, 0.25, 0.75, 0x1p-24, 0x1p-53, 0x1p-5}},
 };
 
+// Two steps or more for every row of the long tables.
+constexpr struct {
+  std::string_view profile;
+  Walk walk;
+} table_rows[] = {
+    {"Atan", {0, 1, 4096, false}},      {"Atan", {1, 33, 4096, false}},       {"Erf", {0, 6.5, 1664, false}},
+    {"Erfc", {0, 27.25, 6976, false}},  {"CdfNorm", {0, -38.5, 9856, false}}, {"ErfInv", {1, 0, 32, true}},
+    {"ErfInv", {-1, 0, 32, true}},      {"ErfcInv", {0, 1, 32, true}},        {"ErfcInv", {2, 1, 32, true}},
+    {"CdfNormInv", {0, 0.5, 32, true}}, {"CdfNormInv", {1, 0.5, 32, true}},
+};
+
 // Which profile describes the parts of a family's sources. Families not listed have a profile of their own name, or
 // take any number.
 struct Parts {
@@ -106,29 +125,18 @@ struct Parts {
   std::string_view re, im, second;
 };
 constexpr Parts parts_of[] = {
-    {"Floor", false, "Ceil", "", ""},
-    {"Trunc", false, "Ceil", "", ""},
-    {"Round", false, "Ceil", "", ""},
-    {"Rint", false, "Ceil", "", ""},
-    {"NearbyInt", false, "Ceil", "", ""},
-    {"Modf", false, "Ceil", "", ""},
-    {"Pow", false, "Pow", "", "Exponent"},
-    {"Powx", false, "Pow", "", "Exponent"},
-    {"Cos", false, "Sin", "", ""},
-    {"SinCos", false, "Sin", "", ""},
-    {"CIS", true, "Sin", "", ""},
-    {"Tan", false, "Sin", "", ""},
-    {"Acos", false, "Asin", "", ""},
-    {"Cosh", false, "Sinh", "", ""},
-    {"Exp", true, "Exp", "Sin", ""},
-    {"Sin", true, "Sin", "Sinh", ""},
-    {"Cos", true, "Sin", "Sinh", ""},
-    {"Tan", true, "Sin", "Tanh", ""},
-    {"Sinh", true, "Sinh", "Sin", ""},
-    {"Cosh", true, "Sinh", "Sin", ""},
-    {"Tanh", true, "Tanh", "Sin", ""},
-    {"Pow", true, "any", "any", "Exponent"},
-    {"Powx", true, "any", "any", "Exponent"},
+    {"Floor", false, "Ceil", "", ""},        {"Trunc", false, "Ceil", "", ""},
+    {"Round", false, "Ceil", "", ""},        {"Rint", false, "Ceil", "", ""},
+    {"NearbyInt", false, "Ceil", "", ""},    {"Modf", false, "Ceil", "", ""},
+    {"Pow", false, "Pow", "", "Exponent"},   {"Powx", false, "Pow", "", "Exponent"},
+    {"Cos", false, "Sin", "", ""},           {"SinCos", false, "Sin", "", ""},
+    {"Atan2", false, "Atan", "", "any"},     {"CIS", true, "Sin", "", ""},
+    {"Tan", false, "Sin", "", ""},           {"Acos", false, "Asin", "", ""},
+    {"Cosh", false, "Sinh", "", ""},         {"Exp", true, "Exp", "Sin", ""},
+    {"Sin", true, "Sin", "Sinh", ""},        {"Cos", true, "Sin", "Sinh", ""},
+    {"Tan", true, "Sin", "Tanh", ""},        {"Sinh", true, "Sinh", "Sin", ""},
+    {"Cosh", true, "Sinh", "Sin", ""},       {"Tanh", true, "Tanh", "Sin", ""},
+    {"Pow", true, "any", "any", "Exponent"}, {"Powx", true, "any", "any", "Exponent"},
 };
 
 const Profile& profile_named(std::string_view family) {
@@ -182,6 +190,31 @@ Inputs::Inputs(const harness::Member& member, std::optional<Range> range1, std::
     const int digits = member.is_float() ? 24 : 53, exponent_max = member.is_float() ? 128 : 1024;
     for (int e = -2 * digits; e <= exponent_max - digits; e += 1) append_hardest(e, digits, hard_);
   }
+  if (!range1) append_steps();
+}
+
+// For every member: even steps over the ranges, and every binade of the distance from the points, either side, and of
+// complex numbers from 0, +-1 and +-i. Where tables are long, their rows besides.
+void Inputs::append_steps() {
+  const int digits = member_.is_float() ? 24 : 53, lowest = member_.is_float() ? -149 : -1074;
+  const auto append = [&](const Walk& walk) {
+    const double step = (walk.to - walk.from) / walk.steps;
+    const int binades = !walk.binades ? 1 : walk.from == 0 ? -lowest : digits;
+    for (int k = 0; k < binades; ++k)
+      for (int i = 0; i < walk.steps; ++i) {
+        const double near = walk.from + (walk.binades ? std::ldexp(step * (walk.steps + i), -k - 1) : step * i);
+        steps_.push_back({near, near + std::ldexp(step, walk.binades ? -k - 1 : 0)});
+      }
+  };
+  if (member_.complex_source()) {
+    for (const int sign : {1, -1}) append({0, static_cast<double>(sign), 1, true});
+    return;
+  }
+  for (const Range& range : profile_[0]->ranges) append({range.lo, range.hi, 512, false});
+  for (const double point : profile_[0]->points)
+    for (const int side : {1, -1}) append({point, point + side * (point == 0 ? 1 : point), 1, true});
+  for (const auto& row : table_rows)
+    if (row.profile == profile_[0]->family) append(row.walk);
 }
 
 double Inputs::rounded(double x) const { return member_.is_float() ? static_cast<double>(static_cast<float>(x)) : x; }
@@ -205,7 +238,8 @@ double Inputs::neighbour(Random& random, double x) const {
 }
 
 double Inputs::part(Random& random, const Profile& profile, const std::optional<Range>& range) const {
-  const Range domain = range ? *range : profile.domain;
+  Range domain = range ? *range : profile.domain;
+  if (!range && random.one_in(64)) domain = {-inf, inf}; // domain errors
   const int digits = member_.is_float() ? 24 : 53;
   const int lowest = member_.is_float() ? -149 : -1074, highest = member_.is_float() ? 128 : 1024;
   for (int attempt = 0; attempt < 16; ++attempt) {
@@ -254,19 +288,23 @@ double Inputs::part(Random& random, const Profile& profile, const std::optional<
 // Ties the second real source to the first where independent sources would rarely meet.
 void Inputs::real_pair(Random& random, double parts[4]) const {
   const double x = parts[0];
-  const bool power = member_.family == "Pow";
+  const bool power = member_.family == "Pow" || member_.family == "Powx";
   if (power) {
     if (random.one_in(2)) { // a result anywhere in the range, or next to one of its ends or to 1
-      const double lowest = member_.is_float() ? -150 : -1076, highest = member_.is_float() ? 129 : 1025;
+      const double lowest = member_.is_float() ? -150 : -1076, highest = member_.is_float() ? 129 : 1025,
+                   smallest_normal = member_.is_float() ? -126 : -1022;
       double target = random.uniform(lowest, highest);
       if (random.one_in(4))
-        target = neighbour(random, random.one_in(2) ? highest - 1 : random.one_in(2) ? lowest + 1 : lowest + 24);
+        target = neighbour(random, random.one_in(2) ? highest - 1 : random.one_in(2) ? lowest + 1 : smallest_normal);
       if (random.one_in(6)) target = std::ldexp(random.uniform(-1, 1), -static_cast<int>(random.below(60)));
       parts[2] = rounded(target / std::log2(x));
     } else if (random.one_in(4)) { // negative base, integral exponent; now and then an exact result
       parts[0] =
           random.one_in(2) ? -x : rounded(std::rint(std::ldexp(random.unit(), static_cast<int>(random.below(20)))));
       parts[2] = std::rint(random.uniform(-20, 20));
+    } else if (random.one_in(16)) { // odd and even exponents of any size, up to where all are even
+      parts[0] = -neighbour(random, 1);
+      parts[2] = std::rint(std::ldexp(random.uniform(-1, 1), static_cast<int>(random.below(56))));
     }
   } else if (random.one_in(2)) { // comparable magnitudes
     parts[2] =
@@ -306,7 +344,8 @@ void Inputs::complex_power(Random& random, double parts[4]) const {
 // Complex arguments that two independent parts would rarely give: on an axis or next to it, on the diagonals, on the
 // unit circle and next to it, close to +-1 and +-i.
 void Inputs::complex_shape(Random& random, double parts[2]) const {
-  const double small = std::ldexp(random.uniform(-1, 1), -static_cast<int>(random.below(member_.is_float() ? 40 : 80)));
+  const int depth = random.one_in(2) ? (member_.is_float() ? 40 : 80) : (member_.is_float() ? 149 : 1074);
+  const double small = std::ldexp(random.uniform(-1, 1), -static_cast<int>(random.below(depth)));
   switch (random.below(12)) {
   case 0:
     parts[random.below(2)] = random.one_in(2) ? 0.0 : -0.0;
@@ -340,15 +379,31 @@ void Inputs::complex_shape(Random& random, double parts[2]) const {
   }
 }
 
-void Inputs::fill(Random& random, std::vector<reference::Arguments>& block) const {
+// The first source of that step; a complex number as far from 0, +-1 or +-i.
+void Inputs::step(Random& random, std::uint64_t number, double parts[2]) const {
+  const double x = random.uniform(steps_[number].lo, steps_[number].hi);
+  const int axis = static_cast<int>(random.below(2));
+  parts[axis] = x;
+  if (member_.complex_source())
+    parts[1 - axis] = random.one_in(3) ? x * random.uniform(-2, 2) : random.one_in(2) ? 1 : -1;
+  else
+    std::swap(parts[0], parts[axis]);
+}
+
+void Inputs::fill(Random& random, std::uint64_t first, std::vector<reference::Arguments>& block) const {
   const bool complex_source = member_.complex_source();
   const bool second = member_.sources() == 2 || member_.shape == harness::Shape::ScalarPower;
   for (reference::Arguments& element : block) {
     double* p = element.parts;
     std::fill(p, p + 4, 0);
-    p[0] = part(random, *profile_[0], range_[0]);
-    if (complex_source) p[1] = part(random, *profile_[1], range_[0]);
-    if (complex_source && !range_[0]) complex_shape(random, p);
+    const std::uint64_t number = first++;
+    if (number < steps_.size()) {
+      step(random, number, p);
+    } else {
+      p[0] = part(random, *profile_[0], range_[0]);
+      if (complex_source) p[1] = part(random, *profile_[1], range_[0]);
+      if (complex_source && !range_[0]) complex_shape(random, p);
+    }
     if (second) p[2] = part(random, *profile_[2], range_[1]);
     if (second && complex_source) {
       p[3] = part(random, *profile_[3], range_[1]);
@@ -367,6 +422,7 @@ void Inputs::fill(Random& random, std::vector<reference::Arguments>& block) cons
       }
     } else if (second && !range_[0] && !range_[1]) {
       real_pair(random, p);
+      if (member_.family == "Atan2" && number < steps_.size()) p[0] *= p[2]; // a step is a quotient
     }
     for (int i = 0; i < 4; ++i) {
       p[i] = rounded(p[i]);

@@ -41,8 +41,13 @@ public:
   /// points whose parts are both inside).
   Inputs(const harness::Member& member, std::optional<Range> range1, std::optional<Range> range2);
 
-  /// Fills a block. The second source of a ScalarPower member is one value for the whole block.
-  void fill(Random& random, std::vector<reference::Arguments>& block) const;
+  /// How many elements are steps: together they meet every row of the family's tables and every magnitude of distance
+  /// from its points of interest. None if a range is given for the first source.
+  std::uint64_t steps() const { return steps_.size(); }
+
+  /// Fills a block with elements number `first` and on: first the steps, then random ones. The second source of a
+  /// ScalarPower member is one value for the whole block.
+  void fill(Random& random, std::uint64_t first, std::vector<reference::Arguments>& block) const;
 
 private:
   double part(Random&, const Profile&, const std::optional<Range>&) const;
@@ -51,11 +56,14 @@ private:
   void real_pair(Random&, double parts[4]) const;
   void complex_power(Random&, double parts[4]) const;
   void complex_shape(Random&, double parts[2]) const;
+  void append_steps();
+  void step(Random&, std::uint64_t number, double parts[2]) const;
 
   harness::Member member_;
   std::optional<Range> range_[2];
   const Profile* profile_[4]; // one a part
-  std::vector<double> hard_;  // arguments closest to multiples of pi/2, one or more an exponent; for periodic families
+  std::vector<Range> steps_;
+  std::vector<double> hard_; // arguments closest to multiples of pi/2, one or more an exponent; for periodic families
 };
 
 } // namespace accuracy

@@ -17,7 +17,7 @@ constexpr const char* usage = R"(usage: kelvm-accuracy [options] --member NAME |
   --member NAME      measure this member; may be given several times
   --family NAME      every member of a family
   --all              every member
-  --points N         elements a member (default 1000000)
+  --points N         random elements a member (default 1000000), beside a few thousand steps that meet every table row
   --range LO:HI      only first sources in this range
   --range2 LO:HI     the same for the second source
   --seed S           of the random inputs (default 1)
@@ -139,12 +139,12 @@ std::vector<reference::Statistics> measure(const harness::Library& library, std:
   const accuracy::Inputs inputs(member, range1, s.range2);
   // A scalar exponent lasts a whole block: shorter blocks try more of them.
   const std::size_t length = member.shape == harness::Shape::ScalarPower ? 64 : block_length;
-  const std::uint64_t blocks = (s.points + length - 1) / length;
+  const std::uint64_t elements = inputs.steps() + s.points, blocks = (elements + length - 1) / length;
   const auto source = [&](std::uint64_t index, std::vector<reference::Arguments>& block) {
     if (index >= blocks) return false;
-    block.resize(std::min<std::uint64_t>(length, s.points - index * length));
+    block.resize(std::min<std::uint64_t>(length, elements - index * length));
     accuracy::Random random{s.seed << 40 ^ index * 0xd1342543de82ef95};
-    inputs.fill(random, block);
+    inputs.fill(random, index * length, block);
     return true;
   };
   return accuracy::measure(library, members, source, {s.threads, !s.mpfr_only, blocks});

@@ -190,7 +190,8 @@ std::vector<Element> special_elements(const harness::Member& member) {
 std::vector<Element> domain_elements(const harness::Member& member, int count) {
   accuracy::Random random{29};
   std::vector<reference::Arguments> arguments(count);
-  accuracy::Inputs(member, {}, {}).fill(random, arguments);
+  const accuracy::Inputs inputs(member, {}, {});
+  inputs.fill(random, inputs.steps(), arguments);
   std::vector<Element> elements(count, Element{});
   for (int i = 0; i < count; ++i)
     for (int place = 0; place < 4; ++place) elements[i][place] = bits_of(member.is_float(), arguments[i].parts[place]);
