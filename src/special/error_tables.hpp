@@ -1157,8 +1157,8 @@ alignas(64) inline constexpr float float_erf_and_slope[128][2] = {
 {0x1p+0f,0x0p+0f},
 };
 
-/// r = k / 128, as far as 26.53
-alignas(64) inline constexpr double erfc_and_slope[3397][2] = {
+/// r = k / 128, as far as 26.52
+alignas(64) inline constexpr double erfc_and_slope[3395][2] = {
 {0x1p+0,0x1.20dd750429b6dp+0},
 {0x1.fb7c9030853b3p-1,0x1.20d8f1975c85dp+0},
 {0x1.f6f9447be0743p-1,0x1.20cb67bd452c7p+0},
@@ -4554,8 +4554,6 @@ alignas(64) inline constexpr double erfc_and_slope[3397][2] = {
 {0x1.3df6725a60cf5p-1019,0x1.078003d294269p-1013},
 {0x1.a42bf15180a09p-1020,0x1.5c4df6da1a5fp-1014},
 {0x1.15957e82800c6p-1020,0x1.cc58a0676d26ep-1015},
-{0x1.6eb9463d29a0ep-1021,0x1.302d6b1661efp-1015},
-{0x1.e46dfa81a2018p-1022,0x1.91ed1d851d1ddp-1016},
 };
 
 /// r = k / 64, as far as 9.19

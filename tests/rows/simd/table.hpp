@@ -1,0 +1,69 @@
+// Stands before src/simd/table.hpp in a build of the library that records which rows of its tables are met, and lists
+// at its end those that never were.
+#pragma once
+
+#define lookup unrecorded_lookup
+#define lookup_pair unrecorded_lookup_pair
+#define lookup_row unrecorded_lookup_row
+#include_next "simd/table.hpp"
+#undef lookup
+#undef lookup_pair
+#undef lookup_row
+
+#include <atomic>
+#include <cstdio>
+#include <map>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kelvm::inline KELVM_BUILD {
+
+/// What was met of the table of one name, of which each source file may have a copy.
+class Rows {
+public:
+  Rows(std::string_view name, std::size_t count) : name_(name), met_(count) {}
+  ~Rows() {
+    for (std::size_t i = 0; i < met_.size(); ++i)
+      if (!met_[i]) std::printf("row %zu is never met: %s\n", i, name_.c_str());
+  }
+  template <class I> void record(I index) {
+    if constexpr (lanes<I> == 1)
+      met_[index] = true;
+    else
+      for (int i = 0; i < lanes<I>; ++i) met_[index[i]] = true;
+  }
+  template <class I> void record(LowIndex<I> index) { record(index.whole & 0xFFFF); }
+  template <int Half> void record(HalfIndex<Half> index) { record(index.whole); }
+
+private:
+  std::string name_;
+  std::vector<std::atomic<bool>> met_;
+};
+
+inline Rows& rows_of(std::string_view name, std::size_t count) {
+  static std::mutex mutex;
+  const std::lock_guard lock(mutex);
+  static std::map<std::string_view, Rows> all;
+  return all.try_emplace(name, name, count).first->second;
+}
+template <const auto& Table> inline Rows& recorded() {
+  static Rows& rows = rows_of(__PRETTY_FUNCTION__, std::size(Table));
+  return rows;
+}
+
+template <const auto& Table, class Index> inline auto lookup(Index index) {
+  recorded<Table>().record(index);
+  return unrecorded_lookup<Table>(index);
+}
+template <const auto& Table, class Index> inline auto lookup_pair(Index index) {
+  recorded<Table>().record(index);
+  return unrecorded_lookup_pair<Table>(index);
+}
+template <const auto& Table, class Index> inline auto lookup_row(Index index) {
+  recorded<Table>().record(index);
+  return unrecorded_lookup_row<Table>(index);
+}
+
+} // namespace kelvm::inline KELVM_BUILD
