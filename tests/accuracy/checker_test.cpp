@@ -198,6 +198,34 @@ TEST(Judge, OverflowPolesAndNaN) {
   EXPECT_EQ(judged("kelsLn_64f_A53", {{nan_value}}, 1).relative.value, inf);
 }
 
+TEST(Judge, Status) {
+  const auto accepted = [](std::string_view name, Arguments arguments, double got, kelStatus status) {
+    Judge judge(member(name), false);
+    const double* const results[2] = {&got, nullptr};
+    judge.block(&arguments, results, 1, reference::BlockEstimates(member(name)), &status);
+    return judge.statistics().status.value == 0;
+  };
+  const struct {
+    std::string_view name;
+    Arguments arguments;
+    double got;
+    kelStatus due;
+  } rows[] = {{"kelsLn_64f_A53", {{2}}, 0x1.62e42fefa39efp-1, kelStatusOk},
+              {"kelsLn_64f_A53", {{-1}}, nan_value, kelStatusDomain},
+              {"kelsLn_64f_A53", {{0}}, -inf, kelStatusSingularity},
+              {"kelsExp_64f_A53", {{1000}}, inf, kelStatusOverflow},
+              {"kelsExp_64f_A26", {{709.779}}, inf, kelStatusOk},
+              {"kelsInv_32f_A24", {{0x1.4p126}}, 0x0.cccccdp-126, kelStatusUnderflow},
+              {"kelsSin_64f_A53", {{0x1p-1074}}, 0x1p-1074, kelStatusOk},
+              // rounded up to the smallest normal number
+              {"kelsAtan2_64f_A53", {{0x1p-1022, 0, 1, 0}}, 0x1p-1022, kelStatusOk},
+              {"kelsDiv_64f_A53", {{0x1.fffffffffffffp-1022, 0, 2, 0}}, 0x1p-1022, kelStatusUnderflow}};
+  for (const auto& row : rows)
+    for (const kelStatus status :
+         {kelStatusOk, kelStatusOverflow, kelStatusUnderflow, kelStatusSingularity, kelStatusDomain})
+      EXPECT_EQ(accepted(row.name, row.arguments, row.got, status), status == row.due) << row.name << " " << status;
+}
+
 TEST(Judge, ComplexByComponentAndByNorm) {
   // 3 + 4i with an error of an ulp of 3 in the real part: an ulp is 2^-51 at 3, 2^-50 at 5
   const Statistics s = judged("kelsConj_64fc_A53", {{3, -4, 0, 0}}, 3 + 0x1p-51, 4);

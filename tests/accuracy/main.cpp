@@ -8,12 +8,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <stdexcept>
 
 namespace {
 
 constexpr const char* usage = R"(usage: kelvm-accuracy [options] --member NAME | --family NAME | --all
-  --library PATH     library under test (default: the build's own)
+  --library PATH     library under test (default: the build's own); may be given several times: builds for processors
+                     other than this one (by the name of their directory) are left out
   --member NAME      measure this member; may be given several times
   --family NAME      every member of a family
   --all              every member
@@ -30,8 +32,8 @@ constexpr const char* usage = R"(usage: kelvm-accuracy [options] --member NAME |
 )";
 
 struct Settings {
-  std::string library = KELVM_DEFAULT_LIBRARY, limits = KELVM_LIMITS;
-  std::vector<std::string> members, families;
+  std::string limits = KELVM_LIMITS;
+  std::vector<std::string> libraries, members, families;
   bool all = false, mpfr_only = false, brief = false, check = false, check_table = false;
   std::uint64_t points = 1000000, seed = 1;
   unsigned threads = 2;
@@ -68,7 +70,7 @@ Settings parse(int argc, char** argv) {
       return argv[i];
     };
     if (option == "--library")
-      s.library = value();
+      s.libraries.push_back(value());
     else if (option == "--limits")
       s.limits = value();
     else if (option == "--member")
@@ -98,6 +100,7 @@ Settings parse(int argc, char** argv) {
     else
       throw std::invalid_argument("unknown option " + option);
   }
+  if (s.libraries.empty()) s.libraries.push_back(KELVM_DEFAULT_LIBRARY);
   return s;
 }
 
@@ -147,15 +150,11 @@ std::vector<reference::Statistics> measure(const harness::Library& library, std:
     inputs.fill(random, index * length, block);
     return true;
   };
-  return accuracy::measure(library, members, source, {s.threads, !s.mpfr_only, blocks});
+  return accuracy::measure(library, members, source, {s.threads, !s.mpfr_only, true, blocks});
 }
 
-int run(const Settings& s) {
-  const std::vector<accuracy::Limit> limits = accuracy::read_limits(s.limits);
-  if (s.check_table) return table_is_complete(limits) ? 0 : 1;
-  const std::vector<harness::Member> members = chosen_members(s);
-  if (members.empty() && s.families.empty() && !s.all) throw std::invalid_argument("no member given");
-  const harness::Library library(s.library);
+int run(const Settings& s, const std::vector<accuracy::Limit>& limits, const std::vector<harness::Member>& members,
+        const harness::Library& library) {
   const auto within_of = [&](const harness::Member& member) {
     const accuracy::Limit* limit = accuracy::find_limit(limits, member.name);
     return s.check && limit ? limit->within : 0;
@@ -176,6 +175,7 @@ int run(const Settings& s) {
       std::printf("%s\n", s.brief ? accuracy::summary(group[i], statistics).c_str()
                                   : accuracy::report(group[i], statistics).c_str());
       std::string fault = accuracy::estimate_fault(statistics);
+      if (s.check && fault.empty()) fault = accuracy::status_fault(statistics);
       if (s.check && fault.empty()) fault = accuracy::limit_fault(limits, group[i], statistics);
       if (fault.empty()) continue;
       std::printf("FAILED %s: %s\n", std::string(group[i].name).c_str(), fault.c_str());
@@ -185,6 +185,21 @@ int run(const Settings& s) {
       std::printf("%zu members in %.1f s, %.2f million elements a second\n", group.size(), seconds,
                   static_cast<double>(measured[0].elements) / seconds / 1e6);
     std::fflush(stdout);
+  }
+  return status;
+}
+
+int run(Settings s) {
+  const std::vector<accuracy::Limit> limits = accuracy::read_limits(s.limits);
+  if (s.check_table) return table_is_complete(limits) ? 0 : 1;
+  const std::vector<harness::Member> members = chosen_members(s);
+  if (members.empty() && s.families.empty() && !s.all) throw std::invalid_argument("no member given");
+  int status = 0;
+  for (const std::string& path : s.libraries) {
+    if (!harness::processor_runs(std::filesystem::path(path).parent_path().filename().string())) continue;
+    if (s.libraries.size() > 1) std::printf("%s\n", path.c_str());
+    status |= run(s, limits, members, harness::Library(path));
+    ++s.seed; // the next library: other inputs
   }
   return status;
 }

@@ -101,7 +101,8 @@ std::vector<Statistics> measure(const harness::Library& library, std::span<const
         if (options.use_estimate) estimates.evaluate(arguments.data(), elements);
         for (std::size_t m = 0; m < members.size(); ++m) {
           blocks[m].call(arguments);
-          judges[m].block(arguments.data(), blocks[m].results(), elements, estimates);
+          judges[m].block(arguments.data(), blocks[m].results(), elements, estimates,
+                          options.check_status ? blocks[m].statuses() : nullptr);
         }
         if (index % 16 == 0) {
           const std::lock_guard lock(mutex);
@@ -157,6 +158,12 @@ std::string summary(const harness::Member& member, const Statistics& s) {
   if (s.ulp_subnormal.value > 0) text += format("  subnormal %.4f", s.ulp_subnormal.value);
   if (member.complex_destination()) text += format("  norm %.4f", s.norm_ulp.value);
   return text;
+}
+
+std::string status_fault(const Statistics& s) {
+  if (s.status.value == 0) return {};
+  return format("status %g instead of %g at (%a, %a), (%a, %a)", s.status.got[0], s.status.exact[0],
+                s.status.at.parts[0], s.status.at.parts[1], s.status.at.parts[2], s.status.at.parts[3]);
 }
 
 std::string estimate_fault(const Statistics& s) {

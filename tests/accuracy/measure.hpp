@@ -16,6 +16,7 @@ using Source = std::function<bool(std::uint64_t index, std::vector<reference::Ar
 struct Options {
   unsigned threads = 2;
   bool use_estimate = true;
+  bool check_status = true; // element by element
   std::uint64_t blocks = 0; // how many there will be, for the progress line; 0 shows none
 };
 
@@ -34,5 +35,7 @@ std::string summary(const harness::Member& member, const reference::Statistics& 
 
 /// What makes a run worthless: an estimate that was further off than its bound. Empty if nothing.
 std::string estimate_fault(const reference::Statistics& statistics);
+/// An element with another status than it earns. Empty if none.
+std::string status_fault(const reference::Statistics& statistics);
 
 } // namespace accuracy

@@ -76,7 +76,7 @@ int run(int argc, char** argv) {
   const auto limits = accuracy::read_limits(limits_path);
   const harness::Library library(library_path);
   const std::vector<reference::Statistics> measured =
-      accuracy::measure(library, members, source, {threads, true, blocks});
+      accuracy::measure(library, members, source, {threads, true, false, blocks});
   int status = 0;
   for (std::size_t i = 0; i < members.size(); ++i) {
     std::printf("%s", accuracy::report(members[i], measured[i]).c_str());

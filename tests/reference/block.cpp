@@ -21,14 +21,9 @@ template <class T> void Block::call_parts(std::span<const Arguments> arguments) 
   const std::size_t pair = member_.complex_destination() ? 2 : 1;
   T* destination[2] = {array(destination_[0], n * pair), array(destination_[1], n)};
 
-  harness::Arguments call;
-  call.src1 = source[0];
-  call.src2 = source[1];
-  call.scalar = source[1];
-  call.dst1 = destination[0];
-  call.dst2 = destination[1];
-  call.len = static_cast<int>(n);
-  if (library_.call(member_, call) < 0) throw std::runtime_error(std::string(member_.name) + " refuses a block");
+  call_ = {source[0], source[1], source[1], destination[0], destination[1], static_cast<int>(n)};
+  status_ = harness::call_at(function_, member_, call_);
+  if (status_ < 0) throw std::runtime_error(std::string(member_.name) + " refuses a block");
 
   for (std::size_t c = 0; c < 2; ++c) {
     results_[c].resize(n);
@@ -36,6 +31,21 @@ template <class T> void Block::call_parts(std::span<const Arguments> arguments) 
     for (std::size_t i = 0; i < n; ++i) results_[c][i] = from[pair * i];
     pointers_[c] = results_[c].data();
   }
+}
+
+const kelStatus* Block::statuses() {
+  const std::size_t elements = static_cast<std::size_t>(call_.len);
+  statuses_.assign(elements, kelStatusOk);
+  if (status_ == kelStatusOk) return statuses_.data();
+  const auto at = [&](const void* source, std::size_t i) {
+    return static_cast<const char*>(source) + i * member_.source_size();
+  };
+  for (std::size_t i = 0; i < elements; ++i) {
+    char destination[2][16];
+    statuses_[i] = harness::call_at(
+        function_, member_, {at(call_.src1, i), at(call_.src2, i), call_.scalar, destination[0], destination[1], 1});
+  }
+  return statuses_.data();
 }
 
 void Block::call(std::span<const Arguments> arguments) {

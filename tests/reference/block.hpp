@@ -10,21 +10,27 @@ namespace reference {
 
 class Block {
 public:
-  Block(const harness::Library& library, const harness::Member& member) : library_(library), member_(member) {}
+  Block(const harness::Library& library, const harness::Member& member)
+      : function_(library.address(member)), member_(member) {}
 
   /// Calls the member. The exponent of a ScalarPower member is the first element's second source. Throws
   /// std::runtime_error if the call is refused.
   void call(std::span<const Arguments> arguments);
   /// Per component of the results, one array of doubles: what Judge::block takes.
   const double* const* results() const { return pointers_; }
+  /// The status of each element when it is called alone.
+  const kelStatus* statuses();
 
 private:
   template <class T> void call_parts(std::span<const Arguments> arguments);
 
-  const harness::Library& library_;
+  void* function_;
   harness::Member member_;
   std::vector<char> source_[2], destination_[2];
   std::vector<double> results_[2];
+  harness::Arguments call_;
+  kelStatus status_ = kelStatusOk;
+  std::vector<kelStatus> statuses_;
   const double* pointers_[2] = {};
 };
 

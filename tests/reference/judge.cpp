@@ -79,11 +79,12 @@ void Statistics::merge(const Statistics& other) {
   absolute.merge(other.absolute);
   norm_ulp.merge(other.norm_ulp);
   estimate.merge(other.estimate);
+  status.merge(other.status);
 }
 
 Judge::Judge(const harness::Member& member, bool use_estimate)
-    : format_(Format::of(member)), complex_(member.complex_destination()),
-      fine_bins_(member.suffix_bits() == format_.digits), exact_(member) {
+    : member_(member), underflow_(underflow_of(member)), format_(Format::of(member)),
+      complex_(member.complex_destination()), fine_bins_(member.suffix_bits() == format_.digits), exact_(member) {
   if (use_estimate) estimate_ = estimate_of(member);
   mpfr_inits2(64, difference_, norm_, error_norm_, infinity_, nullptr);
   mpfr_set_ui_2exp(infinity_, 1, format_.exponent_max, MPFR_RNDN);
@@ -92,8 +93,8 @@ Judge::Judge(const harness::Member& member, bool use_estimate)
 
 Judge::~Judge() { mpfr_clears(difference_, norm_, error_norm_, infinity_, nullptr); }
 
-void Judge::block(const Arguments* arguments, const double* const got[2], int elements,
-                  const BlockEstimates& estimates) {
+void Judge::block(const Arguments* arguments, const double* const got[2], int elements, const BlockEstimates& estimates,
+                  const kelStatus* statuses) {
   const bool two = exact_.results() == 2;
   for (int i = 0; i < elements; ++i) {
     const double values[2] = {got[0][i], two ? got[1][i] : 0};
@@ -103,10 +104,43 @@ void Judge::block(const Arguments* arguments, const double* const got[2], int el
       return (!two && !estimate.by_norm && quickly_decided(estimate, *value, got[0][i])) ||
              decided(estimate, value, values);
     };
-    if (!is_sample(sample_state_++) && (by(estimate_.in_double) || by(estimate_.in_long_double))) continue;
-    judge(arguments[i], values);
+    const bool remarkable = statuses && (statuses[i] != kelStatusOk || !ordinary(values));
+    if (!is_sample(sample_state_++) && !remarkable && (by(estimate_.in_double) || by(estimate_.in_long_double)))
+      continue;
+    judge(arguments[i], values, statuses ? &statuses[i] : nullptr);
   }
   statistics_.elements += elements;
+}
+
+// Whether a member returns such results without a warning, be they as inaccurate as they may.
+bool Judge::ordinary(const double got[2]) const {
+  const double smallest_normal = format_.digits == 24 ? 0x1p-126 : 0x1p-1022;
+  for (int i = 0; i < exact_.results(); ++i)
+    if (!std::isfinite(got[i]) || (underflow_ != Underflow::never && std::fabs(got[i]) <= smallest_normal))
+      return false;
+  return true;
+}
+
+// The status is that of the exact results, rounded. Where a member returns others, next to the ends of the range, it
+// may be theirs; but real exponentials have theirs prescribed.
+void Judge::judge_status(const Arguments& arguments, const double got[2], kelStatus status) {
+  const int results = exact_.results();
+  double due_of[2] = {};
+  bool correct = true; // are the results
+  for (int i = 0; i < results; ++i) {
+    const mpfr_srcptr exact = exact_.result(i);
+    const auto rounded = [&](mpfr_rnd_t r) {
+      return format_.digits == 24 ? mpfr_get_flt(exact, r) : mpfr_get_d(exact, r);
+    };
+    const bool below = mpfr_regular_p(exact) && mpfr_get_exp(exact) < format_.exponent_normal();
+    due_of[i] = rounded(below && underflow_ == Underflow::exact ? MPFR_RNDZ : MPFR_RNDN);
+    correct = correct && got[i] == rounded(MPFR_RNDN);
+  }
+  const kelStatus due = due_status(member_, arguments, due_of, results);
+  const bool prescribed = member_.family == "Exp" && !complex_;
+  if (status == due) return;
+  if (!correct && !prescribed && status == due_status(member_, arguments, got, results)) return;
+  statistics_.status.merge({1, arguments, {static_cast<double>(status), 0}, {static_cast<double>(due), 0}});
 }
 
 // decided() for the common case, one real result in the middle of a binade of normal numbers.
@@ -221,8 +255,9 @@ bool Judge::measure(mpfr_srcptr exact, double got, double& ulps, bool& subnormal
   return true;
 }
 
-void Judge::judge(const Arguments& arguments, const double got[2]) {
+void Judge::judge(const Arguments& arguments, const double got[2], const kelStatus* status) {
   exact_.evaluate(arguments);
+  if (status) judge_status(arguments, got, *status);
   ++statistics_.judged;
   const int results = exact_.results();
   if (complex_ && !(mpfr_number_p(exact_.result(0)) && mpfr_number_p(exact_.result(1)))) {

@@ -13,6 +13,7 @@
 
 #include "estimate.hpp"
 #include "exact.hpp"
+#include "status.hpp"
 
 #include <algorithm>
 #include <array>
@@ -53,6 +54,7 @@ struct Statistics {
   Worst absolute;      // components
   Worst norm_ulp;      // complex: error by norm, in ulps of the norm
   Worst estimate;      // error of the estimate as a share of its bound
+  Worst status;        // 1 where an element has another status than it earns: the one got, and the exact one
 
   void merge(const Statistics& other);
 };
@@ -79,15 +81,18 @@ public:
   ~Judge();
 
   /// Takes the results of one block: component c of element i stands in got[c][i]. `estimates` are those of the
-  /// arguments, if the judge uses them.
-  void block(const Arguments* arguments, const double* const got[2], int elements, const BlockEstimates& estimates);
+  /// arguments, if the judge uses them; `statuses` those of the elements one by one, or null.
+  void block(const Arguments* arguments, const double* const got[2], int elements, const BlockEstimates& estimates,
+             const kelStatus* statuses = nullptr);
 
   const Statistics& statistics() const { return statistics_; }
 
 private:
   template <class T> bool quickly_decided(const Estimate<T>& estimate, T value, double got);
   template <class T> bool decided(const Estimate<T>& estimate, const T* c, const double got[2]);
-  void judge(const Arguments& arguments, const double got[2]);
+  void judge(const Arguments& arguments, const double got[2], const kelStatus* status);
+  void judge_status(const Arguments& arguments, const double got[2], kelStatus status);
+  bool ordinary(const double got[2]) const;
   template <class T> void check_estimate(const Estimate<T>& estimate, Worst& here);
   bool measure(mpfr_srcptr exact, double got, double& ulps, bool& subnormal, bool& rounded);
 
@@ -97,6 +102,8 @@ private:
   /// The upper bound of the next smaller bin; not for bin 0.
   double below_bin(std::size_t bin) const;
 
+  harness::Member member_;
+  Underflow underflow_;
   Format format_;
   bool complex_;
   bool fine_bins_;
