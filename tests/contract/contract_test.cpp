@@ -197,7 +197,8 @@ INSTANTIATE_TEST_SUITE_P(Members, Overlap, testing::ValuesIn(overlapping()),
 
 TEST_P(Overlap, IsAForwardLoop) {
   const Subject& s = GetParam();
-  const int size = static_cast<int>(s.member.part_size()), reach = 9 * size, room = 1024;
+  const int size = static_cast<int>(s.member.part_size()), room = 1024;
+  constexpr int reach = 264; // beyond the longest block
   const Strip& plain = sample_of(s).plain;
   Bytes start;
   while (start.size() < 2 * room) start.insert(start.end(), plain.source[0].begin(), plain.source[0].end());
@@ -212,13 +213,13 @@ TEST_P(Overlap, IsAForwardLoop) {
     ASSERT_TRUE(at_once == forward) << s << ": sources " << shift1 << " and " << shift2
                                     << " bytes from the destination, length " << len;
   };
-  for (int len : {1, 2, 6, 7, 10, 33, 67})
+  for (int len : {1, 7, 33, 67})
     for (int shift = -reach; shift <= reach; ++shift) { // byte by byte
       ASSERT_NO_FATAL_FAILURE(compare(shift, 500, len));
       ASSERT_NO_FATAL_FAILURE(compare(500, shift, len));
     }
-  for (int len : {7, 40, 67})
-    for (int shift1 = -reach; shift1 <= reach; shift1 += size)
+  for (int len : {7, 67})
+    for (int shift1 = -reach; shift1 <= reach; shift1 += 3 * size)
       for (int shift2 = -reach; shift2 <= reach; shift2 += size) ASSERT_NO_FATAL_FAILURE(compare(shift1, shift2, len));
 }
 
