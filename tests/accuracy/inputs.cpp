@@ -306,6 +306,12 @@ void Inputs::real_pair(Random& random, double parts[4]) const {
       parts[0] = -neighbour(random, 1);
       parts[2] = std::rint(std::ldexp(random.uniform(-1, 1), static_cast<int>(random.below(56))));
     }
+  } else if (random.one_in(16)) { // a quotient next to an end of the normal range
+    const bool low = random.one_in(2);
+    const int exponent = static_cast<int>(random.below(40));
+    parts[2] = std::ldexp(random.one_in(2) ? 1 : -1, low ? exponent : -exponent);
+    parts[0] = parts[2] * neighbour(random, low ? (member_.is_float() ? 0x1p-126 : 0x1p-1022)
+                                                : (member_.is_float() ? 0x1.fffffep127 : 0x1.fffffffffffffp1023));
   } else if (random.one_in(2)) { // comparable magnitudes
     parts[2] =
         rounded(x * std::ldexp(random.uniform(-2, 2), random.one_in(2) ? 0 : static_cast<int>(random.below(121)) - 60));
@@ -421,8 +427,10 @@ void Inputs::fill(Random& random, std::uint64_t first, std::vector<reference::Ar
         }
       }
     } else if (second && !range_[0] && !range_[1]) {
-      real_pair(random, p);
-      if (member_.family == "Atan2" && number < steps_.size()) p[0] *= p[2]; // a step is a quotient
+      if (member_.family == "Atan2" && number < steps_.size())
+        p[0] *= p[2]; // a step is a quotient
+      else
+        real_pair(random, p);
     }
     for (int i = 0; i < 4; ++i) {
       p[i] = rounded(p[i]);
