@@ -73,9 +73,37 @@ typedef struct Complex64f {
 #if defined(__cplusplus)
 #  define KELVM_BEGIN_DECLARATIONS extern "C" {
 #  define KELVM_END_DECLARATIONS }
+#  define KELVM_INLINE inline
 #else
 #  define KELVM_BEGIN_DECLARATIONS
 #  define KELVM_END_DECLARATIONS
+#  define KELVM_INLINE static inline
 #endif
+
+KELVM_BEGIN_DECLARATIONS
+
+/** A status in words, for people: a string that is never freed or changed. Never null, also for other numbers. */
+KELVM_INLINE const char* kelvmStatusText(kelStatus status) {
+  switch (status) {
+  case kelStatusOk:
+    return "no error";
+  case kelStatusSizeError:
+    return "size error: a wrong number of elements, nothing was written";
+  case kelStatusNullPtrError:
+    return "null pointer: an array is missing, nothing was written";
+  case kelStatusOverflow:
+    return "overflow: a result is beyond the largest number of its type";
+  case kelStatusUnderflow:
+    return "underflow: a result is below the normal range of its type";
+  case kelStatusSingularity:
+    return "pole: a result is infinite";
+  case kelStatusDomain:
+    return "domain error: an argument is outside the domain, its result is a NaN";
+  default:
+    return "unknown status";
+  }
+}
+
+KELVM_END_DECLARATIONS
 
 #endif
