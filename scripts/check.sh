@@ -20,7 +20,7 @@ build() { # PRESET [BUILD-ARGUMENT...]
   cmake --preset "$preset" && cmake --build --preset "$preset" "$@"
 }
 
-plain_packages=(g++ cmake ninja-build pkgconf libgtest-dev libgmock-dev libmpfr-dev libmpc-dev libboost-dev
+plain_packages=(g++ cmake ninja-build pkgconf libgtest-dev libgmock-dev libmpfr-dev libmpc-dev libboost-dev libtbb-dev
   python3-{dev,numpy,scipy,pandas,xarray,dask,distributed,pytest,hypothesis,pip,venv})
 need_packages "${plain_packages[@]}"
 build release
