@@ -320,7 +320,7 @@ template <class Exponent> using PowerBy = std::conditional_t<range<const Exponen
 
 /// y[i] = x1[i] + x2[i], real or complex: one IEEE operation a part, in the caller's rounding mode.
 ///
-/// No warnings. Exact at every accuracy level.
+/// - No warnings. Exact at every accuracy level.
 /// @code
 /// std::vector<double> a{1, 2, 3}, b{10, 20, 30}, y(3);
 /// kelvm::add(a, b, y); // 11, 22, 33
@@ -331,7 +331,7 @@ template <accuracy Level = accuracy::full, class X1, class X2, class Y> status a
 
 /// y[i] = x1[i] - x2[i], real or complex: one IEEE operation a part, in the caller's rounding mode.
 ///
-/// No warnings. Exact at every accuracy level.
+/// - No warnings. Exact at every accuracy level.
 /// @code
 /// std::vector<double> a{10, 20, 30}, b{1, 2, 3}, y(3);
 /// kelvm::sub(a, b, y); // 9, 18, 27
@@ -342,10 +342,10 @@ template <accuracy Level = accuracy::full, class X1, class X2, class Y> status s
 
 /// y[i] = x1[i] * x2[i], real or complex.
 ///
-/// Real: one IEEE operation in the caller's rounding mode, at every accuracy level; no warnings.
-/// Complex: infinities and NaNs as in Annex G of ISO C. Warnings: overflow where finite numbers give an infinite part;
-/// domain where numbers without a NaN give a NaN part (infinity times zero). Accuracy: full within 1 ulp a part; high
-/// and low as in `accuracy`, relative to the absolute value of the result.
+/// - Real: one IEEE operation in the caller's rounding mode, at every accuracy level; no warnings.
+/// - Complex: infinities and NaNs as in Annex G of ISO C. Warnings: overflow where finite numbers give an infinite
+///   part; domain where numbers without a NaN give a NaN part (infinity times zero). Accuracy: full within 1 ulp a
+///   part; high and low as in `accuracy`, relative to the absolute value of the result.
 /// @code
 /// std::vector<std::complex<double>> a{{0, 1}}, b{{0, 1}}, y(1);
 /// kelvm::mul(a, b, y); // -1
@@ -356,7 +356,7 @@ template <accuracy Level = accuracy::full, class X1, class X2, class Y> status m
 
 /// y[i] = x[i] * x[i] for real x: one IEEE operation in the caller's rounding mode.
 ///
-/// No warnings. Exact at every accuracy level.
+/// - No warnings. Exact at every accuracy level.
 /// @code
 /// std::vector<double> x{1, -2, 3}, y(3);
 /// kelvm::sqr(x, y); // 1, 4, 9
@@ -367,10 +367,10 @@ template <accuracy Level = accuracy::full, class X, class Y> status sqr(const X&
 
 /// y[i] = |x[i]|: real x gives its magnitude, complex x gives reals.
 ///
-/// Real: in the caller's mode, at every accuracy level; no warnings.
-/// Complex: infinite where a part is, whatever the other; nothing overflows on the way. Warnings: overflow; underflow
-/// where the result is below the normal range and not zero. Accuracy: full within 1 ulp (floats correctly rounded),
-/// high and low as in `accuracy`.
+/// - Real: in the caller's mode, at every accuracy level; no warnings.
+/// - Complex: infinite where a part is, whatever the other; nothing overflows on the way. Warnings: overflow; underflow
+///   where the result is below the normal range and not zero. Accuracy: full within 1 ulp (floats correctly rounded),
+///   high and low as in `accuracy`.
 /// @code
 /// std::vector<std::complex<double>> z{{3, 4}, {0, -2}};
 /// std::vector<double> y(2);
@@ -382,11 +382,12 @@ template <accuracy Level = accuracy::full, class X, class Y> status abs(const X&
 
 /// y[i] = x1[i] / x2[i], real or complex.
 ///
-/// Real: warnings: pole for x / 0 (x finite and not zero), domain for 0 / 0 and infinity / infinity, overflow,
-/// underflow for a quotient below the normal range. Complex: infinities and NaNs as in Annex G of ISO C. Warnings:
-/// overflow where finite numbers give an infinite part; domain where numbers without a NaN give a NaN part; pole where
-/// a number other than zero is divided by zero. Accuracy: full the IEEE quotient (complex: within 1 ulp a part), high
-/// and low as in `accuracy`, for complex numbers relative to the absolute value of the result.
+/// - Real: warnings: pole for x / 0 (x finite and not zero), domain for 0 / 0 and infinity / infinity, overflow,
+///   underflow for a quotient below the normal range.
+/// - Complex: infinities and NaNs as in Annex G of ISO C. Warnings: overflow where finite numbers give an infinite
+///   part; domain where numbers without a NaN give a NaN part; pole where a number other than zero is divided by zero.
+/// - Accuracy: full the IEEE quotient (complex: within 1 ulp a part), high and low as in `accuracy`, for complex
+///   numbers relative to the absolute value of the result.
 /// @code
 /// std::vector<double> a{1, 2, 3}, b{4, 4, 0}, y(3);
 /// kelvm::div(a, b, y); // 0.25, 0.5, inf: status::pole
@@ -397,8 +398,9 @@ template <accuracy Level = accuracy::full, class X1, class X2, class Y> status d
 
 /// y[i] = 1 / x[i] for real x; an infinity gives a zero of its sign.
 ///
-/// Warnings: pole for a zero (infinity of its sign); overflow and underflow for a reciprocal beyond and below the
-/// normal range. Accuracy: full correctly rounded, high and low as in `accuracy`.
+/// - Warnings: pole for a zero (infinity of its sign); overflow and underflow for a reciprocal beyond and below the
+///   normal range.
+/// - Accuracy: full correctly rounded, high and low as in `accuracy`.
 /// @code
 /// std::vector<double> x{2, -4}, y(2);
 /// kelvm::inv(x, y); // 0.5, -0.25
@@ -409,7 +411,7 @@ template <accuracy Level = accuracy::full, class X, class Y> status inv(const X&
 
 /// y[i] = the conjugate of complex x[i]: the sign bit of the imaginary part is turned, of zeros and NaNs too.
 ///
-/// No warnings. Exact at every accuracy level.
+/// - No warnings. Exact at every accuracy level.
 /// @code
 /// std::vector<std::complex<double>> x{{1, 2}}, y(1);
 /// kelvm::conj(x, y); // 1 - 2i
@@ -420,7 +422,7 @@ template <accuracy Level = accuracy::full, class X, class Y> status conj(const X
 
 /// y[i] = x1[i] * the conjugate of x2[i], complex.
 ///
-/// Infinities, NaNs, warnings and accuracy as for the complex product, mul().
+/// - Infinities, NaNs, warnings and accuracy as for the complex product, mul().
 /// @code
 /// std::vector<std::complex<double>> a{{1, 2}}, y(1);
 /// kelvm::mul_by_conj(a, a, y); // 5: the squared magnitude
@@ -435,7 +437,8 @@ status mul_by_conj(const X1& x1, const X2& x2, Y&& y) {
 
 /// y[i] = x[i] rounded up, toward plus infinity. Real x of any value.
 ///
-/// Raises inexact for a value that is not integral. No warnings. Exact at every accuracy level.
+/// - Raises inexact for a value that is not integral.
+/// - No warnings. Exact at every accuracy level.
 /// @code
 /// std::vector<double> x{-1.5, 0.5, 2.5}, y(3);
 /// kelvm::ceil(x, y); // -1, 1, 3
@@ -446,7 +449,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status ceil(const X
 
 /// y[i] = x[i] rounded down, toward minus infinity. Real x of any value.
 ///
-/// Raises inexact for a value that is not integral. No warnings. Exact at every accuracy level.
+/// - Raises inexact for a value that is not integral.
+/// - No warnings. Exact at every accuracy level.
 /// @code
 /// std::vector<double> x{-1.5, 0.5, 2.5}, y(3);
 /// kelvm::floor(x, y); // -2, 0, 2
@@ -457,7 +461,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status floor(const 
 
 /// y[i] = x[i] rounded toward zero. Real x of any value.
 ///
-/// Raises inexact for a value that is not integral. No warnings. Exact at every accuracy level.
+/// - Raises inexact for a value that is not integral.
+/// - No warnings. Exact at every accuracy level.
 /// @code
 /// std::vector<double> x{-1.5, 0.5, 2.5}, y(3);
 /// kelvm::trunc(x, y); // -1, 0, 2
@@ -468,7 +473,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status trunc(const 
 
 /// y[i] = x[i] rounded to the nearest integer, halfway cases away from zero. Real x of any value.
 ///
-/// Every zero result is +0; an infinity raises invalid. No warnings. Exact at every accuracy level.
+/// - Every zero result is +0; an infinity raises invalid.
+/// - No warnings. Exact at every accuracy level.
 /// @code
 /// std::vector<double> x{-1.5, 0.5, 2.5}, y(3);
 /// kelvm::round(x, y); // -2, 1, 3
@@ -479,7 +485,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status round(const 
 
 /// y[i] = x[i] rounded in the caller's rounding mode: as a rule to nearest, halfway cases to even. Real x of any value.
 ///
-/// Raises inexact for a value that is not integral. No warnings. Exact at every accuracy level.
+/// - Raises inexact for a value that is not integral.
+/// - No warnings. Exact at every accuracy level.
 /// @code
 /// std::vector<double> x{-1.5, 0.5, 2.5}, y(3);
 /// kelvm::rint(x, y); // -2, 0, 2
@@ -490,7 +497,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status rint(const X
 
 /// y[i] = x[i] rounded in the caller's rounding mode, as rint() does. Real x of any value.
 ///
-/// Does not raise inexact. No warnings. Exact at every accuracy level.
+/// - Does not raise inexact.
+/// - No warnings. Exact at every accuracy level.
 /// @code
 /// std::vector<double> x{-1.5, 0.5, 2.5}, y(3);
 /// kelvm::nearbyint(x, y); // -2, 0, 2
@@ -501,8 +509,9 @@ template <accuracy Level = accuracy::full, class X, class Y> status nearbyint(co
 
 /// integral[i] + fraction[i] = x[i]: the part before and the part after the point, both with the sign of x[i].
 ///
-/// Real x of any value; an infinity has a zero as fraction, a NaN gives a NaN in both. Either output may be x, the two
-/// should not overlap. No warnings. Exact at every accuracy level.
+/// - Real x of any value; an infinity has a zero as fraction, a NaN gives a NaN in both. Either output may be x, the
+///   two should not overlap.
+/// - No warnings. Exact at every accuracy level.
 /// @code
 /// std::vector<double> x{-1.25, 3.5}, integral(2), fraction(2);
 /// kelvm::modf(x, integral, fraction); // -1, 3 and -0.25, 0.5
@@ -516,10 +525,11 @@ status modf(const X& x, I&& integral, F&& fraction) {
 
 /// y[i] = the square root of x[i], real or complex.
 ///
-/// Real: a zero keeps its sign. Warning: domain for a negative number. Accuracy: full correctly rounded, high and low
-/// as in `accuracy`. Complex: the principal root: its real part is not negative, its imaginary part has the sign of
-/// x[i]'s, that of a zero too. Infinities and NaNs as in Annex G of ISO C. No warnings. Accuracy: full within 1 ulp a
-/// part, high and low as in `accuracy`, relative to the absolute value of the result.
+/// - Real: a zero keeps its sign. Warning: domain for a negative number. Accuracy: full correctly rounded, high and low
+///   as in `accuracy`.
+/// - Complex: the principal root: its real part is not negative, its imaginary part has the sign of x[i]'s, that of a
+///   zero too. Infinities and NaNs as in Annex G of ISO C. No warnings. Accuracy: full within 1 ulp a part, high and
+///   low as in `accuracy`, relative to the absolute value of the result.
 /// @code
 /// std::vector<std::complex<double>> x{{-4, 0.0}, {-4, -0.0}}, y(2);
 /// kelvm::sqrt(x, y); // 2i, -2i
@@ -530,8 +540,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status sqrt(const X
 
 /// y[i] = 1 / the square root of x[i], for real x[i] >= 0; +infinity gives +0.
 ///
-/// Warnings: pole for a zero (infinity of its sign), domain for a negative number. Accuracy: full within 1 ulp (floats
-/// correctly rounded), high and low as in `accuracy`.
+/// - Warnings: pole for a zero (infinity of its sign), domain for a negative number.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> x{4, 0.25}, y(2);
 /// kelvm::rsqrt(x, y); // 0.5, 2
@@ -542,7 +552,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status rsqrt(const 
 
 /// y[i] = the cube root of x[i], for every real number; odd, zeros and infinities are kept.
 ///
-/// No warnings. Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
+/// - No warnings.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> x{27, -8}, y(2);
 /// kelvm::cbrt(x, y); // 3, -2
@@ -553,8 +564,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status cbrt(const X
 
 /// y[i] = 1 / the cube root of x[i], for every real number; odd, an infinity gives a zero of its sign.
 ///
-/// Warning: pole for a zero (infinity of its sign). Accuracy: full within 1 ulp (floats correctly rounded), high and
-/// low as in `accuracy`.
+/// - Warning: pole for a zero (infinity of its sign).
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> x{8, -0.125}, y(2);
 /// kelvm::rcbrt(x, y); // 0.5, -2
@@ -565,7 +576,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status rcbrt(const 
 
 /// y[i] = x[i]^(2/3), the square of the cube root, for every real number; even, a zero gives +0, an infinity +infinity.
 ///
-/// No warnings. Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
+/// - No warnings.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> x{8, -27}, y(2);
 /// kelvm::pow2o3(x, y); // 4, 9
@@ -576,8 +588,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status pow2o3(const
 
 /// y[i] = x[i]^(3/2), the cube of the square root, for real x[i] >= 0; a zero gives +0, +infinity itself.
 ///
-/// Warnings: domain for a negative number, overflow, underflow. Accuracy: full within 1 ulp (floats correctly rounded),
-/// high and low as in `accuracy`.
+/// - Warnings: domain for a negative number, overflow, underflow.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> x{4, 9}, y(2);
 /// kelvm::pow3o2(x, y); // 8, 27
@@ -588,8 +600,9 @@ template <accuracy Level = accuracy::full, class X, class Y> status pow3o2(const
 
 /// y[i] = the square root of (x1[i]^2 + x2[i]^2), for all real numbers; no square overflows or underflows on the way.
 ///
-/// An infinity gives +infinity, beside a NaN as well. Warnings: overflow; underflow where the result is below the
-/// normal range and not zero. Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
+/// - An infinity gives +infinity, beside a NaN as well.
+/// - Warnings: overflow; underflow where the result is below the normal range and not zero.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> a{3, 3e300}, b{4, 4e300}, y(2);
 /// kelvm::hypot(a, b, y); // 5, 5e300
@@ -603,11 +616,13 @@ status hypot(const X1& x1, const X2& x2, Y&& y) {
 
 /// y[i] = e^x[i], for all real and complex numbers.
 ///
-/// Real: +infinity gives itself, -infinity +0. Warnings: overflow, underflow where the result is below the normal
-/// range. Complex: e^a (cos b + i sin b); infinities and NaNs as in Annex G of ISO C. Warnings: overflow where a finite
-/// number gives an infinite part; domain for an infinite angle that gives a NaN part. Accuracy: full within 1 ulp a
-/// part; high and low as in `accuracy`, for complex numbers relative to the absolute value of the result. At low,
-/// results of doubles from 709.7773 on are infinities without a warning.
+/// - Real: +infinity gives itself, -infinity +0. Warnings: overflow, underflow where the result is below the normal
+///   range.
+/// - Complex: e^a (cos b + i sin b); infinities and NaNs as in Annex G of ISO C. Warnings: overflow where a finite
+///   number gives an infinite part; domain for an infinite angle that gives a NaN part.
+/// - Accuracy: full within 1 ulp a part; high and low as in `accuracy`, for complex numbers relative to the absolute
+///   value of the result. At low, doubles between 709.7773 and 709.7827 give infinities without a warning: their exact
+///   results are just below the largest number.
 /// @code
 /// std::vector<double> x{0, 1, 1000}, y(3);
 /// kelvm::exp(x, y); // 1, 2.718281828459045, inf: status::overflow
@@ -618,7 +633,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status exp(const X&
 
 /// y[i] = e^x[i] - 1, for every real number, accurate near 0 too; zeros and +infinity are kept, -infinity gives -1.
 ///
-/// Warning: overflow. Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
+/// - Warning: overflow.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> rate{1e-10}, interest(1);
 /// kelvm::expm1(rate, interest); // 1.00000000005e-10
@@ -629,11 +645,11 @@ template <accuracy Level = accuracy::full, class X, class Y> status expm1(const 
 
 /// y[i] = the natural logarithm of x[i], for real x[i] >= 0 or complex x[i]; exact at 1.
 ///
-/// Real: warnings: pole for a zero (-infinity), domain for a negative number. Accuracy: full within 1 ulp (floats
-/// correctly rounded), high and low as in `accuracy`. Complex: ln |x| + i angle, the angle in [-pi, pi] with the sign
-/// of the imaginary part, that of a zero too. Infinities and NaNs as in Annex G of ISO C. Warning: pole for a zero.
-/// Accuracy: full within 1 ulp a part, next to the unit circle too; high and low as in `accuracy`, relative to the
-/// absolute value of the result.
+/// - Real: warnings: pole for a zero (-infinity), domain for a negative number. Accuracy: full within 1 ulp (floats
+///   correctly rounded), high and low as in `accuracy`.
+/// - Complex: ln |x| + i angle, the angle in [-pi, pi] with the sign of the imaginary part, that of a zero too.
+///   Infinities and NaNs as in Annex G of ISO C. Warning: pole for a zero. Accuracy: full within 1 ulp a part, next to
+///   the unit circle too; high and low as in `accuracy`, relative to the absolute value of the result.
 /// @code
 /// std::vector<double> x{1, 10, 0}, y(3);
 /// kelvm::log(x, y); // 0, 2.302585092994046, -inf: status::pole
@@ -644,7 +660,7 @@ template <accuracy Level = accuracy::full, class X, class Y> status log(const X&
 
 /// y[i] = the decimal logarithm of x[i], for real x[i] >= 0 or complex x[i].
 ///
-/// Everything else as for log(). At full accuracy powers of ten give the exact integer.
+/// - Everything else as for log(). At full accuracy powers of ten give the exact integer.
 /// @code
 /// std::vector<double> x{1000, 0.5}, y(2);
 /// kelvm::log10(x, y); // 3, -0.3010299956639812
@@ -655,8 +671,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status log10(const 
 
 /// y[i] = ln(1 + x[i]), for real x[i] >= -1, accurate near 0 too; zeros and +infinity are kept.
 ///
-/// Warnings: pole at -1 (-infinity), domain below. Accuracy: full within 1 ulp (floats correctly rounded), high and low
-/// as in `accuracy`.
+/// - Warnings: pole at -1 (-infinity), domain below.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> growth{1e-10}, rate(1);
 /// kelvm::log1p(growth, rate); // 9.9999999995e-11
@@ -667,14 +683,16 @@ template <accuracy Level = accuracy::full, class X, class Y> status log1p(const 
 
 /// y[i] = x[i]^exponent[i], or x[i]^exponent where the exponent is one number; real or complex.
 ///
-/// One number as exponent is converted to the type of the elements, and gives the same bits as a range that is full of
-/// it. Real: as in Annex F of ISO C: a zero exponent and a base of 1 give 1, also with a NaN; a negative base has
-/// powers with integer exponents only. Powers that are numbers of the type are exact at full accuracy. Warnings: pole
-/// for a zero base and a finite negative exponent, domain for a negative finite base and a finite exponent that is no
-/// integer, overflow, underflow. Accuracy: full within 1 ulp, high and low as in `accuracy`. Complex: e^(w ln z) with
-/// the principal logarithm. Warnings: pole for a zero base and a negative real exponent; overflow where finite numbers
-/// give an infinite part; domain where numbers without a NaN give NaN parts. Accuracy: relative to the absolute value
-/// of the result, full within 1 ulp of it, high and low as in `accuracy`; the angle has it up to |w ln z| = 2^40.
+/// - One number as exponent is converted to the type of the elements, and gives the same bits as a range that is full
+///   of it.
+/// - Real: as in Annex F of ISO C: a zero exponent and a base of 1 give 1, also with a NaN; a negative base has powers
+///   with integer exponents only. Powers that are numbers of the type are exact at full accuracy. Warnings: pole for a
+///   zero base and a finite negative exponent, domain for a negative finite base and a finite exponent that is no
+///   integer, overflow, underflow. Accuracy: full within 1 ulp, high and low as in `accuracy`.
+/// - Complex: e^(w ln z) with the principal logarithm. Warnings: pole for a zero base and a negative real exponent;
+///   overflow where finite numbers give an infinite part; domain where numbers without a NaN give NaN parts. Accuracy:
+///   relative to the absolute value of the result, full within 1 ulp of it, high and low as in `accuracy`; the angle
+///   has it up to |w ln z| = 2^40.
 /// @code
 /// std::vector<double> x{4, 9}, e{0.5, 2}, y(2);
 /// kelvm::pow(x, e, y);   // 2, 81
@@ -688,11 +706,12 @@ template <accuracy Level = accuracy::full, class X, class E, class Y> status pow
 
 /// y[i] = the sine of x[i], for all finite real and complex numbers.
 ///
-/// Real: odd, zeros are kept. Warning: domain for an infinity. Accuracy: full within 1 ulp, high as in `accuracy`; low
-/// so everywhere but next to the multiples of pi other than 0, where its absolute error stays below 3e-11
-/// (floats 1.6e-4). Complex: infinities and NaNs as in Annex G of ISO C. Warnings: overflow where a finite number gives
-/// an infinite part; domain for an infinite angle that gives a NaN part. Accuracy: full within 1 ulp a part, high and
-/// low as in `accuracy`, relative to the absolute value of the result.
+/// - Real: odd, zeros are kept. Warning: domain for an infinity, and for a NaN of type double whose upper 32 bits are
+///   those of an infinity. Accuracy: full within 1 ulp, high as in `accuracy`; low so everywhere but next to the
+///   multiples of pi other than 0, where its absolute error stays below 3e-11 (floats 1.6e-4).
+/// - Complex: infinities and NaNs as in Annex G of ISO C. Warnings: overflow where a finite number gives an infinite
+///   part; domain for an infinite angle that gives a NaN part. Accuracy: full within 1 ulp a part, high and low as in
+///   `accuracy`, relative to the absolute value of the result.
 /// @code
 /// std::vector<double> x{0, 0.5, 1e22}, y(3);
 /// kelvm::sin(x, y); // 0, 0.479425538604203, -0.8522008497671888
@@ -703,9 +722,9 @@ template <accuracy Level = accuracy::full, class X, class Y> status sin(const X&
 
 /// y[i] = the cosine of x[i], for all finite real and complex numbers.
 ///
-/// Real: even. Warning: domain for an infinity. Accuracy: full within 1 ulp, high as in `accuracy`; low so for floats,
-/// and for doubles everywhere but next to the zeros, where its absolute error stays below 3e-11. Complex: warnings and
-/// accuracy as for sin().
+/// - Real: even. Warning: domain as for sin(). Accuracy: full within 1 ulp, high as in `accuracy`; low so for floats,
+///   and for doubles everywhere but next to the zeros, where its absolute error stays below 3e-11.
+/// - Complex: warnings and accuracy as for sin().
 /// @code
 /// std::vector<double> x{0, 0.5, 1e22}, y(3);
 /// kelvm::cos(x, y); // 1, 0.8775825618903728, 0.5232147853951389
@@ -716,7 +735,7 @@ template <accuracy Level = accuracy::full, class X, class Y> status cos(const X&
 
 /// sines[i] and cosines[i] of real x[i], computed together: the bits of sin() and cos() at the same accuracy.
 ///
-/// Domain, warnings and accuracy as for those. Either output may be x, the two should not overlap.
+/// - Domain, warnings and accuracy as for those. Either output may be x, the two should not overlap.
 /// @code
 /// std::vector<float> angle{0.5f}, s(1), c(1);
 /// kelvm::sincos(angle, s, c); // 0.47942555f and 0.87758255f
@@ -728,7 +747,8 @@ status sincos(const X& x, S&& sines, C&& cosines) {
 
 /// y[i] = cos x[i] + i sin x[i], of real x and complex y: points of the unit circle, phasors.
 ///
-/// The bits of sincos(), with its domain and accuracy. Warning: domain for an infinity. The ranges should not overlap.
+/// - The bits of sincos(), with its domain and accuracy.
+/// - Warning: domain for an infinity. The ranges should not overlap.
 /// @code
 /// std::vector<double> angle{0, 0.5};
 /// std::vector<std::complex<double>> y(2);
@@ -740,10 +760,11 @@ template <accuracy Level = accuracy::full, class X, class Y> status cis(const X&
 
 /// y[i] = the tangent of x[i], for all finite real and complex numbers.
 ///
-/// Real: odd, zeros are kept; never overflows: no number is close enough to a pole. Warning: domain for an infinity.
-/// Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`, next to zeros and poles too.
-/// Complex: infinities and NaNs as in Annex G of ISO C. Warning: domain for an infinite angle that gives a NaN part.
-/// Accuracy: full within 1 ulp a part, high and low as in `accuracy`, relative to the absolute value of the result.
+/// - Real: odd, zeros are kept; never overflows: no number is close enough to a pole. Warning: domain for an infinity.
+///   Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`, next to zeros and poles
+///   too.
+/// - Complex: infinities and NaNs as in Annex G of ISO C. Warning: domain for an infinite angle that gives a NaN part.
+///   Accuracy: full within 1 ulp a part, high and low as in `accuracy`, relative to the absolute value of the result.
 /// @code
 /// std::vector<double> x{0, 0.5}, y(2);
 /// kelvm::tan(x, y); // 0, 0.5463024898437905
@@ -754,10 +775,11 @@ template <accuracy Level = accuracy::full, class X, class Y> status tan(const X&
 
 /// y[i] = the inverse tangent of x[i], from -pi/2 to pi/2, for all real and complex numbers.
 ///
-/// Real: odd, zeros are kept, infinities give +-pi/2. No warnings. Accuracy: full within 1 ulp (floats correctly
-/// rounded), high and low as in `accuracy`. Complex: cuts along the imaginary axis beyond -i and i, the sign of a zero
-/// real part telling the sides apart. Warning: pole at -i and i. Accuracy: full within 1 ulp a part, high and low as in
-/// `accuracy`, relative to the absolute value of the result.
+/// - Real: odd, zeros are kept, infinities give +-pi/2. No warnings. Accuracy: full within 1 ulp (floats correctly
+///   rounded), high and low as in `accuracy`.
+/// - Complex: cuts along the imaginary axis beyond -i and i, the sign of a zero real part telling the sides apart.
+///   Warning: pole at -i and i. Accuracy: full within 1 ulp a part, high and low as in `accuracy`, relative to the
+///   absolute value of the result.
 /// @code
 /// std::vector<double> x{1, -1e300}, y(2);
 /// kelvm::atan(x, y); // 0.7853981633974483, -1.5707963267948966
@@ -768,8 +790,9 @@ template <accuracy Level = accuracy::full, class X, class Y> status atan(const X
 
 /// result[i] = the angle of the point (x[i], y[i]), y first, from -pi to pi, for all real numbers.
 ///
-/// Zeros and infinities as in Annex F of ISO C; no point is a domain error or a pole. Warning: underflow where the
-/// result is below the normal range and y[i] is not 0. Accuracy: full within 1 ulp, high and low as in `accuracy`.
+/// - Zeros and infinities as in Annex F of ISO C; no point is a domain error or a pole.
+/// - Warning: underflow where the result is below the normal range and y[i] is not 0.
+/// - Accuracy: full within 1 ulp, high and low as in `accuracy`.
 /// @code
 /// std::vector<double> y{1, 0.0, -0.0}, x{1, -1, -1}, result(3);
 /// kelvm::atan2(y, x, result); // 0.7853981633974483, 3.141592653589793, -3.141592653589793
@@ -780,10 +803,11 @@ template <accuracy Level = accuracy::full, class Y, class X, class R> status ata
 
 /// y[i] = the inverse sine of x[i], from -pi/2 to pi/2, for real numbers in [-1, 1] and all complex ones.
 ///
-/// Real: odd, zeros are kept. Warning: domain beyond [-1, 1]. Accuracy: full within 1 ulp (floats correctly rounded),
-/// high and low as in `accuracy`. Complex: cuts along the real axis beyond -1 and 1, the sign of a zero imaginary part
-/// telling the sides apart. No warnings. Accuracy: full within 1 ulp a part, also next to the cuts, high and low as in
-/// `accuracy`, relative to the absolute value of the result.
+/// - Real: odd, zeros are kept. Warning: domain beyond [-1, 1]. Accuracy: full within 1 ulp (floats correctly rounded),
+///   high and low as in `accuracy`.
+/// - Complex: cuts along the real axis beyond -1 and 1, the sign of a zero imaginary part telling the sides apart. No
+///   warnings. Accuracy: full within 1 ulp a part, also next to the cuts, high and low as in `accuracy`, relative to
+///   the absolute value of the result.
 /// @code
 /// std::vector<double> x{0.5, 1}, y(2);
 /// kelvm::asin(x, y); // 0.5235987755982989, 1.5707963267948966
@@ -794,8 +818,9 @@ template <accuracy Level = accuracy::full, class X, class Y> status asin(const X
 
 /// y[i] = the inverse cosine of x[i], from 0 to pi, for real numbers in [-1, 1] and all complex ones.
 ///
-/// Real: exactly +0 at 1. Warning: domain beyond [-1, 1]. Complex: cuts as for asin(); no warnings. Accuracy as for
-/// asin().
+/// - Real: exactly +0 at 1. Warning: domain beyond [-1, 1].
+/// - Complex: cuts as for asin(); no warnings.
+/// - Accuracy as for asin().
 /// @code
 /// std::vector<double> x{0.5, -1}, y(2);
 /// kelvm::acos(x, y); // 1.0471975511965979, 3.141592653589793
@@ -808,10 +833,11 @@ template <accuracy Level = accuracy::full, class X, class Y> status acos(const X
 
 /// y[i] = the hyperbolic sine of x[i], for all real and complex numbers.
 ///
-/// Real: odd, zeros and infinities are kept. Warning: overflow.
-/// Complex: infinities and NaNs as in Annex G of ISO C. Warnings: overflow where a finite number gives an infinite
-/// part; domain for an infinite angle that gives a NaN part. Accuracy: full within 1 ulp a part (real floats correctly
-/// rounded), high and low as in `accuracy`, for complex numbers relative to the absolute value of the result.
+/// - Real: odd, zeros and infinities are kept. Warning: overflow.
+/// - Complex: infinities and NaNs as in Annex G of ISO C. Warnings: overflow where a finite number gives an infinite
+///   part; domain for an infinite angle that gives a NaN part.
+/// - Accuracy: full within 1 ulp a part (real floats correctly rounded), high and low as in `accuracy`, for complex
+///   numbers relative to the absolute value of the result.
 /// @code
 /// std::vector<double> x{0, 1}, y(2);
 /// kelvm::sinh(x, y); // 0, 1.1752011936438014
@@ -822,8 +848,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status sinh(const X
 
 /// y[i] = the hyperbolic cosine of x[i], for all real and complex numbers.
 ///
-/// Real: even, never below 1; an infinity gives +infinity. Warning: overflow.
-/// Complex: warnings, and accuracy throughout, as for sinh().
+/// - Real: even, never below 1; an infinity gives +infinity. Warning: overflow.
+/// - Complex: warnings, and accuracy throughout, as for sinh().
 /// @code
 /// std::vector<double> x{0, 1}, y(2);
 /// kelvm::cosh(x, y); // 1, 1.5430806348152437
@@ -834,9 +860,9 @@ template <accuracy Level = accuracy::full, class X, class Y> status cosh(const X
 
 /// y[i] = the hyperbolic tangent of x[i], for all real and complex numbers.
 ///
-/// Real: odd, never beyond +-1; zeros are kept, infinities give +-1. No warnings.
-/// Complex: infinities and NaNs as in Annex G of ISO C. Warning: domain for an infinite angle that gives a NaN part.
-/// Accuracy as for sinh().
+/// - Real: odd, never beyond +-1; zeros are kept, infinities give +-1. No warnings.
+/// - Complex: infinities and NaNs as in Annex G of ISO C. Warning: domain for an infinite angle that gives a NaN part.
+/// - Accuracy as for sinh().
 /// @code
 /// std::vector<double> x{0, 0.5}, y(2);
 /// kelvm::tanh(x, y); // 0, 0.46211715726000973
@@ -847,10 +873,10 @@ template <accuracy Level = accuracy::full, class X, class Y> status tanh(const X
 
 /// y[i] = the inverse hyperbolic sine of x[i], for all real and complex numbers. No warnings.
 ///
-/// Real: odd, zeros and infinities are kept.
-/// Complex: cuts along the imaginary axis beyond -i and i, the sign of a zero real part telling the sides apart.
-/// Accuracy: full within 1 ulp a part (real floats correctly rounded), high and low as in `accuracy`, for complex
-/// numbers relative to the absolute value of the result.
+/// - Real: odd, zeros and infinities are kept.
+/// - Complex: cuts along the imaginary axis beyond -i and i, the sign of a zero real part telling the sides apart.
+/// - Accuracy: full within 1 ulp a part (real floats correctly rounded), high and low as in `accuracy`, for complex
+///   numbers relative to the absolute value of the result.
 /// @code
 /// std::vector<double> x{0, 1}, y(2);
 /// kelvm::asinh(x, y); // 0, 0.881373587019543
@@ -861,9 +887,10 @@ template <accuracy Level = accuracy::full, class X, class Y> status asinh(const 
 
 /// y[i] = the inverse hyperbolic cosine of x[i], for real x[i] >= 1 and all complex numbers.
 ///
-/// Real: exactly +0 at 1. Warning: domain below 1.
-/// Complex: the real part is not negative; a cut along the real axis below 1, the sign of a zero imaginary part telling
-/// the sides apart. No warnings. Accuracy as for asinh().
+/// - Real: exactly +0 at 1. Warning: domain below 1.
+/// - Complex: the real part is not negative; a cut along the real axis below 1, the sign of a zero imaginary part
+///   telling the sides apart. No warnings.
+/// - Accuracy as for asinh().
 /// @code
 /// std::vector<double> x{1, 2}, y(2);
 /// kelvm::acosh(x, y); // 0, 1.3169578969248168
@@ -874,9 +901,10 @@ template <accuracy Level = accuracy::full, class X, class Y> status acosh(const 
 
 /// y[i] = the inverse hyperbolic tangent of x[i], for real numbers in [-1, 1] and all complex ones.
 ///
-/// Real: odd, zeros are kept. Warnings: pole at -1 and 1 (+-infinity), domain beyond.
-/// Complex: cuts along the real axis beyond -1 and 1, the sign of a zero imaginary part telling the sides apart.
-/// Warning: pole at -1 and 1. Accuracy as for asinh().
+/// - Real: odd, zeros are kept. Warnings: pole at -1 and 1 (+-infinity), domain beyond.
+/// - Complex: cuts along the real axis beyond -1 and 1, the sign of a zero imaginary part telling the sides apart.
+///   Warning: pole at -1 and 1.
+/// - Accuracy as for asinh().
 /// @code
 /// std::vector<double> x{0, 0.5}, y(2);
 /// kelvm::atanh(x, y); // 0, 0.5493061443340548
@@ -890,8 +918,9 @@ template <accuracy Level = accuracy::full, class X, class Y> status atanh(const 
 /// y[i] = the error function of x[i], 2 / sqrt(pi) times the integral of e^(-t^2) from 0 to x[i], for every real
 /// number.
 ///
-/// Odd, never beyond +-1; zeros are kept, infinities give +-1. No warnings. Accuracy: full within 1 ulp (floats
-/// correctly rounded), high and low as in `accuracy`.
+/// - Odd, never beyond +-1; zeros are kept, infinities give +-1.
+/// - No warnings.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> x{0, 0.5}, y(2);
 /// kelvm::erf(x, y); // 0, 0.5204998778130465
@@ -903,8 +932,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status erf(const X&
 /// y[i] = 1 - erf(x[i]), for every real number, with its relative accuracy over the whole tail; -infinity gives 2,
 /// +infinity +0.
 ///
-/// Warning: underflow where a finite number's result is below the normal range. Accuracy: full within 1 ulp (floats
-/// correctly rounded), high and low as in `accuracy`.
+/// - Warning: underflow where a finite number's result is below the normal range.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> x{0, 10}, y(2);
 /// kelvm::erfc(x, y); // 1, 2.088487583762545e-45
@@ -915,8 +944,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status erfc(const X
 
 /// y[i] = the inverse of the error function at x[i], for real numbers in [-1, 1]; odd, zeros are kept.
 ///
-/// Warnings: pole at -1 and 1 (+-infinity), domain beyond. Accuracy: full within 1 ulp (floats correctly rounded), high
-/// and low as in `accuracy`.
+/// - Warnings: pole at -1 and 1 (+-infinity), domain beyond.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> x{0, 0.5}, y(2);
 /// kelvm::erf_inv(x, y); // 0, 0.4769362762044699
@@ -927,8 +956,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status erf_inv(cons
 
 /// y[i] = the inverse of erfc at x[i], for real numbers in [0, 2]; exactly +0 at 1.
 ///
-/// Warnings: pole at 0 (+infinity) and 2 (-infinity), domain beyond. Accuracy: full within 1 ulp (floats correctly
-/// rounded), high and low as in `accuracy`.
+/// - Warnings: pole at 0 (+infinity) and 2 (-infinity), domain beyond.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> x{1, 1e-300}, y(2);
 /// kelvm::erfc_inv(x, y); // 0, 26.209469960516124
@@ -940,8 +969,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status erfc_inv(con
 /// y[i] = the distribution function of the standard normal distribution at x[i], for every real number, with its
 /// relative accuracy over the whole tail; exactly 1/2 at 0, -infinity gives +0, +infinity 1.
 ///
-/// Warning: underflow where a finite number's result is below the normal range. Accuracy: full within 1 ulp (floats
-/// correctly rounded), high and low as in `accuracy`.
+/// - Warning: underflow where a finite number's result is below the normal range.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> x{0, -1.96}, y(2);
 /// kelvm::cdf_norm(x, y); // 0.5, 0.024997895148220435
@@ -953,8 +982,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status cdf_norm(con
 /// y[i] = the quantile of the standard normal distribution for the probability x[i], a real number in [0, 1]: the
 /// inverse of cdf_norm(); exactly +0 at 1/2.
 ///
-/// Warnings: pole at 0 (-infinity) and 1 (+infinity), domain beyond. Accuracy: full within 1 ulp (floats correctly
-/// rounded), high and low as in `accuracy`.
+/// - Warnings: pole at 0 (-infinity) and 1 (+infinity), domain beyond.
+/// - Accuracy: full within 1 ulp (floats correctly rounded), high and low as in `accuracy`.
 /// @code
 /// std::vector<double> x{0.5, 0.975}, y(2);
 /// kelvm::cdf_norm_inv(x, y); // 0, 1.959963984540054
