@@ -8,15 +8,16 @@
 ///
 /// Ranges: inputs and outputs are contiguous ranges of `float`, `double`, `std::complex<float>` or
 /// `std::complex<double>`: vectors, arrays, spans, and through a span whatever has a pointer and a size. All ranges of
-/// a call have the same size and, but for abs() and cis() of complex numbers, the same type of elements. An output may
-/// be the range that is an input; otherwise they should not overlap.
+/// a call have the same size and, but for cis() and the abs() of complex numbers, the same type of elements. An output
+/// may be the range that is an input; otherwise ranges should not overlap.
 ///
 /// Sizes: ranges whose sizes differ throw `std::invalid_argument` before anything is written; in a program compiled
 /// without exceptions the call returns `status::size_error` instead. Empty ranges are no error, nothing is done. Ranges
 /// may have more elements than an `int` can count.
 ///
 /// Status: `status::ok`, or the warning of the last element that earned one; every element has its result then. A NaN
-/// gives a NaN and no warning, where nothing else is said. A status may be ignored.
+/// gives a NaN and no warning, where nothing else is said. A status may be ignored. All of them, in a table:
+/// docs/statuses.md.
 ///
 /// Accuracy: a template argument, see `accuracy`. Results depend on the values of their elements alone: splitting a
 /// range changes no bit.
@@ -52,8 +53,8 @@ namespace kelvm {
 /// only has that one at every level.
 enum class accuracy {
   full, ///< full precision of the type: within 1 ulp, nearly always the correctly rounded result
-  high, ///< relative error at most 2^-50 for doubles, 2^-21 for floats
-  low   ///< relative error at most 2^-26 for doubles, 2^-11 for floats
+  high, ///< relative error at most 2^-50 for doubles, 2^-21 for floats; of complex results that of the absolute value
+  low   ///< relative error at most 2^-26 for doubles, 2^-11 for floats; of complex results that of the absolute value
 };
 
 /// What a call has to report: nothing, an error (then nothing was written), or a warning (then everything was).
@@ -691,8 +692,8 @@ template <accuracy Level = accuracy::full, class X, class Y> status log1p(const 
 ///   integer, overflow, underflow. Accuracy: full within 1 ulp, high and low as in `accuracy`.
 /// - Complex: e^(w ln z) with the principal logarithm. Warnings: pole for a zero base and a negative real exponent;
 ///   overflow where finite numbers give an infinite part; domain where numbers without a NaN give NaN parts. Accuracy:
-///   relative to the absolute value of the result, full within 1 ulp of it, high and low as in `accuracy`; the angle
-///   has it up to |w ln z| = 2^40.
+///   full within 1 ulp a part, high and low as in `accuracy`, relative to the absolute value of the result. That holds
+///   for any w; numbers with |w ln z| above 2^34 take long.
 /// @code
 /// std::vector<double> x{4, 9}, e{0.5, 2}, y(2);
 /// kelvm::pow(x, e, y);   // 2, 81
@@ -748,7 +749,7 @@ status sincos(const X& x, S&& sines, C&& cosines) {
 /// y[i] = cos x[i] + i sin x[i], of real x and complex y: points of the unit circle, phasors.
 ///
 /// - The bits of sincos(), with its domain and accuracy.
-/// - Warning: domain for an infinity. The ranges should not overlap.
+/// - Warning: domain for an infinity. The ranges must not overlap.
 /// @code
 /// std::vector<double> angle{0, 0.5};
 /// std::vector<std::complex<double>> y(2);
