@@ -28,6 +28,16 @@ namespace detail {
 template <class P>
 concept policy = std::is_execution_policy_v<std::remove_cvref_t<P>>;
 
+// A piece changes the floating-point mode while it is computed, so that no thread may interleave two of them.
+template <policy P> const auto& without_interleaving(const P& policy) {
+  if constexpr (std::same_as<P, std::execution::parallel_unsequenced_policy>)
+    return std::execution::par;
+  else if constexpr (std::same_as<P, std::execution::unsequenced_policy>)
+    return std::execution::seq;
+  else
+    return policy;
+}
+
 // What a piece leaves behind for its caller.
 struct Outcome {
   status found;
@@ -50,7 +60,8 @@ template <class Policy> struct InPieces {
     std::fenv_t callers, working;
     std::feholdexcept(&callers);
     std::fegetenv(&working); // the caller's modes, no flags, nothing trapped
-    std::for_each(policy, outcomes.begin(), outcomes.end(), [&](Outcome& outcome) {
+    std::fesetenv(&callers);
+    std::for_each(without_interleaving(policy), outcomes.begin(), outcomes.end(), [&](Outcome& outcome) {
       const std::size_t first = static_cast<std::size_t>(&outcome - outcomes.data()) * piece;
       std::fenv_t workers;
       std::fegetenv(&workers);
@@ -59,7 +70,6 @@ template <class Policy> struct InPieces {
       outcome.flags = std::fetestexcept(FE_ALL_EXCEPT);
       std::fesetenv(&workers);
     });
-    std::fesetenv(&callers);
 
     Outcome all{status::ok, 0};
     for (const Outcome& outcome : outcomes) {
