@@ -1,6 +1,6 @@
 // Sum, difference, product, square and absolute value: one correctly rounded operation each, in the caller's mode.
 #include "kelvm/arith.h"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "simd/ordered.hpp"
 
 namespace kelvm::inline KELVM_BUILD::real_arithmetic {

@@ -4,9 +4,8 @@
 //
 // A quotient's own flags are those that its element earns, so Div divides first and looks at the result: what is not an
 // ordinary number or a zero from a zero dividend goes to element(), which finds the code.
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/arith.h"
-#include "root/root.hpp"
 
 namespace kelvm::inline KELVM_BUILD::real_division {
 namespace {
@@ -27,9 +26,9 @@ template <class T> T quotient(T x, T y, kelStatus& status) {
 }
 
 /// Whether results may have a code. For a block, the magnitudes tell as 32-bit words, of which the upper one of a
-/// double counts: shifted left, and less the smallest that has none, those in doubt are the largest. A zero makes a
+/// double counts: shifted left, and less the smallest that has none, those in test are the largest. A zero makes a
 /// closer look at single vectors necessary.
-template <class V> struct QuotientDoubt {
+template <class V> struct QuotientTest {
   using T = Lane<V>;
 
   void add(V dividend, V quotient) {
@@ -39,8 +38,8 @@ template <class V> struct QuotientDoubt {
     const Bits<V> small = below(magnitude, from_bits<T>(bits(smallest_normal<T>) + 1));
     undecided |= (small & -bits(abs(dividend))) | beyond(magnitude, largest_finite<T>);
   }
-  bool any() const { return sign_bits(bit_cast<Bits<V>>((farthest >> 1) + (0x7FFFFFFF - (largest - least)))) != 0; }
-  LaneBits lanes() const { return sign_bits(undecided); }
+  bool any() const { return movemask(bit_cast<Bits<V>>((farthest >> 1) + (0x7FFFFFFF - (largest - least)))) != 0; }
+  BitMask lanes() const { return movemask(undecided); }
 
 private:
   using Words = Vec<std::uint32_t, sizeof(V) / 4>;
@@ -52,11 +51,11 @@ private:
 
 template <class T> struct Div : KernelDefaults {
   using Element = T;
-  template <class V> using Doubt = QuotientDoubt<V>;
-  template <class V> static Marks<V> special(V, V) { return Marks<V>{}; }
-  template <class V> static V formula(V x, V y, Doubt<V>& doubt) {
+  template <class V> using ResultTest = QuotientTest<V>;
+  template <class V> static SignMask<V> special(V, V) { return SignMask<V>{}; }
+  template <class V> static V formula(V x, V y, ResultTest<V>& test) {
     const V q = x / y;
-    doubt.add(x, q);
+    test.add(x, q);
     return q;
   }
   static T element(T x, T y, kelStatus& status) { return quotient(x, y, status); }
@@ -65,7 +64,7 @@ template <class T> struct Div : KernelDefaults {
 template <class T> struct Inv : KernelDefaults {
   using Element = T;
   static constexpr int vectors_in_flight = 2;
-  template <class V> static Marks<V> special(V x) {
+  template <class V> static SignMask<V> special(V x) {
     return outside(abs(x), smallest_normal<T>, 1 / smallest_normal<T>);
   }
   template <class V> static V formula(V x) { return 1 / x; }

@@ -1,5 +1,5 @@
 // Rounding to integral values, and the split into integral and fractional part. Every result is exact.
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/arith.h"
 
 namespace kelvm::inline KELVM_BUILD::rounding_family {
@@ -28,7 +28,7 @@ template <class T> struct Round : KernelDefaults {
     const Bits<V> sign = sign_of(x);
     const V nearest = round<Rounding::nearest_even>(x);
     const V away = flip_sign(x - nearest, sign);
-    return nearest + keep(away == splat<V>(0.5), with_sign(splat<V>(1), sign));
+    return nearest + zero_unless(away == splat<V>(0.5), with_sign(splat<V>(1), sign));
   }
 };
 
@@ -38,9 +38,7 @@ template <class T> struct Modf : KernelDefaults {
   using Element = T;
   static constexpr Mode mode = Mode::toward_zero;
 
-  template <class V> static Marks<V> special(V x) {
-    return above(abs(x), sizeof(T) == 8 ? T(0x1.fffffffffffffp1023) : T(0x1.fffffep127));
-  }
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), largest_finite<T>); }
   template <class V> static Pair<V> formula(V x) {
     const V integral = round<Rounding::to_zero>(x);
     return {integral, with_sign(x - integral, sign_of(x))};

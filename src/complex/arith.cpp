@@ -3,7 +3,7 @@
 // Add, Sub: one operation a part. Conj: one bit.
 //
 // Mul, MulByConj, Div at full precision. Floats: the products are exact in double; one sum, for Div one quotient, and
-// one rounding: each part below 0.51 ulp. Doubles: for Mul both products of a part as exact head and tail, their sum
+// one rounding: each part below 0.51 ulp. Doubles: for Mul both products of a part as an exact double-word, their sum
 // rounded once where it does not cancel, and below 1 ulp where it does. For Div the sum to 2^-62 of itself where it
 // loses less than 12 bits, else from exact products, and the quotient is corrected: below 0.51 ulp. See Jeannerod,
 // Louvet, Muller, "Further analysis of Kahan's algorithm for the accurate computation of 2x2 determinants", 2013, and
@@ -16,7 +16,7 @@
 // and NaNs the results of C's Annex G. A NaN part is the default NaN. Products take any operands and look at what comes
 // out, so the frame takes back the flags that no element earned; quotients look at their operands first.
 #include "complex/complex.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/complex.h"
 #include "simd/ordered.hpp"
 
@@ -148,18 +148,18 @@ template <class T> Pair<T> divide_element(const Operands& o, kelStatus& status) 
 
 // --- kernels --------------------------------------------------------------------------------------------------------
 
-/// Marks lanes with |x| and |y| both below the limit.
-template <class V> Marks<V> both_below(V x, V y, Lane<V> limit) {
+/// SignMask lanes with |x| and |y| both below the limit.
+template <class V> SignMask<V> both_below(V x, V y, Lane<V> limit) {
   const Int<V> l = int_bits(splat<V>(limit));
   return (int_bits(abs(x)) - l) & (int_bits(abs(y)) - l);
 }
-template <class V> Marks<V> nonzero(V x) { return -int_bits(abs(x)); }
-template <class V> Marks<V> not_both_zero(V x, V y) { return -int_bits(abs(from_bits<V>(bits(x) | bits(y)))); }
+template <class V> SignMask<V> nonzero(V x) { return -int_bits(abs(x)); }
+template <class V> SignMask<V> not_both_zero(V x, V y) { return -int_bits(abs(from_bits<V>(bits(x) | bits(y)))); }
 
 /// Tells by two sizes whether all is well: one that is no ordinary number where an operand is infinite or a NaN or
 /// something may overflow, and one that is small where a result may have suffered from underflow. For a block their sum
 /// and minimum do; zeros are among the small ones, so that the lanes of a single vector are told apart with more care.
-template <class V> struct SizeDoubt {
+template <class V> struct SizeTest {
   using T = Lane<V>;
 
   void large(V size, T limit) {
@@ -168,17 +168,17 @@ template <class V> struct SizeDoubt {
     high = limit;
   }
   /// harmful: whether being below the limit, as a zero is, means that the result is undecided.
-  void small(V size, T limit, Marks<V> harmful) {
+  void small(V size, T limit, SignMask<V> harmful) {
     least = smaller_of(size, least);
     undecided |= (int_bits(size) - int_bits(splat<V>(limit))) & harmful;
     low = limit;
   }
   bool any() const { return kelvm::any(above(abs(sum), high) | (int_bits(least) - int_bits(splat<V>(low)))); }
-  LaneBits lanes() const { return lane_bits(undecided); }
+  BitMask lanes() const { return movemask(undecided); }
 
 private:
   V sum = splat<V>(T(-0.0)), least = splat<V>(infinity<T>);
-  Marks<V> undecided{};
+  SignMask<V> undecided{};
   T high = largest_finite<T>, low = 0;
 };
 template <class V> V size_of(Pair<V> z) { return abs(z.first) + abs(z.second); }
@@ -188,14 +188,14 @@ enum class Conjugate { no, yes };
 /// z w or z conj(w). P: product.
 template <class T, class P, Conjugate C> struct Multiplication : KernelDefaults {
   using Element = T;
-  static constexpr bool stray_underflow = true;
-  static constexpr bool stray_exceptions = true;
+  static constexpr bool spurious_underflow = true;
+  static constexpr bool spurious_exceptions = true;
   static constexpr int vectors_in_flight = P::products_in_flight;
-  template <class V> using Doubt = SizeDoubt<V>;
+  template <class V> using ResultTest = SizeTest<V>;
 
-  template <class V> static Marks<V> special(V, V, V, V) { return Marks<V>{}; }
-  template <class V> static Pair<V> formula(V a, V b, V c, V d, Doubt<V>& doubt) {
-    return P::template product<C>(a, b, c, d, doubt);
+  template <class V> static SignMask<V> special(V, V, V, V) { return SignMask<V>{}; }
+  template <class V> static Pair<V> formula(V a, V b, V c, V d, ResultTest<V>& test) {
+    return P::template product<C>(a, b, c, d, test);
   }
   static Pair<T> element(T a, T b, T c, T d, kelStatus& status) {
     return multiply_element<T>({a, b, c, C == Conjugate::yes ? -d : d}, status);
@@ -212,13 +212,13 @@ template <Conjugate C, class V> Pair<V> plain_product(V a, V b, V c, V d) {
 template <class T, class P> struct Division : KernelDefaults {
   using Element = T;
   static constexpr int vectors_in_flight = P::quotients_in_flight;
-  static constexpr bool stray_underflow = true;
-  static constexpr bool stray_exceptions = true;
-  template <class V> using Doubt = SizeDoubt<V>;
+  static constexpr bool spurious_underflow = true;
+  static constexpr bool spurious_exceptions = true;
+  template <class V> using ResultTest = SizeTest<V>;
 
-  template <class V> static Marks<V> special(V a, V b, V c, V d) { return P::special(a, b, c, d); }
-  template <class V> static Pair<V> formula(V a, V b, V c, V d, Doubt<V>& doubt) {
-    return P::quotient(a, b, c, d, doubt);
+  template <class V> static SignMask<V> special(V a, V b, V c, V d) { return P::special(a, b, c, d); }
+  template <class V> static Pair<V> formula(V a, V b, V c, V d, ResultTest<V>& test) {
+    return P::quotient(a, b, c, d, test);
   }
   static Pair<T> element(T a, T b, T c, T d, kelStatus& status) { return divide_element<T>({a, b, c, d}, status); }
 };
@@ -228,47 +228,47 @@ struct FloatFull {
   static constexpr int products_in_flight = 4, quotients_in_flight = 1;
   static constexpr float limit = largest_finite<float>;
 
-  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
+  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeTest<V>& test) {
     constexpr auto re = [](auto a, auto b, auto c, auto d) { return plain_product<C>(a, b, c, d).first; };
     constexpr auto im = [](auto a, auto b, auto c, auto d) { return plain_product<C>(a, b, c, d).second; };
     const Pair<V> z{in_double(re, a, b, c, d), in_double(im, a, b, c, d)};
-    doubt.large(size_of(z), largest_finite<float>);
+    test.large(size_of(z), largest_finite<float>);
     return z;
   }
-  template <class V> static Marks<V> special(V a, V b, V c, V d) {
+  template <class V> static SignMask<V> special(V a, V b, V c, V d) {
     const Int<V> denominator_parts = int_bits(abs(from_bits<V>(bits(c) | bits(d))));
     return any_above(a, b, limit) | any_above(c, d, limit) | (denominator_parts - 1); // both zero: -1
   }
-  template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
+  template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeTest<V>& test) {
     const V re =
         in_double([](auto a, auto b, auto c, auto d) { return (a * c + b * d) / (c * c + d * d); }, a, b, c, d);
     const V im =
         in_double([](auto a, auto b, auto c, auto d) { return (b * c - a * d) / (c * c + d * d); }, a, b, c, d);
-    doubt.large(size_of(Pair<V>{re, im}), largest_finite<float>);
+    test.large(size_of(Pair<V>{re, im}), largest_finite<float>);
     return {re, im};
   }
 };
 
 /// Non-zero results of a size below the limit are undecided.
-template <class V> void tell_by_size(Pair<V> z, Lane<V> limit, SizeDoubt<V>& doubt) {
+template <class V> void tell_by_size(Pair<V> z, Lane<V> limit, SizeTest<V>& test) {
   const V size = size_of(z);
-  doubt.large(size, largest_finite<Lane<V>>);
-  doubt.small(size, limit, nonzero(size));
+  test.large(size, largest_finite<Lane<V>>);
+  test.small(size, limit, nonzero(size));
 }
 
 /// The textbook formulas in the type itself.
 struct FloatShort {
   static constexpr int products_in_flight = 4, quotients_in_flight = 4;
-  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
+  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeTest<V>& test) {
     const Pair<V> z = plain_product<C>(a, b, c, d);
-    tell_by_size(z, 0x1p-119f, doubt);
+    tell_by_size(z, 0x1p-119f, test);
     return z;
   }
-  template <class V> static Marks<V> special(V a, V b, V c, V d) {
+  template <class V> static SignMask<V> special(V a, V b, V c, V d) {
     return any_above(a, b, 0x1p120f) | any_above(c, d, 0x1p120f) | both_below(c, d, 0x1p-120f);
   }
   /// The denominator is brought to [1, 8) by a power of two.
-  template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
+  template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeTest<V>& test) {
     const Int<V> c_bits = int_bits(abs(c)), d_bits = int_bits(abs(d));
     const Int<V> larger = c_bits > d_bits ? c_bits : d_bits;
     const V scale = bit_cast<V>(0x7F000000 - (larger & 0x7F800000));
@@ -276,30 +276,30 @@ struct FloatShort {
     const V inverse = scale / (cs * cs + ds * ds);
     const V numerator_re = a * cs + b * ds, numerator_im = b * cs - a * ds;
     const V re = numerator_re * inverse, im = numerator_im * inverse;
-    doubt.small(size_of(Pair<V>{numerator_re, numerator_im}), 0x1p-99f, not_both_zero(a, b));
-    doubt.large(size_of(Pair<V>{re, im}), largest_finite<float>);
+    test.small(size_of(Pair<V>{numerator_re, numerator_im}), 0x1p-99f, not_both_zero(a, b));
+    test.large(size_of(Pair<V>{re, im}), largest_finite<float>);
     return {re, im};
   }
 };
 
 /// What the doubles have in common: parts and denominators in a window where no intermediate value leaves the range.
 struct DoubleWindow {
-  template <class V> static Marks<V> special(V a, V b, V c, V d) {
+  template <class V> static SignMask<V> special(V a, V b, V c, V d) {
     return any_above(a, b, 0x1p200) | any_above(c, d, 0x1p200) | both_below(c, d, 0x1p-200);
   }
 };
 
 struct DoubleShort : DoubleWindow {
   static constexpr int products_in_flight = 4, quotients_in_flight = 2;
-  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
+  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeTest<V>& test) {
     const Pair<V> z = plain_product<C>(a, b, c, d);
-    tell_by_size(z, 0x1p-959, doubt);
+    tell_by_size(z, 0x1p-959, test);
     return z;
   }
-  template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
+  template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeTest<V>& test) {
     const V inverse = 1.0 / (c * c + d * d);
     const V re = a * c + b * d, im = b * c - a * d;
-    doubt.small(size_of(Pair<V>{re, im}), 0x1p-599, not_both_zero(a, b));
+    test.small(size_of(Pair<V>{re, im}), 0x1p-599, not_both_zero(a, b));
     return {re * inverse, im * inverse};
   }
 };
@@ -310,78 +310,74 @@ struct DoubleFull : DoubleWindow {
   static constexpr int products_in_flight = 1, quotients_in_flight = 4;
 
   /// The exact products x y and z w, the second with the sign.
-  template <class V> struct Products { HeadTail<V> p, q; };
-  template <Sign S, class V> static Products<V> signed_products(HeadTail<V> p, HeadTail<V> q) {
-    return {p, S == Sign::plus ? q : HeadTail<V>{-q.head, -q.tail}};
+  template <class V> struct Products { DoubleWord<V> p, q; };
+  template <Sign S, class V> static Products<V> signed_products(DoubleWord<V> p, DoubleWord<V> q) {
+    return {p, S == Sign::plus ? q : DoubleWord<V>{-q.hi, -q.lo}};
   }
   /// x y + z w, or x y - z w, rounded. Where the sum of p and q is inexact, the errors are small beside it; where it is
   /// exact, the sum of the errors is exact or no larger than the result: below 1 ulp.
   template <Sign S, class V>
-  static V sum_of_two(Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w, SizeDoubt<V>& doubt) {
+  static V sum_of_two(ExactFactor<V> x, ExactFactor<V> y, ExactFactor<V> z, ExactFactor<V> w, SizeTest<V>& test) {
     const auto [p, q] = signed_products<S>(two_product(x, y), two_product(z, w));
     // They are exact where the larger one is above the limit; both may have a zero factor.
-    doubt.small(abs(p.head) + abs(q.head), 0x1p-900,
-                (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
-    const HeadTail<V> sum = two_sum(p.head, q.head);
-    return sum.head - (0 - (sum.tail + (p.tail + q.tail))); // a zero keeps the sign of the plain sum
+    test.small(abs(p.hi) + abs(q.hi), 0x1p-900,
+               (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
+    const DoubleWord<V> sum = two_sum(p.hi, q.hi);
+    return sum.hi - (0 - (sum.lo + (p.lo + q.lo))); // a zero keeps the sign of the plain sum
   }
-  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
-    doubt.large(size_of(Pair<V>{a, b}) + size_of(Pair<V>{c, d}), 0x1p500);
-    const Halves<V> sa(a), sb(b), sc(c), sd(d);
+  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeTest<V>& test) {
+    test.large(size_of(Pair<V>{a, b}) + size_of(Pair<V>{c, d}), 0x1p500);
+    const ExactFactor<V> sa(a), sb(b), sc(c), sd(d);
     if constexpr (C == Conjugate::yes)
-      return {sum_of_two<Sign::plus>(sa, sc, sb, sd, doubt), sum_of_two<Sign::minus>(sb, sc, sa, sd, doubt)};
+      return {sum_of_two<Sign::plus>(sa, sc, sb, sd, test), sum_of_two<Sign::minus>(sb, sc, sa, sd, test)};
     else
-      return {sum_of_two<Sign::minus>(sa, sc, sb, sd, doubt), sum_of_two<Sign::plus>(sa, sd, sb, sc, doubt)};
+      return {sum_of_two<Sign::minus>(sa, sc, sb, sd, test), sum_of_two<Sign::plus>(sa, sd, sb, sc, test)};
   }
 
   /// p + q, relative error below 2^-100. A zero has the sign of the plain sum.
-  template <class V> static HeadTail<V> exact_sum(Products<V> of) {
-    const HeadTail<V> heads = two_sum(of.p.head, of.q.head), tails = two_sum(of.p.tail, of.q.tail);
-    const V middle = heads.tail + tails.head;
-    const V head = heads.head - (0 - middle);
-    return {head, (middle - (head - heads.head)) + tails.tail};
+  template <class V> static DoubleWord<V> exact_sum(Products<V> of) {
+    const DoubleWord<V> heads = two_sum(of.p.hi, of.q.hi), tails = two_sum(of.p.lo, of.q.lo);
+    const V middle = heads.lo + tails.hi;
+    const V head = heads.hi - (0 - middle);
+    return {head, (middle - (head - heads.hi)) + tails.lo};
   }
-  /// A number cut in two: products of heads are exact.
-  template <class V> struct Cut {
-    V value, head, tail;
-    explicit Cut(V a) : value(a), head(head_of(a)), tail(a - head) {}
-  };
   /// x y + z w, or x y - z w, without exact products: relative error below 2^-62 where it does not cancel.
   template <class V> struct Numerator {
-    HeadTail<V> value;
-    Marks<V> cancels;
+    DoubleWord<V> value;
+    SignMask<V> cancels;
   };
   template <Sign S, class V>
-  static Numerator<V> numerator(const Cut<V>& x, const Cut<V>& y, const Cut<V>& z, const Cut<V>& w,
-                                SizeDoubt<V>& doubt) {
-    const V p = x.head * y.head, q = z.head * w.head, size = abs(p) + abs(q);
-    doubt.small(size, 0x1p-510, (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
-    const V p_rest = x.tail * y.value + x.head * y.tail, q_rest = z.tail * w.value + z.head * w.tail;
-    const HeadTail<V> sum = two_sum(p, S == Sign::plus ? q : -q);
-    return {{sum.head, sum.tail + (S == Sign::plus ? p_rest + q_rest : p_rest - q_rest)},
-            int_bits(abs(sum.head)) - int_bits(0x1p-12 * size)};
+  static Numerator<V> numerator(const SplitFactor<V>& x, const SplitFactor<V>& y, const SplitFactor<V>& z,
+                                const SplitFactor<V>& w, SizeTest<V>& test) {
+    const V p = x.hi * y.hi, q = z.hi * w.hi, size = abs(p) + abs(q);
+    test.small(size, 0x1p-510, (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
+    const V p_rest = x.lo * y.value + x.hi * y.lo, q_rest = z.lo * w.value + z.hi * w.lo;
+    const DoubleWord<V> sum = two_sum(p, S == Sign::plus ? q : -q);
+    return {{sum.hi, sum.lo + (S == Sign::plus ? p_rest + q_rest : p_rest - q_rest)},
+            int_bits(abs(sum.hi)) - int_bits(0x1p-12 * size)};
   }
   template <Sign S, class V>
-  static HeadTail<V> settled(const Numerator<V>& n, Halves<V> x, Halves<V> y, Halves<V> z, Halves<V> w) {
-    const HeadTail<V> exact = exact_sum(signed_products<S>(two_product(x, y), two_product(z, w)));
-    return {select(n.cancels, exact.head, n.value.head), select(n.cancels, exact.tail, n.value.tail)};
+  static DoubleWord<V> settled(const Numerator<V>& n, ExactFactor<V> x, ExactFactor<V> y, ExactFactor<V> z,
+                               ExactFactor<V> w) {
+    const DoubleWord<V> exact = exact_sum(signed_products<S>(two_product(x, y), two_product(z, w)));
+    return {select(n.cancels, exact.hi, n.value.hi), select(n.cancels, exact.lo, n.value.lo)};
   }
-  template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeDoubt<V>& doubt) {
-    const Cut<V> ca(a), cb(b), cc(c), cd(d);
-    const V c2 = cc.head * cc.head, d2 = cd.head * cd.head;
-    const V rest = cc.tail * (c + cc.head) + cd.tail * (d + cd.head);
+  template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeTest<V>& test) {
+    const SplitFactor<V> ca(a), cb(b), cc(c), cd(d);
+    const V c2 = cc.hi * cc.hi, d2 = cd.hi * cd.hi;
+    const V rest = cc.lo * (c + cc.hi) + cd.lo * (d + cd.hi);
     const V norm = (c2 + d2) + rest, inverse = 1.0 / norm;
     const V norm_head = head_of(norm), norm_tail = ((larger_of(c2, d2) - norm_head) + smaller_of(c2, d2)) + rest;
-    Numerator<V> re = numerator<Sign::plus>(ca, cc, cb, cd, doubt);
-    Numerator<V> im = numerator<Sign::minus>(cb, cc, ca, cd, doubt);
+    Numerator<V> re = numerator<Sign::plus>(ca, cc, cb, cd, test);
+    Numerator<V> im = numerator<Sign::minus>(cb, cc, ca, cd, test);
     if (any(re.cancels | im.cancels)) [[unlikely]] {
-      const Halves<V> ha(a), hb(b), hc(c), hd(d);
+      const ExactFactor<V> ha(a), hb(b), hc(c), hd(d);
       re.value = settled<Sign::plus>(re, ha, hc, hb, hd);
       im.value = settled<Sign::minus>(im, hb, hc, ha, hd);
     }
-    const auto divide = [&](HeadTail<V> n) { // a zero keeps its sign
-      const V q = head_of((n.head - (0 - n.tail)) * inverse);
-      return q - ((q * norm_head - n.head) + (q * norm_tail - n.tail)) * inverse;
+    const auto divide = [&](DoubleWord<V> n) { // a zero keeps its sign
+      const V q = head_of((n.hi - (0 - n.lo)) * inverse);
+      return q - ((q * norm_head - n.hi) + (q * norm_tail - n.lo)) * inverse;
     };
     return {divide(re.value), divide(im.value)};
   }
@@ -396,29 +392,29 @@ template <class P> using Div64 = Division<double, P>;
 
 } // namespace
 
-KELVM_PARTS_BINARY(kelsAdd_32fc_A24, Add<float>)
-KELVM_PARTS_BINARY(kelsAdd_64fc_A53, Add<double>)
-KELVM_PARTS_BINARY(kelsSub_32fc_A24, Sub<float>)
-KELVM_PARTS_BINARY(kelsSub_64fc_A53, Sub<double>)
-KELVM_PARTS_UNARY(kelsConj_32fc_A24, Conj<float>)
-KELVM_PARTS_UNARY(kelsConj_64fc_A53, Conj<double>)
-KELVM_COMPLEX_BINARY(kelsMul_32fc_A11, Mul32<FloatShort>)
-KELVM_COMPLEX_BINARY(kelsMul_32fc_A21, Mul32<FloatShort>)
-KELVM_COMPLEX_BINARY(kelsMul_32fc_A24, Mul32<FloatFull>)
-KELVM_COMPLEX_BINARY(kelsMul_64fc_A26, Mul64<DoubleShort>)
-KELVM_COMPLEX_BINARY(kelsMul_64fc_A50, Mul64<DoubleShort>)
-KELVM_COMPLEX_BINARY(kelsMul_64fc_A53, Mul64<DoubleFull>)
-KELVM_COMPLEX_BINARY(kelsMulByConj_32fc_A11, MulByConj32<FloatShort>)
-KELVM_COMPLEX_BINARY(kelsMulByConj_32fc_A21, MulByConj32<FloatShort>)
-KELVM_COMPLEX_BINARY(kelsMulByConj_32fc_A24, MulByConj32<FloatFull>)
-KELVM_COMPLEX_BINARY(kelsMulByConj_64fc_A26, MulByConj64<DoubleShort>)
-KELVM_COMPLEX_BINARY(kelsMulByConj_64fc_A50, MulByConj64<DoubleShort>)
-KELVM_COMPLEX_BINARY(kelsMulByConj_64fc_A53, MulByConj64<DoubleFull>)
-KELVM_COMPLEX_BINARY(kelsDiv_32fc_A11, Div32<FloatShort>)
-KELVM_COMPLEX_BINARY(kelsDiv_32fc_A21, Div32<FloatShort>)
-KELVM_COMPLEX_BINARY(kelsDiv_32fc_A24, Div32<FloatFull>)
-KELVM_COMPLEX_BINARY(kelsDiv_64fc_A26, Div64<DoubleShort>)
-KELVM_COMPLEX_BINARY(kelsDiv_64fc_A50, Div64<DoubleShort>)
-KELVM_COMPLEX_BINARY(kelsDiv_64fc_A53, Div64<DoubleFull>)
+KELVM_BINARY(kelsAdd_32fc_A24, Add<float>)
+KELVM_BINARY(kelsAdd_64fc_A53, Add<double>)
+KELVM_BINARY(kelsSub_32fc_A24, Sub<float>)
+KELVM_BINARY(kelsSub_64fc_A53, Sub<double>)
+KELVM_UNARY(kelsConj_32fc_A24, Conj<float>)
+KELVM_UNARY(kelsConj_64fc_A53, Conj<double>)
+KELVM_BINARY(kelsMul_32fc_A11, Mul32<FloatShort>)
+KELVM_BINARY(kelsMul_32fc_A21, Mul32<FloatShort>)
+KELVM_BINARY(kelsMul_32fc_A24, Mul32<FloatFull>)
+KELVM_BINARY(kelsMul_64fc_A26, Mul64<DoubleShort>)
+KELVM_BINARY(kelsMul_64fc_A50, Mul64<DoubleShort>)
+KELVM_BINARY(kelsMul_64fc_A53, Mul64<DoubleFull>)
+KELVM_BINARY(kelsMulByConj_32fc_A11, MulByConj32<FloatShort>)
+KELVM_BINARY(kelsMulByConj_32fc_A21, MulByConj32<FloatShort>)
+KELVM_BINARY(kelsMulByConj_32fc_A24, MulByConj32<FloatFull>)
+KELVM_BINARY(kelsMulByConj_64fc_A26, MulByConj64<DoubleShort>)
+KELVM_BINARY(kelsMulByConj_64fc_A50, MulByConj64<DoubleShort>)
+KELVM_BINARY(kelsMulByConj_64fc_A53, MulByConj64<DoubleFull>)
+KELVM_BINARY(kelsDiv_32fc_A11, Div32<FloatShort>)
+KELVM_BINARY(kelsDiv_32fc_A21, Div32<FloatShort>)
+KELVM_BINARY(kelsDiv_32fc_A24, Div32<FloatFull>)
+KELVM_BINARY(kelsDiv_64fc_A26, Div64<DoubleShort>)
+KELVM_BINARY(kelsDiv_64fc_A50, Div64<DoubleShort>)
+KELVM_BINARY(kelsDiv_64fc_A53, Div64<DoubleFull>)
 
 } // namespace kelvm::inline KELVM_BUILD::complex_arithmetic

@@ -16,14 +16,14 @@
 // Hull, Fairgrieve, Tang, "Implementing the complex arcsine and arccosine functions using exception handling", 1997
 // (their a is cosh beta, their b sin alpha); the square root takes the place of their cases.
 //
-//   A53   Extended numbers, 2^-70 before the logarithm and the angle: 0.53 ulp a component
+//   A53   DoubleWord numbers, 2^-70 before the logarithm and the angle: 0.53 ulp a component
 //   A24   in double, rounded once: 0.501 ulp
 //   A50 and A26 in double, A21 and A11 in float, with ever shorter logarithms and angles
 //
 // The other quadrants by symmetry, on the axes by the signs of zeros. Asin is Asinh rotated, Acosh is Acos rotated.
 // element() takes the branch points, infinities and NaNs (C's Annex G), and scales what is out of the formula's range.
-#include "complex/inverse.hpp"
-#include "frame/member.hpp"
+#include "complex/inverse_elementary.hpp"
+#include "frame/export.hpp"
 #include "kelvm/complex.h"
 
 namespace kelvm::inline KELVM_BUILD::complex_asin_acos {
@@ -51,7 +51,7 @@ template <class P, class V> auto arc_sine(V x, V y) {
 struct ArcSineElement {
   double x;
   InRange z;
-  ArcSine<Extended<double>> parts;
+  ArcSine<DoubleWord<double>> parts;
 
   ArcSineElement(double x, double y) : x(x), z(x, y), parts(arc_sine<InExtended>(z.x.value, z.y.value)) {}
 
@@ -71,7 +71,7 @@ private:
 template <class T, class P> struct Asinh : InverseKernel<T, P> {
   using Base = InverseKernel<T, P>;
 
-  template <class V> static Marks<V> special(V x, V y) { return Base::uncovered(abs(y), abs(x)); }
+  template <class V> static SignMask<V> special(V x, V y) { return Base::uncovered(abs(y), abs(x)); }
   template <class V> static Pair<V> formula(V x, V y) {
     return Base::evaluate(
         [](auto x, auto y) {
@@ -101,7 +101,7 @@ private:
 template <class T, class P> struct Acos : InverseKernel<T, P> {
   using Base = InverseKernel<T, P>;
 
-  template <class V> static Marks<V> special(V x, V y) { return Base::uncovered(abs(x), abs(y)); }
+  template <class V> static SignMask<V> special(V x, V y) { return Base::uncovered(abs(x), abs(y)); }
   template <class V> static Pair<V> formula(V x, V y) {
     return Base::evaluate(
         [](auto x, auto y) {
@@ -147,29 +147,29 @@ template <class T, class P> using Acosh = AcoshFromAcos<Acos<T, P>>;
 
 } // namespace
 
-KELVM_COMPLEX_UNARY(kelsAsinh_32fc_A11, Asinh<float, A11>)
-KELVM_COMPLEX_UNARY(kelsAsinh_32fc_A21, Asinh<float, A21>)
-KELVM_COMPLEX_UNARY(kelsAsinh_32fc_A24, Asinh<float, A24>)
-KELVM_COMPLEX_UNARY(kelsAsinh_64fc_A26, Asinh<double, A26>)
-KELVM_COMPLEX_UNARY(kelsAsinh_64fc_A50, Asinh<double, A50>)
-KELVM_COMPLEX_UNARY(kelsAsinh_64fc_A53, Asinh<double, A53>)
-KELVM_COMPLEX_UNARY(kelsAsin_32fc_A11, Asin<float, A11>)
-KELVM_COMPLEX_UNARY(kelsAsin_32fc_A21, Asin<float, A21>)
-KELVM_COMPLEX_UNARY(kelsAsin_32fc_A24, Asin<float, A24>)
-KELVM_COMPLEX_UNARY(kelsAsin_64fc_A26, Asin<double, A26>)
-KELVM_COMPLEX_UNARY(kelsAsin_64fc_A50, Asin<double, A50>)
-KELVM_COMPLEX_UNARY(kelsAsin_64fc_A53, Asin<double, A53>)
-KELVM_COMPLEX_UNARY(kelsAcosh_32fc_A11, Acosh<float, A11>)
-KELVM_COMPLEX_UNARY(kelsAcosh_32fc_A21, Acosh<float, A21>)
-KELVM_COMPLEX_UNARY(kelsAcosh_32fc_A24, Acosh<float, A24>)
-KELVM_COMPLEX_UNARY(kelsAcosh_64fc_A26, Acosh<double, A26>)
-KELVM_COMPLEX_UNARY(kelsAcosh_64fc_A50, Acosh<double, A50>)
-KELVM_COMPLEX_UNARY(kelsAcosh_64fc_A53, Acosh<double, A53>)
-KELVM_COMPLEX_UNARY(kelsAcos_32fc_A11, Acos<float, A11>)
-KELVM_COMPLEX_UNARY(kelsAcos_32fc_A21, Acos<float, A21>)
-KELVM_COMPLEX_UNARY(kelsAcos_32fc_A24, Acos<float, A24>)
-KELVM_COMPLEX_UNARY(kelsAcos_64fc_A26, Acos<double, A26>)
-KELVM_COMPLEX_UNARY(kelsAcos_64fc_A50, Acos<double, A50>)
-KELVM_COMPLEX_UNARY(kelsAcos_64fc_A53, Acos<double, A53>)
+KELVM_UNARY(kelsAsinh_32fc_A11, Asinh<float, A11>)
+KELVM_UNARY(kelsAsinh_32fc_A21, Asinh<float, A21>)
+KELVM_UNARY(kelsAsinh_32fc_A24, Asinh<float, A24>)
+KELVM_UNARY(kelsAsinh_64fc_A26, Asinh<double, A26>)
+KELVM_UNARY(kelsAsinh_64fc_A50, Asinh<double, A50>)
+KELVM_UNARY(kelsAsinh_64fc_A53, Asinh<double, A53>)
+KELVM_UNARY(kelsAsin_32fc_A11, Asin<float, A11>)
+KELVM_UNARY(kelsAsin_32fc_A21, Asin<float, A21>)
+KELVM_UNARY(kelsAsin_32fc_A24, Asin<float, A24>)
+KELVM_UNARY(kelsAsin_64fc_A26, Asin<double, A26>)
+KELVM_UNARY(kelsAsin_64fc_A50, Asin<double, A50>)
+KELVM_UNARY(kelsAsin_64fc_A53, Asin<double, A53>)
+KELVM_UNARY(kelsAcosh_32fc_A11, Acosh<float, A11>)
+KELVM_UNARY(kelsAcosh_32fc_A21, Acosh<float, A21>)
+KELVM_UNARY(kelsAcosh_32fc_A24, Acosh<float, A24>)
+KELVM_UNARY(kelsAcosh_64fc_A26, Acosh<double, A26>)
+KELVM_UNARY(kelsAcosh_64fc_A50, Acosh<double, A50>)
+KELVM_UNARY(kelsAcosh_64fc_A53, Acosh<double, A53>)
+KELVM_UNARY(kelsAcos_32fc_A11, Acos<float, A11>)
+KELVM_UNARY(kelsAcos_32fc_A21, Acos<float, A21>)
+KELVM_UNARY(kelsAcos_32fc_A24, Acos<float, A24>)
+KELVM_UNARY(kelsAcos_64fc_A26, Acos<double, A26>)
+KELVM_UNARY(kelsAcos_64fc_A50, Acos<double, A50>)
+KELVM_UNARY(kelsAcos_64fc_A53, Acos<double, A53>)
 
 } // namespace kelvm::inline KELVM_BUILD::complex_asin_acos

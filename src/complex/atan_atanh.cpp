@@ -6,14 +6,14 @@
 // Kahan, "Branch cuts for complex elementary functions", 1987. The quotient has no cancellation once 1 - x is exact.
 // 1 - |z|^2 = 2 (1 - x) - |1 - z|^2 cancels only where 2 y is large beside its error.
 //
-//   A53   Extended numbers: 0.53 ulp a component, next to the poles +-1 and the cuts too
+//   A53   DoubleWord numbers: 0.53 ulp a component, next to the poles +-1 and the cuts too
 //   A24   in double, rounded once: 0.501 ulp
 //   A50 and A26 in double, A21 and A11 in float, with ever shorter logarithms and angles
 //
 // The other quadrants by symmetry, on the axes by the signs of zeros. Atan is Atanh rotated. element() takes the poles,
 // infinities and NaNs (C's Annex G), and scales what is out of the formula's range.
-#include "complex/inverse.hpp"
-#include "frame/member.hpp"
+#include "complex/inverse_elementary.hpp"
+#include "frame/export.hpp"
 #include "kelvm/complex.h"
 
 namespace kelvm::inline KELVM_BUILD::complex_atan_atanh {
@@ -33,7 +33,7 @@ template <class P, class V> auto arc_tangent(V x, V y) {
 /// a small y the imaginary part where x < 1; at x = 1 the real part is ln(2 / y) / 2.
 Pair<double> arc_tangent_element(double x, double y) {
   const InRange z(x, y);
-  Pair<Extended<double>> w = arc_tangent<InExtended>(z.x.value, z.y.value);
+  Pair<DoubleWord<double>> w = arc_tangent<InExtended>(z.x.value, z.y.value);
   if (x == 1) w.first = plus_ln2(w.first, 0.5 * z.y.boost);
   return {scaled_back(w.first, z.down - z.x.boost), scaled_back(w.second, x < 1 ? -z.y.boost : 0)};
 }
@@ -41,7 +41,7 @@ Pair<double> arc_tangent_element(double x, double y) {
 template <class T, class P> struct Atanh : InverseKernel<T, P> {
   using Base = InverseKernel<T, P>;
 
-  template <class V> static Marks<V> special(V x, V y) { return Base::uncovered(abs(x), abs(y)); }
+  template <class V> static SignMask<V> special(V x, V y) { return Base::uncovered(abs(x), abs(y)); }
   template <class V> static Pair<V> formula(V x, V y) {
     return Base::evaluate(
         [](auto x, auto y) {
@@ -70,17 +70,17 @@ template <class T, class P> using Atan = Rotated<Atanh<T, P>>;
 
 } // namespace
 
-KELVM_COMPLEX_UNARY(kelsAtanh_32fc_A11, Atanh<float, A11>)
-KELVM_COMPLEX_UNARY(kelsAtanh_32fc_A21, Atanh<float, A21>)
-KELVM_COMPLEX_UNARY(kelsAtanh_32fc_A24, Atanh<float, A24>)
-KELVM_COMPLEX_UNARY(kelsAtanh_64fc_A26, Atanh<double, A26>)
-KELVM_COMPLEX_UNARY(kelsAtanh_64fc_A50, Atanh<double, A50>)
-KELVM_COMPLEX_UNARY(kelsAtanh_64fc_A53, Atanh<double, A53>)
-KELVM_COMPLEX_UNARY(kelsAtan_32fc_A11, Atan<float, A11>)
-KELVM_COMPLEX_UNARY(kelsAtan_32fc_A21, Atan<float, A21>)
-KELVM_COMPLEX_UNARY(kelsAtan_32fc_A24, Atan<float, A24>)
-KELVM_COMPLEX_UNARY(kelsAtan_64fc_A26, Atan<double, A26>)
-KELVM_COMPLEX_UNARY(kelsAtan_64fc_A50, Atan<double, A50>)
-KELVM_COMPLEX_UNARY(kelsAtan_64fc_A53, Atan<double, A53>)
+KELVM_UNARY(kelsAtanh_32fc_A11, Atanh<float, A11>)
+KELVM_UNARY(kelsAtanh_32fc_A21, Atanh<float, A21>)
+KELVM_UNARY(kelsAtanh_32fc_A24, Atanh<float, A24>)
+KELVM_UNARY(kelsAtanh_64fc_A26, Atanh<double, A26>)
+KELVM_UNARY(kelsAtanh_64fc_A50, Atanh<double, A50>)
+KELVM_UNARY(kelsAtanh_64fc_A53, Atanh<double, A53>)
+KELVM_UNARY(kelsAtan_32fc_A11, Atan<float, A11>)
+KELVM_UNARY(kelsAtan_32fc_A21, Atan<float, A21>)
+KELVM_UNARY(kelsAtan_32fc_A24, Atan<float, A24>)
+KELVM_UNARY(kelsAtan_64fc_A26, Atan<double, A26>)
+KELVM_UNARY(kelsAtan_64fc_A50, Atan<double, A50>)
+KELVM_UNARY(kelsAtan_64fc_A53, Atan<double, A53>)
 
 } // namespace kelvm::inline KELVM_BUILD::complex_atan_atanh

@@ -1,4 +1,4 @@
-// What the complex rooms share: codes of exceptional results, rotation by i, evaluation of floats in double.
+// What the complex kernels share: codes of exceptional results, rotation by i, evaluation of floats in double.
 #pragma once
 
 #include "exact/scaled_sum.hpp"
@@ -6,8 +6,8 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// Marks lanes with a part beyond the limit, infinities and NaNs included.
-template <class V> inline Marks<V> any_above(V a, V b, Lane<V> limit) {
+/// SignMask lanes with a part beyond the limit, infinities and NaNs included.
+template <class V> inline SignMask<V> any_above(V a, V b, Lane<V> limit) {
   return above(abs(a), limit) | above(abs(b), limit);
 }
 
@@ -46,11 +46,11 @@ template <class F, class V, class... More> inline Pair<V> pair_in_double(F f, V 
 /// f(iz) of a kernel for f(z): cos z = cosh(iz). i (x + iy) = -y + ix.
 template <class K> struct OfRotated : K {
   using T = typename K::Element;
-  template <class V> static Marks<V> special(V x, V y) { return K::special(-y, x); }
-  template <class V, class... Doubtful> static Pair<V> formula(V x, V y, Doubtful&... doubtful) {
-    return K::formula(-y, x, doubtful...);
+  template <class V> static SignMask<V> special(V x, V y) { return K::special(-y, x); }
+  template <class V, class... Undecided> static Pair<V> formula(V x, V y, Undecided&... undecided) {
+    return K::formula(-y, x, undecided...);
   }
-  template <class V> static Marks<V> wide_special(V x, V y) { return K::wide_special(-y, x); }
+  template <class V> static SignMask<V> wide_special(V x, V y) { return K::wide_special(-y, x); }
   template <class V> static Pair<V> wide_formula(V x, V y) { return K::wide_formula(-y, x); }
   static Pair<T> element(T x, T y, kelStatus& status) { return K::element(-y, x, status); }
 };
@@ -58,8 +58,8 @@ template <class K> struct OfRotated : K {
 /// -i f(iz): sin z = -i sinh(iz), and so for tan, asin, atan.
 template <class K> struct Rotated : OfRotated<K> {
   using T = typename K::Element;
-  template <class V, class... Doubtful> static Pair<V> formula(V x, V y, Doubtful&... doubtful) {
-    return turned_back(OfRotated<K>::formula(x, y, doubtful...));
+  template <class V, class... Undecided> static Pair<V> formula(V x, V y, Undecided&... undecided) {
+    return turned_back(OfRotated<K>::formula(x, y, undecided...));
   }
   template <class V> static Pair<V> wide_formula(V x, V y) { return turned_back(OfRotated<K>::wide_formula(x, y)); }
   static Pair<T> element(T x, T y, kelStatus& status) {

@@ -14,7 +14,7 @@
 // so that e^x may overflow where its product with a small sine does not; large angles; tiny ones, whose product with a
 // rest would underflow; infinities and NaNs.
 #include "complex/plane.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/complex.h"
 
 namespace kelvm::inline KELVM_BUILD::complex_exponential {
@@ -40,11 +40,11 @@ template <class P> using Exp64 = PlaneFunction<Exp, double, P>;
 
 } // namespace
 
-KELVM_COMPLEX_UNARY(kelsExp_32fc_A11, Exp32<SingleA11>)
-KELVM_COMPLEX_UNARY(kelsExp_32fc_A21, Exp32<SingleA21>)
-KELVM_COMPLEX_UNARY(kelsExp_32fc_A24, Exp32<ShortA24>)
-KELVM_COMPLEX_UNARY(kelsExp_64fc_A26, Exp64<ShortA26>)
-KELVM_COMPLEX_UNARY(kelsExp_64fc_A50, Exp64<Middle>)
-KELVM_COMPLEX_UNARY(kelsExp_64fc_A53, Exp64<Full>)
+KELVM_UNARY(kelsExp_32fc_A11, Exp32<SingleA11>)
+KELVM_UNARY(kelsExp_32fc_A21, Exp32<SingleA21>)
+KELVM_UNARY(kelsExp_32fc_A24, Exp32<ShortA24>)
+KELVM_UNARY(kelsExp_64fc_A26, Exp64<ShortA26>)
+KELVM_UNARY(kelsExp_64fc_A50, Exp64<Middle>)
+KELVM_UNARY(kelsExp_64fc_A53, Exp64<Full>)
 
 } // namespace kelvm::inline KELVM_BUILD::complex_exponential

@@ -1,7 +1,7 @@
 // Complex logarithms, natural and decimal: log z = log |z| + i angle(z) / ln b, with complex/log.hpp and
 // trig/atan_core.hpp.
 //
-//   64fc A53   both parts as head and tail, each rounded once: 0.51 ulp a part. Next to the unit circle the exact norm
+//   64fc A53   both parts as double-words, each rounded once: 0.51 ulp a part. Next to the unit circle the exact norm
 //              takes the place of the fast one.
 //        A50   one double each, the angle to 2^-50.5 or so, the real part to 2^-51 of |log z|
 //        A26   the same with shorter polynomials
@@ -11,21 +11,20 @@
 // The formulas cover doubles whose parts are zero or in a window that keeps the squares in range, and all finite floats
 // at A24; the rest is scaled, element by element. Zero is a pole. Infinities and NaNs as in C's Annex G.6.3.2.
 #include "complex/log.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/complex.h"
-#include "root/root.hpp"
 #include "root/scaled.hpp"
 
 namespace kelvm::inline KELVM_BUILD::complex_logarithm {
 namespace {
 
 /// An angle as the imaginary part of a logarithm; it has the sign of y, that of a zero too.
-template <class Base, class V> V scaled_angle(HeadTail<V> angle, V y) {
+template <class Base, class V> V scaled_angle(DoubleWord<V> angle, V y) {
   if constexpr (std::is_same_v<Base, Natural>) {
     return rounded(angle);
   } else {
     using namespace log_tables;
-    const V head = head_of(angle.head), tail = (angle.head - head) + angle.tail;
+    const V head = head_of(angle.hi), tail = (angle.hi - head) + angle.lo;
     const V rest = head * inverse_ln10_tail + tail * inverse_ln10;
     return with_sign(head * inverse_ln10_head + rest, sign_of(y));
   }
@@ -40,24 +39,24 @@ template <class Base, class V> V scaled_angle(V angle) {
 // --- accuracies -----------------------------------------------------------------------------------------------------
 
 template <class Base> struct Full {
-  template <class V> static V imaginary(V x, V y) { return scaled_angle<Base>(angle<AngleAccuracy::a53>(y, x), y); }
-  template <class V> static Pair<V> formula(V x, V y, LaneBits& doubtful) {
-    const HeadTail<V> re = log_abs_a53<Base>(x, y, doubtful);
-    return {re.head + re.tail, imaginary(x, y)};
+  template <class V> static V imaginary(V x, V y) { return scaled_angle<Base>(angle<Accuracy::full>(y, x), y); }
+  template <class V> static Pair<V> formula(V x, V y, BitMask& undecided) {
+    const DoubleWord<V> re = log_abs_full<Base>(x, y, undecided);
+    return {re.hi + re.lo, imaginary(x, y)};
   }
   template <class V> static Pair<V> wide_formula(V x, V y) {
-    const HeadTail<V> re = log_abs_a53<Base>(x, y);
-    return {re.head + re.tail, imaginary(x, y)};
+    const DoubleWord<V> re = log_abs_full<Base>(x, y);
+    return {re.hi + re.lo, imaginary(x, y)};
   }
 };
 
-template <class Base, LogAccuracy L, AngleAccuracy A> struct Short {
+template <class Base, Accuracy L, Accuracy A> struct Short {
   template <class V> static Pair<V> formula(V x, V y) {
     return {log_abs<Base, L>(x, y), scaled_angle<Base>(angle<A>(y, x))};
   }
 };
 
-template <class Base, FloatLogAccuracy L, auto& AngleSeries> struct FloatShort {
+template <class Base, Accuracy L, auto& AngleSeries> struct FloatShort {
   template <class V> static Pair<V> formula(V x, V y) {
     return {float_log_abs<Base, L>(x, y), scaled_angle<Base>(float_angle<AngleSeries>(y, x))};
   }
@@ -67,11 +66,11 @@ template <class Base, FloatLogAccuracy L, auto& AngleSeries> struct FloatShort {
 
 /// Angles in quarters of pi, rounded.
 template <class Base> double quarters_of_pi(int n) {
-  constexpr HeadTail<double> of[] = {{},
-                                     {0x1.921fb54442d18p-1, 0x1.1a62633145c07p-55},
-                                     {0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54},
-                                     {0x1.2d97c7f3321d2p+1, 0x1.a79394c9e8a0ap-54},
-                                     {0x1.921fb54442d18p+1, 0x1.1a62633145c07p-53}};
+  constexpr DoubleWord<double> of[] = {{},
+                                       {0x1.921fb54442d18p-1, 0x1.1a62633145c07p-55},
+                                       {0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54},
+                                       {0x1.2d97c7f3321d2p+1, 0x1.a79394c9e8a0ap-54},
+                                       {0x1.921fb54442d18p+1, 0x1.1a62633145c07p-53}};
   return scaled_angle<Base>(of[n], 1.0);
 }
 
@@ -96,19 +95,19 @@ template <class Base> Pair<double> logarithm_of_any(double x, double y) {
   double re;
   if (larger == 1 && smaller < 0x1p-450) {
     const double up = smaller * 0x1p400;
-    HeadTail<double> square = two_product(up, up);
+    DoubleWord<double> square = two_product(up, up);
     if constexpr (std::is_same_v<Base, Decimal>)
-      square = multiply(square, HeadTail<double>{log_tables::inverse_ln10, log_tables::inverse_ln10_rest});
+      square = multiply(square, DoubleWord<double>{log_tables::inverse_ln10, log_tables::inverse_ln10_rest});
     re = smaller == 0 ? 0 : scaled_result(square, 0x1p-801, unused);
   } else {
     const double a = larger * scale, b = smaller * scale < 0x1p-480 ? 0 : smaller * scale;
-    const HeadTail<double> h = norm_head_tail(a, b);
+    const DoubleWord<double> h = norm_double_word(a, b);
     NormParts<Base, double> parts(h);
-    if (scale == 1) parts.replace(norm_near_one(h.head), norm_minus_one(a, b));
-    parts.p.head += 2 * exponent * Base::two_hi;
-    parts.p.tail += 2 * exponent * Base::two_lo;
-    const HeadTail<double> log = logarithm_a53<Base>(parts.joined());
-    re = 0.5 * (log.head + log.tail);
+    if (scale == 1) parts.replace(norm_near_one(h.hi), norm_minus_one(a, b));
+    parts.p.hi += 2 * exponent * Base::log_of_2_hi;
+    parts.p.lo += 2 * exponent * Base::log_of_2_lo;
+    const DoubleWord<double> log = logarithm_full<Base>(parts.joined());
+    re = 0.5 * (log.hi + log.lo);
   }
 
   double im;
@@ -124,10 +123,10 @@ template <class Base> Pair<double> logarithm_of_any(double x, double y) {
     const double up = abs(y) >= 0x1p-200 ? 1 : scale < 1 ? 0x1p300 : 0x1p600;
     const double numerator = abs(y) * up, denominator = x * scale;
     const double q = numerator / denominator;
-    const HeadTail<double> back = two_product(q, denominator);
-    HeadTail<double> quotient{q, ((numerator - back.head) - back.tail) / denominator};
+    const DoubleWord<double> back = two_product(q, denominator);
+    DoubleWord<double> quotient{q, ((numerator - back.hi) - back.lo) / denominator};
     if constexpr (std::is_same_v<Base, Decimal>)
-      quotient = multiply(quotient, HeadTail<double>{log_tables::inverse_ln10, log_tables::inverse_ln10_rest});
+      quotient = multiply(quotient, DoubleWord<double>{log_tables::inverse_ln10, log_tables::inverse_ln10_rest});
     im = y == 0 ? 0 : scaled_result(quotient, scale / up, unused);
   }
   return {re, with_sign(im, sign_of(y))};
@@ -135,25 +134,25 @@ template <class Base> Pair<double> logarithm_of_any(double x, double y) {
 
 // --- kernels --------------------------------------------------------------------------------------------------------
 
-template <class V> Marks<V> both_zero(V x, V y) { return int_bits(abs(from_bits<V>(bits(x) | bits(y)))) - 1; }
+template <class V> SignMask<V> both_zero(V x, V y) { return int_bits(abs(from_bits<V>(bits(x) | bits(y)))) - 1; }
 
-/// Doubles. P: formula, with wide_formula also where `Doubts`.
-template <class Base, class P, bool Doubts> struct Logarithm64 : KernelDefaults, P {
+/// Doubles. P: formula, with wide_formula also where `Tests`.
+template <class Base, class P, bool Tests> struct Logarithm64 : KernelDefaults, P {
   using Element = double;
-  template <class V> using Doubt = std::conditional_t<Doubts, LaneBits, NoDoubt>;
-  static constexpr bool has_wide_formula = Doubts;
-  static constexpr bool stray_underflow = true;
+  template <class V> using ResultTest = std::conditional_t<Tests, BitMask, NoResultTest>;
+  static constexpr bool has_wide_formula = Tests;
+  static constexpr bool spurious_underflow = true;
 
-  template <class V> static Marks<V> special(V x, V y) {
-    const Marks<V> outside = outside_window(x, y, 0x1p-440, 0x1p440);
-    if constexpr (Doubts) { // the exact norm needs the square of a small real part, too
+  template <class V> static SignMask<V> special(V x, V y) {
+    const SignMask<V> outside = outside_window(x, y, 0x1p-440, 0x1p440);
+    if constexpr (Tests) { // the exact norm needs the square of a small real part, too
       const Int<V> a = int_bits(abs(x));
       return outside | ((a - int_bits(splat<V>(0x1p-440))) & -a);
     } else {
       return outside;
     }
   }
-  template <class V> static Marks<V> wide_special(V x, V y) { return special(x, y); }
+  template <class V> static SignMask<V> wide_special(V x, V y) { return special(x, y); }
   static Pair<double> element(double x, double y, kelStatus& status) {
     if (!is_finite(x) || !is_finite(y) || (x == 0 && y == 0)) return special_logarithm<Base>(x, y, status);
     return logarithm_of_any<Base>(x, y);
@@ -164,17 +163,17 @@ template <class Base, class P, bool Doubts> struct Logarithm64 : KernelDefaults,
 template <class Base> struct Logarithm32A24 : KernelDefaults {
   using Element = float;
   static constexpr int vectors_in_flight = 2;
-  static constexpr bool stray_underflow = true;
+  static constexpr bool spurious_underflow = true;
 
-  template <class V> static Marks<V> special(V x, V y) {
+  template <class V> static SignMask<V> special(V x, V y) {
     return any_above(x, y, largest_finite<float>) | both_zero(x, y);
   }
   template <class V> static Pair<V> formula(V x, V y) {
     return pair_in_double(
         [](auto x, auto y) {
           const auto [larger, smaller] = by_size(x, y);
-          return Pair<decltype(x)>{log_abs<Base, LogAccuracy::a24>(larger, smaller),
-                                   scaled_angle<Base>(angle<AngleAccuracy::a38>(y, x))};
+          return Pair<decltype(x)>{log_abs<Base, Accuracy::bits40>(larger, smaller),
+                                   scaled_angle<Base>(angle<Accuracy::bits40>(y, x))};
         },
         x, y);
   }
@@ -183,9 +182,9 @@ template <class Base> struct Logarithm32A24 : KernelDefaults {
 
 template <class Base, class P> struct Logarithm32 : KernelDefaults, P {
   using Element = float;
-  static constexpr bool stray_underflow = true;
+  static constexpr bool spurious_underflow = true;
 
-  template <class V> static Marks<V> special(V x, V y) { return outside_window(x, y, 0x1p-60f, 0x1p62f); }
+  template <class V> static SignMask<V> special(V x, V y) { return outside_window(x, y, 0x1p-60f, 0x1p62f); }
   static Pair<float> element(float x, float y, kelStatus& status) {
     if (any(Logarithm32A24<Base>::special(x, y))) return special_logarithm<Base>(x, y, status);
     return Logarithm32A24<Base>::formula(x, y);
@@ -193,25 +192,25 @@ template <class Base, class P> struct Logarithm32 : KernelDefaults, P {
 };
 
 template <class Base> using A53 = Logarithm64<Base, Full<Base>, true>;
-template <class Base> using A50 = Logarithm64<Base, Short<Base, LogAccuracy::a50, AngleAccuracy::a50>, false>;
-template <class Base> using A26 = Logarithm64<Base, Short<Base, LogAccuracy::a26, AngleAccuracy::a26>, false>;
+template <class Base> using A50 = Logarithm64<Base, Short<Base, Accuracy::bits50, Accuracy::bits50>, false>;
+template <class Base> using A26 = Logarithm64<Base, Short<Base, Accuracy::bits27, Accuracy::bits27>, false>;
 template <class Base> using A24 = Logarithm32A24<Base>;
-template <class Base> using A21 = Logarithm32<Base, FloatShort<Base, FloatLogAccuracy::a21, inverse_trig::atan_a21>>;
-template <class Base> using A11 = Logarithm32<Base, FloatShort<Base, FloatLogAccuracy::a11, inverse_trig::atan_a11>>;
+template <class Base> using A21 = Logarithm32<Base, FloatShort<Base, Accuracy::bits21, inverse_trig::atan_bits21>>;
+template <class Base> using A11 = Logarithm32<Base, FloatShort<Base, Accuracy::bits11, inverse_trig::atan_bits11>>;
 
 } // namespace
 
-KELVM_COMPLEX_UNARY(kelsLn_32fc_A11, A11<Natural>)
-KELVM_COMPLEX_UNARY(kelsLn_32fc_A21, A21<Natural>)
-KELVM_COMPLEX_UNARY(kelsLn_32fc_A24, A24<Natural>)
-KELVM_COMPLEX_UNARY(kelsLn_64fc_A26, A26<Natural>)
-KELVM_COMPLEX_UNARY(kelsLn_64fc_A50, A50<Natural>)
-KELVM_COMPLEX_UNARY(kelsLn_64fc_A53, A53<Natural>)
-KELVM_COMPLEX_UNARY(kelsLog10_32fc_A11, A11<Decimal>)
-KELVM_COMPLEX_UNARY(kelsLog10_32fc_A21, A21<Decimal>)
-KELVM_COMPLEX_UNARY(kelsLog10_32fc_A24, A24<Decimal>)
-KELVM_COMPLEX_UNARY(kelsLog10_64fc_A26, A26<Decimal>)
-KELVM_COMPLEX_UNARY(kelsLog10_64fc_A50, A50<Decimal>)
-KELVM_COMPLEX_UNARY(kelsLog10_64fc_A53, A53<Decimal>)
+KELVM_UNARY(kelsLn_32fc_A11, A11<Natural>)
+KELVM_UNARY(kelsLn_32fc_A21, A21<Natural>)
+KELVM_UNARY(kelsLn_32fc_A24, A24<Natural>)
+KELVM_UNARY(kelsLn_64fc_A26, A26<Natural>)
+KELVM_UNARY(kelsLn_64fc_A50, A50<Natural>)
+KELVM_UNARY(kelsLn_64fc_A53, A53<Natural>)
+KELVM_UNARY(kelsLog10_32fc_A11, A11<Decimal>)
+KELVM_UNARY(kelsLog10_32fc_A21, A21<Decimal>)
+KELVM_UNARY(kelsLog10_32fc_A24, A24<Decimal>)
+KELVM_UNARY(kelsLog10_64fc_A26, A26<Decimal>)
+KELVM_UNARY(kelsLog10_64fc_A50, A50<Decimal>)
+KELVM_UNARY(kelsLog10_64fc_A53, A53<Decimal>)
 
 } // namespace kelvm::inline KELVM_BUILD::complex_logarithm

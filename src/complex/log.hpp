@@ -4,7 +4,7 @@
 //
 // The logarithm is exp/log_core.hpp's, of h rounded to double; what h is short of it joins the reduced argument r.
 // Next to |z| = 1 a relative error of h is not enough, and r is h - 1 = (x^2 - 1) + y^2 itself: at full precision with
-// both squares exact as head and tail, below that as (x - 1)(x + 1) + y^2.
+// both squares exact double-words, below that as (x - 1)(x + 1) + y^2.
 #pragma once
 
 #include "complex/complex.hpp"
@@ -13,18 +13,18 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// Marks what the logarithms below and the angle do not cover: a part above high; an imaginary part below low but not
-/// zero, whose angle may be tiny; both parts below low, zero among them.
-template <class V> inline Marks<V> outside_window(V x, V y, Lane<V> low, Lane<V> high) {
+/// SignMask what the logarithms below and the angle do not cover: a part above high; an imaginary part below low but
+/// not zero, whose angle may be tiny; both parts below low, zero among them.
+template <class V> inline SignMask<V> outside_window(V x, V y, Lane<V> low, Lane<V> high) {
   const Int<V> a = int_bits(abs(x)), b = int_bits(abs(y)), l = int_bits(splat<V>(low)), h = int_bits(splat<V>(high));
   return ((b - l) & ((a - l) | -b)) | (h - a) | (h - b);
 }
 
 /// x^2 + y^2 with a relative error below 2^-75, where the larger is in [2^-480, 2^500].
-template <class V> inline HeadTail<V> norm_head_tail(V x, V y) {
+template <class V> inline DoubleWord<V> norm_double_word(V x, V y) {
   const V x_head = head_of(x), y_head = head_of(y);
-  const HeadTail<V> h = two_sum(x_head * x_head, y_head * y_head);
-  return fast_two_sum(h.head, h.tail + ((x - x_head) * (x + x_head) + (y - y_head) * (y + y_head)));
+  const DoubleWord<V> h = two_sum(x_head * x_head, y_head * y_head);
+  return fast_two_sum(h.hi, h.lo + ((x - x_head) * (x + x_head) + (y - y_head) * (y + y_head)));
 }
 
 /// |x| and |y|, the larger first.
@@ -36,9 +36,9 @@ template <class V> inline Pair<V> by_size(V x, V y) {
 
 /// x^2 + y^2 - 1 with a relative error below 2^-104, where the larger part is between 1/2 and 2 in magnitude, the
 /// other zero or above 2^-450.
-template <class V> inline HeadTail<V> norm_minus_one(V x, V y) {
+template <class V> inline DoubleWord<V> norm_minus_one(V x, V y) {
   const auto [larger, smaller] = by_size(x, y);
-  const HeadTail<V> square = two_product(larger, larger);
+  const DoubleWord<V> square = two_product(larger, larger);
   return add(add(square, splat<V>(-1)), two_product(smaller, smaller));
 }
 
@@ -47,68 +47,69 @@ template <class Base, class V> struct NormParts {
   LogParts<V> p;
   V rest;
 
-  explicit NormParts(HeadTail<V> h) {
-    const LogReduced<V> reduced = log_reduce<ExactRows>(h.head);
+  explicit NormParts(DoubleWord<V> h) {
+    const LogReduced<V> reduced = log_reduce<ExactRows>(h.hi);
     p = log_parts<Base>(reduced);
-    rest = log1p_correction(reduced, h.tail, p.c);
+    rest = log1p_correction(reduced, h.lo, p.c);
   }
   /// Next to h = 1, where r is h - 1 and nothing else.
-  template <class M> void replace(M near_one, const HeadTail<V>& minus_one) {
-    p.r = select(near_one, minus_one.head, p.r);
-    rest = select(near_one, minus_one.tail, rest);
+  template <class M> void replace(M near_one, const DoubleWord<V>& minus_one) {
+    p.r = select(near_one, minus_one.hi, p.r);
+    rest = select(near_one, minus_one.lo, rest);
   }
   /// With the rest in r.
   LogParts<V> joined() const { return with_rest<Base>(p, rest); }
 };
 
-/// Marks norms h within 2^-16 of 1, where norm_head_tail is not exact enough. Their row of the tables is that of 1.
-template <class V> inline Marks<V> norm_near_one(V h) {
+/// SignMask norms h within 2^-16 of 1, where norm_double_word is not exact enough. Their row of the tables is that
+/// of 1.
+template <class V> inline SignMask<V> norm_near_one(V h) {
   constexpr std::uint64_t low = 0x3FEFFFE000000000, high = 0x3FF0001000000000;
-  return ~bit_cast<Marks<V>>((bits(h) - low) | (high - bits(h)));
+  return ~bit_cast<SignMask<V>>((bits(h) - low) | (high - bits(h)));
 }
 
-/// log |z| as head and tail with a relative error below 2^-61; `doubtful` gets the lanes next to |z| = 1, where that
+/// log |z| as a double-word with a relative error below 2^-61; `undecided` gets the lanes next to |z| = 1, where that
 /// does not hold.
-template <class Base, class V> inline HeadTail<V> log_abs_a53(V x, V y, LaneBits& doubtful) {
-  const HeadTail<V> h = norm_head_tail(x, y);
-  doubtful |= lane_bits(norm_near_one(h.head));
-  const HeadTail<V> log = logarithm_a53<Base>(NormParts<Base, V>(h).joined());
-  return {0.5 * log.head, 0.5 * log.tail};
+template <class Base, class V> inline DoubleWord<V> log_abs_full(V x, V y, BitMask& undecided) {
+  const DoubleWord<V> h = norm_double_word(x, y);
+  undecided |= movemask(norm_near_one(h.hi));
+  const DoubleWord<V> log = logarithm_full<Base>(NormParts<Base, V>(h).joined());
+  return {0.5 * log.hi, 0.5 * log.lo};
 }
 /// The same, those lanes included.
-template <class Base, class V> inline HeadTail<V> log_abs_a53(V x, V y) {
-  const HeadTail<V> h = norm_head_tail(x, y);
+template <class Base, class V> inline DoubleWord<V> log_abs_full(V x, V y) {
+  const DoubleWord<V> h = norm_double_word(x, y);
   NormParts<Base, V> parts(h);
-  parts.replace(norm_near_one(h.head), norm_minus_one(x, y));
-  const HeadTail<V> log = logarithm_a53<Base>(parts.joined());
-  return {0.5 * log.head, 0.5 * log.tail};
+  parts.replace(norm_near_one(h.hi), norm_minus_one(x, y));
+  const DoubleWord<V> log = logarithm_full<Base>(parts.joined());
+  return {0.5 * log.hi, 0.5 * log.lo};
 }
 
-/// log |z| below full precision, in double. Of floats with a24, the larger part first, the error is relative to log
+/// log |z| below full precision, in double. Of floats with bits40, the larger part first, the error is relative to log
 /// |z|, otherwise to |log z|.
-template <class Base, LogAccuracy A, class V> inline V log_abs(V x, V y) {
+template <class Base, Accuracy A, class V> inline V log_abs(V x, V y) {
   x = abs(x);
-  const Marks<V> near = (int_bits(splat<V>(0.5)) - int_bits(x)) & (int_bits(x) - int_bits(splat<V>(2)));
+  const SignMask<V> near = (int_bits(splat<V>(0.5)) - int_bits(x)) & (int_bits(x) - int_bits(splat<V>(2)));
   const V y_square = y * y, minus_one = (x - 1.0) * (x + 1.0) + y_square, one_more = 1.0 + minus_one;
   const LogReduced<V> reduced = log_reduce<ShortRows>(select(near, one_more, x * x + y_square));
   const Pair<V> row = lookup_pair<Base::rounded>(reduced.row);
   V r;
-  if constexpr (A == LogAccuracy::a50) {
+  if constexpr (A == Accuracy::bits50) {
     const V rest = select(near, (1.0 - one_more) + minus_one, V{});
     r = exact_product_minus_one(reduced.m, row.first) + log1p_correction(reduced, rest, row.first);
   } else {
     r = select(near & (int_bits(abs(minus_one)) - int_bits(splat<V>(0x1p-7))), minus_one, reduced.m * row.first - 1.0);
   }
-  return 0.5 * logarithm_sum<Base, A>(reduced.k * Base::two + row.second, r);
+  return 0.5 * logarithm_sum<Base, A>(reduced.k * Base::log_of_2 + row.second, r);
 }
 
 /// log |z| in float, the larger part between 2^-60 and 2^62.
-template <class Base, FloatLogAccuracy A, class V> inline V float_log_abs(V x, V y) {
+template <class Base, Accuracy A, class V> inline V float_log_abs(V x, V y) {
   x = abs(x);
-  const Marks<V> near = (int_bits(splat<V>(0.5f)) - int_bits(x)) & (int_bits(x) - int_bits(splat<V>(2.0f)));
+  const SignMask<V> near = (int_bits(splat<V>(0.5f)) - int_bits(x)) & (int_bits(x) - int_bits(splat<V>(2.0f)));
   const V y_square = y * y, minus_one = (x - 1.0f) * (x + 1.0f) + y_square;
   const FloatLogReduced<V> reduced = float_log_reduce(select(near, 1.0f + minus_one, x * x + y_square));
-  const Marks<V> small = int_bits(abs(minus_one)) - int_bits(splat<V>(0.33f));
+  const SignMask<V> small = int_bits(abs(minus_one)) - int_bits(splat<V>(0.33f));
   return 0.5f * float_logarithm<Base, A>(reduced.k, select(near & small, minus_one, reduced.f));
 }
 

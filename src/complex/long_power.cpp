@@ -50,10 +50,11 @@ ComplexNumber ln_1p(const FixedPoint& f, const ComplexNumber& u) {
   return product(f, u, sum);
 }
 
-Number number(const FixedPoint& f, HeadTail<double> x) { return f.sum(f.number(x.head), f.number(x.tail)); }
+Number number(const FixedPoint& f, DoubleWord<double> x) { return f.sum(f.number(x.hi), f.number(x.lo)); }
 
 /// ln z of z 2^-k, whose larger part is from 1 to 2, and k ln 2.
-ComplexNumber logarithm(const FixedPoint& f, const PowerOperands& o, HeadTail<double> ln_abs, HeadTail<double> angle) {
+ComplexNumber logarithm(const FixedPoint& f, const PowerOperands& o, DoubleWord<double> ln_abs,
+                        DoubleWord<double> angle) {
   const int k = scaled(abs(o.x) > abs(o.y) ? o.x : o.y).exponent;
   const ComplexNumber near{number(f, ln_abs), number(f, angle)};
   const Number k_ln2 = f.product(f.number(k), f.from_fraction(long_constants::ln2));
@@ -66,7 +67,7 @@ ComplexNumber logarithm(const FixedPoint& f, const PowerOperands& o, HeadTail<do
 
 } // namespace
 
-PowerExponent long_power_exponent(const PowerOperands& o, HeadTail<double> ln_abs, HeadTail<double> angle) {
+PowerExponent long_power_exponent(const PowerOperands& o, DoubleWord<double> ln_abs, DoubleWord<double> angle) {
   constexpr ScaledSum half_pi{{0x1.921fb54442d18p0, 0x1.1a62633145c07p-54}, 0};
   constexpr int most_words = int(std::size(long_constants::ln2));
   // |w| < 2^(64 whole - 12), |ln z| < 2^10
@@ -78,7 +79,7 @@ PowerExponent long_power_exponent(const PowerOperands& o, HeadTail<double> ln_ab
     const Number quarters = f.product(e.im, f.from_fraction(long_constants::two_over_pi));
     const ScaledSum rest = f.leading(f.rest(quarters));
     // Its error is below 2^(40 - 64 extra).
-    if (last || (rest.value.head != 0 && rest.exponent > 104 - 64 * extra))
+    if (last || (rest.value.hi != 0 && rest.exponent > 104 - 64 * extra))
       return {f.leading(e.re), int(f.nearest(quarters) & 3), product(rest, half_pi)};
   }
 }

@@ -16,6 +16,6 @@ struct PowerExponent {
 
 /// w ln z for finite z != 0, y >= +0, and w, from ln z to about 2^-95: the size with an absolute error below 2^-140,
 /// the angle with a relative error below 2^-60 unless it is below 2^-1800.
-PowerExponent long_power_exponent(const PowerOperands& o, HeadTail<double> ln_abs, HeadTail<double> angle);
+PowerExponent long_power_exponent(const PowerOperands& o, DoubleWord<double> ln_abs, DoubleWord<double> angle);
 
 } // namespace kelvm::inline KELVM_BUILD

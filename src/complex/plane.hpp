@@ -23,18 +23,18 @@ double any_product(Part part, const ScaledSum& hyperbolic, const ScaledSum& circ
 template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
   using Element = T;
   static constexpr int vectors_in_flight = P::vectors_in_flight;
-  static constexpr bool stray_underflow = true;
+  static constexpr bool spurious_underflow = true;
 
   /// A quotient or product that overflows float does so in element().
   static constexpr T last = sizeof(T) == 4 && F::template last<P> > 88 ? 88 : F::template last<P>;
 
   static constexpr bool has_wide_formula = true;
 
-  template <class V> static Marks<V> special(V x, V y) { return outside(x, y, T(P::last_angle)); }
+  template <class V> static SignMask<V> special(V x, V y) { return outside(x, y, T(P::last_angle)); }
   template <class V> static Pair<V> formula(V x, V y) { return evaluated<P, Angles::near>(x, y); }
-  template <class V> static Marks<V> wide_special(V x, V y) { return outside(x, y, largest_finite<T>); }
+  template <class V> static SignMask<V> wide_special(V x, V y) { return outside(x, y, largest_finite<T>); }
   template <class V> static Pair<V> wide_formula(V x, V y) {
-    const Marks<V> far = above(abs(y), T(P::last_angle));
+    const SignMask<V> far = above(abs(y), T(P::last_angle));
     if (!any(far)) return formula(x, y);
     if constexpr (P::has_any_angle) {
       return evaluated<P, Angles::any>(x, y);
@@ -50,8 +50,8 @@ template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
   }
 
 private:
-  template <class V> static Marks<V> outside(V x, V y, T last_angle) {
-    const Marks<V> large = above(abs(x), last) | above(abs(y), last_angle);
+  template <class V> static SignMask<V> outside(V x, V y, T last_angle) {
+    const SignMask<V> large = above(abs(x), last) | above(abs(y), last_angle);
     if constexpr (P::splits)
       return large | tiny(x) | tiny(y);
     else
@@ -64,8 +64,8 @@ private:
     else
       return f(x, y);
   }
-  /// Marks 0 < |x| < 2^-400.
-  template <class V> static Marks<V> tiny(V x) {
+  /// SignMask 0 < |x| < 2^-400.
+  template <class V> static SignMask<V> tiny(V x) {
     const Int<V> magnitude = int_bits(abs(x));
     return (magnitude - int_bits(splat<V>(0x1p-400))) & -magnitude;
   }

@@ -2,8 +2,8 @@
 // q = c t + d l; the result e^p cos q + i e^p sin q.
 //
 //          arithmetic   ln z               w ln z           e^p                cos q, sin q
-//   A53    double       head and tail      head and tail    head and tail      head and tail      0.52 ulp a part
-//   A50    double       head and tail      head and tail    32 steps, 2^-52    head and tail      2^-50 by norm
+//   A53    double       double-word        double-word      double-word        double-word        0.52 ulp a part
+//   A50    double       double-word        double-word      32 steps, 2^-52    double-word        2^-50 by norm
 //   A26    double       2^-43              one double       2^-33              2^-40              2^-32 by norm
 //   A24    double       2^-50              one double       2^-42              2^-50              0.51 ulp a part
 //   A21    double       2^-43              one double       2^-33              2^-40              2^-23 by norm
@@ -16,15 +16,14 @@
 #include "complex/log.hpp"
 #include "complex/plane.hpp"
 #include "complex/power_element.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/complex.h"
-#include "root/root.hpp"
 
 namespace kelvm::inline KELVM_BUILD::complex_power {
 namespace {
 
-/// Marks magnitudes below limits that are numbers as well.
-template <class V> Marks<V> less(V x, V limit) { return int_bits(x) - int_bits(limit); }
+/// SignMask magnitudes below limits that are numbers as well.
+template <class V> SignMask<V> less(V x, V limit) { return int_bits(x) - int_bits(limit); }
 template <class V> V larger(V a, V b) { return select(less(a, b), b, a); }
 
 /// Below, an angle goes to element(): a real power has none, and tiny ones lose bits.
@@ -37,22 +36,22 @@ struct A53 {
   /// Angles this many times their terms from a multiple of pi/2 are not exact enough.
   static constexpr double near_zero = 0x1p-13;
 
-  template <class V> static HeadTail<V> logarithm(const NormParts<Natural, V>& h) { return ln_pow(h.joined()); }
+  template <class V> static DoubleWord<V> logarithm(const NormParts<Natural, V>& h) { return ln_extended(h.joined()); }
 
   /// Cosine and sine of q, but for the sign of the sine.
-  template <class V> static EvenOdd<Split<V>> direction(HeadTail<V> q) {
-    Remainder<V> r = Full::long_reduce(abs(q.head));
-    const HeadTail<V> sum = fast_two_sum(r.head, r.tail + flip_sign(q.tail, sign_of(q.head)));
-    r.head = sum.head;
-    r.tail = sum.tail;
+  template <class V> static EvenOdd<DoubleWord<V>> direction(DoubleWord<V> q) {
+    Remainder<V> r = Full::long_reduce(abs(q.hi));
+    const DoubleWord<V> sum = fast_two_sum(r.hi, r.lo + flip_sign(q.lo, sign_of(q.hi)));
+    r.hi = sum.hi;
+    r.lo = sum.lo;
     return Full::circular(r);
   }
-  template <class V> static V head(const Split<V>& x) { return x.head; }
+  template <class V> static V head(const DoubleWord<V>& x) { return x.hi; }
 
-  template <class V> static Full::Exponential<V> exponential(HeadTail<V> p) {
-    const ExpReduced<128, V> reduced = exp_reduce<128>(p.head);
-    const HeadTail<V> e = exp_unscaled<ExpAccuracy::pow>(reduced, p.tail);
-    return {{e.head, e.tail}, reduced.scaled(splat<V>(1))};
+  template <class V> static Full::Exponential<V> exponential(DoubleWord<V> p) {
+    const ExpReduced<128, V> reduced = exp_reduce<128>(p.hi);
+    const DoubleWord<V> e = exp_unscaled<Accuracy::full>(reduced, p.lo);
+    return {{e.hi, e.lo}, reduced.scaled(splat<V>(1))};
   }
 };
 
@@ -60,30 +59,25 @@ struct A50 {
   using RealPower = Power<PowA50>;
   static constexpr double near_zero = 0;
 
-  template <class V> static HeadTail<V> logarithm(const NormParts<Natural, V>& h) { return ln_a53(h.joined()); }
-  template <class V> static EvenOdd<V> direction(HeadTail<V> q) {
-    const EvenOdd<V> head = Middle::circular(abs(q.head));
-    const V tail = flip_sign(q.tail, sign_of(q.head));
+  template <class V> static DoubleWord<V> logarithm(const NormParts<Natural, V>& h) { return ln_full(h.joined()); }
+  template <class V> static EvenOdd<V> direction(DoubleWord<V> q) {
+    const EvenOdd<V> head = Middle::circular(abs(q.hi));
+    const V tail = flip_sign(q.lo, sign_of(q.hi));
     return {head.even - tail * head.odd, head.odd + tail * head.even};
   }
   template <class V> static V head(V x) { return x; }
-  template <class V> static Middle::Exponential<V> exponential(HeadTail<V> p) {
-    return {exp_normal<ExpAccuracy::a50>(p.head, p.tail)};
+  template <class V> static Middle::Exponential<V> exponential(DoubleWord<V> p) {
+    return {exp_normal<Accuracy::bits50>(p.hi, p.lo)};
   }
 };
 
-/// A factor: 26 bits, the rest, and the whole.
-template <class V> struct InParts {
-  V head, rest, whole;
-  explicit InParts(V x) : head(head_of(x)), rest(x - head), whole(x) {}
-  explicit InParts(HeadTail<V> x) : head(head_of(x.head)), rest((x.head - head) + x.tail), whole(x.head) {}
-};
 /// a u + b v with an error of 2^-78 of the larger product: those of the heads are exact.
 template <class V>
-HeadTail<V> sum_of_products(const InParts<V>& a, const InParts<V>& u, const InParts<V>& b, const InParts<V>& v) {
-  const HeadTail<V> sum = two_sum(a.head * u.head, b.head * v.head);
-  const V rest = (a.head * u.rest + a.rest * u.whole) + (b.head * v.rest + b.rest * v.whole);
-  return fast_two_sum(sum.head, sum.tail + rest);
+DoubleWord<V> sum_of_products(const SplitFactor<V>& a, const SplitFactor<V>& u, const SplitFactor<V>& b,
+                              const SplitFactor<V>& v) {
+  const DoubleWord<V> sum = two_sum(a.hi * u.hi, b.hi * v.hi);
+  const V rest = (a.hi * u.lo + a.lo * u.value) + (b.hi * v.lo + b.lo * v.value);
+  return fast_two_sum(sum.hi, sum.lo + rest);
 }
 
 template <class P> struct WithTails {
@@ -91,49 +85,49 @@ template <class P> struct WithTails {
   using RealPower = typename P::RealPower;
   static constexpr int vectors_in_flight = 3;
 
-  template <class V> static Marks<V> special(V x, V y, V c, V d) {
+  template <class V> static SignMask<V> special(V x, V y, V c, V d) {
     return outside_window(x, y, 0x1p-400, 0x1p400) | any_above(c, d, 0x1p60);
   }
-  template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
-    const HeadTail<V> log = P::logarithm(NormParts<Natural, V>(norm_head_tail(x, y)));
-    const HeadTail<V> l = fast_two_sum(0.5 * log.head, 0.5 * log.tail);
-    const HeadTail<V> theta = angle<AngleAccuracy::pow>(y, x);
-    const HeadTail<V> t = fast_two_sum(theta.head, theta.tail);
+  template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
+    const DoubleWord<V> log = P::logarithm(NormParts<Natural, V>(norm_double_word(x, y)));
+    const DoubleWord<V> l = fast_two_sum(0.5 * log.hi, 0.5 * log.lo);
+    const DoubleWord<V> theta = angle<Accuracy::extended>(y, x);
+    const DoubleWord<V> t = fast_two_sum(theta.hi, theta.lo);
 
-    const InParts<V> c_parts(c), d_parts(d), minus_d_parts(-d), l_parts(l), t_parts(t);
-    const HeadTail<V> p = sum_of_products(c_parts, l_parts, minus_d_parts, t_parts);
-    const HeadTail<V> q = sum_of_products(c_parts, t_parts, d_parts, l_parts);
-    const Marks<V> beyond = above(larger(abs(p.head), 0.25 * abs(q.head)), 690.0);
-    const Marks<V> next_to_one = less(abs(l.head), splat<V>(0x1p-10)) & less(abs(t.head), splat<V>(0x1p-10));
+    const SplitFactor<V> c_parts(c), d_parts(d), minus_d_parts(-d), l_parts(l), t_parts(t);
+    const DoubleWord<V> p = sum_of_products(c_parts, l_parts, minus_d_parts, t_parts);
+    const DoubleWord<V> q = sum_of_products(c_parts, t_parts, d_parts, l_parts);
+    const SignMask<V> beyond = above(larger(abs(p.hi), 0.25 * abs(q.hi)), 690.0);
+    const SignMask<V> next_to_one = less(abs(l.hi), splat<V>(0x1p-10)) & less(abs(t.hi), splat<V>(0x1p-10));
 
     const auto direction = P::direction(q);
     V near = splat<V>(tiny_angle);
     if constexpr (P::near_zero != 0) // the error of q is 2^-68 of its terms, of d l at least 2^-78 d
-      near += P::near_zero * (abs(c * t.head) + abs(d) * larger(abs(l.head), splat<V>(0x1p-10)));
-    Marks<V> at_zero = less(abs(P::head(direction.odd)), near);
+      near += P::near_zero * (abs(c * t.hi) + abs(d) * larger(abs(l.hi), splat<V>(0x1p-10)));
+    SignMask<V> at_zero = less(abs(P::head(direction.odd)), near);
     if constexpr (P::near_zero != 0) at_zero |= less(abs(P::head(direction.even)), near);
-    doubtful |= lane_bits(beyond | next_to_one | at_zero);
+    undecided |= movemask(beyond | next_to_one | at_zero);
 
-    const auto size = P::exponential(HeadTail<V>{select(beyond, V{}, p.head), select(beyond, V{}, p.tail)});
-    return {size.times(direction.even), flip_sign(size.times(direction.odd), sign_of(q.head))};
+    const auto size = P::exponential(DoubleWord<V>{select(beyond, V{}, p.hi), select(beyond, V{}, p.lo)});
+    return {size.times(direction.even), flip_sign(size.times(direction.odd), sign_of(q.hi))};
   }
 };
 
 // --- plain doubles --------------------------------------------------------------------------------------------------
 
 /// C: the factors of hyperbolic/factors.hpp.
-template <LogAccuracy L, AngleAccuracy A, class C> struct Short {
+template <Accuracy L, Accuracy A, class C> struct Short {
   template <class V>
-  static Pair<V> formula(V x, V y, V c, V d, double largest_exponent, double near_zero, LaneBits& doubtful) {
+  static Pair<V> formula(V x, V y, V c, V d, double largest_exponent, double near_zero, BitMask& undecided) {
     const auto [larger_part, smaller_part] = by_size(x, y);
     const V l = log_abs<Natural, L>(larger_part, smaller_part);
     const V t = angle<A>(y, x);
     const V ct = c * t, dl = d * l;
     const V p = c * l - d * t, q = ct + dl;
-    const Marks<V> beyond = above(abs(p), largest_exponent) | above(abs(q), 0x1p12);
+    const SignMask<V> beyond = above(abs(p), largest_exponent) | above(abs(q), 0x1p12);
     const EvenOdd<V> direction = C::circular(select(beyond, V{}, abs(q)));
     const V near = near_zero * (abs(ct) + abs(dl)) + tiny_angle;
-    doubtful |= lane_bits(beyond | less(abs(direction.even), near) | less(abs(direction.odd), near));
+    undecided |= movemask(beyond | less(abs(direction.even), near) | less(abs(direction.odd), near));
     const auto size = C::exponential(select(beyond, V{}, p));
     return {size.times(direction.even), flip_sign(size.times(direction.odd), sign_of(q))};
   }
@@ -143,36 +137,36 @@ struct A26 {
   using Element = double;
   using RealPower = Power<PowA26>;
   static constexpr int vectors_in_flight = 3;
-  template <class V> static Marks<V> special(V x, V y, V c, V d) {
+  template <class V> static SignMask<V> special(V x, V y, V c, V d) {
     return outside_window(x, y, 0x1p-440, 0x1p440) | any_above(c, d, 0x1p60);
   }
-  template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
-    return Short<LogAccuracy::a24, AngleAccuracy::a24, ShortA26>::formula(x, y, c, d, 690, 0, doubtful);
+  template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
+    return Short<Accuracy::bits40, Accuracy::bits49, ShortA26>::formula(x, y, c, d, 690, 0, undecided);
   }
 };
 
-template <class R, LogAccuracy L, AngleAccuracy A, class C> struct FloatInDouble {
+template <class R, Accuracy L, Accuracy A, class C> struct FloatInDouble {
   using Element = float;
   using RealPower = R;
   static constexpr int vectors_in_flight = 2;
-  static constexpr double near_zero = L == LogAccuracy::a50 ? 0x1p-20 : 0;
+  static constexpr double near_zero = L == Accuracy::bits50 ? 0x1p-20 : 0;
 
-  template <class V> static Marks<V> special(V x, V y, V c, V d) {
-    const Marks<V> zero = int_bits(abs(from_bits<V>(bits(x) | bits(y)))) - 1;
+  template <class V> static SignMask<V> special(V x, V y, V c, V d) {
+    const SignMask<V> zero = int_bits(abs(from_bits<V>(bits(x) | bits(y)))) - 1;
     return any_above(x, y, largest_finite<float>) | any_above(c, d, largest_finite<float>) | zero;
   }
-  template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
-    const auto f = [](auto x, auto y, auto c, auto d, LaneBits& doubtful) {
-      return Short<L, A, C>::formula(x, y, c, d, 86, near_zero, doubtful);
+  template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
+    const auto f = [](auto x, auto y, auto c, auto d, BitMask& undecided) {
+      return Short<L, A, C>::formula(x, y, c, d, 86, near_zero, undecided);
     };
     if constexpr (lanes<V> == 1) {
-      const Pair<double> z = f(double(x), double(y), double(c), double(d), doubtful);
+      const Pair<double> z = f(double(x), double(y), double(c), double(d), undecided);
       return {float(z.first), float(z.second)};
     } else {
-      LaneBits low_doubts = 0, high_doubts = 0;
-      const auto low = f(widen<0>(x), widen<0>(y), widen<0>(c), widen<0>(d), low_doubts);
-      const auto high = f(widen<1>(x), widen<1>(y), widen<1>(c), widen<1>(d), high_doubts);
-      doubtful |= low_doubts | high_doubts << lanes<Native<double>>;
+      BitMask low_tests = 0, high_tests = 0;
+      const auto low = f(widen<0>(x), widen<0>(y), widen<0>(c), widen<0>(d), low_tests);
+      const auto high = f(widen<1>(x), widen<1>(y), widen<1>(c), widen<1>(d), high_tests);
+      undecided |= low_tests | high_tests << lanes<Native<double>>;
       return {narrow(low.first, high.first), narrow(low.second, high.second)};
     }
   }
@@ -187,8 +181,8 @@ struct RealA21 {
 struct RealA11 {
   static float any(float x, float y, kelStatus& status) { return power_of_any<PowA11>(x, y, status); }
 };
-using A24 = FloatInDouble<RealA24, LogAccuracy::a50, AngleAccuracy::a50, Middle>;
-using A21 = FloatInDouble<RealA21, LogAccuracy::a24, AngleAccuracy::a24, ShortA26>;
+using A24 = FloatInDouble<RealA24, Accuracy::bits50, Accuracy::bits50, Middle>;
+using A21 = FloatInDouble<RealA21, Accuracy::bits40, Accuracy::bits49, ShortA26>;
 
 // --- floats ---------------------------------------------------------------------------------------------------------
 
@@ -197,15 +191,15 @@ struct A11 {
   using RealPower = RealA11;
   static constexpr int vectors_in_flight = 4;
 
-  template <class V> static Marks<V> special(V x, V y, V c, V d) {
+  template <class V> static SignMask<V> special(V x, V y, V c, V d) {
     return outside_window(x, y, 0x1p-60f, 0x1p60f) | any_above(c, d, 0x1p60f);
   }
-  template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
-    const V l = float_log_abs<Natural, FloatLogAccuracy::a21>(x, y);
-    const V t = float_angle<inverse_trig::atan_a21>(y, x);
+  template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
+    const V l = float_log_abs<Natural, Accuracy::bits21>(x, y);
+    const V t = float_angle<inverse_trig::atan_bits21>(y, x);
     const V p = c * l - d * t, q = c * t + d * l;
-    const Marks<V> beyond = above(abs(p), 86.0f) | above(abs(q), 128.0f);
-    doubtful |= lane_bits(beyond | (int_bits(abs(q)) - 1));
+    const SignMask<V> beyond = above(abs(p), 86.0f) | above(abs(q), 128.0f);
+    undecided |= movemask(beyond | (int_bits(abs(q)) - 1));
     const EvenOdd<V> direction = SingleA11::circular(select(beyond, V{}, abs(q)));
     const auto size = SingleA11::exponential(select(beyond, V{}, p));
     return {size.times(direction.even), flip_sign(size.times(direction.odd), sign_of(q))};
@@ -218,12 +212,12 @@ template <class P> struct ComplexPow : KernelDefaults {
   using Element = typename P::Element;
   using T = Element;
   static constexpr int vectors_in_flight = P::vectors_in_flight;
-  template <class V> using Doubt = LaneBits;
-  static constexpr bool stray_underflow = true;
+  template <class V> using ResultTest = BitMask;
+  static constexpr bool spurious_underflow = true;
 
-  template <class V> static Marks<V> special(V x, V y, V c, V d) { return P::special(x, y, c, d); }
-  template <class V> static Pair<V> formula(V x, V y, V c, V d, LaneBits& doubtful) {
-    return P::formula(x, y, c, d, doubtful);
+  template <class V> static SignMask<V> special(V x, V y, V c, V d) { return P::special(x, y, c, d); }
+  template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
+    return P::formula(x, y, c, d, undecided);
   }
   static Pair<T> element(T x, T y, T c, T d, kelStatus& status) {
     return power_element<T>({quiet(x), quiet(y), quiet(c), quiet(d)}, status,
@@ -240,35 +234,35 @@ template <class P> struct ComplexPowx : KernelDefaults {
   using Element = typename P::Element;
   using T = Element;
   static constexpr int vectors_in_flight = P::vectors_in_flight;
-  template <class V> using Doubt = LaneBits;
-  static constexpr bool stray_underflow = true;
+  template <class V> using ResultTest = BitMask;
+  static constexpr bool spurious_underflow = true;
   Pair<T> w, tame; // 1 where no base has the vector formula: its flags count though no element has its results
 
   template <class E> explicit ComplexPowx(const E& exponent) : w{exponent.re, exponent.im}, tame(w) {
     if (any(P::special(T(1), T(1), w.first, w.second))) tame = {T(1), T(0)};
   }
-  template <class V> Marks<V> special(V x, V y) const {
+  template <class V> SignMask<V> special(V x, V y) const {
     return ComplexPow<P>::special(x, y, splat<V>(w.first), splat<V>(w.second));
   }
-  template <class V> Pair<V> formula(V x, V y, LaneBits& doubtful) const {
-    return P::formula(x, y, splat<V>(tame.first), splat<V>(tame.second), doubtful);
+  template <class V> Pair<V> formula(V x, V y, BitMask& undecided) const {
+    return P::formula(x, y, splat<V>(tame.first), splat<V>(tame.second), undecided);
   }
   Pair<T> element(T x, T y, kelStatus& status) const { return ComplexPow<P>::element(x, y, w.first, w.second, status); }
 };
 
 } // namespace
 
-KELVM_COMPLEX_BINARY(kelsPow_32fc_A11, ComplexPow<A11>)
-KELVM_COMPLEX_BINARY(kelsPow_32fc_A21, ComplexPow<A21>)
-KELVM_COMPLEX_BINARY(kelsPow_32fc_A24, ComplexPow<A24>)
-KELVM_COMPLEX_BINARY(kelsPow_64fc_A26, ComplexPow<A26>)
-KELVM_COMPLEX_BINARY(kelsPow_64fc_A50, ComplexPow<WithTails<A50>>)
-KELVM_COMPLEX_BINARY(kelsPow_64fc_A53, ComplexPow<WithTails<A53>>)
-KELVM_COMPLEX_SCALAR_POWER(kelsPowx_32fc_A11, ComplexPowx<A11>)
-KELVM_COMPLEX_SCALAR_POWER(kelsPowx_32fc_A21, ComplexPowx<A21>)
-KELVM_COMPLEX_SCALAR_POWER(kelsPowx_32fc_A24, ComplexPowx<A24>)
-KELVM_COMPLEX_SCALAR_POWER(kelsPowx_64fc_A26, ComplexPowx<A26>)
-KELVM_COMPLEX_SCALAR_POWER(kelsPowx_64fc_A50, ComplexPowx<WithTails<A50>>)
-KELVM_COMPLEX_SCALAR_POWER(kelsPowx_64fc_A53, ComplexPowx<WithTails<A53>>)
+KELVM_BINARY(kelsPow_32fc_A11, ComplexPow<A11>)
+KELVM_BINARY(kelsPow_32fc_A21, ComplexPow<A21>)
+KELVM_BINARY(kelsPow_32fc_A24, ComplexPow<A24>)
+KELVM_BINARY(kelsPow_64fc_A26, ComplexPow<A26>)
+KELVM_BINARY(kelsPow_64fc_A50, ComplexPow<WithTails<A50>>)
+KELVM_BINARY(kelsPow_64fc_A53, ComplexPow<WithTails<A53>>)
+KELVM_SCALAR_POWER(kelsPowx_32fc_A11, ComplexPowx<A11>)
+KELVM_SCALAR_POWER(kelsPowx_32fc_A21, ComplexPowx<A21>)
+KELVM_SCALAR_POWER(kelsPowx_32fc_A24, ComplexPowx<A24>)
+KELVM_SCALAR_POWER(kelsPowx_64fc_A26, ComplexPowx<A26>)
+KELVM_SCALAR_POWER(kelsPowx_64fc_A50, ComplexPowx<WithTails<A50>>)
+KELVM_SCALAR_POWER(kelsPowx_64fc_A53, ComplexPowx<WithTails<A53>>)
 
 } // namespace kelvm::inline KELVM_BUILD::complex_power

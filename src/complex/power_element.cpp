@@ -19,30 +19,30 @@
 namespace kelvm::inline KELVM_BUILD {
 namespace {
 
-using Double2 = HeadTail<double>;
+using Double2 = DoubleWord<double>;
 
 constexpr Double2 ln2{0x1.62e42fefa39efp-1, 0x1.abc9e3b39803fp-56};
 constexpr Double2 quarter_pi{0x1.921fb54442d18p-1, 0x1.1a62633145c07p-55};
 constexpr Double2 atan_quarter{0x1.f5b75f92c80ddp-3, 0x1.8ab6e3cf7afbdp-57};
 
-Double2 negated(Double2 a) { return {-a.head, -a.tail}; }
-Double2 scaled_by(Double2 a, double power) { return {a.head * power, a.tail * power}; }
+Double2 negated(Double2 a) { return {-a.hi, -a.lo}; }
+Double2 scaled_by(Double2 a, double power) { return {a.hi * power, a.lo * power}; }
 Double2 with_sign_turned(Double2 a, bool turn) { return turn ? negated(a) : a; }
 
 /// a / b, relative error below 2^-103.
 Double2 quotient(Double2 a, Double2 b) {
-  const double q = a.head / b.head;
+  const double q = a.hi / b.hi;
   const Double2 rest = add(a, negated(multiply(b, q)));
-  const double second = rest.head / b.head;
-  const double third = add(rest, negated(multiply(b, second))).head / b.head;
+  const double second = rest.hi / b.hi;
+  const double third = add(rest, negated(multiply(b, second))).hi / b.hi;
   return add(fast_two_sum(q, second), third);
 }
 
 /// a 2^exponent with a head from 1 to 2, or zero.
 ScaledSum normalised(Double2 a, int exponent = 0) {
-  const Scaled head = scaled(a.head);
+  const Scaled head = scaled(a.hi);
   const int half = -head.exponent / 2;
-  return {{head.fraction, a.tail * power_of_two(half) * power_of_two(-head.exponent - half)},
+  return {{head.fraction, a.lo * power_of_two(half) * power_of_two(-head.exponent - half)},
           head.fraction == 0 ? 0 : exponent + head.exponent};
 }
 ScaledSum product(const ScaledSum& a, double b) {
@@ -50,17 +50,17 @@ ScaledSum product(const ScaledSum& a, double b) {
   return normalised(multiply(a.value, s.fraction), a.exponent + s.exponent);
 }
 ScaledSum normalised_sum(const ScaledSum& a, const ScaledSum& b) {
-  if (a.value.head == 0 || b.value.head == 0) return a.value.head == 0 ? b : a;
+  if (a.value.hi == 0 || b.value.hi == 0) return a.value.hi == 0 ? b : a;
   if (a.exponent < b.exponent) return normalised_sum(b, a);
   const int below = b.exponent - a.exponent;
   return below < -300 ? a : normalised(add(a.value, scaled_by(b.value, power_of_two(below))), a.exponent);
 }
 /// The exponent of a, far below all others for zero.
-int magnitude(const ScaledSum& a) { return a.value.head == 0 ? -100'000 : a.exponent + scaled(a.value.head).exponent; }
+int magnitude(const ScaledSum& a) { return a.value.hi == 0 ? -100'000 : a.exponent + scaled(a.value.hi).exponent; }
 /// Beyond the range infinities and zeros, with their sign.
 Double2 value_of(const ScaledSum& a) {
-  if (a.exponent > 1000) return {with_sign(infinity<double>, sign_of(a.value.head)), 0};
-  if (a.exponent < -900) return {with_sign(0.0, sign_of(a.value.head)), 0};
+  if (a.exponent > 1000) return {with_sign(infinity<double>, sign_of(a.value.hi)), 0};
+  if (a.exponent < -900) return {with_sign(0.0, sign_of(a.value.hi)), 0};
   return scaled_by(a.value, power_of_two(a.exponent));
 }
 
@@ -78,10 +78,10 @@ constexpr auto odd_reciprocals = [] {
 
 /// s (1 + z/3 + z^2/5 + ...), z = sign s^2: atanh s, or atan s with the sign -1. |s| < 0.172.
 Double2 odd_series(Double2 s, double sign) {
-  if (abs(s.head) < 0x1p-60) return s;
+  if (abs(s.hi) < 0x1p-60) return s;
   const Double2 z = scaled_by(multiply(s, s), sign);
   double rest = 0;
-  for (int j = series_terms - 1; j >= double2_terms; --j) rest = odd_reciprocals[j].head + z.head * rest;
+  for (int j = series_terms - 1; j >= double2_terms; --j) rest = odd_reciprocals[j].hi + z.hi * rest;
   Double2 sum{rest, 0};
   for (int j = double2_terms - 1; j >= 0; --j) sum = add(odd_reciprocals[j], multiply(z, sum));
   return multiply(s, sum);
@@ -92,14 +92,14 @@ Double2 ln_abs(double a, double b) {
   const auto ln_1p = [](Double2 d) { return odd_series(quotient(d, add(d, 2.0)), 1); }; // half of it
   if (a >= 0.5 && a <= 2) {
     const Double2 d = b >= 0x1p-450 ? norm_minus_one(a, b) : a == 1 ? Double2{b * b, 0} : norm_minus_one(a, 0.0);
-    if (d.head > -0.29 && d.head < 0.4) return ln_1p(d);
+    if (d.hi > -0.29 && d.hi < 0.4) return ln_1p(d);
   }
   const Scaled upper = scaled(a), lower = scaled(b);
   const int apart = b == 0 ? -1000 : lower.exponent - upper.exponent;
   const double fraction = apart < -200 ? 0 : lower.fraction * power_of_two(apart);
   Double2 m = add(two_product(upper.fraction, upper.fraction), two_product(fraction, fraction));
   int k = 2 * upper.exponent;
-  for (; m.head > 0x1.6a09ep0; ++k) m = scaled_by(m, 0.5);
+  for (; m.hi > 0x1.6a09ep0; ++k) m = scaled_by(m, 0.5);
   return add(multiply(ln2, 0.5 * k), ln_1p(add(m, -1.0)));
 }
 
@@ -134,12 +134,12 @@ Angle angle_of(double x, double y) {
       turned = !turned;
     }
     Double2 rest{};
-    if (v.head > 0.125 * u.head) {
+    if (v.hi > 0.125 * u.hi) {
       const Double2 quarter_v = scaled_by(v, 0.25);
       v = add(v, negated(scaled_by(u, 0.25)));
       u = add(u, quarter_v);
       rest = add(atan_quarter, odd_series(quotient(v, u), -1));
-    } else if (v.head != 0) {
+    } else if (v.hi != 0) {
       rest = odd_series(quotient(v, u), -1);
     }
     angle.rest = normalised(rest);
@@ -173,38 +173,38 @@ Turn turn_of(double c, int n) {
   const double modulo = abs(c) < 0x1p56 ? c - 8 * round<Rounding::to_zero>(c / 8) : 0.0;
   const double whole = round<Rounding::nearest_even>(modulo);
   const Double2 fraction = two_product(modulo - whole, double(n));
-  const double quarters = whole * n + fraction.head;
+  const double quarters = whole * n + fraction.hi;
   const double pairs = round<Rounding::nearest_even>(0.5 * quarters);
-  const Double2 left = two_sum(whole * n - 2 * pairs, fraction.head);
-  const ScaledSum part = normalised(fast_two_sum(left.head, left.tail + fraction.tail));
+  const Double2 left = two_sum(whole * n - 2 * pairs, fraction.hi);
+  const ScaledSum part = normalised(fast_two_sum(left.hi, left.lo + fraction.lo));
   return {int(pairs), normalised(multiply(quarter_pi, part.value), part.exponent)};
 }
 
 /// Cosine and sine of quadrant pi/2 + angle.
 EvenOdd<ScaledSum> circle(int quadrant, const ScaledSum& angle) {
-  if (angle.value.head == 0 || angle.exponent < -60) return turned_by(quadrant, {{1, 0}, 0}, angle); // its own sine
+  if (angle.value.hi == 0 || angle.exponent < -60) return turned_by(quadrant, {{1, 0}, 0}, angle); // its own sine
   Double2 y = value_of(angle);
-  if (abs(y.head) >= 0x1p16) {
-    const Quadrant head = reduce_to_quadrant(y.head), tail = reduce_to_quadrant(y.tail);
+  if (abs(y.hi) >= 0x1p16) {
+    const Quadrant head = reduce_to_quadrant(y.hi), tail = reduce_to_quadrant(y.lo);
     y = add(head.y, tail.y);
     quadrant += head.number + tail.number;
   }
-  const bool negative = y.head < 0;
+  const bool negative = y.hi < 0;
   y = with_sign_turned(y, negative);
-  Remainder<double> r = Full::long_reduce(y.head);
-  const Double2 remainder = add(Double2{r.head, r.tail}, y.tail);
-  r.head = remainder.head;
-  r.tail = remainder.tail;
-  const EvenOdd<Split<double>> both = Full::circular(r);
-  const ScaledSum cosine{fast_two_sum(both.even.head, both.even.rest), 0};
-  ScaledSum sine{fast_two_sum(both.odd.head, both.odd.rest), 0};
+  Remainder<double> r = Full::long_reduce(y.hi);
+  const Double2 remainder = add(Double2{r.hi, r.lo}, y.lo);
+  r.hi = remainder.hi;
+  r.lo = remainder.lo;
+  const EvenOdd<DoubleWord<double>> both = Full::circular(r);
+  const ScaledSum cosine{fast_two_sum(both.even.hi, both.even.lo), 0};
+  ScaledSum sine{fast_two_sum(both.odd.hi, both.odd.lo), 0};
   sine.value = with_sign_turned(sine.value, negative);
   return turned_by(quadrant, cosine, sine);
 }
 
 Pair<double> parts_of(const ScaledSum& size, const EvenOdd<ScaledSum>& direction) {
   const auto product = [&](const ScaledSum& part) {
-    if (part.value.head == 0) return 0.0;
+    if (part.value.hi == 0) return 0.0;
     return ScaledSum{multiply(size.value, part.value), size.exponent + part.exponent}.rounded();
   };
   return {product(direction.even), product(direction.odd)};
@@ -231,22 +231,22 @@ Pair<double> finite_power_above(const PowerOperands& o) {
   // Terms have an error of 2^-95, sums that of the largest term: 2^-60 shall be left of the size and of both parts.
   const int size_terms = std::max(magnitude(cl), magnitude(minus_dt));
   const int angle_terms = std::max({magnitude(turn.rest), magnitude(ct), magnitude(dl)});
-  bool doubtful = angle_terms > 34 || (size_terms > 30 && magnitude(e.size) < 14);
+  bool undecided = angle_terms > 34 || (size_terms > 30 && magnitude(e.size) < 14);
   EvenOdd<ScaledSum> direction{};
-  if (!doubtful) {
+  if (!undecided) {
     direction = circle(e.quadrant, e.angle);
-    doubtful = std::min(magnitude(direction.even), magnitude(direction.odd)) < angle_terms - 35;
+    undecided = std::min(magnitude(direction.even), magnitude(direction.odd)) < angle_terms - 35;
   }
-  if (doubtful) {
+  if (undecided) {
     e = long_power_exponent(o, value_of(size_of_z), value_of(theta));
     direction = circle(e.quadrant, e.angle);
   }
   // No sine is so small that e^4000 times it is in range.
   Double2 re = value_of(e.size);
-  if (abs(re.head) > 4000) re = {with_sign(4000.0, sign_of(re.head)), 0};
-  const ExpReduced<128, double> reduced = exp_reduce<128>(re.head);
-  const Double2 size = exp_unscaled<ExpAccuracy::pow>(reduced, re.tail);
-  return parts_of({fast_two_sum(size.head, size.tail), int(std::int64_t(bits(reduced.sum) << 13) >> 20)}, direction);
+  if (abs(re.hi) > 4000) re = {with_sign(4000.0, sign_of(re.hi)), 0};
+  const ExpReduced<128, double> reduced = exp_reduce<128>(re.hi);
+  const Double2 size = exp_unscaled<Accuracy::full>(reduced, re.lo);
+  return parts_of({fast_two_sum(size.hi, size.lo), int(std::int64_t(bits(reduced.sum) << 13) >> 20)}, direction);
 }
 
 Pair<double> infinite_power_above(const PowerOperands& o) {
@@ -258,14 +258,14 @@ Pair<double> infinite_power_above(const PowerOperands& o) {
     const Turn turn = turn_of(o.c, n);
     const EvenOdd<ScaledSum> direction = circle(turn.quadrant, turn.rest);
     const auto part = [&](const ScaledSum& s) {
-      const double head = s.value.head;
+      const double head = s.value.hi;
       return head == 0 ? 0.0 : with_sign(o.c > 0 ? infinity<double> : 0.0, sign_of(head));
     };
     return {part(direction.even), part(direction.odd)};
   }
   // The size is zero, or the direction is lost.
   const double a = abs(o.x), b = abs(o.y);
-  const double ln = base_infinite ? infinity<double> : (a > b ? ln_abs(a, b) : ln_abs(b, a)).head;
+  const double ln = base_infinite ? infinity<double> : (a > b ? ln_abs(a, b) : ln_abs(b, a)).hi;
   const bool on_axis = sign_of(o.x) == 0 && (b == 0 || (x_infinite && !y_infinite));
   const auto product = [](double u, double v) { return u == 0 || v == 0 ? 0.0 : u * v; };
   const double first = product(o.c, ln), second = product(o.d, on_axis ? 0.0 : -1.0);

@@ -26,7 +26,7 @@ Pair<double> finite_power(const PowerOperands& o);
 /// z^w for an infinite z or w, no NaN.
 Pair<double> infinite_power(const PowerOperands& o);
 
-/// The complete function; real_power(x, c, status) is that of the member's accuracy.
+/// The complete function; real_power(x, c, status) is that of the function's accuracy.
 template <class T, class RealPower>
 inline Pair<T> power_element(const PowerOperands& o, kelStatus& status, RealPower real_power) {
   const T nan = default_nan<T>();

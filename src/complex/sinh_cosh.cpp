@@ -13,7 +13,7 @@
 //
 // element() computes as for the exponential: see exp.cpp.
 #include "complex/plane.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/complex.h"
 
 namespace kelvm::inline KELVM_BUILD::complex_sinh_cosh {
@@ -56,29 +56,29 @@ template <class P> using Cos64 = OfRotated<Cosh64<P>>;
 
 } // namespace
 
-KELVM_COMPLEX_UNARY(kelsSinh_32fc_A11, Sinh32<SingleA11>)
-KELVM_COMPLEX_UNARY(kelsSinh_32fc_A21, Sinh32<SingleA21>)
-KELVM_COMPLEX_UNARY(kelsSinh_32fc_A24, Sinh32<ShortA24>)
-KELVM_COMPLEX_UNARY(kelsSinh_64fc_A26, Sinh64<ShortA26>)
-KELVM_COMPLEX_UNARY(kelsSinh_64fc_A50, Sinh64<Middle>)
-KELVM_COMPLEX_UNARY(kelsSinh_64fc_A53, Sinh64<Full>)
-KELVM_COMPLEX_UNARY(kelsCosh_32fc_A11, Cosh32<SingleA11>)
-KELVM_COMPLEX_UNARY(kelsCosh_32fc_A21, Cosh32<SingleA21>)
-KELVM_COMPLEX_UNARY(kelsCosh_32fc_A24, Cosh32<ShortA24>)
-KELVM_COMPLEX_UNARY(kelsCosh_64fc_A26, Cosh64<ShortA26>)
-KELVM_COMPLEX_UNARY(kelsCosh_64fc_A50, Cosh64<Middle>)
-KELVM_COMPLEX_UNARY(kelsCosh_64fc_A53, Cosh64<Full>)
-KELVM_COMPLEX_UNARY(kelsSin_32fc_A11, Sin32<SingleA11>)
-KELVM_COMPLEX_UNARY(kelsSin_32fc_A21, Sin32<SingleA21>)
-KELVM_COMPLEX_UNARY(kelsSin_32fc_A24, Sin32<ShortA24>)
-KELVM_COMPLEX_UNARY(kelsSin_64fc_A26, Sin64<ShortA26>)
-KELVM_COMPLEX_UNARY(kelsSin_64fc_A50, Sin64<Middle>)
-KELVM_COMPLEX_UNARY(kelsSin_64fc_A53, Sin64<Full>)
-KELVM_COMPLEX_UNARY(kelsCos_32fc_A11, Cos32<SingleA11>)
-KELVM_COMPLEX_UNARY(kelsCos_32fc_A21, Cos32<SingleA21>)
-KELVM_COMPLEX_UNARY(kelsCos_32fc_A24, Cos32<ShortA24>)
-KELVM_COMPLEX_UNARY(kelsCos_64fc_A26, Cos64<ShortA26>)
-KELVM_COMPLEX_UNARY(kelsCos_64fc_A50, Cos64<Middle>)
-KELVM_COMPLEX_UNARY(kelsCos_64fc_A53, Cos64<Full>)
+KELVM_UNARY(kelsSinh_32fc_A11, Sinh32<SingleA11>)
+KELVM_UNARY(kelsSinh_32fc_A21, Sinh32<SingleA21>)
+KELVM_UNARY(kelsSinh_32fc_A24, Sinh32<ShortA24>)
+KELVM_UNARY(kelsSinh_64fc_A26, Sinh64<ShortA26>)
+KELVM_UNARY(kelsSinh_64fc_A50, Sinh64<Middle>)
+KELVM_UNARY(kelsSinh_64fc_A53, Sinh64<Full>)
+KELVM_UNARY(kelsCosh_32fc_A11, Cosh32<SingleA11>)
+KELVM_UNARY(kelsCosh_32fc_A21, Cosh32<SingleA21>)
+KELVM_UNARY(kelsCosh_32fc_A24, Cosh32<ShortA24>)
+KELVM_UNARY(kelsCosh_64fc_A26, Cosh64<ShortA26>)
+KELVM_UNARY(kelsCosh_64fc_A50, Cosh64<Middle>)
+KELVM_UNARY(kelsCosh_64fc_A53, Cosh64<Full>)
+KELVM_UNARY(kelsSin_32fc_A11, Sin32<SingleA11>)
+KELVM_UNARY(kelsSin_32fc_A21, Sin32<SingleA21>)
+KELVM_UNARY(kelsSin_32fc_A24, Sin32<ShortA24>)
+KELVM_UNARY(kelsSin_64fc_A26, Sin64<ShortA26>)
+KELVM_UNARY(kelsSin_64fc_A50, Sin64<Middle>)
+KELVM_UNARY(kelsSin_64fc_A53, Sin64<Full>)
+KELVM_UNARY(kelsCos_32fc_A11, Cos32<SingleA11>)
+KELVM_UNARY(kelsCos_32fc_A21, Cos32<SingleA21>)
+KELVM_UNARY(kelsCos_32fc_A24, Cos32<ShortA24>)
+KELVM_UNARY(kelsCos_64fc_A26, Cos64<ShortA26>)
+KELVM_UNARY(kelsCos_64fc_A50, Cos64<Middle>)
+KELVM_UNARY(kelsCos_64fc_A53, Cos64<Full>)
 
 } // namespace kelvm::inline KELVM_BUILD::complex_sinh_cosh

@@ -18,9 +18,8 @@
 // The formulas cover numbers whose larger part is in a window that keeps the squares in range; the others, and
 // zeros, are scaled by an even power of two, element by element. Infinities and NaNs as in C's Annex G.6.4.2.
 #include "complex/complex.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/complex.h"
-#include "root/root.hpp"
 #include "root/scaled.hpp"
 
 namespace kelvm::inline KELVM_BUILD::complex_square_roots {
@@ -63,8 +62,8 @@ struct NewtonStep {
     const V t = sqrt(0.5 * (x + m)), q = y * (0.5 / t);
     // x + q^2 - t^2 and y - 2 t q, with the heads' products exact
     const V t_head = head_of(t), q_head = head_of(q), t_tail = t - t_head, q_tail = q - q_head;
-    const HeadTail<V> sum = two_sum(x, q_head * q_head);
-    const V re = (((sum.head - t_head * t_head) + sum.tail) + q_tail * (q + q_head)) - t_tail * (t + t_head);
+    const DoubleWord<V> sum = two_sum(x, q_head * q_head);
+    const V re = (((sum.hi - t_head * t_head) + sum.lo) + q_tail * (q + q_head)) - t_tail * (t + t_head);
     const V half_im = ((0.5 * y - q_head * t_head) - q_head * t_tail) - q_tail * t;
     // times (t - iq) / (2m)
     const V guess = from_bits<V>(0x7FDE6238502484C6 - bits(m)); // about 1 / m, as in root/root.hpp
@@ -87,13 +86,13 @@ Root<double> root_of_any(double x, double y) {
   // The norm is x, and the quotient may be subnormal.
   const double t = sqrt(x);
   if (y == 0) return {t * back, 0};
-  const HeadTail<double> square = two_product(t, t);
-  const double t_tail = ((x - square.head) - square.tail) * (0.5 / t);
+  const DoubleWord<double> square = two_product(t, t);
+  const double t_tail = ((x - square.hi) - square.lo) * (0.5 / t);
   const double y_scale = y < 0x1p-200 ? 0x1p600 : 1;
   y *= 0.5 * y_scale;
   const double q = y / t;
-  const HeadTail<double> product = two_product(q, t);
-  const double q_tail = (((y - product.head) - product.tail) - q * t_tail) / t;
+  const DoubleWord<double> product = two_product(q, t);
+  const double q_tail = (((y - product.hi) - product.lo) - q * t_tail) / t;
   kelStatus unused; // no part of a root is reported
   return {t * back, scaled_result({q, q_tail}, 1 / back / y_scale, unused)};
 }
@@ -104,18 +103,18 @@ Root<float> root_of_any(float x, float y) {
 
 template <class T, class P> struct ComplexSqrt : KernelDefaults {
   using Element = T;
-  static constexpr bool stray_underflow = true;
+  static constexpr bool spurious_underflow = true;
   static constexpr bool wide = sizeof(T) == 8;
   static constexpr T low = wide ? T(0x1p-450) : T(0x1p-60), high = wide ? T(0x1p500) : T(0x1p62);
 
-  template <class V> static Marks<V> special(V x, V y) {
+  template <class V> static SignMask<V> special(V x, V y) {
     x = abs(x), y = abs(y);
     const Bits<V> tiny = P::least_y > 0 ? below(y, T(P::least_y)) & -bits(y) : Bits<V>{};
     if constexpr (wide) {
-      return bit_cast<Marks<V>>((below(x, low) & below(y, low)) | beyond(x, high) | beyond(y, high) | tiny);
+      return bit_cast<SignMask<V>>((below(x, low) & below(y, low)) | beyond(x, high) | beyond(y, high) | tiny);
     } else {
       const V larger = bit_cast<V>(int_bits(x) > int_bits(y) ? int_bits(x) : int_bits(y));
-      return bit_cast<Marks<V>>(below(larger, low) | beyond(larger, high) | tiny);
+      return bit_cast<SignMask<V>>(below(larger, low) | beyond(larger, high) | tiny);
     }
   }
   template <class V> static Pair<V> formula(V x, V y) { return with_signs(P::root(abs(x), abs(y)), x, y); }
@@ -139,11 +138,11 @@ private:
 
 } // namespace
 
-KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A11, ComplexSqrt<float, Plain>)
-KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A21, ComplexSqrt<float, Plain>)
-KELVM_COMPLEX_UNARY(kelsSqrt_32fc_A24, ComplexSqrt<float, NewtonStepInFloat>)
-KELVM_COMPLEX_UNARY(kelsSqrt_64fc_A26, ComplexSqrt<double, Plain>)
-KELVM_COMPLEX_UNARY(kelsSqrt_64fc_A50, ComplexSqrt<double, Plain>)
-KELVM_COMPLEX_UNARY(kelsSqrt_64fc_A53, ComplexSqrt<double, NewtonStep>)
+KELVM_UNARY(kelsSqrt_32fc_A11, ComplexSqrt<float, Plain>)
+KELVM_UNARY(kelsSqrt_32fc_A21, ComplexSqrt<float, Plain>)
+KELVM_UNARY(kelsSqrt_32fc_A24, ComplexSqrt<float, NewtonStepInFloat>)
+KELVM_UNARY(kelsSqrt_64fc_A26, ComplexSqrt<double, Plain>)
+KELVM_UNARY(kelsSqrt_64fc_A50, ComplexSqrt<double, Plain>)
+KELVM_UNARY(kelsSqrt_64fc_A53, ComplexSqrt<double, NewtonStep>)
 
 } // namespace kelvm::inline KELVM_BUILD::complex_square_roots

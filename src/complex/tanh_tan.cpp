@@ -17,7 +17,7 @@
 // element() computes beyond |x| = 200, 350 or 43, where the real part has long been 1 and the squares would overflow;
 // large and tiny angles; infinities and NaNs.
 #include "complex/plane.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/complex.h"
 
 namespace kelvm::inline KELVM_BUILD::complex_tanh_tan {
@@ -36,12 +36,12 @@ struct Tanh {
   static Pair<double> any(double x, double y) {
     const EvenOdd<ScaledSum> h = any_hyperbolic(x), c = any_circular(y);
     if (is_infinite(x))
-      return {with_sign(1.0, sign_of(x)), with_sign(0.0, sign_of(c.odd.value.head) ^ sign_of(c.even.value.head))};
+      return {with_sign(1.0, sign_of(x)), with_sign(0.0, sign_of(c.odd.value.hi) ^ sign_of(c.even.value.hi))};
     if (is_nan(x)) return {default_nan<double>(), y == 0 ? y : default_nan<double>()};
     if (!is_finite(y)) return {x == 0 ? x : default_nan<double>(), default_nan<double>()};
     const ScaledSum norm = sum(product(h.odd, h.odd), product(c.even, c.even));
     const auto part = [&](const EvenOdd<ScaledSum>& f) {
-      return f.odd.value.head == 0 ? f.odd.value.head : quotient(product(f.odd, f.even), norm).rounded();
+      return f.odd.value.hi == 0 ? f.odd.value.hi : quotient(product(f.odd, f.even), norm).rounded();
     };
     return {part(h), part(c)};
   }
@@ -54,17 +54,17 @@ template <class P> using Tan64 = Rotated<Tanh64<P>>;
 
 } // namespace
 
-KELVM_COMPLEX_UNARY(kelsTanh_32fc_A11, Tanh32<SingleA11>)
-KELVM_COMPLEX_UNARY(kelsTanh_32fc_A21, Tanh32<SingleA21>)
-KELVM_COMPLEX_UNARY(kelsTanh_32fc_A24, Tanh32<ShortA24>)
-KELVM_COMPLEX_UNARY(kelsTanh_64fc_A26, Tanh64<ShortA26>)
-KELVM_COMPLEX_UNARY(kelsTanh_64fc_A50, Tanh64<Middle>)
-KELVM_COMPLEX_UNARY(kelsTanh_64fc_A53, Tanh64<Full>)
-KELVM_COMPLEX_UNARY(kelsTan_32fc_A11, Tan32<SingleA11>)
-KELVM_COMPLEX_UNARY(kelsTan_32fc_A21, Tan32<SingleA21>)
-KELVM_COMPLEX_UNARY(kelsTan_32fc_A24, Tan32<ShortA24>)
-KELVM_COMPLEX_UNARY(kelsTan_64fc_A26, Tan64<ShortA26>)
-KELVM_COMPLEX_UNARY(kelsTan_64fc_A50, Tan64<Middle>)
-KELVM_COMPLEX_UNARY(kelsTan_64fc_A53, Tan64<Full>)
+KELVM_UNARY(kelsTanh_32fc_A11, Tanh32<SingleA11>)
+KELVM_UNARY(kelsTanh_32fc_A21, Tanh32<SingleA21>)
+KELVM_UNARY(kelsTanh_32fc_A24, Tanh32<ShortA24>)
+KELVM_UNARY(kelsTanh_64fc_A26, Tanh64<ShortA26>)
+KELVM_UNARY(kelsTanh_64fc_A50, Tanh64<Middle>)
+KELVM_UNARY(kelsTanh_64fc_A53, Tanh64<Full>)
+KELVM_UNARY(kelsTan_32fc_A11, Tan32<SingleA11>)
+KELVM_UNARY(kelsTan_32fc_A21, Tan32<SingleA21>)
+KELVM_UNARY(kelsTan_32fc_A24, Tan32<ShortA24>)
+KELVM_UNARY(kelsTan_64fc_A26, Tan64<ShortA26>)
+KELVM_UNARY(kelsTan_64fc_A50, Tan64<Middle>)
+KELVM_UNARY(kelsTan_64fc_A53, Tan64<Full>)
 
 } // namespace kelvm::inline KELVM_BUILD::complex_tanh_tan

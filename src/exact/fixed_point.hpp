@@ -46,9 +46,9 @@ public:
 
   Number sum(const Number& a, const Number& b) const {
     Number s;
-    DoubleWord carry = 0;
+    Word128 carry = 0;
     for (int i = 0; i < words_; ++i) {
-      carry += DoubleWord(a[i]) + b[i];
+      carry += Word128(a[i]) + b[i];
       s[i] = Word(carry);
       carry >>= 64;
     }
@@ -74,9 +74,9 @@ public:
       const int first = std::max(fraction_ - 1 - i, 0), offset = i - fraction_ + 1;
       const int end = std::min(v_words, words_ + 1 - offset);
       if (u[i] == 0 || first >= end) continue;
-      DoubleWord carry = 0;
+      Word128 carry = 0;
       for (int j = first; j < end; ++j) {
-        carry += DoubleWord(u[i]) * v[j] + sum[j + offset];
+        carry += Word128(u[i]) * v[j] + sum[j + offset];
         sum[j + offset] = Word(carry);
         carry >>= 64;
       }
@@ -124,13 +124,13 @@ public:
     const auto shifted_up = [&](Word high, Word low) { return high << zeros | low >> 1 >> (63 - zeros); };
     const Word upper = shifted_up(word(1), word(2)), lower = shifted_up(word(2), word(3));
     const double head = double(upper >> 11) * 0x1p-52, tail = double((upper & 0x7FF) << 52 | lower >> 12) * 0x1p-115;
-    const HeadTail<double> sum = fast_two_sum(head, tail);
+    const DoubleWord<double> sum = fast_two_sum(head, tail);
     const double sign = negative(a) ? -1 : 1;
-    return {{sign * sum.head, sign * sum.tail}, 64 * (used - fraction_) - 1 - zeros};
+    return {{sign * sum.hi, sign * sum.lo}, 64 * (used - fraction_) - 1 - zeros};
   }
 
 private:
-  using DoubleWord = unsigned __int128;
+  using Word128 = unsigned __int128;
 
   bool negative(const Number& a) const { return a[words_ - 1] >> 63 != 0; }
   Number magnitude(const Number& a) const { return negative(a) ? negated(a) : a; }

@@ -10,7 +10,7 @@
 // that no result earns.
 #include "exact/polynomial.hpp"
 #include "exp/exp_tables.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/exp.h"
 #include "simd/table.hpp"
 
@@ -26,8 +26,8 @@ constexpr float last_subnormal = from_pattern(0xC2AEAC50); // -87.3365...
 /// e^x in double, relative error 2^-31, for finite results: 2^k 2^f with k = round(x log2 e), |f| <= 1/2.
 double exp_in_double(float x) {
   const double v = double(x) * from_pattern_64(0x3FF71547652B82FE);
-  const double t = v + shifter<double>;
-  const double f = (shifter<double> - t) + v;
+  const double t = v + rounding_constant<double>;
+  const double f = (rounding_constant<double> - t) + v;
   const double power = bit_cast<double>((bits(t) + 0x3FF) << 52);
   constexpr double odd[] = {0.69314720573726651, 0.05550328776967639, 0.0013399931218481776};
   constexpr double even[] = {0.24022646890634758, 0.0096184889570477237, 0.00015345812020122585};
@@ -39,7 +39,7 @@ double exp_in_double(float x) {
 /// binade, whose scale 2^128 does not exist, scaled_by_128(r, j).
 template <class P> struct Exp32 : KernelDefaults {
   using Element = float;
-  static constexpr bool stray_underflow = true;
+  static constexpr bool spurious_underflow = true;
 
   template <class V> struct Reduced {
     V r;
@@ -54,7 +54,9 @@ template <class P> struct Exp32 : KernelDefaults {
     }
   };
 
-  template <class V> static Marks<V> special(V x) { return above(abs(x), from_pattern(0x42AEAC4F)); } // |x| >= 87.3365
+  template <class V> static SignMask<V> special(V x) {
+    return above(abs(x), from_pattern(0x42AEAC4F));
+  } // |x| >= 87.3365
   template <class V> static V formula(V x) {
     const Reduced<V> z(x);
     return P::scaled(z.r, z.j, bit_cast<V>(z.scale));
@@ -96,13 +98,13 @@ struct A21 {
 
 struct A11 : KernelDefaults {
   using Element = float;
-  static constexpr bool stray_underflow = true;
+  static constexpr bool spurious_underflow = true;
 
-  template <class V> static Marks<V> special(V x) { return above(abs(x), from_pattern(0x42AE7FFF)); } // |x| >= 87.25
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), from_pattern(0x42AE7FFF)); } // |x| >= 87.25
   template <class V> static V formula(V x) {
-    const V t = x * from_pattern(0x3FB8AA3B) + shifter<float>;
+    const V t = x * from_pattern(0x3FB8AA3B) + rounding_constant<float>;
     const V power = bit_cast<V>((int_bits(t) + 0x7F) << 23);
-    const V r = x - (t - shifter<float>)*from_pattern(0x3F317218);
+    const V r = x - (t - rounding_constant<float>)*from_pattern(0x3F317218);
     // e^r, relative error 2^-12.4 on |r| <= ln 2 / 2
     constexpr float c[] = {1.0f, from_pattern(0x3F80017A), from_pattern(0x3F00F657), from_pattern(0x3E2AAA8D)};
     return power * horner(r, c);
@@ -123,8 +125,8 @@ private:
   /// Through double, over the whole range: e^r by a polynomial of degree 6, |r| <= ln 2 / 2.
   static float wide(float x) {
     const double xd = x;
-    const double t = xd * from_pattern_64(0x3FF71547652B82FE) + shifter<double>;
-    const double r = xd - (t - shifter<double>)*from_pattern_64(0x3FE62E42FEFA39EF);
+    const double t = xd * from_pattern_64(0x3FF71547652B82FE) + rounding_constant<double>;
+    const double r = xd - (t - rounding_constant<double>)*from_pattern_64(0x3FE62E42FEFA39EF);
     const double power = bit_cast<double>((bits(t) + 0x3FF) << 52);
     constexpr double c[] = {1.0000000005585943,   1.0000000365391162,    0.49999992032320767,  0.16666419190347548,
                             0.041668231801027439, 0.0083748983630576226, 0.0013836742051737468};

@@ -2,7 +2,7 @@
 // r = x - k ln 2 / N, |r| <= ln 2 / (2N).
 //
 //          N     2^(j/N)          e^r - 1     error
-//   A53    64    head and tail    degree 5    0.5245 ulp
+//   A53    64    double-word      degree 5    0.5245 ulp
 //   A50    128   rounded          degree 4    3.64 ulp (2^-50.8)
 //   A26    128   rounded          degree 2    2^-28.2
 //
@@ -14,7 +14,7 @@
 // raise an underflow that no result earns.
 #include "exact/polynomial.hpp"
 #include "exp/exp_tables.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/exp.h"
 #include "simd/table.hpp"
 
@@ -86,7 +86,7 @@ struct A26 : OrredTable<A26> {
 
 template <class P> struct Exp64 : KernelDefaults {
   using Element = double;
-  static constexpr bool stray_underflow = true;
+  static constexpr bool spurious_underflow = true;
 
   template <class V> struct Reduced {
     V r;
@@ -94,8 +94,8 @@ template <class P> struct Exp64 : KernelDefaults {
     V t; // k + 1.5 * 2^52
 
     explicit Reduced(V x) {
-      t = x * P::n_over_ln2 + shifter<double>;
-      r = P::remainder(x, t - shifter<double>);
+      t = x * P::n_over_ln2 + rounding_constant<double>;
+      r = P::remainder(x, t - rounding_constant<double>);
       j = int_bits(t) & ((1 << P::log_n) - 1);
     }
     /// 2^(m + extra), where that is a normal number.
@@ -106,7 +106,7 @@ template <class P> struct Exp64 : KernelDefaults {
     }
   };
 
-  template <class V> static Marks<V> special(V x) {
+  template <class V> static SignMask<V> special(V x) {
     return above(abs(x), from_pattern(0x4086232AFFFFFFFF)); // |x| >= 708.396, NaN
   }
   template <class V> static V formula(V x) {

@@ -6,7 +6,8 @@
 // field. After Tang, "Table-driven implementation of the exponential function in IEEE floating-point arithmetic", 1989.
 #pragma once
 
-#include "exact/exact.hpp"
+#include "exact/accuracy.hpp"
+#include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
 #include "exp/exp_core_tables.hpp"
 #include "simd/table.hpp"
@@ -38,74 +39,73 @@ template <class V> inline V inverse_power_of_2(V v) { return from_bits<V>(0x7FE0
 
 /// |x| < 2^11 for a meaningful result; no flag but inexact is raised for |x| < 2^900.
 template <int N, class V> inline ExpReduced<N, V> exp_reduce(V x) {
-  const V sum = x * ExpSteps<N>::per_step + shifter<double>;
-  const V k = sum - shifter<double>;
+  const V sum = x * ExpSteps<N>::per_step + rounding_constant<double>;
+  const V k = sum - rounding_constant<double>;
   return {sum, x - k * ExpSteps<N>::hi, k * ExpSteps<N>::lo};
 }
 
 /// 2^(j/128) as a head of 26 bits and the rest.
-template <class V> inline HeadTail<V> exp2_short_and_rest(const ExpReduced<128, V>& x) {
+template <class V> inline DoubleWord<V> exp2_short_and_rest(const ExpReduced<128, V>& x) {
   const Pair<V> t = lookup_pair<exp_core_tables::exp2_short_and_rest_128>(x.row());
   return {t.first, t.second};
 }
 
-/// How exact an exponential is: `pow` within 0.01 ulp before it is rounded; the others with relative errors below
-/// 2^-52, 2^-42 and 2^-33.
-enum class ExpAccuracy { pow, a50, a24, a26 };
+// Errors of an exponential: `full` within 0.01 ulp before it is rounded; `bits50`, `bits40` and `bits27` with relative
+// errors below 2^-52, 2^-42 and 2^-33.
 
-/// e^(head + tail) / 2^floor(k / N) as head and tail; the tail below 2^-7, zero but for `pow`.
-template <ExpAccuracy A> inline constexpr int exp_steps = A == ExpAccuracy::pow ? 128 : 32;
-template <ExpAccuracy A, class V> inline HeadTail<V> exp_unscaled(const ExpReduced<exp_steps<A>, V>& x, V tail) {
+/// e^(hi + lo) / 2^floor(k / N) as a double-word; the tail below 2^-7, zero but for `full`.
+template <Accuracy A> inline constexpr int exp_steps = A == Accuracy::full ? 128 : 32;
+template <Accuracy A, class V> inline DoubleWord<V> exp_unscaled(const ExpReduced<exp_steps<A>, V>& x, V tail) {
   const V r = (x.main - x.rest) + tail;
-  if constexpr (A == ExpAccuracy::pow) {
-    const V p = r + (r * r) * estrin(r, exp_core_tables::exp_pow);
-    const HeadTail<V> t = exp2_short_and_rest(x);
-    return {t.head, t.tail + (t.head + t.tail) * p};
+  if constexpr (A == Accuracy::full) {
+    const V p = r + (r * r) * estrin(r, exp_core_tables::exp_full);
+    const DoubleWord<V> t = exp2_short_and_rest(x);
+    return {t.hi, t.lo + (t.hi + t.lo) * p};
   } else {
     const V t = lookup<exp_core_tables::exp2_32>(x.row());
-    if constexpr (A == ExpAccuracy::a50)
-      return {t + t * (r + (r * r) * estrin(r, exp_core_tables::exp_a50)), V{}};
-    else if constexpr (A == ExpAccuracy::a24)
-      return {t + t * (r + (r * r) * estrin(r, exp_core_tables::exp_a24)), V{}};
+    if constexpr (A == Accuracy::bits50)
+      return {t + t * (r + (r * r) * estrin(r, exp_core_tables::exp_bits50)), V{}};
+    else if constexpr (A == Accuracy::bits40)
+      return {t + t * (r + (r * r) * estrin(r, exp_core_tables::exp_bits40)), V{}};
     else
-      return {t + t * (r + (r * r) * estrin(r, exp_core_tables::exp_a26)), V{}};
+      return {t + t * (r + (r * r) * estrin(r, exp_core_tables::exp_bits27)), V{}};
   }
 }
-/// e^(head + tail) where that is a normal number.
-template <ExpAccuracy A, class V> inline V exp_normal(V head, V tail) {
+/// e^(hi + lo) where that is a normal number.
+template <Accuracy A, class V> inline V exp_normal(V head, V tail) {
   const ExpReduced<exp_steps<A>, V> x = exp_reduce<exp_steps<A>>(head);
-  const HeadTail<V> y = exp_unscaled<A>(x, tail);
-  if constexpr (A == ExpAccuracy::pow)
-    return x.scaled(y.head + y.tail);
+  const DoubleWord<V> y = exp_unscaled<A>(x, tail);
+  if constexpr (A == Accuracy::full)
+    return x.scaled(y.hi + y.lo);
   else
-    return x.scaled(y.head);
+    return x.scaled(y.hi);
 }
 
 /// e^x where that is a normal number and |x| < 2^7, for the lower accuracies: k ln 2 / 32 is rounded, below 2^-46.
-template <ExpAccuracy A, class V> inline V exp_normal(V x) {
-  static_assert(A == ExpAccuracy::a24 || A == ExpAccuracy::a26);
+template <Accuracy A, class V> inline V exp_normal(V x) {
+  static_assert(A == Accuracy::bits40 || A == Accuracy::bits27);
   constexpr double step = ExpSteps<32>::hi + ExpSteps<32>::lo;
   const ExpReduced<32, V> reduced = exp_reduce<32>(x);
-  const V r = x - step * (reduced.sum - shifter<double>);
+  const V r = x - step * (reduced.sum - rounding_constant<double>);
   const V t = lookup<exp_core_tables::exp2_32>(reduced.row());
   V p;
-  if constexpr (A == ExpAccuracy::a24)
-    p = estrin(r, exp_core_tables::exp_a24);
+  if constexpr (A == Accuracy::bits40)
+    p = estrin(r, exp_core_tables::exp_bits40);
   else
-    p = estrin(r, exp_core_tables::exp_a26);
+    p = estrin(r, exp_core_tables::exp_bits27);
   return reduced.scaled(t + t * (r + (r * r) * p));
 }
 
-/// (head + tail) 2^e rounded once, also where the result is subnormal, zero or infinite; 1/2 < head + tail < 2.1.
+/// (hi + lo) 2^e rounded once, also where the result is subnormal, zero or infinite; 1/2 < hi + lo < 2.1.
 /// Raises no underflow.
-inline double scale_rounded(HeadTail<double> v, std::int64_t e) {
+inline double scale_rounded(DoubleWord<double> v, std::int64_t e) {
   const auto power = [](std::int64_t n) { return from_bits<double>(std::uint64_t(1023 + n) << 52); };
   if (e > 1030) e = 1030;
-  if (e > 1000) return (v.head + v.tail) * power(1000) * power(e - 1000);
-  if (e > -1021) return (v.head + v.tail) * power(e);
+  if (e > 1000) return (v.hi + v.lo) * power(1000) * power(e - 1000);
+  if (e > -1021) return (v.hi + v.lo) * power(e);
   if (e < -1076) return 0;
   // As an integer number of units 2^(e - 61), rounded to a multiple of 2^-1074 or to 53 bits.
-  const std::uint64_t units = std::uint64_t(std::int64_t(v.head * 0x1p61) + std::int64_t(v.tail * 0x1p61));
+  const std::uint64_t units = std::uint64_t(std::int64_t(v.hi * 0x1p61) + std::int64_t(v.lo * 0x1p61));
   const std::int64_t to_53_bits = 11 - __builtin_clzll(units), to_subnormal = -1013 - e;
   const std::int64_t shift = to_subnormal > to_53_bits ? to_subnormal : to_53_bits;
   std::uint64_t rounded = 0;
@@ -116,9 +116,9 @@ inline double scale_rounded(HeadTail<double> v, std::int64_t e) {
   return (double(std::int64_t(rounded)) * power(shift + e - 61 + 60)) * 0x1p-60;
 }
 
-/// e^(head + tail) for any sum, the tail below 2^-20 of the head, rounded once. An overflow raises its flag, an
+/// e^(hi + lo) for any sum, the tail below 2^-20 of the head, rounded once. An overflow raises its flag, an
 /// underflow does not.
-template <ExpAccuracy A> inline double exp_any(double head, double tail) {
+template <Accuracy A> inline double exp_any(double head, double tail) {
   if (head < -2000) return 0;
   if (head > 2000) {
     head = 2000;
@@ -131,47 +131,45 @@ template <ExpAccuracy A> inline double exp_any(double head, double tail) {
 
 // --- e^x - 1 -------------------------------------------------------------------------------------------------------
 
-/// e^x - 1 for |x| < 708, as (head + tail) scale: head 2^(k/128) - 1/scale + 2^(k/128) r, but for what the tail has,
+/// e^x - 1 for |x| < 708, as (hi + lo) scale: head 2^(k/128) - 1/scale + 2^(k/128) r, but for what the tail has,
 /// below 2^-7 of the head; relative error below 2^-62. The sum goes up in order of size, and every larger part is
 /// exact: 2^(k/128) has a head of 26 bits, and so has r, whose own rounding error is kept.
-template <class V> struct Expm1Parts { V head, tail, scale; };
+template <class V> struct Expm1Parts { V hi, lo, scale; };
 
-template <class V> inline Expm1Parts<V> expm1_a53(V x) {
+template <class V> inline Expm1Parts<V> expm1_full(V x) {
   const ExpReduced<128, V> reduced = exp_reduce<128>(x);
-  const HeadTail<V> t = exp2_short_and_rest(reduced);
+  const DoubleWord<V> t = exp2_short_and_rest(reduced);
   const V r = reduced.main - reduced.rest;
   const V r_error = (reduced.main - r) - reduced.rest;
-  const V beyond_r = (r * r) * estrin(r, exp_core_tables::expm1_a53) + r_error;
+  const V beyond_r = (r * r) * estrin(r, exp_core_tables::expm1_full) + r_error;
   const V r_head = head_of(r);
   const V scale = reduced.scaled(splat<V>(1));
-  const HeadTail<V> constant = two_sum(t.head, -inverse_power_of_2(scale));
-  const HeadTail<V> sum = fast_two_sum(constant.head, t.head * r_head);
-  const V product_rest = t.head * (r - r_head) + (t.tail * r + (t.head + t.tail) * beyond_r);
-  return {sum.head, ((constant.tail + sum.tail) + t.tail) + product_rest, scale};
+  const DoubleWord<V> constant = two_sum(t.hi, -inverse_power_of_2(scale));
+  const DoubleWord<V> sum = fast_two_sum(constant.hi, t.hi * r_head);
+  const V product_rest = t.hi * (r - r_head) + (t.lo * r + (t.hi + t.lo) * beyond_r);
+  return {sum.hi, ((constant.lo + sum.lo) + t.lo) + product_rest, scale};
 }
 
-enum class Expm1Accuracy { a53, a50, a24, a26 };
-
-/// e^x - 1, |x| < 708; a50 within 4 ulps, a24 and a26 with relative errors below 2^-43 and 2^-34.
-template <Expm1Accuracy A, class V> inline V exp_minus_1(V x) {
-  if constexpr (A == Expm1Accuracy::a53) {
-    const Expm1Parts<V> y = expm1_a53(x);
-    return (y.head + y.tail) * y.scale;
-  } else if constexpr (A == Expm1Accuracy::a50) {
+/// e^x - 1, |x| < 708; bits50 within 4 ulps, bits40 and bits27 with relative errors below 2^-43 and 2^-34.
+template <Accuracy A, class V> inline V exp_minus_1(V x) {
+  if constexpr (A == Accuracy::full) {
+    const Expm1Parts<V> y = expm1_full(x);
+    return (y.hi + y.lo) * y.scale;
+  } else if constexpr (A == Accuracy::bits50) {
     const ExpReduced<128, V> reduced = exp_reduce<128>(x);
-    const HeadTail<V> t = exp2_short_and_rest(reduced);
+    const DoubleWord<V> t = exp2_short_and_rest(reduced);
     const V r = reduced.main - reduced.rest;
-    const V p = r + (r * r) * estrin(r, exp_core_tables::expm1_a50);
+    const V p = r + (r * r) * estrin(r, exp_core_tables::expm1_bits50);
     const V scale = reduced.scaled(splat<V>(1));
-    return ((t.head - inverse_power_of_2(scale)) + (t.tail + (t.head + t.tail) * p)) * scale;
+    return ((t.hi - inverse_power_of_2(scale)) + (t.lo + (t.hi + t.lo) * p)) * scale;
   } else {
     const ExpReduced<32, V> reduced = exp_reduce<32>(x);
     const V r = reduced.main - reduced.rest;
     V p;
-    if constexpr (A == Expm1Accuracy::a24)
-      p = r + (r * r) * estrin(r, exp_core_tables::expm1_a24);
+    if constexpr (A == Accuracy::bits40)
+      p = r + (r * r) * estrin(r, exp_core_tables::expm1_bits40);
     else
-      p = r + (r * r) * estrin(r, exp_core_tables::expm1_a26);
+      p = r + (r * r) * estrin(r, exp_core_tables::expm1_bits27);
     const V t = reduced.scaled(lookup<exp_core_tables::exp2_32>(reduced.row()));
     return (t - 1.0) + t * p;
   }
@@ -185,28 +183,27 @@ template <class V> struct FloatExpReduced {
   V scaled(V v) const { return from_bits<V>(bits(v) + (bits(sum) << 23)); }
 };
 template <class V> inline FloatExpReduced<V> float_exp_reduce(V x) {
-  const V sum = x * exp_core_tables::float_per_ln2 + shifter<float>;
-  const V k = sum - shifter<float>;
+  const V sum = x * exp_core_tables::float_per_ln2 + rounding_constant<float>;
+  const V k = sum - rounding_constant<float>;
   return {sum, (x - k * exp_core_tables::float_ln2_hi) - k * exp_core_tables::float_ln2_lo};
 }
 
 /// e^x with a relative error below 2^-12 where that is a normal number.
-template <class V> inline V float_exp_a11(V x) {
+template <class V> inline V float_exp_bits11(V x) {
   const FloatExpReduced<V> reduced = float_exp_reduce(x);
   const V r = reduced.r;
-  return reduced.scaled(1.0f + (r + (r * r) * estrin(r, exp_core_tables::float_exp_a11)));
+  return reduced.scaled(1.0f + (r + (r * r) * estrin(r, exp_core_tables::float_exp_bits11)));
 }
 
 /// e^x - 1 for |x| <= 87, with relative errors below 2^-21 and 2^-11.
-enum class FloatExpm1Accuracy { a21, a11 };
-template <FloatExpm1Accuracy A, class V> inline V float_exp_minus_1(V x) {
+template <Accuracy A, class V> inline V float_exp_minus_1(V x) {
   const FloatExpReduced<V> reduced = float_exp_reduce(x);
   const V r = reduced.r, scale = reduced.scaled(splat<V>(1));
   V p;
-  if constexpr (A == FloatExpm1Accuracy::a21)
-    p = r + (r * r) * estrin(r, exp_core_tables::float_expm1_a21);
+  if constexpr (A == Accuracy::bits21)
+    p = r + (r * r) * estrin(r, exp_core_tables::float_expm1_bits21);
   else
-    p = r + (r * r) * estrin(r, exp_core_tables::float_expm1_a11);
+    p = r + (r * r) * estrin(r, exp_core_tables::float_expm1_bits11);
   return (scale - 1.0f) + scale * p;
 }
 

@@ -185,7 +185,7 @@ alignas(64) inline constexpr double exp2_32[] = {
 };
 
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 256; error 2^-68.2 of e^r - 1
-inline constexpr double expm1_a53[] = {
+inline constexpr double expm1_full[] = {
     0x1p-1,
     0x1.55555555554afp-3,
     0x1.55555555554e4p-5,
@@ -193,57 +193,57 @@ inline constexpr double expm1_a53[] = {
     0x1.6c16c655bc4a3p-10};
 
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 256; error 2^-65.4 of e^r
-inline constexpr double exp_pow[] = {
+inline constexpr double exp_full[] = {
     0x1.ffffffffffdb9p-2,
     0x1.555555555546fp-3,
     0x1.55555cf74a74ep-5,
     0x1.111116032d0f6p-7};
 
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 64; error 2^-53.4 of e^r
-inline constexpr double exp_a50[] = {
+inline constexpr double exp_bits50[] = {
     0x1.ffffffffdb880p-2,
     0x1.5555555546cc1p-3,
     0x1.5555cf7ec096dp-5,
     0x1.111160a9d31d2p-7};
 
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 64; error 2^-42.5 of e^r
-inline constexpr double exp_a24[] = {
+inline constexpr double exp_bits40[] = {
     0x1.ffffffffd415ap-2,
     0x1.5555c7a1c93d7p-3,
     0x1.5555da7698014p-5};
 
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 64; error 2^-33.2 of e^r
-inline constexpr double exp_a26[] = {
+inline constexpr double exp_bits27[] = {
     0x1.00008824ea5f3p-1,
     0x1.5555c85c0cceep-3};
 
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 256; error 2^-56.1 of e^r - 1
-inline constexpr double expm1_a50[] = {
+inline constexpr double expm1_bits50[] = {
     0x1.ffffffffffe5ap-2,
     0x1.555555555548cp-3,
     0x1.55555c2e2ae3fp-5,
     0x1.111115c02a6b5p-7};
 
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 64; error 2^-46.1 of e^r - 1
-inline constexpr double expm1_a24[] = {
+inline constexpr double expm1_bits40[] = {
     0x1.ffffffffe5a05p-2,
     0x1.5555555548bedp-3,
     0x1.5555c2e2538f6p-5,
     0x1.11115c057c88ep-7};
 
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 64; error 2^-35.6 of e^r - 1
-inline constexpr double expm1_a26[] = {
+inline constexpr double expm1_bits27[] = {
     0x1.ffffffffdd277p-2,
     0x1.5555c2478d094p-3,
     0x1.5555cfefce0dap-5};
 
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; error 2^-13.2 of e^r
-inline constexpr float float_exp_a11[] = {
+inline constexpr float float_exp_bits11[] = {
     0x1.0221020000000p-1f,
     0x1.5734380000000p-3f};
 
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; error 2^-26.1 of e^r - 1
-inline constexpr float float_expm1_a21[] = {
+inline constexpr float float_expm1_bits21[] = {
     0x1p-1f,
     0x1.5554ae0000000p-3f,
     0x1.5554f00000000p-5f,
@@ -251,7 +251,7 @@ inline constexpr float float_expm1_a21[] = {
     0x1.6d440a0000000p-10f};
 
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; error 2^-15.6 of e^r - 1
-inline constexpr float float_expm1_a11[] = {
+inline constexpr float float_expm1_bits11[] = {
     0x1.fffdd00000000p-2f,
     0x1.570a380000000p-3f,
     0x1.5741260000000p-5f};

@@ -2,33 +2,33 @@
 //
 // Exceptional inputs: an overflow beyond 709.78; -inf gives -1, +inf stays, NaN is quieted.
 #include "exp/exp_core.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/exp.h"
 
 namespace kelvm::inline KELVM_BUILD::expm1_64f {
 namespace {
 
-template <Expm1Accuracy A> struct Expm164f : KernelDefaults {
+template <Accuracy A> struct Expm164f : KernelDefaults {
   using Element = double;
   static constexpr int vectors_in_flight = 3;
-  static constexpr bool stray_underflow = true; // x^2 of a tiny x
+  static constexpr bool spurious_underflow = true; // x^2 of a tiny x
   static constexpr double covered = 708;
-  template <class V> static Marks<V> special(V x) { return above(abs(x), covered); }
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), covered); }
   template <class V> static V formula(V x) { return with_sign(exp_minus_1<A>(x), sign_of(x)); }
   static double element(double x, kelStatus& status) {
     if (is_nan(x)) return x + x;
     if (x < 0) return -1;
     if (x == infinity<double>) return x;
     // e^x is beyond 2^1000.
-    const double y = exp_any<ExpAccuracy::pow>(x, 0);
+    const double y = exp_any<Accuracy::full>(x, 0);
     return y == infinity<double> ? overflow(status, 1.0) : y;
   }
 };
 
 } // namespace
 
-KELVM_UNARY(kelsExpm1_64f_A26, Expm164f<Expm1Accuracy::a26>)
-KELVM_UNARY(kelsExpm1_64f_A50, Expm164f<Expm1Accuracy::a50>)
-KELVM_UNARY(kelsExpm1_64f_A53, Expm164f<Expm1Accuracy::a53>)
+KELVM_UNARY(kelsExpm1_64f_A26, Expm164f<Accuracy::bits27>)
+KELVM_UNARY(kelsExpm1_64f_A50, Expm164f<Accuracy::bits50>)
+KELVM_UNARY(kelsExpm1_64f_A53, Expm164f<Accuracy::full>)
 
 } // namespace kelvm::inline KELVM_BUILD::expm1_64f

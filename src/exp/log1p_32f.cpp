@@ -2,16 +2,16 @@
 // wherever the sum is used. The result has the sign of x, -0 included.
 //
 // Exceptional inputs: -1 is a pole, what is below a domain error, +inf stays, NaN is quieted.
-#include "exact/decided.hpp"
+#include "exact/rounding_test.hpp"
 #include "exp/log_core.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/exp.h"
 
 namespace kelvm::inline KELVM_BUILD::log1p_32f {
 namespace {
 
-/// Marks all but -1 < x < 2^127.
-template <class V> Marks<V> out_of_domain(V x) { return not_normal_positive(1.0f + x); }
+/// SignMask all but -1 < x < 2^127.
+template <class V> SignMask<V> out_of_domain(V x) { return not_normal_positive(1.0f + x); }
 template <class F> float in_domain(float x, kelStatus& status, F inside) {
   if (is_nan(x)) return x + x;
   if (x == -1) return pole(status, -1.0f);
@@ -22,36 +22,36 @@ template <class F> float in_domain(float x, kelStatus& status, F inside) {
 
 struct Log1pA24 : KernelDefaults {
   using Element = float;
-  static constexpr bool stray_underflow = true; // a subnormal result, which is x
-  template <class V> using Doubt = MidpointDoubt;
-  template <class V> static Marks<V> special(V x) { return out_of_domain(x); }
-  template <class V> static V formula(V x, MidpointDoubt& doubt) {
+  static constexpr bool spurious_underflow = true; // a subnormal result, which is x
+  template <class V> using ResultTest = RoundingTest;
+  template <class V> static SignMask<V> special(V x) { return out_of_domain(x); }
+  template <class V> static V formula(V x, RoundingTest& test) {
     const V y = in_double_decided<42>(
-        doubt, [](auto d) { return logarithm_1p<LogAccuracy::a24>(d); }, x);
+        test, [](auto d) { return logarithm_1p<Accuracy::bits40>(d); }, x);
     return with_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus& status) {
     return in_domain(x, status, [](double d) {
-      const HeadTail<double> y = logarithm_1p_head_tail(d);
+      const DoubleWord<double> y = logarithm_1p_double_word(d);
       return round_sum_to_float(y);
     });
   }
 };
 
-template <FloatLogAccuracy A> struct Log1pSingle : KernelDefaults {
+template <Accuracy A> struct Log1pSingle : KernelDefaults {
   using Element = float;
-  static constexpr bool stray_underflow = true; // x^2 of a tiny x
-  template <class V> static Marks<V> special(V x) { return out_of_domain(x); }
+  static constexpr bool spurious_underflow = true; // x^2 of a tiny x
+  template <class V> static SignMask<V> special(V x) { return out_of_domain(x); }
   template <class V> static V formula(V x) { return with_sign(float_logarithm_1p<A>(x), sign_of(x)); }
   static float element(float x, kelStatus& status) {
-    return in_domain(x, status, [](double d) { return float(logarithm_1p<LogAccuracy::a24>(d)); });
+    return in_domain(x, status, [](double d) { return float(logarithm_1p<Accuracy::bits40>(d)); });
   }
 };
 
 } // namespace
 
-KELVM_UNARY(kelsLog1p_32f_A11, Log1pSingle<FloatLogAccuracy::a11>)
-KELVM_UNARY(kelsLog1p_32f_A21, Log1pSingle<FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsLog1p_32f_A11, Log1pSingle<Accuracy::bits11>)
+KELVM_UNARY(kelsLog1p_32f_A21, Log1pSingle<Accuracy::bits21>)
 KELVM_UNARY(kelsLog1p_32f_A24, Log1pA24)
 
 } // namespace kelvm::inline KELVM_BUILD::log1p_32f

@@ -4,18 +4,18 @@
 // Exceptional inputs: -1 is a pole, what is below a domain error, +inf stays, NaN is quieted. From 2^1000 on ln x is
 // ln(1 + x).
 #include "exp/log_core.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/exp.h"
 
 namespace kelvm::inline KELVM_BUILD::log1p_64f {
 namespace {
 
-template <LogAccuracy A> struct Log1p64f : KernelDefaults {
+template <Accuracy A> struct Log1p64f : KernelDefaults {
   using Element = double;
-  static constexpr bool stray_underflow = true; // x^2 of a tiny x
-  template <class V> static Marks<V> special(V x) {
+  static constexpr bool spurious_underflow = true; // x^2 of a tiny x
+  template <class V> static SignMask<V> special(V x) {
     const V sum = 1.0 + x;
-    return bit_cast<Marks<V>>((bits(sum) - 1u) | (0x7E70000000000000u - bits(sum)));
+    return bit_cast<SignMask<V>>((bits(sum) - 1u) | (0x7E70000000000000u - bits(sum)));
   }
   template <class V> static V formula(V x) { return with_sign(logarithm_1p<A>(x), sign_of(x)); }
   static double element(double x, kelStatus& status) {
@@ -29,8 +29,8 @@ template <LogAccuracy A> struct Log1p64f : KernelDefaults {
 
 } // namespace
 
-KELVM_UNARY(kelsLog1p_64f_A26, Log1p64f<LogAccuracy::a26>)
-KELVM_UNARY(kelsLog1p_64f_A50, Log1p64f<LogAccuracy::a50>)
-KELVM_UNARY(kelsLog1p_64f_A53, Log1p64f<LogAccuracy::a53>)
+KELVM_UNARY(kelsLog1p_64f_A26, Log1p64f<Accuracy::bits27>)
+KELVM_UNARY(kelsLog1p_64f_A50, Log1p64f<Accuracy::bits50>)
+KELVM_UNARY(kelsLog1p_64f_A53, Log1p64f<Accuracy::full>)
 
 } // namespace kelvm::inline KELVM_BUILD::log1p_64f

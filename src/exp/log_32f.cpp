@@ -4,9 +4,9 @@
 // of a midpoint between two floats. A21 and A11 stay in float arithmetic.
 //
 // Exceptional inputs: +-0 is a pole, what is below zero a domain error, +inf stays, NaN is quieted.
-#include "exact/decided.hpp"
+#include "exact/rounding_test.hpp"
 #include "exp/log_core.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/exp.h"
 
 namespace kelvm::inline KELVM_BUILD::log_32f {
@@ -23,42 +23,42 @@ template <class F> float of_positive(float x, kelStatus& status, F logarithm) {
 
 template <class Base> struct LogA24 : KernelDefaults {
   using Element = float;
-  template <class V> using Doubt = MidpointDoubt;
-  template <class V> static Marks<V> special(V x) {
-    return bit_cast<Marks<V>>((bits(x) - 0x00800000u) | (0x7F7FFFFFu - bits(x)));
+  template <class V> using ResultTest = RoundingTest;
+  template <class V> static SignMask<V> special(V x) {
+    return bit_cast<SignMask<V>>((bits(x) - 0x00800000u) | (0x7F7FFFFFu - bits(x)));
   }
-  template <class V> static V formula(V x, MidpointDoubt& doubt) {
+  template <class V> static V formula(V x, RoundingTest& test) {
     const auto reduced = log_reduce_floats<ShortRows>(x);
-    return narrow_decided<42>(doubt, logarithm<Base, LogAccuracy::a24>(reduced.template half<0>()),
-                              logarithm<Base, LogAccuracy::a24>(reduced.template half<1>()));
+    return narrow_decided<42>(test, logarithm<Base, Accuracy::bits40>(reduced.template half<0>()),
+                              logarithm<Base, Accuracy::bits40>(reduced.template half<1>()));
   }
   static float element(float x, kelStatus& status) {
     return of_positive(x, status, [](double d) {
       const LogReduced<double> reduced = log_reduce<ExactRows>(d);
-      const HeadTail<double> y = std::is_same_v<Base, Natural> ? ln_a53(reduced) : log10_a53(reduced);
+      const DoubleWord<double> y = std::is_same_v<Base, Natural> ? ln_full(reduced) : log10_full(reduced);
       return round_sum_to_float(y);
     });
   }
 };
 
-template <class Base, FloatLogAccuracy A> struct LogSingle : KernelDefaults {
+template <class Base, Accuracy A> struct LogSingle : KernelDefaults {
   using Element = float;
-  static constexpr bool stray_underflow = true; // high powers of a tiny f
-  template <class V> static Marks<V> special(V x) { return not_normal_positive(x); }
+  static constexpr bool spurious_underflow = true; // high powers of a tiny f
+  template <class V> static SignMask<V> special(V x) { return not_normal_positive(x); }
   template <class V> static V formula(V x) { return float_logarithm<Base, A>(x); }
   static float element(float x, kelStatus& status) {
     return of_positive(x, status,
-                       [](double d) { return float(logarithm<Base, LogAccuracy::a24>(log_reduce<ShortRows>(d))); });
+                       [](double d) { return float(logarithm<Base, Accuracy::bits40>(log_reduce<ShortRows>(d))); });
   }
 };
 
 } // namespace
 
-KELVM_UNARY(kelsLn_32f_A11, LogSingle<Natural, FloatLogAccuracy::a11>)
-KELVM_UNARY(kelsLn_32f_A21, LogSingle<Natural, FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsLn_32f_A11, LogSingle<Natural, Accuracy::bits11>)
+KELVM_UNARY(kelsLn_32f_A21, LogSingle<Natural, Accuracy::bits21>)
 KELVM_UNARY(kelsLn_32f_A24, LogA24<Natural>)
-KELVM_UNARY(kelsLog10_32f_A11, LogSingle<Decimal, FloatLogAccuracy::a11>)
-KELVM_UNARY(kelsLog10_32f_A21, LogSingle<Decimal, FloatLogAccuracy::a21>)
+KELVM_UNARY(kelsLog10_32f_A11, LogSingle<Decimal, Accuracy::bits11>)
+KELVM_UNARY(kelsLog10_32f_A21, LogSingle<Decimal, Accuracy::bits21>)
 KELVM_UNARY(kelsLog10_32f_A24, LogA24<Decimal>)
 
 } // namespace kelvm::inline KELVM_BUILD::log_32f

@@ -7,15 +7,15 @@
 // Exceptional inputs: +-0 is a pole, what is below zero a domain error, +inf stays, NaN is quieted; a subnormal is
 // scaled.
 #include "exp/log_core.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/exp.h"
 
 namespace kelvm::inline KELVM_BUILD::log_64f {
 namespace {
 
-template <class Base, LogAccuracy A> struct Log64f : KernelDefaults {
+template <class Base, Accuracy A> struct Log64f : KernelDefaults {
   using Element = double;
-  template <class V> static Marks<V> special(V x) { return not_normal_positive(x); }
+  template <class V> static SignMask<V> special(V x) { return not_normal_positive(x); }
   template <class V> static V formula(V x) { return logarithm<Base, A>(log_reduce<LogRows<A>>(x)); }
   static double element(double x, kelStatus& status) {
     if (is_nan(x)) return x + x;
@@ -28,11 +28,11 @@ template <class Base, LogAccuracy A> struct Log64f : KernelDefaults {
 
 } // namespace
 
-KELVM_UNARY(kelsLn_64f_A26, Log64f<Natural, LogAccuracy::a26>)
-KELVM_UNARY(kelsLn_64f_A50, Log64f<Natural, LogAccuracy::a50>)
-KELVM_UNARY(kelsLn_64f_A53, Log64f<Natural, LogAccuracy::a53>)
-KELVM_UNARY(kelsLog10_64f_A26, Log64f<Decimal, LogAccuracy::a26>)
-KELVM_UNARY(kelsLog10_64f_A50, Log64f<Decimal, LogAccuracy::a50>)
-KELVM_UNARY(kelsLog10_64f_A53, Log64f<Decimal, LogAccuracy::a53>)
+KELVM_UNARY(kelsLn_64f_A26, Log64f<Natural, Accuracy::bits27>)
+KELVM_UNARY(kelsLn_64f_A50, Log64f<Natural, Accuracy::bits50>)
+KELVM_UNARY(kelsLn_64f_A53, Log64f<Natural, Accuracy::full>)
+KELVM_UNARY(kelsLog10_64f_A26, Log64f<Decimal, Accuracy::bits27>)
+KELVM_UNARY(kelsLog10_64f_A50, Log64f<Decimal, Accuracy::bits50>)
+KELVM_UNARY(kelsLog10_64f_A53, Log64f<Decimal, Accuracy::full>)
 
 } // namespace kelvm::inline KELVM_BUILD::log_64f

@@ -1,4 +1,4 @@
-// The logarithm core, for any width: what every member that needs a logarithm shares.
+// The logarithm core, for any width: what every function that needs a logarithm shares.
 //
 // x = 2^k m with m in one octave around 1, and a table by m's upper bits gives c near 1/m:
 //
@@ -9,24 +9,23 @@
 // floating-point arithmetic", 1990. Two tables:
 //
 //   ExactRows   256 rows, |r| < 0.0027. c has so few bits (8 or 9 below its leading one) that r is a double: the
-//               reduction has no error, which full precision near 1 could not do without. ln c has a head and a tail.
+//               reduction has no error, which full precision near 1 could not do without. ln c has a double-word.
 //               Next to the row of c = 1, where ln x is the difference of ln c and r, |r| < 2^-9.
 //   ShortRows   32 rows, |r| < 0.016, few enough for registers. r and ln c are rounded.
 //
 // Base 10 has tables of its own and the factor 1 / ln 10 in the coefficients.
 #pragma once
 
-#include "exact/exact.hpp"
+#include "exact/accuracy.hpp"
+#include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
 #include "exp/log_tables.hpp"
 #include "simd/table.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// How exact a logarithm in double arithmetic is: `a53` within 0.51 ulp; `a50`, `a24` and `a26` with relative
-/// errors below 2^-50.3, 2^-43 (from a float) and 2^-28; `a50_of_float` is a50 for an argument of 24 bits, whose
-/// products with the numbers of a table are exact.
-enum class LogAccuracy { a53, a50, a50_of_float, a24, a26 };
+// Errors of a logarithm in double arithmetic: `full` within 0.51 ulp; `bits50`, `bits50_of_float`, `bits40` and
+// `bits27` with relative errors below 2^-50.3, 2^-50.3, 2^-43 (from a float) and 2^-28.
 
 /// How the octave of m is divided: 2^bits rows from the double `lowest` on, less half a row.
 struct ExactRows {
@@ -37,7 +36,7 @@ struct ShortRows {
   static constexpr int bits = 5;
   static constexpr std::uint64_t lowest = 0x3FE6800000000000;
 };
-template <LogAccuracy A> using LogRows = std::conditional_t<A == LogAccuracy::a53, ExactRows, ShortRows>;
+template <Accuracy A> using LogRows = std::conditional_t<A == Accuracy::full, ExactRows, ShortRows>;
 
 /// x = 2^k m, and m's row in the tables. The exponent field of `scaled` is k + 1023.
 template <class V> struct LogReduced {
@@ -77,18 +76,18 @@ template <class Rows> inline LogReducedFloats<Rows> log_reduce_floats(Native<flo
   return {above_least >> 23, fraction >> (23 - Rows::bits), bit_cast<Native<float>>(fraction + least)};
 }
 
-/// Marks what the formulas below do not cover in vectors: zeros, subnormals, negative numbers, the last octave (its k +
-/// 1023 leaves the exponent field), infinities, NaNs.
-template <class V> inline Marks<V> not_normal_positive(V x) {
+/// SignMask what the formulas below do not cover in vectors: zeros, subnormals, negative numbers, the last octave (its
+/// k + 1023 leaves the exponent field), infinities, NaNs.
+template <class V> inline SignMask<V> not_normal_positive(V x) {
   if constexpr (sizeof(Lane<V>) == 8)
-    return bit_cast<Marks<V>>((bits(x) - 0x0010000000000000u) | (0x7FDFFFFFFFFFFFFFu - bits(x)));
+    return bit_cast<SignMask<V>>((bits(x) - 0x0010000000000000u) | (0x7FDFFFFFFFFFFFFFu - bits(x)));
   else
-    return bit_cast<Marks<V>>((bits(x) - 0x00800000u) | (0x7EFFFFFFu - bits(x)));
+    return bit_cast<SignMask<V>>((bits(x) - 0x00800000u) | (0x7EFFFFFFu - bits(x)));
 }
 
 /// One lane reduced, any positive finite x.
 template <class Rows> inline LogReduced<double> log_reduce_any(double x) {
-  if (x >= 0x1p-1022) return log_reduce<Rows>(x);
+  if (x >= smallest_normal<double>) return log_reduce<Rows>(x);
   LogReduced<double> reduced = log_reduce<Rows>(x * 0x1p54);
   reduced.k -= 54;
   return reduced;
@@ -96,8 +95,8 @@ template <class Rows> inline LogReduced<double> log_reduce_any(double x) {
 
 /// m c - 1, which is a double: through a fused operation, or from two products of a split m.
 template <class V> inline V exact_product_minus_one(V m, V c) {
-  if constexpr (has_fused_product_error) {
-    return fused_product_error(m, c, splat<V>(1));
+  if constexpr (has_fused) {
+    return mul_sub(m, c, splat<V>(1));
   } else {
     const V head = head_of(m);
     return (head * c - 1.0) + (m - head) * c;
@@ -108,91 +107,95 @@ template <class V> inline V exact_product_minus_one(V m, V c) {
 struct Natural {
   static constexpr auto& rounded = log_tables::inverse_and_ln;
   static constexpr auto& exact = log_tables::inverse_and_exact_ln;
-  static constexpr double two_hi = log_tables::ln2_hi, two_lo = log_tables::ln2_lo, two = log_tables::ln2;
+  static constexpr double log_of_2_hi = log_tables::ln2_hi, log_of_2_lo = log_tables::ln2_lo,
+                          log_of_2 = log_tables::ln2;
 };
 struct Decimal {
   static constexpr auto& rounded = log_tables::inverse_and_log10;
   static constexpr auto& exact = log_tables::inverse_and_exact_log10;
-  static constexpr double two_hi = log_tables::lg2_hi, two_lo = log_tables::lg2_lo, two = log_tables::lg2;
+  static constexpr double log_of_2_hi = log_tables::lg2_hi, log_of_2_lo = log_tables::lg2_lo,
+                          log_of_2 = log_tables::lg2;
 };
 
-/// A logarithm but for the part of ln(1 + r): c, r, and k log 2 - log c as an exact head and a tail.
-template <class V> struct LogParts { V c, r, head, tail; };
+/// A logarithm but for the part of ln(1 + r): c, r, and k log 2 - log c as a double-word with an exact upper word.
+template <class V> struct LogParts { V c, r, hi, lo; };
 
 template <class Base, class V> inline LogParts<V> log_parts(const LogReduced<V>& x) {
   const Pair<V> row = lookup_pair<Base::exact>(x.row);
   // The tail of log c stands in the low bits of c.
   const V c = from_bits<V>(bits(row.first) & 0xFFFFF80000000000u);
-  return {c, exact_product_minus_one(x.m, c), x.k * Base::two_hi + row.second,
-          x.k * Base::two_lo + (row.first - c) * 0x1p-32};
+  return {c, exact_product_minus_one(x.m, c), x.k * Base::log_of_2_hi + row.second,
+          x.k * Base::log_of_2_lo + (row.first - c) * 0x1p-32};
 }
 
 /// With r + rest in place of r, |rest| below the last place of m.
 template <class Base, class V> inline LogParts<V> with_rest(LogParts<V> p, V rest) {
-  const HeadTail<V> r = fast_two_sum(p.r, rest);
-  p.r = r.head;
+  const DoubleWord<V> r = fast_two_sum(p.r, rest);
+  p.r = r.hi;
   if constexpr (std::is_same_v<Base, Natural>)
-    p.tail += r.tail - r.tail * r.head;
+    p.lo += r.lo - r.lo * r.hi;
   else
-    p.tail += r.tail * log_tables::inverse_ln10_head;
+    p.lo += r.lo * log_tables::inverse_ln10_head;
   return p;
 }
 
-/// ln x as an exact head and a small tail, |tail| < 2^-9 |head|. Relative error below 2^-61: the series, below 2^-9 of
-/// the result, is rounded.
-template <class V> inline HeadTail<V> ln_a53(const LogParts<V>& p) {
-  const HeadTail<V> sum = fast_two_sum(p.head, p.r);
-  return {sum.head, (p.tail + sum.tail) + (p.r * p.r) * estrin(p.r, log_tables::ln_a53)};
+/// ln x as a double-word with an exact upper word, |lo| < 2^-9 |hi|. Relative error below 2^-61: the series, below 2^-9
+/// of the result, is rounded.
+template <class V> inline DoubleWord<V> ln_full(const LogParts<V>& p) {
+  const DoubleWord<V> sum = fast_two_sum(p.hi, p.r);
+  return {sum.hi, (p.lo + sum.lo) + (p.r * p.r) * estrin(p.r, log_tables::ln_full)};
 }
-template <class V> inline HeadTail<V> ln_a53(const LogReduced<V>& x) { return ln_a53(log_parts<Natural>(x)); }
+template <class V> inline DoubleWord<V> ln_full(const LogReduced<V>& x) { return ln_full(log_parts<Natural>(x)); }
 /// log10 x likewise. The product r / ln 10 is split so that its head is exact.
-template <class V> inline HeadTail<V> log10_a53(const LogParts<V>& p) {
+template <class V> inline DoubleWord<V> log10_full(const LogParts<V>& p) {
   const V r_head = head_of(p.r);
-  const HeadTail<V> sum = fast_two_sum(p.head, r_head * log_tables::inverse_ln10_head);
+  const DoubleWord<V> sum = fast_two_sum(p.hi, r_head * log_tables::inverse_ln10_head);
   const V r_tail = (p.r - r_head) * log_tables::inverse_ln10_head + p.r * log_tables::inverse_ln10_tail;
-  return {sum.head, ((p.tail + sum.tail) + r_tail) + (p.r * p.r) * estrin(p.r, log_tables::log10_a53)};
+  return {sum.hi, ((p.lo + sum.lo) + r_tail) + (p.r * p.r) * estrin(p.r, log_tables::log10_full)};
 }
-template <class V> inline HeadTail<V> log10_a53(const LogReduced<V>& x) { return log10_a53(log_parts<Decimal>(x)); }
-template <class Base, class V> inline HeadTail<V> logarithm_a53(const LogParts<V>& p) {
+template <class V> inline DoubleWord<V> log10_full(const LogReduced<V>& x) { return log10_full(log_parts<Decimal>(x)); }
+template <class Base, class V> inline DoubleWord<V> logarithm_full(const LogParts<V>& p) {
   if constexpr (std::is_same_v<Base, Natural>)
-    return ln_a53(p);
+    return ln_full(p);
   else
-    return log10_a53(p);
+    return log10_full(p);
 }
 
-/// ln x as head and tail, |tail| < 2^-16 |head|, with a relative error below 2^-69: what a power needs.
-template <class V> inline HeadTail<V> ln_pow(const LogParts<V>& p) {
-  const HeadTail<V> linear = fast_two_sum(p.head, p.r);
+/// ln x as a double-word, |lo| < 2^-16 |hi|, with a relative error below 2^-69: what a power needs.
+template <class V> inline DoubleWord<V> ln_extended(const LogParts<V>& p) {
+  const DoubleWord<V> linear = fast_two_sum(p.hi, p.r);
   // -r^2 / 2 as an exact product of heads and the rest
   const V r_head = head_of(p.r);
   const V half_square = r_head * (-0.5 * r_head), square_rest = (p.r + r_head) * (-0.5 * (p.r - r_head));
-  const HeadTail<V> sum = fast_two_sum(linear.head, half_square);
-  const V cubic = (p.r * p.r) * (p.r * estrin(p.r, log_tables::ln_pow));
-  return {sum.head, ((linear.tail + sum.tail) + p.tail) + (square_rest + cubic)};
+  const DoubleWord<V> sum = fast_two_sum(linear.hi, half_square);
+  const V cubic = (p.r * p.r) * (p.r * estrin(p.r, log_tables::ln_extended));
+  return {sum.hi, ((linear.lo + sum.lo) + p.lo) + (square_rest + cubic)};
 }
-template <class V> inline HeadTail<V> ln_pow(const LogReduced<V>& x) { return ln_pow(log_parts<Natural>(x)); }
+template <class V> inline DoubleWord<V> ln_extended(const LogReduced<V>& x) {
+  return ln_extended(log_parts<Natural>(x));
+}
 
 /// rest + log(1 + r), below full precision.
-template <class Base, LogAccuracy A, class V> inline V logarithm_sum(V rest, V r) {
+template <class Base, Accuracy A, class V> inline V logarithm_sum(V rest, V r) {
   if constexpr (std::is_same_v<Base, Natural>) {
     constexpr auto& c = []() -> auto& {
-      if constexpr (A == LogAccuracy::a50 || A == LogAccuracy::a50_of_float)
-        return log_tables::ln_a50;
-      else if constexpr (A == LogAccuracy::a24)
-        return log_tables::ln_a24;
+      if constexpr (A == Accuracy::bits50 || A == Accuracy::bits50_of_float)
+        return log_tables::ln_bits50;
+      else if constexpr (A == Accuracy::bits40)
+        return log_tables::ln_bits40;
       else
-        return log_tables::ln_a26;
+        return log_tables::ln_bits27;
     }
     ();
     return rest + (r + (r * r) * estrin(r, c));
   } else {
     constexpr auto& c = []() -> auto& {
-      if constexpr (A == LogAccuracy::a50 || A == LogAccuracy::a50_of_float)
-        return log_tables::log10_a50;
-      else if constexpr (A == LogAccuracy::a24)
-        return log_tables::log10_a24;
+      if constexpr (A == Accuracy::bits50 || A == Accuracy::bits50_of_float)
+        return log_tables::log10_bits50;
+      else if constexpr (A == Accuracy::bits40)
+        return log_tables::log10_bits40;
       else
-        return log_tables::log10_a26;
+        return log_tables::log10_bits27;
     }
     ();
     return rest + r * estrin(r, c);
@@ -200,17 +203,17 @@ template <class Base, LogAccuracy A, class V> inline V logarithm_sum(V rest, V r
 }
 
 /// The logarithm to base `Base` of a reduced argument.
-template <class Base, LogAccuracy A, class Reduced> inline auto logarithm(const Reduced& x) {
+template <class Base, Accuracy A, class Reduced> inline auto logarithm(const Reduced& x) {
   using V = decltype(x.m + x.m);
-  if constexpr (A == LogAccuracy::a53) {
-    const HeadTail<V> y = logarithm_a53<Base>(log_parts<Base>(x));
+  if constexpr (A == Accuracy::full) {
+    const DoubleWord<V> y = logarithm_full<Base>(log_parts<Base>(x));
     return rounded(y);
   } else {
     const Pair<V> row = lookup_pair<Base::rounded>(x.row);
-    const V r = A == LogAccuracy::a50 || (A == LogAccuracy::a50_of_float && has_fused_product_error)
+    const V r = A == Accuracy::bits50 || (A == Accuracy::bits50_of_float && has_fused)
                     ? exact_product_minus_one(x.m, row.first)
                     : x.m * row.first - 1.0;
-    return logarithm_sum<Base, A>(x.k * Base::two + row.second, r);
+    return logarithm_sum<Base, A>(x.k * Base::log_of_2 + row.second, r);
   }
 }
 
@@ -219,47 +222,46 @@ template <class V> inline V log1p_correction(const LogReduced<V>& sum, V rest, V
   return (rest * sum.inverse_power()) * c;
 }
 
-/// ln(1 + x) as an exact head and a small tail, -1 < x < 2^1000: 1 + x is reduced as it rounds, and the error of that
-/// sum joins r. Around 0 the row is that of c = 1, and r is x again.
-template <class V> inline HeadTail<V> logarithm_1p_head_tail(V x) {
-  const HeadTail<V> sum = two_sum(splat<V>(1), x);
-  const LogReduced<V> reduced = log_reduce<ExactRows>(sum.head);
+/// ln(1 + x) as a double-word with an exact upper word, -1 < x < 2^1000: 1 + x is reduced as it rounds, and the error
+/// of that sum joins r. Around 0 the row is that of c = 1, and r is x again.
+template <class V> inline DoubleWord<V> logarithm_1p_double_word(V x) {
+  const DoubleWord<V> sum = two_sum(splat<V>(1), x);
+  const LogReduced<V> reduced = log_reduce<ExactRows>(sum.hi);
   const LogParts<V> p = log_parts<Natural>(reduced);
-  return ln_a53(with_rest<Natural>(p, log1p_correction(reduced, sum.tail, p.c)));
+  return ln_full(with_rest<Natural>(p, log1p_correction(reduced, sum.lo, p.c)));
 }
-/// The same for a normalised head and tail.
-template <class V> inline HeadTail<V> logarithm_1p_head_tail(HeadTail<V> x) {
-  const HeadTail<V> sum = two_sum(splat<V>(1), x.head);
-  const LogReduced<V> reduced = log_reduce<ExactRows>(sum.head);
+/// The same for a normalised double-word.
+template <class V> inline DoubleWord<V> logarithm_1p_double_word(DoubleWord<V> x) {
+  const DoubleWord<V> sum = two_sum(splat<V>(1), x.hi);
+  const LogReduced<V> reduced = log_reduce<ExactRows>(sum.hi);
   LogParts<V> p = log_parts<Natural>(reduced);
-  const HeadTail<V> r = fast_two_sum(p.r, log1p_correction(reduced, sum.tail, p.c));
-  p.r = r.head;
-  p.tail += r.tail + log1p_correction(reduced, x.tail, p.c);
-  return ln_a53(p);
+  const DoubleWord<V> r = fast_two_sum(p.r, log1p_correction(reduced, sum.lo, p.c));
+  p.r = r.hi;
+  p.lo += r.lo + log1p_correction(reduced, x.lo, p.c);
+  return ln_full(p);
 }
-template <LogAccuracy A, class V> inline V logarithm_1p(V x) {
-  if constexpr (A == LogAccuracy::a53) {
-    const HeadTail<V> y = logarithm_1p_head_tail(x);
+template <Accuracy A, class V> inline V logarithm_1p(V x) {
+  if constexpr (A == Accuracy::full) {
+    const DoubleWord<V> y = logarithm_1p_double_word(x);
     return rounded(y);
-  } else if constexpr (A == LogAccuracy::a50) {
-    const HeadTail<V> sum = two_sum(splat<V>(1), x);
-    const LogReduced<V> reduced = log_reduce<ShortRows>(sum.head);
+  } else if constexpr (A == Accuracy::bits50) {
+    const DoubleWord<V> sum = two_sum(splat<V>(1), x);
+    const LogReduced<V> reduced = log_reduce<ShortRows>(sum.hi);
     const Pair<V> row = lookup_pair<Natural::rounded>(reduced.row);
-    const V r = exact_product_minus_one(reduced.m, row.first) + log1p_correction(reduced, sum.tail, row.first);
-    return logarithm_sum<Natural, A>(reduced.k * Natural::two + row.second, r);
+    const V r = exact_product_minus_one(reduced.m, row.first) + log1p_correction(reduced, sum.lo, row.first);
+    return logarithm_sum<Natural, A>(reduced.k * Natural::log_of_2 + row.second, r);
   } else {
     // Beyond 2^-7 the sum's own error is small enough; below, r is x.
     const LogReduced<V> reduced = log_reduce<ShortRows>(1.0 + x);
     const Pair<V> row = lookup_pair<Natural::rounded>(reduced.row);
     const V r = select(abs(x) < splat<V>(0x1p-7), x, reduced.m * row.first - 1.0);
-    return logarithm_sum<Natural, A>(reduced.k * Natural::two + row.second, r);
+    return logarithm_sum<Natural, A>(reduced.k * Natural::log_of_2 + row.second, r);
   }
 }
 
 // --- single precision ----------------------------------------------------------------------------------------------
 
-/// ln and log10 of floats in float arithmetic, without a table: m in [2/3, 4/3). Relative errors below 2^-21 and 2^-11.
-enum class FloatLogAccuracy { a21, a11 };
+// ln and log10 of floats in float arithmetic, without a table: m in [2/3, 4/3), to `bits21` and `bits11`.
 
 /// x = 2^k (1 + f).
 template <class V> struct FloatLogReduced { V k, f; };
@@ -269,34 +271,34 @@ template <class V> inline FloatLogReduced<V> float_log_reduce(V x) {
   return {exponent_of(from_bits<V>(scaled)), from_bits<V>((scaled & 0x007FFFFF) + least) - 1.0f};
 }
 
-template <class Base, FloatLogAccuracy A, class V> inline V float_logarithm(V k, V f) {
-  constexpr float two = Base::two, inverse_ln10 = log_tables::inverse_ln10;
+template <class Base, Accuracy A, class V> inline V float_logarithm(V k, V f) {
+  constexpr float two = Base::log_of_2, inverse_ln10 = log_tables::inverse_ln10;
   if constexpr (std::is_same_v<Base, Natural>) {
-    if constexpr (A == FloatLogAccuracy::a21)
-      return k * two + (f + (f * f) * estrin(f, log_tables::ln_a21));
+    if constexpr (A == Accuracy::bits21)
+      return k * two + (f + (f * f) * estrin(f, log_tables::ln_bits21));
     else
-      return (k * two + f) + (f * f) * estrin(f, log_tables::ln_a11);
+      return (k * two + f) + (f * f) * estrin(f, log_tables::ln_bits11);
   } else {
-    if constexpr (A == FloatLogAccuracy::a21)
-      return k * two + (f * inverse_ln10 + (f * f) * estrin(f, log_tables::log10_a21));
+    if constexpr (A == Accuracy::bits21)
+      return k * two + (f * inverse_ln10 + (f * f) * estrin(f, log_tables::log10_bits21));
     else
-      return k * two + f * estrin(f, log_tables::log10_a11);
+      return k * two + f * estrin(f, log_tables::log10_bits11);
   }
 }
-template <class Base, FloatLogAccuracy A, class V> inline V float_logarithm(V x) {
+template <class Base, Accuracy A, class V> inline V float_logarithm(V x) {
   const auto [k, f] = float_log_reduce(x);
   return float_logarithm<Base, A>(k, f);
 }
 
 /// ln(1 + x), -1 < x: where |x| < 1/4, k = 0 and f is x itself.
-template <FloatLogAccuracy A, class V> inline V float_logarithm_1p(V x) {
+template <Accuracy A, class V> inline V float_logarithm_1p(V x) {
   const FloatLogReduced<V> reduced = float_log_reduce(1.0f + x);
   const V f = select(abs(x) < splat<V>(0.25f), x, reduced.f);
-  const V rest = reduced.k * float(Natural::two);
-  if constexpr (A == FloatLogAccuracy::a21)
-    return rest + (f + (f * f) * estrin(f, log_tables::ln1p_a21));
+  const V rest = reduced.k * float(Natural::log_of_2);
+  if constexpr (A == Accuracy::bits21)
+    return rest + (f + (f * f) * estrin(f, log_tables::ln1p_bits21));
   else
-    return rest + (f + (f * f) * estrin(f, log_tables::ln_a11));
+    return rest + (f + (f * f) * estrin(f, log_tables::ln_bits11));
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -616,7 +616,7 @@ inline constexpr double inverse_ln10 = 0x1.bcb7b1526e50ep-2;
 inline constexpr double inverse_ln10_rest = 0x1.95355baaafad3p-57;
 
 // (ln(1+r) - r) / r^2 on [-0.002647, 0.002674]; error 2^-68.1 of the result
-inline constexpr double ln_a53[] = {
+inline constexpr double ln_full[] = {
     -0x1p-1,
     0x1.5555555555553p-2,
     -0x1.ffffffffe39b5p-3,
@@ -625,7 +625,7 @@ inline constexpr double ln_a53[] = {
     0x1.248cbe26f742cp-3};
 
 // (ln(1+r) - r + r^2/2) / r^3 on [-0.002647, 0.002674]; error 2^-75.7 of the result
-inline constexpr double ln_pow[] = {
+inline constexpr double ln_extended[] = {
     0x1.5555555555555p-2,
     -0x1.ffffffffffffap-3,
     0x1.99999999c5c60p-3,
@@ -634,7 +634,7 @@ inline constexpr double ln_pow[] = {
     -0x1.ffed6a4e4c080p-4};
 
 // (log10(1+r) - r/ln 10) / r^2 on [-0.002647, 0.002674]; error 2^-66.6 of the result
-inline constexpr double log10_a53[] = {
+inline constexpr double log10_full[] = {
     -0x1.bcb7b1526e50ep-3,
     0x1.287a7636f435ep-3,
     -0x1.bcb7b15289171p-4,
@@ -643,7 +643,7 @@ inline constexpr double log10_a53[] = {
     0x1.fc32ed5953214p-5};
 
 // (ln(1+r) - r) / r^2 on [-0.01512, 0.01562]; error 2^-51.1 of the result
-inline constexpr double ln_a50[] = {
+inline constexpr double ln_bits50[] = {
     -0x1.000000000062ep-1,
     0x1.5555555549165p-2,
     -0x1.ffffff30da529p-3,
@@ -652,7 +652,7 @@ inline constexpr double ln_a50[] = {
     0x1.24498e25373a7p-3};
 
 // log10(1+r) / r on [-0.01512, 0.01562]; error 2^-51.1 of the result
-inline constexpr double log10_a50[] = {
+inline constexpr double log10_bits50[] = {
     0x1.bcb7b1526e50fp-2,
     -0x1.bcb7b1526efb6p-3,
     0x1.287a7636dc261p-3,
@@ -662,7 +662,7 @@ inline constexpr double log10_a50[] = {
     0x1.fb7fc9faa2528p-5};
 
 // (ln(1+r) - r) / r^2 on [-0.01512, 0.01562]; error 2^-43.7 of the result
-inline constexpr double ln_a24[] = {
+inline constexpr double ln_bits40[] = {
     -0x1.fffffffff969ap-2,
     0x1.5555551a6e600p-2,
     -0x1.000002adc249ap-2,
@@ -670,7 +670,7 @@ inline constexpr double ln_a24[] = {
     -0x1.5501e8421b82fp-3};
 
 // log10(1+r) / r on [-0.01512, 0.01562]; error 2^-44.0 of the result
-inline constexpr double log10_a24[] = {
+inline constexpr double log10_bits40[] = {
     0x1.bcb7b1526e6d9p-2,
     -0x1.bcb7b15266db3p-3,
     0x1.287a75f4424abp-3,
@@ -679,20 +679,20 @@ inline constexpr double log10_a24[] = {
     -0x1.2832f08f6d94fp-4};
 
 // (ln(1+r) - r) / r^2 on [-0.01512, 0.01562]; error 2^-29.0 of the result
-inline constexpr double ln_a26[] = {
+inline constexpr double ln_bits27[] = {
     -0x1.0000008842dc0p-1,
     0x1.555f961ede164p-2,
     -0x1.ffb36661c6981p-3};
 
 // log10(1+r) / r on [-0.01512, 0.01562]; error 2^-29.4 of the result
-inline constexpr double log10_a26[] = {
+inline constexpr double log10_bits27[] = {
     0x1.bcb7b14808f8cp-2,
     -0x1.bcb7b27275b6bp-3,
     0x1.28853518ec542p-3,
     -0x1.bc7672d088869p-4};
 
 // (ln(1+f) - f) / f^2 on [-0.3333, 0.3333]; error 2^-22.3 of the result
-inline constexpr float ln_a21[] = {
+inline constexpr float ln_bits21[] = {
     -0x1.ffffc20000000p-2f,
     0x1.555e4c0000000p-2f,
     -0x1.001bac0000000p-2f,
@@ -702,7 +702,7 @@ inline constexpr float ln_a21[] = {
     -0x1.411d040000000p-3f};
 
 // (ln(1+f) - f) / f^2 on [-0.3333, 0.3333]; error 2^-25.1 of the result
-inline constexpr float ln1p_a21[] = {
+inline constexpr float ln1p_bits21[] = {
     -0x1.ffffd80000000p-2f,
     0x1.5554c00000000p-2f,
     -0x1.0013e40000000p-2f,
@@ -713,7 +713,7 @@ inline constexpr float ln1p_a21[] = {
     0x1.26094c0000000p-3f};
 
 // (log10(1+f) - f/ln 10) / f^2 on [-0.3333, 0.3333]; error 2^-25.1 of the result
-inline constexpr float log10_a21[] = {
+inline constexpr float log10_bits21[] = {
     -0x1.bcb78e0000000p-3f,
     0x1.2879f60000000p-3f,
     -0x1.bcda7e0000000p-4f,
@@ -724,14 +724,14 @@ inline constexpr float log10_a21[] = {
     0x1.fe80600000000p-5f};
 
 // (ln(1+f) - f) / f^2 on [-0.3333, 0.3333]; error 2^-14.2 of the result
-inline constexpr float ln_a11[] = {
+inline constexpr float ln_bits11[] = {
     -0x1.ff51200000000p-2f,
     0x1.5402e80000000p-2f,
     -0x1.1954640000000p-2f,
     0x1.d4dcbc0000000p-3f};
 
 // log10(1+f) / f on [-0.3333, 0.3333]; error 2^-11.5 of the result
-inline constexpr float log10_a11[] = {
+inline constexpr float log10_bits11[] = {
     0x1.bc90b00000000p-2f,
     -0x1.bbaec60000000p-3f,
     0x1.3dd99a0000000p-3f,

@@ -8,7 +8,7 @@
 // The vector formula covers positive normal x and results in the normal range; the rest goes element by element, in
 // double. Powx is the same with one y; an integer y lets negative x into the vector formula, which differs in the sign.
 #include "exp/pow_core.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/exp.h"
 
 namespace kelvm::inline KELVM_BUILD::pow_32f {
@@ -16,23 +16,25 @@ namespace {
 
 template <class P> struct Pow32f : P {
   using Element = float;
-  static constexpr bool stray_underflow = true; // y ln x of a tiny y
-  template <class V> static Marks<V> special(V x, V y) { return not_normal_positive(x) | P::special_exponent(y); }
-  template <class V> static V formula(V x, V y, typename P::template Doubt<V>& doubt) {
-    return P::positive(x, y, doubt);
+  static constexpr bool spurious_underflow = true; // y ln x of a tiny y
+  template <class V> static SignMask<V> special(V x, V y) { return not_normal_positive(x) | P::special_exponent(y); }
+  template <class V> static V formula(V x, V y, typename P::template ResultTest<V>& test) {
+    return P::positive(x, y, test);
   }
   static float element(float x, float y, kelStatus& status) { return power_of_any<P>(x, y, status); }
 };
 
 template <class P> struct Powx32f : P {
   using Element = float;
-  static constexpr bool stray_underflow = true;
+  static constexpr bool spurious_underflow = true;
   Exponent<float> y;
 
   explicit Powx32f(float exponent) : y(exponent, P::largest_y) {}
-  template <class V> Marks<V> special(V x) const { return y.ordinary ? not_normal_positive(y.base(x)) : ~Marks<V>{}; }
-  template <class V> V formula(V x, typename P::template Doubt<V>& doubt) const {
-    return y.result(P::positive(y.base(x), splat<V>(y.tame), doubt), x);
+  template <class V> SignMask<V> special(V x) const {
+    return y.ordinary ? not_normal_positive(y.base(x)) : ~SignMask<V>{};
+  }
+  template <class V> V formula(V x, typename P::template ResultTest<V>& test) const {
+    return y.result(P::positive(y.base(x), splat<V>(y.tame), test), x);
   }
   float element(float x, kelStatus& status) const { return power_of_any<P>(x, y.value, status); }
 };

@@ -1,8 +1,8 @@
 // Powers of doubles: x^y = e^(y ln x), with the cores of exp/log_core.hpp and exp/exp_core.hpp.
 //
 //          ln x                           y ln x              e^                     error
-//   A53    head and tail, 2^-69           head and tail       128 steps, two parts   0.52 ulp
-//   A50    head and tail, 2^-61           head and tail       32 steps               2^-50
+//   A53    double-word, 2^-69           double-word         128 steps, two parts   0.52 ulp
+//   A50    double-word, 2^-61           double-word         32 steps               2^-50
 //   A26    one double, 2^-43              one double          32 steps               2^-26
 //
 // y ln x may reach 745: the logarithm needs ten bits more than the result. The heads of y and ln x have 26 bits, so
@@ -12,17 +12,17 @@
 // element. Powx is the same with one y; an integer y lets negative x into the vector formula, which differs in the
 // sign.
 #include "exp/pow_core.hpp"
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/exp.h"
 
 namespace kelvm::inline KELVM_BUILD::pow_64f {
 namespace {
 
 template <class P> struct Pow64f : Power<P> {
-  template <class V> static Marks<V> special(V x, V y) {
+  template <class V> static SignMask<V> special(V x, V y) {
     return not_normal_positive(x) | above(abs(y), Power<P>::largest_y);
   }
-  template <class V> static V formula(V x, V y, LaneBits& doubtful) { return Power<P>::positive(x, y, doubtful); }
+  template <class V> static V formula(V x, V y, BitMask& undecided) { return Power<P>::positive(x, y, undecided); }
   static double element(double x, double y, kelStatus& status) { return Power<P>::any(x, y, status); }
 };
 
@@ -30,9 +30,11 @@ template <class P> struct Powx64f : Power<P> {
   Exponent<double> y;
 
   explicit Powx64f(double exponent) : y(exponent, Power<P>::largest_y) {}
-  template <class V> Marks<V> special(V x) const { return y.ordinary ? not_normal_positive(y.base(x)) : ~Marks<V>{}; }
-  template <class V> V formula(V x, LaneBits& doubtful) const {
-    return y.result(Power<P>::positive(y.base(x), splat<V>(y.tame), doubtful), x);
+  template <class V> SignMask<V> special(V x) const {
+    return y.ordinary ? not_normal_positive(y.base(x)) : ~SignMask<V>{};
+  }
+  template <class V> V formula(V x, BitMask& undecided) const {
+    return y.result(Power<P>::positive(y.base(x), splat<V>(y.tame), undecided), x);
   }
   double element(double x, kelStatus& status) const { return Power<P>::any(x, y.value, status); }
 };

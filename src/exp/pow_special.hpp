@@ -44,7 +44,6 @@ template <class T> struct Exponent {
 /// x^y for every pair of operands, special cases as in C's Annex F: positive(x, y) computes the power of a positive
 /// finite x != 1 and a finite y != 0, infinity or zero where it leaves the range.
 template <class T, class Positive> inline T power(T x, T y, kelStatus& status, Positive positive) {
-  constexpr T smallest_normal = sizeof(T) == 8 ? T(0x1p-1022) : T(0x1p-126);
   if (y == 0 || x == 1) return 1;
   if (is_nan(x)) return x + x;
   if (y != y) return y + y;
@@ -65,7 +64,7 @@ template <class T, class Positive> inline T power(T x, T y, kelStatus& status, P
   if (magnitude == 1) return with_sign(T(1), sign_of(sign));
   const T result = positive(magnitude, y);
   if (result == infinity<T>) return overflow(status, sign);
-  if (result < smallest_normal) return underflow(status, with_sign(result, sign_of(sign)));
+  if (result < smallest_normal<T>) return underflow(status, with_sign(result, sign_of(sign)));
   return with_sign(result, sign_of(sign));
 }
 

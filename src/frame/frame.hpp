@@ -1,22 +1,22 @@
-// The frame of every member: argument checks, floating-point mode, block loop, hand-over of special lanes, tail,
+// The frame of every function: argument checks, floating-point mode, block loop, hand-over of special lanes, tail,
 // status.
 //
 // A kernel is a struct (stateless, but for the scalar-power shape) that derives from KernelDefaults and has
 //
 //   using Element = double;         the type of a lane: of the parts, where elements are complex
-//   template <class V> static Marks<V> special(V x)
-//                                   marks the elements that formula does not cover; integer work only
+//   template <class V> static SignMask<V> special(V x)
+//                                   the lanes that formula does not cover, by their sign bits; integer work only
 //   template <class V> static V formula(V x)
 //                                   reduce, approximate, reconstruct, for any width. It raises no flag but inexact for
-//                                   an unmarked element, or underflow with `stray_underflow`.
+//                                   an unmarked element, or underflow with `spurious_underflow`.
 //   static double element(double x, kelStatus& status)
 //                                   the complete function for one element: special results with their code and flag,
 //                                   formula(x) with one lane where that covers it. Called for marked lanes only.
 //
-// A kernel with `covers_everything` has formula alone. A kernel with a Doubt<V> gives formula a last parameter,
-// Doubt<V>& doubt, for lanes whose result is not decided; they go to element() as well. It is LaneBits, where formula
-// sets them, or, where that costs too much, a type that gathers what it needs from all vectors of a block: any() tells
-// whether a lane of the block may be doubtful, lanes(), asked after a single vector, which are.
+// A kernel with `covers_everything` has formula alone. A kernel with a ResultTest<V> gives formula a last parameter,
+// ResultTest<V>& test, for lanes whose result is not decided; they go to element() as well. It is BitMask, where
+// formula sets them, or, where that costs too much, a type that gathers what it needs from all vectors of a block:
+// any() tells whether a lane of the block may be undecided, lanes(), asked after a single vector, which are.
 //
 // A kernel with `has_wide_formula` has a second pair, wide_special and wide_formula, that takes the place of the first
 // in vectors with marked lanes: slower and covering more, with the bits of formula where that covers a lane.
@@ -35,10 +35,10 @@ namespace kelvm::inline KELVM_BUILD {
 /// For formulas that fill 16 registers with fewer vectors than the usual number.
 inline constexpr int few_vectors_in_flight = vector_bytes == 64 ? 4 : 2;
 
-/// The Doubt of a formula that decides all lanes.
-struct NoDoubt {
+/// The ResultTest of a formula that decides all lanes.
+struct NoResultTest {
   bool any() const { return false; }
-  LaneBits lanes() const { return 0; }
+  BitMask lanes() const { return 0; }
 };
 
 struct KernelDefaults {
@@ -46,55 +46,56 @@ struct KernelDefaults {
   /// Vectors of a block, computed together so that one does not wait for its own results.
   static constexpr int vectors_in_flight = 4;
   static constexpr bool covers_everything = false;
-  template <class V> using Doubt = NoDoubt;
+  template <class V> using ResultTest = NoResultTest;
   static constexpr bool has_wide_formula = false;
   /// The formula may raise underflow for elements that do not earn it (products of tiny intermediate values); the frame
   /// takes it back unless an element() call reports kelStatusUnderflow.
-  static constexpr bool stray_underflow = false;
+  static constexpr bool spurious_underflow = false;
   /// The same with invalid and overflow: a formula that takes special elements as they come and tells them by the
-  /// result, which makes them doubtful.
-  static constexpr bool stray_exceptions = false;
+  /// result, which makes them undecided.
+  static constexpr bool spurious_exceptions = false;
   /// A destination may overlap a source in any way; the result is that of a forward loop over the elements.
   static constexpr bool any_overlap = false;
-  /// 2: a complex member that computes each part by itself. Its arrays are taken as arrays of parts, twice as long; an
-  /// even lane of a vector is a real part.
+  /// 2: a complex function that computes each part by itself. Its arrays are taken as arrays of parts, twice as long;
+  /// an even lane of a vector is a real part.
   static constexpr int parts_by_themselves = 1;
   /// What marked lanes hold while their neighbours are computed: any ordinary argument.
-  static constexpr float harmless = 1.0f;
+  static constexpr float safe_input = 1.0f;
 };
 
 enum class Order { CountFirst, PointersFirst };
 
 template <class K>
-inline constexpr unsigned stray_flags = (K::stray_underflow ? flag_of(kelStatusUnderflow) : 0) |
-                                        (K::stray_exceptions ? flag_of(kelStatusDomain) | flag_of(kelStatusOverflow)
-                                                             : 0);
+inline constexpr unsigned
+    spurious_flags = (K::spurious_underflow ? flag_of(kelStatusUnderflow) : 0) |
+                     (K::spurious_exceptions ? flag_of(kelStatusDomain) | flag_of(kelStatusOverflow) : 0);
 
 /// The arrays of a call and the parts of an element in each: one for reals, two for complex numbers.
-template <int Sources, int SourceParts, int Destinations, int DestinationParts> struct Shape {
-  static constexpr int sources = Sources, source_parts = SourceParts;
-  static constexpr int destinations = Destinations, destination_parts = DestinationParts;
-  static constexpr int inputs = Sources * SourceParts, outputs = Destinations * DestinationParts;
+struct Shape {
+  int sources, source_parts, destinations, destination_parts;
+
+  constexpr int inputs() const { return sources * source_parts; }
+  constexpr int outputs() const { return destinations * destination_parts; }
 };
 
-template <class T, class S> struct Arrays {
-  const T* source[S::sources];
-  T* destination[S::destinations];
+template <class T, Shape S> struct Arrays {
+  const T* source[S.sources];
+  T* destination[S.destinations];
 
   static Arrays of(const T* source1, const T* source2, T* destination1, T* destination2) {
     Arrays arrays{{source1}, {destination1}};
-    if constexpr (S::sources == 2) arrays.source[1] = source2;
-    if constexpr (S::destinations == 2) arrays.destination[1] = destination2;
+    if constexpr (S.sources == 2) arrays.source[1] = source2;
+    if constexpr (S.destinations == 2) arrays.destination[1] = destination2;
     return arrays;
   }
-  const T* second_source() const { return S::sources == 2 ? source[S::sources - 1] : nullptr; }
+  const T* second_source() const { return S.sources == 2 ? source[S.sources - 1] : nullptr; }
   Arrays from(std::ptrdiff_t element) const {
     Arrays rest = *this;
-    for (const T*& p : rest.source) p += element * S::source_parts;
-    for (T*& p : rest.destination) p += element * S::destination_parts;
+    for (const T*& p : rest.source) p += element * S.source_parts;
+    for (T*& p : rest.destination) p += element * S.destination_parts;
     return rest;
   }
-  T* second_destination() const { return S::destinations == 2 ? destination[S::destinations - 1] : nullptr; }
+  T* second_destination() const { return S.destinations == 2 ? destination[S.destinations - 1] : nullptr; }
   bool has_null() const {
     bool null = false;
     for (const T* p : source) null |= p == nullptr;
@@ -118,38 +119,38 @@ template <int N, class F> inline void unrolled(F f) {
 
 /// The block loop of kernel K over arrays of shape S. Results are bit for bit those of one element alone, so blocks,
 /// single vectors and the tail may divide the array as they like.
-template <class K, class S> class Loop {
+template <class K, Shape S> class Loop {
   using T = typename K::Element;
   using V = Native<T>;
   static constexpr int width = native_lanes<T>;
 
-  template <class U> struct Inputs { U of[S::inputs]; };
-  template <class U> struct Outputs { U of[S::outputs]; };
+  template <class U> struct Inputs { U of[S.inputs()]; };
+  template <class U> struct Outputs { U of[S.outputs()]; };
 
   template <class U, class F> static auto spread(const Inputs<U>& in, F f) {
     return [&]<int... I>(std::integer_sequence<int, I...>) { return f(in.of[I]...); }
-    (std::make_integer_sequence<int, S::inputs>{});
+    (std::make_integer_sequence<int, S.inputs()>{});
   }
   template <class U> static Outputs<U> collect(U result) { return {{result}}; }
   template <class U> static Outputs<U> collect(Pair<U> result) { return {{result.first, result.second}}; }
 
-  using Doubt = typename K::template Doubt<V>;
-  static bool some(LaneBits doubtful) { return doubtful != 0; }
-  static LaneBits lanes_of(LaneBits doubtful) { return doubtful; }
-  template <class D> static bool some(const D& doubt) { return doubt.any(); }
-  template <class D> static LaneBits lanes_of(const D& doubt) { return doubt.lanes(); }
+  using ResultTest = typename K::template ResultTest<V>;
+  static bool some(BitMask undecided) { return undecided != 0; }
+  static BitMask lanes_of(BitMask undecided) { return undecided; }
+  template <class D> static bool some(const D& test) { return test.any(); }
+  template <class D> static BitMask lanes_of(const D& test) { return test.lanes(); }
 
-  template <class U, class D> static Outputs<U> formula(const K& kernel, const Inputs<U>& in, D& doubtful) {
+  template <class U, class D> static Outputs<U> formula(const K& kernel, const Inputs<U>& in, D& undecided) {
     return collect<U>(spread(in, [&](auto... x) {
-      if constexpr (std::is_same_v<D, NoDoubt>)
+      if constexpr (std::is_same_v<D, NoResultTest>)
         return kernel.formula(x...);
       else
-        return kernel.formula(x..., doubtful);
+        return kernel.formula(x..., undecided);
     }));
   }
-  static Marks<V> special(const K& kernel, const Inputs<V>& in) {
+  static SignMask<V> special(const K& kernel, const Inputs<V>& in) {
     if constexpr (K::covers_everything)
-      return Marks<V>{};
+      return SignMask<V>{};
     else
       return spread(in, [&](auto... x) { return kernel.special(x...); });
   }
@@ -157,13 +158,13 @@ template <class K, class S> class Loop {
   /// Ordered: lane 0 holds the first element, and so on. Otherwise, where all elements are complex, in the order of
   /// unzip.
   enum class Lanes { ordered, any };
-  static constexpr bool may_zip = S::source_parts == 2 && S::destination_parts == 2;
+  static constexpr bool may_zip = S.source_parts == 2 && S.destination_parts == 2;
 
   template <Lanes O> static Inputs<V> load_block(const Arrays<T, S>& arrays, std::ptrdiff_t i) {
     Inputs<V> in;
-    unrolled<S::sources>([&](auto s) {
-      const T* from = arrays.source[s] + i * S::source_parts;
-      if constexpr (S::source_parts == 1) {
+    unrolled<S.sources>([&](auto s) {
+      const T* from = arrays.source[s] + i * S.source_parts;
+      if constexpr (S.source_parts == 1) {
         in.of[s] = load<V>(from);
       } else {
         const V low = load<V>(from), high = load<V>(from + width);
@@ -177,9 +178,9 @@ template <class K, class S> class Loop {
   /// The last count elements, the lanes beyond them filled with copies of the first.
   static Inputs<V> load_tail(const Arrays<T, S>& arrays, std::ptrdiff_t i, int count) {
     Inputs<V> in;
-    unrolled<S::sources>([&](auto s) {
-      const T* from = arrays.source[s] + i * S::source_parts;
-      if constexpr (S::source_parts == 1) {
+    unrolled<S.sources>([&](auto s) {
+      const T* from = arrays.source[s] + i * S.source_parts;
+      if constexpr (S.source_parts == 1) {
         in.of[s] = load_first<V>(from, count, splat<V>(load<T>(from)));
       } else {
         const V fill = splat_pair<V>(from);
@@ -194,9 +195,9 @@ template <class K, class S> class Loop {
     return in;
   }
   template <Lanes O> static void store_block(const Arrays<T, S>& arrays, std::ptrdiff_t i, const Outputs<V>& out) {
-    unrolled<S::destinations>([&](auto d) {
-      T* to = arrays.destination[d] + i * S::destination_parts;
-      if constexpr (S::destination_parts == 1) {
+    unrolled<S.destinations>([&](auto d) {
+      T* to = arrays.destination[d] + i * S.destination_parts;
+      if constexpr (S.destination_parts == 1) {
         store<V>(to, out.of[d]);
       } else {
         const Pair<V> parts{out.of[2 * d], out.of[2 * d + 1]};
@@ -207,9 +208,9 @@ template <class K, class S> class Loop {
     });
   }
   static void store_tail(const Arrays<T, S>& arrays, std::ptrdiff_t i, int count, const Outputs<V>& out) {
-    unrolled<S::destinations>([&](auto d) {
-      T* to = arrays.destination[d] + i * S::destination_parts;
-      if constexpr (S::destination_parts == 1) {
+    unrolled<S.destinations>([&](auto d) {
+      T* to = arrays.destination[d] + i * S.destination_parts;
+      if constexpr (S.destination_parts == 1) {
         store_first<V>(to, count, out.of[d]);
       } else {
         const Pair<V> pairs = interleave(Pair<V>{out.of[2 * d], out.of[2 * d + 1]});
@@ -225,54 +226,54 @@ template <class K, class S> class Loop {
   }
 
   /// The marked lanes of a vector, one by one in increasing index.
-  [[gnu::noinline]] static void hand_over(const K& kernel, const Inputs<V>& in, Outputs<V>& out, LaneBits marked,
-                                          Outcome& outcome) {
-    for (LaneBits left = marked; left != 0; left &= left - 1) {
+  [[gnu::noinline]] static void scalar_path(const K& kernel, const Inputs<V>& in, Outputs<V>& out, BitMask marked,
+                                            Outcome& outcome) {
+    for (BitMask left = marked; left != 0; left &= left - 1) {
       const int i = __builtin_ctz(left);
       Inputs<T> x;
-      unrolled<S::inputs>([&](auto k) { x.of[k] = in.of[k][i]; });
+      unrolled<S.inputs()>([&](auto k) { x.of[k] = in.of[k][i]; });
       kelStatus status = kelStatusOk;
       const Outputs<T> y = collect<T>(spread(x, [&](auto... parts) { return kernel.element(parts..., status); }));
       outcome.add(status);
-      unrolled<S::outputs>([&](auto k) { out.of[k][i] = y.of[k]; });
+      unrolled<S.outputs()>([&](auto k) { out.of[k][i] = y.of[k]; });
     }
   }
-  static Inputs<V> tamed(const Inputs<V>& in, Marks<V> marked) {
+  static Inputs<V> with_safe_inputs(const Inputs<V>& in, SignMask<V> marked) {
     Inputs<V> tame;
-    unrolled<S::inputs>([&](auto k) { tame.of[k] = select(marked, splat<V>(K::harmless), in.of[k]); });
+    unrolled<S.inputs()>([&](auto k) { tame.of[k] = select(marked, splat<V>(K::safe_input), in.of[k]); });
     return tame;
   }
   /// The marked lanes of in, and those that the formula leaves undecided, go to element().
-  static void finish(const K& kernel, const Inputs<V>& in, Outputs<V>& out, LaneBits left, Outcome& outcome) {
+  static void finish(const K& kernel, const Inputs<V>& in, Outputs<V>& out, BitMask left, Outcome& outcome) {
     if (left == 0) [[likely]]
       return;
     // Copies in memory for a function, made vector by vector so that the originals stay in registers.
     Inputs<V> x;
     Outputs<V> y;
-    unrolled<S::inputs>([&](auto k) { x.of[k] = in.of[k]; });
-    unrolled<S::outputs>([&](auto k) { y.of[k] = out.of[k]; });
-    hand_over(kernel, x, y, left, outcome);
-    unrolled<S::outputs>([&](auto k) { out.of[k] = y.of[k]; });
+    unrolled<S.inputs()>([&](auto k) { x.of[k] = in.of[k]; });
+    unrolled<S.outputs()>([&](auto k) { y.of[k] = out.of[k]; });
+    scalar_path(kernel, x, y, left, outcome);
+    unrolled<S.outputs()>([&](auto k) { out.of[k] = y.of[k]; });
   }
   /// One vector, whatever it holds, but for a kernel with a wide formula. Lanes outside `valid` are computed but never
   /// handed over.
-  static Outputs<V> one_vector(const K& kernel, const Inputs<V>& in, LaneBits valid, Outcome& outcome) {
-    Doubt doubtful{};
+  static Outputs<V> one_vector(const K& kernel, const Inputs<V>& in, BitMask valid, Outcome& outcome) {
+    ResultTest undecided{};
     if constexpr (K::covers_everything) {
-      return formula<V>(kernel, in, doubtful);
+      return formula<V>(kernel, in, undecided);
     } else {
-      const Marks<V> marks = special(kernel, in);
-      const LaneBits marked = lane_bits(marks);
-      Outputs<V> out = formula<V>(kernel, marked == 0 ? in : tamed(in, marks), doubtful);
-      finish(kernel, in, out, (marked | lanes_of(doubtful)) & valid, outcome);
+      const SignMask<V> outside = special(kernel, in);
+      const BitMask marked = movemask(outside);
+      Outputs<V> out = formula<V>(kernel, marked == 0 ? in : with_safe_inputs(in, outside), undecided);
+      finish(kernel, in, out, (marked | lanes_of(undecided)) & valid, outcome);
       return out;
     }
   }
-  static Outputs<V> one_wide_vector(const K& kernel, const Inputs<V>& in, LaneBits valid, Outcome& outcome) {
-    const Marks<V> marks = spread(in, [&](auto... x) { return kernel.wide_special(x...); });
-    const Inputs<V> tame = tamed(in, marks);
+  static Outputs<V> one_wide_vector(const K& kernel, const Inputs<V>& in, BitMask valid, Outcome& outcome) {
+    const SignMask<V> outside = spread(in, [&](auto... x) { return kernel.wide_special(x...); });
+    const Inputs<V> tame = with_safe_inputs(in, outside);
     Outputs<V> out = collect<V>(spread(tame, [&](auto... x) { return kernel.wide_formula(x...); }));
-    finish(kernel, in, out, lane_bits(marks) & valid, outcome);
+    finish(kernel, in, out, movemask(outside) & valid, outcome);
     return out;
   }
   /// compute(in, valid, out) for one vector after the other, the last one perhaps not full, until it says false: how
@@ -306,7 +307,7 @@ template <class K, class S> class Loop {
                                             T* destination2, std::ptrdiff_t len) {
     const auto arrays = Arrays<T, S>::of(source1, source2, destination1, destination2);
     Outcome outcome;
-    each_vector(arrays, len, [&](const Inputs<V>& in, LaneBits valid, Outputs<V>& out) {
+    each_vector(arrays, len, [&](const Inputs<V>& in, BitMask valid, Outputs<V>& out) {
       out = one_wide_vector(kernel, in, valid, outcome);
       return true;
     });
@@ -321,7 +322,7 @@ public:
                                                                T* destination1, T* destination2, std::ptrdiff_t len) {
     const auto arrays = Arrays<T, S>::of(source1, source2, destination1, destination2);
     Outcome outcome;
-    const std::ptrdiff_t done = each_vector(arrays, len, [&](const Inputs<V>& in, LaneBits valid, Outputs<V>& out) {
+    const std::ptrdiff_t done = each_vector(arrays, len, [&](const Inputs<V>& in, BitMask valid, Outputs<V>& out) {
       if (K::has_wide_formula && any(special(kernel, in))) [[unlikely]]
         return false;
       out = one_vector(kernel, in, valid, outcome);
@@ -354,8 +355,8 @@ public:
     for (; i + block <= len; i += block) {
       Inputs<V> in[K::vectors_in_flight];
       Outputs<V> out[K::vectors_in_flight];
-      Marks<V> marked{};
-      Doubt doubtful{};
+      SignMask<V> marked{};
+      ResultTest undecided{};
       unrolled<K::vectors_in_flight>([&](auto v) {
         in[v] = load_block<Lanes::any>(arrays, i + v * width);
         marked |= special(kernel, in[v]);
@@ -364,8 +365,8 @@ public:
         outcome.add(elsewhere(special_loop, kernel, arrays, i, block));
         continue;
       }
-      unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], doubtful); });
-      if (!K::covers_everything && some(doubtful)) [[unlikely]] {
+      unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], undecided); });
+      if (!K::covers_everything && some(undecided)) [[unlikely]] {
         outcome.add(elsewhere(&run_by_vector, kernel, arrays, i, block));
         continue;
       }
@@ -380,16 +381,16 @@ private:
   [[gnu::noinline]] static Outcome element_by_element(const K& kernel, const Arrays<T, S>& arrays, std::ptrdiff_t len) {
     for (std::ptrdiff_t i = 0; i < len; ++i) {
       Inputs<T> x;
-      unrolled<S::sources>([&](auto s) { x.of[s] = load<T>(arrays.source[s] + i); });
-      NoDoubt doubtful;
-      store<T>(arrays.destination[0] + i, formula<T>(kernel, x, doubtful).of[0]);
+      unrolled<S.sources>([&](auto s) { x.of[s] = load<T>(arrays.source[s] + i); });
+      NoResultTest undecided;
+      store<T>(arrays.destination[0] + i, formula<T>(kernel, x, undecided).of[0]);
     }
     return {};
   }
 };
 
-/// A whole call: both checks in the member's order, then the loop in the kernel's mode.
-template <class K, class S>
+/// A whole call: both checks in the function's order, then the loop in the kernel's mode.
+template <Shape S, class K>
 inline kelStatus call(Order order, const K& kernel, const Arrays<typename K::Element, S>& arrays, int len) {
   const bool null = arrays.has_null();
   if (order == Order::PointersFirst && null) return kelStatusNullPtrError;
@@ -398,8 +399,8 @@ inline kelStatus call(Order order, const K& kernel, const Arrays<typename K::Ele
   using L = Loop<K, S>;
   const std::ptrdiff_t count = std::ptrdiff_t(len) * K::parts_by_themselves;
   const auto loop = count < L::block && !K::any_overlap ? &L::run_by_vector : &L::run;
-  return in_mode<K::mode, stray_flags<K>>(loop, kernel, arrays.source[0], arrays.second_source(), arrays.destination[0],
-                                          arrays.second_destination(), count);
+  return in_mode<K::mode, spurious_flags<K>>(loop, kernel, arrays.source[0], arrays.second_source(),
+                                             arrays.destination[0], arrays.second_destination(), count);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -49,42 +49,41 @@ struct Outcome {
 void ownLeaveMode(unsigned found, unsigned raised, bool keep_flags);
 
 /// What the sticky flags hold that no element has earned.
-template <unsigned StrayFlags> constexpr unsigned unearned(unsigned flags, const Outcome& outcome) {
-  return flags & StrayFlags & ~outcome.earned;
+template <unsigned SpuriousFlags> constexpr unsigned unearned(unsigned flags, const Outcome& outcome) {
+  return flags & SpuriousFlags & ~outcome.earned;
 }
 
 /// Calls the loop in the mode and with all exceptions masked whose flags have to be earned, with another control word
 /// than that found.
-template <Mode M, unsigned StrayFlags, class... Parameters>
+template <Mode M, unsigned SpuriousFlags, class... Parameters>
 [[gnu::noinline, gnu::cold]] kelStatus in_changed_mode(Outcome (*loop)(Parameters...), Parameters... arguments) {
   const unsigned found = _mm_getcsr();
   _mm_setcsr((found & ~(mode_mask | all_flags)) | unsigned(M) | honest_masks);
   const Outcome outcome = loop(arguments...);
   const unsigned left = _mm_getcsr() & all_flags;
-  ownLeaveMode(found, left & ~unearned<StrayFlags>(left, outcome), (found & mode_mask) == unsigned(M));
+  ownLeaveMode(found, left & ~unearned<SpuriousFlags>(left, outcome), (found & mode_mask) == unsigned(M));
   return outcome.status;
 }
 
 /// Calls loop(arguments...) in the mode, all exceptions masked whose flags have to be earned: formulas may overflow
 /// where no element does, and an unmasked underflow traps for exact results too. Where the control word has to change
-/// for the mode, the word found at entry is loaded back after the loop, its sticky flags included. Flags of StrayFlags
-/// that no element earned are taken back.
-/// `loop` must be a function that is not inlined here: the compiler moves floating-point operations across a change of
-/// the control word, but not across a call.
-template <Mode M, unsigned StrayFlags, class... Parameters, class... Arguments>
+/// for the mode, the word found at entry is loaded back after the loop, its sticky flags included. Flags of
+/// SpuriousFlags that no element earned are taken back. `loop` must be a function that is not inlined here: the
+/// compiler moves floating-point operations across a change of the control word, but not across a call.
+template <Mode M, unsigned SpuriousFlags, class... Parameters, class... Arguments>
 inline kelStatus in_mode(Outcome (*loop)(Parameters...), const Arguments&... arguments) {
-  static_assert(M != Mode::callers || StrayFlags == 0);
+  static_assert(M != Mode::callers || SpuriousFlags == 0);
   if constexpr (M == Mode::callers) {
     return loop(arguments...).status;
   } else {
     const unsigned found = _mm_getcsr();
     if (((found ^ (unsigned(M) | honest_masks)) & (mode_mask | honest_masks)) != 0) [[unlikely]]
-      return in_changed_mode<M, StrayFlags, Parameters...>(loop, arguments...);
+      return in_changed_mode<M, SpuriousFlags, Parameters...>(loop, arguments...);
     const Outcome outcome = loop(arguments...);
-    if constexpr (StrayFlags != 0) {
+    if constexpr (SpuriousFlags != 0) {
       const unsigned left = _mm_getcsr();
-      if (const unsigned stray = unearned<StrayFlags>(left & ~found, outcome); stray != 0) [[unlikely]]
-        _mm_setcsr(left & ~stray);
+      if (const unsigned spurious = unearned<SpuriousFlags>(left & ~found, outcome); spurious != 0) [[unlikely]]
+        _mm_setcsr(left & ~spurious);
     }
     return outcome.status;
   }

@@ -21,8 +21,6 @@ template <class T> inline T default_nan() {
 }
 /// Whether x is a NaN, by its bits: a signalling one raises nothing.
 template <class T> inline bool is_nan(T x) { return int_bits(abs(x)) > int_bits(T(__builtin_inf())); }
-template <class T> inline constexpr T infinity = T(__builtin_inf());
-template <class T> inline constexpr T largest_finite = sizeof(T) == 8 ? T(0x1.fffffffffffffp1023) : T(0x1.fffffep127f);
 template <class T> inline bool is_infinite(T x) { return abs(x) == infinity<T>; }
 template <class T> inline bool is_finite(T x) { return int_bits(abs(x)) < int_bits(infinity<T>); }
 

@@ -5,7 +5,7 @@
 namespace kelvm::inline KELVM_BUILD {
 namespace {
 
-ScaledSum scaled_sum(Split<double> y) { return {fast_two_sum(y.head, y.rest), 0}; }
+ScaledSum scaled_sum(DoubleWord<double> y) { return {fast_two_sum(y.hi, y.lo), 0}; }
 
 ScaledSum plain(double x) { return {{x, 0}, 0}; }
 ScaledSum small(double x) {
@@ -13,7 +13,7 @@ ScaledSum small(double x) {
   return {{s.fraction, 0}, s.exponent};
 }
 ScaledSum with_sign_of(ScaledSum y, double x) {
-  return {{flip_sign(y.value.head, sign_of(x)), flip_sign(y.value.tail, sign_of(x))}, y.exponent};
+  return {{flip_sign(y.value.hi, sign_of(x)), flip_sign(y.value.lo, sign_of(x))}, y.exponent};
 }
 
 /// Below, sin x = sinh x = x and cos x = cosh x = 1.
@@ -26,8 +26,8 @@ ScaledSum any_exponential(double x) {
   if (is_infinite(x)) return plain(x > 0 ? x : 0.0);
   if (abs(x) > 2000) x = with_sign(2000.0, sign_of(x)); // beyond the range whatever the other factor
   const ExpReduced<128, double> reduced = exp_reduce<128>(x);
-  const HeadTail<double> y = exp_unscaled<ExpAccuracy::pow>(reduced, 0.0);
-  return {fast_two_sum(y.head, y.tail), int(std::int64_t(bits(reduced.sum) << 13) >> 20)};
+  const DoubleWord<double> y = exp_unscaled<Accuracy::full>(reduced, 0.0);
+  return {fast_two_sum(y.hi, y.lo), int(std::int64_t(bits(reduced.sum) << 13) >> 20)};
 }
 
 EvenOdd<ScaledSum> any_hyperbolic(double x) {
@@ -39,7 +39,7 @@ EvenOdd<ScaledSum> any_hyperbolic(double x) {
     half.exponent -= 1;
     return {half, with_sign_of(half, x)};
   }
-  const EvenOdd<Split<double>> h = Full::hyperbolic(magnitude);
+  const EvenOdd<DoubleWord<double>> h = Full::hyperbolic(magnitude);
   return {scaled_sum(h.even), with_sign_of(scaled_sum(h.odd), x)};
 }
 
@@ -47,7 +47,7 @@ EvenOdd<ScaledSum> any_circular(double y) {
   if (!is_finite(y))
     return {plain(abs(default_nan<double>())), plain(with_sign(abs(default_nan<double>()), sign_of(y)))};
   if (abs(y) < negligible) return {plain(1), small(y)};
-  const EvenOdd<Split<double>> c = Full::circular<Angles::any>(abs(y));
+  const EvenOdd<DoubleWord<double>> c = Full::circular<Angles::any>(abs(y));
   return {scaled_sum(c.even), with_sign_of(scaled_sum(c.odd), y)};
 }
 

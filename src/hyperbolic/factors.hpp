@@ -48,14 +48,14 @@ struct InDouble {
 
   /// 2^(k/128) / 2 and 2^(-k/128) / 2, each as a head of 26 bits and the rest; k from exp_reduce of an x >= 0.
   template <class V> struct HalfPowers {
-    HeadTail<V> up, down;
+    DoubleWord<V> up, down;
     explicit HalfPowers(const ExpReduced<128, V>& x) : up(half_power(x)), down(half_power(opposite(x))) {}
 
   private:
-    static HeadTail<V> half_power(const ExpReduced<128, V>& x) {
-      const HeadTail<V> power = exp2_short_and_rest(x);
+    static DoubleWord<V> half_power(const ExpReduced<128, V>& x) {
+      const DoubleWord<V> power = exp2_short_and_rest(x);
       const V scale = x.scaled(splat<V>(0.5));
-      return {power.head * scale, power.tail * scale};
+      return {power.hi * scale, power.lo * scale};
     }
   };
   /// k with its sign changed. (The sum is 1.5 2^52 + k.)
@@ -64,84 +64,80 @@ struct InDouble {
   }
 };
 
-/// A factor for products to 2^-59 without an exact product: its head has at most 26 bits, so that the product of two
-/// heads is exact, and the rest is below 2^-7 of it.
-template <class V> struct Split { V head, rest; };
-
 /// Heads and rests throughout, one rounding at the end: 0.52 ulp.
 struct Full : InDouble {
   static constexpr bool splits = true;            // products of tiny factors lose bits below the range
   static constexpr double largest_exponent = 650; // no product with a cosine or sine is subnormal but a negligible one
 
   /// The head is exact.
-  template <class V> static HeadTail<V> long_product(const Split<V>& a, const Split<V>& b) {
-    return {a.head * b.head, a.head * b.rest + a.rest * (b.head + b.rest)};
+  template <class V> static DoubleWord<V> long_product(const DoubleWord<V>& a, const DoubleWord<V>& b) {
+    return {a.hi * b.hi, a.hi * b.lo + a.lo * (b.hi + b.lo)};
   }
-  template <class V> static V product(const Split<V>& a, const Split<V>& b) {
-    const HeadTail<V> ab = long_product(a, b);
-    return ab.head + ab.tail;
+  template <class V> static V product(const DoubleWord<V>& a, const DoubleWord<V>& b) {
+    const DoubleWord<V> ab = long_product(a, b);
+    return ab.hi + ab.lo;
   }
   /// c^2 + d^2, as a divisor. A quotient's head has 26 bits, so that its product with the head of the sum is exact.
   template <class V> struct SumOfSquares {
-    Split<V> value;
+    DoubleWord<V> value;
     V inverse;
 
-    SumOfSquares(const Split<V>& c, const Split<V>& d) {
-      const HeadTail<V> cc = long_product(c, c), dd = long_product(d, d);
-      const HeadTail<V> total = two_sum(cc.head, dd.head);
-      value.head = head_of(total.head);
-      value.rest = (total.head - value.head) + (total.tail + (cc.tail + dd.tail));
-      inverse = 1.0 / (value.head + value.rest);
+    SumOfSquares(const DoubleWord<V>& c, const DoubleWord<V>& d) {
+      const DoubleWord<V> cc = long_product(c, c), dd = long_product(d, d);
+      const DoubleWord<V> total = two_sum(cc.hi, dd.hi);
+      value.hi = head_of(total.hi);
+      value.lo = (total.hi - value.hi) + (total.lo + (cc.lo + dd.lo));
+      inverse = 1.0 / (value.hi + value.lo);
     }
     /// a b / (c^2 + d^2)
-    V divides(const Split<V>& a, const Split<V>& b) const {
-      const HeadTail<V> ab = long_product(a, b);
-      const V quotient = head_of((ab.head + ab.tail) * inverse);
-      return quotient + ((ab.head - quotient * value.head) + (ab.tail - quotient * value.rest)) * inverse;
+    V divides(const DoubleWord<V>& a, const DoubleWord<V>& b) const {
+      const DoubleWord<V> ab = long_product(a, b);
+      const V quotient = head_of((ab.hi + ab.lo) * inverse);
+      return quotient + ((ab.hi - quotient * value.hi) + (ab.lo - quotient * value.lo)) * inverse;
     }
   };
 
   template <class V> struct Exponential {
-    Split<V> value;
+    DoubleWord<V> value;
     V scale;
-    V times(const Split<V>& factor) const { return product(value, factor) * scale; }
+    V times(const DoubleWord<V>& factor) const { return product(value, factor) * scale; }
   };
   template <class V> static Exponential<V> exponential(V x) {
     const ExpReduced<128, V> reduced = exp_reduce<128>(x);
-    const HeadTail<V> e = exp_unscaled<ExpAccuracy::pow>(reduced, V{});
-    return {{e.head, e.tail}, reduced.scaled(splat<V>(1))};
+    const DoubleWord<V> e = exp_unscaled<Accuracy::full>(reduced, V{});
+    return {{e.hi, e.lo}, reduced.scaled(splat<V>(1))};
   }
 
-  template <class V> static EvenOdd<Split<V>> hyperbolic(V x) {
+  template <class V> static EvenOdd<DoubleWord<V>> hyperbolic(V x) {
     const ExpReduced<128, V> reduced = exp_reduce<128>(x);
     const HalfPowers<V> power(reduced);
     const V r = reduced.main - reduced.rest, r_tail = (reduced.main - r) - reduced.rest;
-    const Split<V> cosh_a = sum(power.up.head, power.down.head, power.up.tail + power.down.tail);
-    const Split<V> sinh_a = sum(power.up.head, -power.down.head, power.up.tail - power.down.tail);
-    return added<Functions::hyperbolic>({cosh_a, sinh_a}, HeadTail<V>{r, r_tail}, factors_tables::cosh_full,
+    const DoubleWord<V> cosh_a = sum(power.up.hi, power.down.hi, power.up.lo + power.down.lo);
+    const DoubleWord<V> sinh_a = sum(power.up.hi, -power.down.hi, power.up.lo - power.down.lo);
+    return added<Functions::hyperbolic>({cosh_a, sinh_a}, DoubleWord<V>{r, r_tail}, factors_tables::cosh_full,
                                         factors_tables::sinh_full);
   }
 
-  template <Angles A = Angles::near, class V> static EvenOdd<Split<V>> circular(V y) {
+  template <Angles A = Angles::near, class V> static EvenOdd<DoubleWord<V>> circular(V y) {
     if constexpr (A == Angles::near) {
       return circular(long_reduce(y));
     } else {
       const WithinReach<V> within(y);
       const Remainder<V> r = long_reduce(within.y);
-      return circular(Remainder<V>{r.head, r.tail + within.tail, r.index + within.index});
+      return circular(Remainder<V>{r.hi, r.lo + within.lo, r.index + within.index});
     }
   }
-  template <class V> static EvenOdd<Split<V>> circular(const Remainder<V>& r) {
+  template <class V> static EvenOdd<DoubleWord<V>> circular(const Remainder<V>& r) {
     const auto [sin_head, sin_rest, cos_head, cos_rest] = lookup_row<factors_tables::sine_cosine>(r.index & 63);
-    return added<Functions::circular>({Split<V>{cos_head, cos_rest}, Split<V>{sin_head, sin_rest}},
-                                      HeadTail<V>{r.head, r.tail}, factors_tables::cos_full, factors_tables::sin_full);
+    return added<Functions::circular>({DoubleWord<V>{cos_head, cos_rest}, DoubleWord<V>{sin_head, sin_rest}},
+                                      DoubleWord<V>{r.hi, r.lo}, factors_tables::cos_full, factors_tables::sin_full);
   }
-  /// y = index pi/32 + head + tail, |head| <= pi/64, for |y| < 2^17; the error is below 2^-120, which matters where y
+  /// y = index pi/32 + hi + lo, |hi| <= pi/64, for |y| < 2^17; the error is below 2^-120, which matters where y
   /// is a multiple of pi/2 but for 2^-53.
   template <class V> static Remainder<V> long_reduce(V y) {
     using namespace factors_tables;
-    const V shifted = y * thirty_two_over_pi + shifter<double>;
-    const V k = shifted - shifter<double>;
+    const V shifted = y * thirty_two_over_pi + rounding_constant<double>;
+    const V k = shifted - rounding_constant<double>;
     const V t = y - k * pi_32_0;
     const V first = t - k * pi_32_1;
     const V second = ((t - first) - k * pi_32_1) - k * pi_32_2;
@@ -151,22 +147,21 @@ struct Full : InDouble {
 
 private:
   /// a + b + rest, |rest| far below: the upper 26 bits of a + b, and exactly what is left of it, with the rest.
-  template <class V> static Split<V> sum(V a, V b, V rest) {
+  template <class V> static DoubleWord<V> sum(V a, V b, V rest) {
     const V head = head_of(a + b);
     return {head, ((a - head) + b) + rest};
   }
   /// The addition theorem: with odd r = head + beyond, where head has 26 bits, the products with head are exact.
   template <Functions Which, class V, int N, int M>
-  static EvenOdd<Split<V>> added(const EvenOdd<Split<V>>& a, HeadTail<V> r, const double (&even_series)[N],
-                                 const double (&odd_series)[M]) {
-    const V z = r.head * r.head, head = head_of(r.head);
-    const V beyond = ((r.head - head) + r.tail) + (r.head * z) * horner(z, odd_series);
+  static EvenOdd<DoubleWord<V>> added(const EvenOdd<DoubleWord<V>>& a, DoubleWord<V> r, const double (&even_series)[N],
+                                      const double (&odd_series)[M]) {
+    const V z = r.hi * r.hi, head = head_of(r.hi);
+    const V beyond = ((r.hi - head) + r.lo) + (r.hi * z) * horner(z, odd_series);
     const V c = z * horner(z, even_series);
-    const V even = a.even.head + a.even.rest, odd = a.odd.head + a.odd.rest;
-    return {
-        sum(a.even.head, signed_product<Which>(a.odd.head, head),
-            (a.even.rest + signed_product<Which>(a.odd.rest, head)) + (even * c + signed_product<Which>(odd, beyond))),
-        sum(a.odd.head, a.even.head * head, (a.odd.rest + a.even.rest * head) + (even * beyond + odd * c))};
+    const V even = a.even.hi + a.even.lo, odd = a.odd.hi + a.odd.lo;
+    return {sum(a.even.hi, signed_product<Which>(a.odd.hi, head),
+                (a.even.lo + signed_product<Which>(a.odd.lo, head)) + (even * c + signed_product<Which>(odd, beyond))),
+            sum(a.odd.hi, a.even.hi * head, (a.odd.lo + a.even.lo * head) + (even * beyond + odd * c))};
   }
 };
 
@@ -197,15 +192,15 @@ struct Plain {
 };
 
 /// In double, an exponential of accuracy E, the same angles as above with the coefficients of P.
-template <ExpAccuracy E, class P> struct Rounded : Plain, InDouble {
+template <Accuracy E, class P> struct Rounded : Plain, InDouble {
   template <class V> static Exponential<V> exponential(V x) { return {exp_normal<E>(x, V{})}; }
   template <class V> static EvenOdd<V> hyperbolic(V x) {
     const ExpReduced<P::steps, V> reduced = exp_reduce<P::steps>(x);
     const EvenOdd<V> r = even_odd(reduced.main - reduced.rest, P::cosh, P::sinh);
     if constexpr (P::steps == 128) { // with rests: sinh a by cancellation
       const HalfPowers<V> power(reduced);
-      const EvenOdd<V> a{power.up.head + (power.down.head + (power.up.tail + power.down.tail)),
-                         (power.up.head - power.down.head) + (power.up.tail - power.down.tail)};
+      const EvenOdd<V> a{power.up.hi + (power.down.hi + (power.up.lo + power.down.lo)),
+                         (power.up.hi - power.down.hi) + (power.up.lo - power.down.lo)};
       return added<Functions::hyperbolic>(a, r.even, r.odd);
     } else {
       const auto half_power = [](const ExpReduced<32, V>& x) {
@@ -221,7 +216,7 @@ template <ExpAccuracy E, class P> struct Rounded : Plain, InDouble {
     } else {
       const WithinReach<V> within(y);
       const Angle<V> near = reduced_angle(within.y);
-      return of_angle(Angle<V>{near.r + within.tail, near.index + within.index});
+      return of_angle(Angle<V>{near.r + within.lo, near.index + within.index});
     }
   }
 
@@ -232,9 +227,9 @@ private:
     Int<V> index;
   };
   template <class V> static Angle<V> reduced_angle(V y) {
-    const V shifted = y * thirty_two_over_pi + shifter<double>;
-    const V k = shifted - shifter<double>;
-    if constexpr (E == ExpAccuracy::a24) { // 2^-71 absolute: floats do not come near multiples of pi / 2
+    const V shifted = y * thirty_two_over_pi + rounding_constant<double>;
+    const V k = shifted - rounding_constant<double>;
+    if constexpr (E == Accuracy::bits40) { // 2^-71 absolute: floats do not come near multiples of pi / 2
       constexpr double pi_32_rest = factors_tables::pi_32_1 + factors_tables::pi_32_2;
       return {(y - k * factors_tables::pi_32_0) - k * pi_32_rest, int_bits(shifted)};
     } else {
@@ -262,10 +257,10 @@ struct ShortSeries {
   static constexpr const auto& cosh = factors_tables::cosh_short;
 };
 /// A factor within an ulp or two.
-using Middle = Rounded<ExpAccuracy::a50, LongSeries>;
+using Middle = Rounded<Accuracy::bits50, LongSeries>;
 /// Factors to 2^-35 or better; the exponential to 2^-42 for results that are rounded to float, to 2^-33 for A26.
-using ShortA24 = Rounded<ExpAccuracy::a24, ShortSeries>;
-using ShortA26 = Rounded<ExpAccuracy::a26, ShortSeries>;
+using ShortA24 = Rounded<Accuracy::bits40, ShortSeries>;
+using ShortA26 = Rounded<Accuracy::bits27, ShortSeries>;
 
 /// In float, angles reduced by pi/2, exponents by ln 2. What is subtracted first is exact, so that relative errors stay
 /// small next to the zeros.
@@ -288,30 +283,30 @@ template <class P> struct Single : Plain {
     return added<Functions::hyperbolic>({up + down, up - down}, r.even, r.odd);
   }
   template <Angles = Angles::near, class V> static EvenOdd<V> circular(V y) {
-    const V shifted = y * 0x1.45f306p-1f + shifter<float>;
-    const V k = shifted - shifter<float>;
+    const V shifted = y * 0x1.45f306p-1f + rounding_constant<float>;
+    const V k = shifted - rounding_constant<float>;
     const V remainder = y - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f;
     const EvenOdd<V> r = even_odd(remainder, P::cos, P::sin);
     const V cos_r = 1.0f + r.even;
     const Bits<V> quadrant = bits(shifted);
-    const Marks<V> odd = bit_cast<Marks<V>>(quadrant << 31);
+    const SignMask<V> odd = bit_cast<SignMask<V>>(quadrant << 31);
     return {flip_sign(select(odd, r.odd, cos_r), ((quadrant + 1) << 30) & sign_bit<V>),
             flip_sign(select(odd, cos_r, r.odd), (quadrant << 30) & sign_bit<V>)};
   }
 };
 struct SeriesA21 {
-  static constexpr const auto& sin = factors_tables::sin_single_a21;
-  static constexpr const auto& cos = factors_tables::cos_single_a21;
-  static constexpr const auto& sinh = factors_tables::sinh_single_a21;
-  static constexpr const auto& cosh = factors_tables::cosh_single_a21;
-  static constexpr const auto& exponential = exp_core_tables::float_expm1_a21;
+  static constexpr const auto& sin = factors_tables::sin_single_bits21;
+  static constexpr const auto& cos = factors_tables::cos_single_bits21;
+  static constexpr const auto& sinh = factors_tables::sinh_single_bits21;
+  static constexpr const auto& cosh = factors_tables::cosh_single_bits21;
+  static constexpr const auto& exponential = exp_core_tables::float_expm1_bits21;
 };
 struct SeriesA11 {
-  static constexpr const auto& sin = factors_tables::sin_single_a11;
-  static constexpr const auto& cos = factors_tables::cos_single_a11;
-  static constexpr const auto& sinh = factors_tables::sinh_single_a11;
-  static constexpr const auto& cosh = factors_tables::cosh_single_a11;
-  static constexpr const auto& exponential = exp_core_tables::float_exp_a11;
+  static constexpr const auto& sin = factors_tables::sin_single_bits11;
+  static constexpr const auto& cos = factors_tables::cos_single_bits11;
+  static constexpr const auto& sinh = factors_tables::sinh_single_bits11;
+  static constexpr const auto& cosh = factors_tables::cosh_single_bits11;
+  static constexpr const auto& exponential = exp_core_tables::float_exp_bits11;
 };
 using SingleA21 = Single<SeriesA21>;
 using SingleA11 = Single<SeriesA11>;

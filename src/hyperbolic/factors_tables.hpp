@@ -106,25 +106,25 @@ inline constexpr double cos_short[] = {
     0x1.554b8a9977ae4p-5};
 
 // (sin r - r) / r^3 by powers of r^2, |r| <= pi/4: relative error 2^-28.0
-inline constexpr float sin_single_a21[] = {
+inline constexpr float sin_single_bits21[] = {
     -0x1.5555460000000p-3f,
     0x1.11077a0000000p-7f,
     -0x1.9954a80000000p-13f};
 
 // (cos r - 1) / r^2 by powers of r^2, |r| <= pi/4: absolute error 2^-33.1
-inline constexpr float cos_single_a21[] = {
+inline constexpr float cos_single_bits21[] = {
     -0x1p-1f,
     0x1.55554a0000000p-5f,
     -0x1.6c0c2a0000000p-10f,
     0x1.99e8f80000000p-16f};
 
 // (sin r - r) / r^3 by powers of r^2, |r| <= pi/4: relative error 2^-19.1
-inline constexpr float sin_single_a11[] = {
+inline constexpr float sin_single_bits11[] = {
     -0x1.5544720000000p-3f,
     0x1.0b86dc0000000p-7f};
 
 // (cos r - 1) / r^2 by powers of r^2, |r| <= pi/4: absolute error 2^-16.3
-inline constexpr float cos_single_a11[] = {
+inline constexpr float cos_single_bits11[] = {
     -0x1.ffc51c0000000p-2f,
     0x1.4baa3a0000000p-5f};
 
@@ -148,22 +148,22 @@ inline constexpr double cosh_short[] = {
     0x1.5555cf5e257fdp-5};
 
 // (sinh r - r) / r^3 by powers of r^2, |r| <= ln 2 / 2: relative error 2^-26.1
-inline constexpr float sinh_single_a21[] = {
+inline constexpr float sinh_single_bits21[] = {
     0x1.5554ae0000000p-3f,
     0x1.1228f00000000p-7f};
 
 // (cosh r - 1) / r^2 by powers of r^2, |r| <= ln 2 / 2: absolute error 2^-33.2
-inline constexpr float cosh_single_a21[] = {
+inline constexpr float cosh_single_bits21[] = {
     0x1p-1f,
     0x1.5554e60000000p-5f,
     0x1.6d4f240000000p-10f};
 
 // (sinh r - r) / r^3 by powers of r^2, |r| <= ln 2 / 2: relative error 2^-15.6
-inline constexpr float sinh_single_a11[] = {
+inline constexpr float sinh_single_bits11[] = {
     0x1.570a240000000p-3f};
 
 // (cosh r - 1) / r^2 by powers of r^2, |r| <= ln 2 / 2: absolute error 2^-23.3
-inline constexpr float cosh_single_a11[] = {
+inline constexpr float cosh_single_bits11[] = {
     0x1.fffdb80000000p-2f,
     0x1.573ec20000000p-5f};
 

@@ -3,8 +3,8 @@
 // floats are evaluated again, to 2^-59.
 //
 // Exceptional inputs: overflow beyond 89.416; infinities stay (cosh: +inf), NaNs are quieted.
-#include "exact/decided.hpp"
-#include "frame/member.hpp"
+#include "exact/rounding_test.hpp"
+#include "frame/export.hpp"
 #include "hyperbolic/factors.hpp"
 #include "kelvm/hyperbolic.h"
 
@@ -27,7 +27,7 @@ template <class Which> float correctly_rounded(float x, kelStatus& status) {
   if (abs(x) > 90) return Which::with_its_sign(overflow<float>(status), x);
   const ScaledSum y = Which::of(any_hyperbolic(abs(double(x))));
   const double scale = power_of_two(y.exponent);
-  const float result = round_to_float(HeadTail<double>{y.value.head * scale, y.value.tail * scale});
+  const float result = round_to_float(DoubleWord<double>{y.value.hi * scale, y.value.lo * scale});
   return Which::with_its_sign(is_infinite(result) ? overflow<float>(status) : result, x);
 }
 
@@ -40,12 +40,12 @@ struct SeriesA24 {
 
 template <class Which> struct A24 : KernelDefaults {
   using Element = float;
-  template <class V> using Doubt = MidpointDoubt;
-  static constexpr bool stray_underflow = true; // a subnormal result, which is x
-  template <class V> static Marks<V> special(V x) { return above(abs(x), 89.0f); }
-  template <class V> static V formula(V x, MidpointDoubt& doubt) {
+  template <class V> using ResultTest = RoundingTest;
+  static constexpr bool spurious_underflow = true; // a subnormal result, which is x
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), 89.0f); }
+  template <class V> static V formula(V x, RoundingTest& test) {
     const V y = in_double_decided<44>(
-        doubt, [](auto d) { return Which::of(Rounded<ExpAccuracy::a24, SeriesA24>::hyperbolic(d)); }, abs(x));
+        test, [](auto d) { return Which::of(Rounded<Accuracy::bits40, SeriesA24>::hyperbolic(d)); }, abs(x));
     return Which::with_its_sign(y, x);
   }
   static float element(float x, kelStatus& status) { return correctly_rounded<Which>(x, status); }
@@ -53,8 +53,8 @@ template <class Which> struct A24 : KernelDefaults {
 
 template <class Which, class Accuracy> struct InFloat : KernelDefaults {
   using Element = float;
-  static constexpr bool stray_underflow = true; // r^2 of a tiny r
-  template <class V> static Marks<V> special(V x) { return above(abs(x), 87.0f); }
+  static constexpr bool spurious_underflow = true; // r^2 of a tiny r
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), 87.0f); }
   template <class V> static V formula(V x) { return Which::with_its_sign(Which::of(Accuracy::hyperbolic(abs(x))), x); }
   static float element(float x, kelStatus& status) { return correctly_rounded<Which>(x, status); }
 };

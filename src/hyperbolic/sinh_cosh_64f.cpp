@@ -12,7 +12,7 @@
 //
 // Exceptional inputs: beyond 708, where 2^(k/128) approaches the end of the range, one element at a time with its power
 // of two apart; overflow beyond 710.4758; infinities stay (cosh: +inf), NaNs are quieted.
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "hyperbolic/factors.hpp"
 #include "kelvm/hyperbolic.h"
 
@@ -20,7 +20,6 @@ namespace kelvm::inline KELVM_BUILD::sinh_cosh_64f {
 namespace {
 
 template <class V> inline V rounded(V y) { return y; }
-template <class V> inline V rounded(const Split<V>& y) { return y.head + y.rest; }
 
 /// cosh for A50: nothing cancels in it, so that steps of ln 2 / 32 without rests do. The series are Taylor's, the next
 /// terms below 2^-60.
@@ -29,12 +28,12 @@ struct CoshSeriesA50 {
   static constexpr double sinh[] = {0x1.5555555555555p-3, 0x1.1111111111111p-7, 0x1.a01a01a01a01ap-13};
   static constexpr double cosh[] = {0.5, 0x1.5555555555555p-5, 0x1.6c16c16c16c17p-10};
 };
-using CoshA50 = Rounded<ExpAccuracy::a50, CoshSeriesA50>;
+using CoshA50 = Rounded<Accuracy::bits50, CoshSeriesA50>;
 
 struct Sinh : KernelDefaults {
   using Element = double;
-  static constexpr bool stray_underflow = true; // r^2 of a tiny r
-  template <class V> static Marks<V> special(V x) { return above(abs(x), 708.0); }
+  static constexpr bool spurious_underflow = true; // r^2 of a tiny r
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), 708.0); }
   static double element(double x, kelStatus& status) {
     if (!is_finite(x)) return x + x;
     const double y = any_hyperbolic(x).odd.rounded();
@@ -47,7 +46,7 @@ struct SinhA53 : Sinh {
   template <class V> static V formula(V x) { return with_sign(rounded(Full::hyperbolic(abs(x)).odd), sign_of(x)); }
 };
 /// e - e^2 / (2 (e + 1)) with e = e^|x| - 1: an error of e does not grow, and next to 0 nothing else counts.
-template <Expm1Accuracy A> struct SinhOfExpm1 : Sinh {
+template <Accuracy A> struct SinhOfExpm1 : Sinh {
   template <class V> static V formula(V x) {
     const V e = exp_minus_1<A>(abs(x));
     return with_sign(e - (0.5 * e) * (e / (e + 1.0)), sign_of(x));
@@ -57,8 +56,8 @@ template <Expm1Accuracy A> struct SinhOfExpm1 : Sinh {
 template <class Accuracy> struct Cosh : KernelDefaults {
   using Element = double;
   static constexpr int vectors_in_flight = few_vectors_in_flight;
-  static constexpr bool stray_underflow = true;
-  template <class V> static Marks<V> special(V x) { return above(abs(x), 708.0); }
+  static constexpr bool spurious_underflow = true;
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), 708.0); }
   template <class V> static V formula(V x) { return rounded(Accuracy::hyperbolic(abs(x)).even); }
   static double element(double x, kelStatus& status) {
     if (is_nan(x)) return x + x;
@@ -70,8 +69,8 @@ template <class Accuracy> struct Cosh : KernelDefaults {
 
 } // namespace
 
-KELVM_UNARY(kelsSinh_64f_A26, SinhOfExpm1<Expm1Accuracy::a26>)
-KELVM_UNARY(kelsSinh_64f_A50, SinhOfExpm1<Expm1Accuracy::a50>)
+KELVM_UNARY(kelsSinh_64f_A26, SinhOfExpm1<Accuracy::bits27>)
+KELVM_UNARY(kelsSinh_64f_A50, SinhOfExpm1<Accuracy::bits50>)
 KELVM_UNARY(kelsSinh_64f_A53, SinhA53)
 KELVM_UNARY(kelsCosh_64f_A26, Cosh<ShortA26>)
 KELVM_UNARY(kelsCosh_64f_A50, Cosh<CoshA50>)

@@ -10,24 +10,24 @@ namespace kelvm::inline KELVM_BUILD {
 constexpr double tanh_saturated = 20;
 template <class V> inline V tanh_clamped(V x, Lane<V> limit) { return smaller_of(abs(x), splat<V>(limit)); }
 
-/// tanh x, 0 <= x <= 20, as head and tail with a relative error below 2^-60, |tail| < 2^-24 head. e = (head + tail)
+/// tanh x, 0 <= x <= 20, as a double-word with a relative error below 2^-60, |lo| < 2^-24 head. e = (hi + lo)
 /// scale; the quotient does not depend on the scale. The head has 26 bits, as has that of the denominator: what it
 /// leaves of the dividend is exact but for rounding errors of its small parts.
-template <class V> inline HeadTail<V> tanh_head_tail(V x) {
-  const Expm1Parts<V> e = expm1_a53(x + x);
-  const HeadTail<V> sum = two_sum(e.head, 2.0 * inverse_power_of_2(e.scale));
-  const V denominator = sum.head + e.tail;
+template <class V> inline DoubleWord<V> tanh_double_word(V x) {
+  const Expm1Parts<V> e = expm1_full(x + x);
+  const DoubleWord<V> sum = two_sum(e.hi, 2.0 * inverse_power_of_2(e.scale));
+  const V denominator = sum.hi + e.lo;
   const V denominator_head = head_of(denominator);
-  const V denominator_tail = ((sum.head - denominator_head) + sum.tail) + e.tail;
+  const V denominator_tail = ((sum.hi - denominator_head) + sum.lo) + e.lo;
   const V inverse = 1.0 / denominator;
-  const V head = head_of((e.head + e.tail) * inverse);
-  return {head, ((e.head - head * denominator_head) + (e.tail - head * denominator_tail)) * inverse};
+  const V head = head_of((e.hi + e.lo) * inverse);
+  return {head, ((e.hi - head * denominator_head) + (e.lo - head * denominator_tail)) * inverse};
 }
 
 /// tanh x, 0 <= x <= 20.
-template <Expm1Accuracy A, class V> inline V tanh_positive(V x) {
-  if constexpr (A == Expm1Accuracy::a53) {
-    const HeadTail<V> y = tanh_head_tail(x);
+template <Accuracy A, class V> inline V tanh_positive(V x) {
+  if constexpr (A == Accuracy::full) {
+    const DoubleWord<V> y = tanh_double_word(x);
     return rounded(y);
   } else {
     const V e = exp_minus_1<A>(x + x);

@@ -2,8 +2,8 @@
 // for the results that lie within 2^-42 of a midpoint between two floats. A21 and A11 stay in float arithmetic, A11 as
 // x times a rational function of x^2 up to 6 and 1 from there on, within 2^-16.
 // Exceptional inputs: NaNs, quieted.
-#include "exact/decided.hpp"
-#include "frame/member.hpp"
+#include "exact/rounding_test.hpp"
+#include "frame/export.hpp"
 #include "hyperbolic/tanh.hpp"
 #include "hyperbolic/tanh_tables.hpp"
 #include "kelvm/hyperbolic.h"
@@ -16,31 +16,31 @@ constexpr float saturated = 10;
 
 struct TanhA24 : KernelDefaults {
   using Element = float;
-  template <class V> using Doubt = MidpointDoubt;
-  static constexpr bool stray_underflow = true; // a subnormal result, which is x
-  template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<float>); }
-  template <class V> static V formula(V x, MidpointDoubt& doubt) {
+  template <class V> using ResultTest = RoundingTest;
+  static constexpr bool spurious_underflow = true; // a subnormal result, which is x
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), infinity<float>); }
+  template <class V> static V formula(V x, RoundingTest& test) {
     const V y = in_double_decided<42>(
-        doubt, [](auto d) { return tanh_positive<Expm1Accuracy::a24>(d); }, tanh_clamped(x, saturated));
+        test, [](auto d) { return tanh_positive<Accuracy::bits40>(d); }, tanh_clamped(x, saturated));
     return with_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus&) {
     if (is_nan(x)) return x + x;
-    const HeadTail<double> y = tanh_head_tail(double(tanh_clamped(x, saturated)));
+    const DoubleWord<double> y = tanh_double_word(double(tanh_clamped(x, saturated)));
     return with_sign(round_sum_to_float(y), sign_of(x));
   }
 };
 
 struct TanhInFloat : KernelDefaults {
   using Element = float;
-  static constexpr bool stray_underflow = true; // x^2 of a tiny x
-  template <class V> static Marks<V> special(V x) { return above(abs(x), infinity<float>); }
+  static constexpr bool spurious_underflow = true; // x^2 of a tiny x
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), infinity<float>); }
   static float element(float x, kelStatus&) { return x + x; }
 };
 struct TanhA21 : TanhInFloat {
   template <class V> static V formula(V x) {
     const V half = tanh_clamped(x, saturated);
-    const V e = float_exp_minus_1<FloatExpm1Accuracy::a21>(half + half);
+    const V e = float_exp_minus_1<Accuracy::bits21>(half + half);
     return with_sign(e / (e + 2.0f), sign_of(x));
   }
 };
@@ -48,7 +48,7 @@ struct TanhA11 : TanhInFloat {
   template <class V> static V formula(V x) {
     constexpr float limit = 6;
     const V t = tanh_clamped(x, limit), z = t * t;
-    const V y = t * horner(z, tanh_tables::numerator_a11) / horner(z, tanh_tables::denominator_a11);
+    const V y = t * horner(z, tanh_tables::numerator_bits11) / horner(z, tanh_tables::denominator_bits11);
     return with_sign(select(t < splat<V>(limit), y, splat<V>(1)), sign_of(x));
   }
 };

@@ -14,9 +14,9 @@
 //   A50       to 2^-18.9  one step: residual d, 1 + d/3 + 2/9 d^2 or its square         2^-53
 //   A26 A21   the guess   r or x r^2 times a polynomial                                 2^-27.8, 2^-23.3
 //   A11                                                                                 2^-12.8
-#include "exact/decided.hpp"
-#include "exact/exact.hpp"
-#include "frame/member.hpp"
+#include "exact/double_word.hpp"
+#include "exact/rounding_test.hpp"
+#include "frame/export.hpp"
 #include "kelvm/root.h"
 #include "root/root.hpp"
 #include "root/scaled.hpp"
@@ -77,16 +77,16 @@ struct A53 {
       return {c, (((difference * r) * r) * r) * (1 + d * (1 + d))}; // 1 / x = r^3 (1 + d + d^2), to 2^-52
     }
   };
-  template <class V> static HeadTail<V> cbrt_parts(V x) {
+  template <class V> static DoubleWord<V> cbrt_parts(V x) {
     const auto [c, u] = Near::of(x);
     return {c, c * (u * (1.0 / 3 + u * (2.0 / 9 + u * (14.0 / 81))))};
   }
-  template <class V> static HeadTail<V> power_2_3_parts(V x) {
+  template <class V> static DoubleWord<V> power_2_3_parts(V x) {
     const auto [c, u] = Near::of(x);
     const V square = c * c;
     return {square, square * (u * (2.0 / 3 + u * (5.0 / 9 + u * (40.0 / 81))))};
   }
-  template <class V> static HeadTail<V> inverse_parts(V x) {
+  template <class V> static DoubleWord<V> inverse_parts(V x) {
     const V r = rounded<13>(inverse_root<3>(x, inverse_cbrt_14));
     const V square = r * r, x_head = head_of(x);
     const V product = x_head * square, product_head = head_of(product);
@@ -94,7 +94,7 @@ struct A53 {
     constexpr double c[] = {1.0 / 3, 2.0 / 9, 14.0 / 81, 35.0 / 243, 91.0 / 729};
     return {r, r * (d * estrin(d, c))};
   }
-  template <class V> static V sum(HeadTail<V> y) { return y.head + y.tail; }
+  template <class V> static V sum(DoubleWord<V> y) { return y.hi + y.lo; }
   template <class V> static V cbrt(V x) { return sum(cbrt_parts(x)); }
   template <class V> static V inverse(V x) { return sum(inverse_parts(x)); }
   template <class V> static V power_2_3(V x) { return sum(power_2_3_parts(x)); }
@@ -113,7 +113,7 @@ template <class T, class F> T by_scaling(T x, int power, F f) {
 
 template <class P> struct Cbrt : KernelDefaults {
   using Element = typename P::Element;
-  template <class V> static Marks<V> special(V x) {
+  template <class V> static SignMask<V> special(V x) {
     return outside_but_zero(abs(x), smallest_normal<Element>, largest_finite<Element>);
   }
   template <class V> static V formula(V x) { return with_sign(P::cbrt(abs(x)), sign_of(x)); }
@@ -124,16 +124,16 @@ template <class P> struct Cbrt : KernelDefaults {
 };
 
 struct Cbrt32A24 : Cbrt<A21> {
-  template <class V> using Doubt = MidpointDoubt;
-  template <class V> static V formula(V x, MidpointDoubt& doubt) {
+  template <class V> using ResultTest = RoundingTest;
+  template <class V> static V formula(V x, RoundingTest& test) {
     const V m = abs(x);
     const V y = in_double_decided<50>(
-        doubt, [](auto m, auto r) { return RefinedOnce::cbrt(m, r); }, m, inverse_root<3>(m, inverse_cbrt_19_float));
+        test, [](auto m, auto r) { return RefinedOnce::cbrt(m, r); }, m, inverse_root<3>(m, inverse_cbrt_19_float));
     return with_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus&) {
     if (is_nan(x) || is_infinite(x)) return x + x;
-    return with_sign(float(odd_sum(A53::cbrt_parts(double(abs(x))))), sign_of(x));
+    return with_sign(round_sum_to_float(A53::cbrt_parts(double(abs(x)))), sign_of(x));
   }
 };
 
@@ -149,7 +149,7 @@ template <class T, class F> T inverse_cbrt_element(T x, kelStatus& status, F ord
 
 template <class P> struct InvCbrt : KernelDefaults {
   using Element = typename P::Element;
-  template <class V> static Marks<V> special(V x) {
+  template <class V> static SignMask<V> special(V x) {
     return outside(abs(x), smallest_normal<Element>, largest_finite<Element>);
   }
   template <class V> static V formula(V x) { return with_sign(P::inverse(abs(x)), sign_of(x)); }
@@ -161,16 +161,16 @@ template <class P> struct InvCbrt : KernelDefaults {
 };
 
 struct InvCbrt32A24 : InvCbrt<A21> {
-  template <class V> using Doubt = MidpointDoubt;
-  template <class V> static V formula(V x, MidpointDoubt& doubt) {
+  template <class V> using ResultTest = RoundingTest;
+  template <class V> static V formula(V x, RoundingTest& test) {
     const V m = abs(x);
     const V y = in_double_decided<50>(
-        doubt, [](auto m, auto r) { return RefinedOnce::inverse(m, r); }, m, inverse_root<3>(m, inverse_cbrt_19_float));
+        test, [](auto m, auto r) { return RefinedOnce::inverse(m, r); }, m, inverse_root<3>(m, inverse_cbrt_19_float));
     return with_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus& status) {
-    return inverse_cbrt_element(x, status,
-                                [](float magnitude) { return float(odd_sum(A53::inverse_parts(double(magnitude)))); });
+    return inverse_cbrt_element(
+        x, status, [](float magnitude) { return round_sum_to_float(A53::inverse_parts(double(magnitude))); });
   }
 };
 
@@ -178,7 +178,7 @@ struct InvCbrt32A24 : InvCbrt<A21> {
 
 template <class P> struct Pow2o3 : KernelDefaults {
   using Element = typename P::Element;
-  template <class V> static Marks<V> special(V x) {
+  template <class V> static SignMask<V> special(V x) {
     return outside_but_zero(abs(x), smallest_normal<Element>, largest_finite<Element>);
   }
   template <class V> static V formula(V x) { return P::power_2_3(abs(x)); }
@@ -190,17 +190,17 @@ template <class P> struct Pow2o3 : KernelDefaults {
 };
 
 struct Pow2o3_32A24 : Pow2o3<A21> {
-  template <class V> using Doubt = MidpointDoubt;
-  template <class V> static V formula(V x, MidpointDoubt& doubt) {
+  template <class V> using ResultTest = RoundingTest;
+  template <class V> static V formula(V x, RoundingTest& test) {
     const V m = abs(x);
     return in_double_decided<50>(
-        doubt, [](auto m, auto r) { return RefinedOnce::power_2_3(m, r); }, m,
+        test, [](auto m, auto r) { return RefinedOnce::power_2_3(m, r); }, m,
         inverse_root<3>(m, inverse_cbrt_19_float));
   }
   static float element(float x, kelStatus&) {
     if (is_nan(x)) return x + x;
     if (is_infinite(x)) return abs(x);
-    return float(odd_sum(A53::power_2_3_parts(double(abs(x)))));
+    return round_sum_to_float(A53::power_2_3_parts(double(abs(x))));
   }
 };
 

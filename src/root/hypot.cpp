@@ -1,14 +1,14 @@
 // sqrt(x^2 + y^2), with the processor's square root.
 //
-//   A53   every factor in two parts, the square root as head and tail: 0.5015 ulp
+//   A53   every factor in two parts, the square root as a double-word: 0.5015 ulp
 //   A24   in double: 2^-52.4, rounded where that decides
 //   A50, A26, A21, A11: sqrt(x^2 + y^2), each operation rounded: at most 1.25 ulp
 //
 // Only the larger argument is tested. The square of the other may underflow where it no longer counts; the frame takes
 // that flag back.
-#include "exact/decided.hpp"
-#include "exact/exact.hpp"
-#include "frame/member.hpp"
+#include "exact/double_word.hpp"
+#include "exact/rounding_test.hpp"
+#include "frame/export.hpp"
 #include "kelvm/complex.h"
 #include "kelvm/root.h"
 #include "root/root.hpp"
@@ -19,16 +19,17 @@ namespace kelvm::inline KELVM_BUILD::hypotenuse {
 namespace {
 
 /// For non-negative arguments of which the larger is in [2^-480, 2^500], or both are zero.
-template <class V> HeadTail<V> hypot_parts(V x, V y) {
+template <class V> DoubleWord<V> hypot_parts(V x, V y) {
   const V x_head = head_of(x), y_head = head_of(y);
   return square_root(x_head * x_head, y_head * y_head, (x - x_head) * (x + x_head) + (y - y_head) * (y + y_head));
 }
 
-/// Marks the pairs of magnitudes of which one is above high, or both are below low and not both zero.
-template <class V> Marks<V> larger_outside(V x, V y, Lane<V> low, Lane<V> high) {
+/// SignMask the pairs of magnitudes of which one is above high, or both are below low and not both zero.
+template <class V> SignMask<V> larger_outside(V x, V y, Lane<V> low, Lane<V> high) {
   if constexpr (sizeof(Lane<V>) == 4) // of 32 bits, every instruction set has a maximum of integers
     return outside_but_zero(from_bits<V>(bits(x) > bits(y) ? bits(x) : bits(y)), low, high);
-  return bit_cast<Marks<V>>((below(x, low) & below(y, low) & -(bits(x) | bits(y))) | beyond(x, high) | beyond(y, high));
+  return bit_cast<SignMask<V>>((below(x, low) & below(y, low) & -(bits(x) | bits(y))) | beyond(x, high) |
+                               beyond(y, high));
 }
 
 double hypot_element(double x, double y, kelStatus& status) {
@@ -48,17 +49,17 @@ float hypot_element(float x, float y, kelStatus& status) {
 template <class T> struct Hypot : KernelDefaults {
   using Element = T;
   static constexpr int vectors_in_flight = 2;
-  static constexpr bool stray_underflow = true;
+  static constexpr bool spurious_underflow = true;
   static constexpr T low = sizeof(T) == 8 ? T(0x1p-450) : T(0x1p-60);
   static constexpr T high = sizeof(T) == 8 ? T(0x1p500) : T(0x1p62);
-  template <class V> static Marks<V> special(V x, V y) { return larger_outside(abs(x), abs(y), low, high); }
+  template <class V> static SignMask<V> special(V x, V y) { return larger_outside(abs(x), abs(y), low, high); }
   template <class V> static V formula(V x, V y) { return sqrt(x * x + y * y); }
   static T element(T x, T y, kelStatus& status) { return hypot_element(x, y, status); }
 };
 
 struct Hypot64A53 : Hypot<double> {
   template <class V> static V formula(V x, V y) {
-    const HeadTail<V> result = hypot_parts(abs(x), abs(y));
+    const DoubleWord<V> result = hypot_parts(abs(x), abs(y));
     return rounded(result);
   }
 };
@@ -66,13 +67,13 @@ struct Hypot64A53 : Hypot<double> {
 struct Hypot32A24 : KernelDefaults {
   using Element = float;
   static constexpr int vectors_in_flight = 2;
-  template <class V> using Doubt = MidpointDoubt;
-  template <class V> static Marks<V> special(V x, V y) {
+  template <class V> using ResultTest = RoundingTest;
+  template <class V> static SignMask<V> special(V x, V y) {
     return larger_outside(abs(x), abs(y), smallest_normal<float>, 0x1p126f);
   }
-  template <class V> static V formula(V x, V y, MidpointDoubt& doubt) {
+  template <class V> static V formula(V x, V y, RoundingTest& test) {
     return in_double_decided<51>(
-        doubt, [](auto x, auto y) { return sqrt(x * x + y * y); }, x, y);
+        test, [](auto x, auto y) { return sqrt(x * x + y * y); }, x, y);
   }
   static float element(float x, float y, kelStatus& status) { return hypot_element(x, y, status); }
 };
@@ -86,11 +87,11 @@ KELVM_BINARY(kelsHypot_64f_A26, Hypot<double>)
 KELVM_BINARY(kelsHypot_64f_A50, Hypot<double>)
 KELVM_BINARY(kelsHypot_64f_A53, Hypot64A53)
 // The absolute value of a complex number is the hypotenuse of its parts.
-KELVM_COMPLEX_TO_REAL(kelsAbs_32fc_A11, Hypot<float>)
-KELVM_COMPLEX_TO_REAL(kelsAbs_32fc_A21, Hypot<float>)
-KELVM_COMPLEX_TO_REAL(kelsAbs_32fc_A24, Hypot32A24)
-KELVM_COMPLEX_TO_REAL(kelsAbs_64fc_A26, Hypot<double>)
-KELVM_COMPLEX_TO_REAL(kelsAbs_64fc_A50, Hypot<double>)
-KELVM_COMPLEX_TO_REAL(kelsAbs_64fc_A53, Hypot64A53)
+KELVM_UNARY(kelsAbs_32fc_A11, Hypot<float>)
+KELVM_UNARY(kelsAbs_32fc_A21, Hypot<float>)
+KELVM_UNARY(kelsAbs_32fc_A24, Hypot32A24)
+KELVM_UNARY(kelsAbs_64fc_A26, Hypot<double>)
+KELVM_UNARY(kelsAbs_64fc_A50, Hypot<double>)
+KELVM_UNARY(kelsAbs_64fc_A53, Hypot64A53)
 
 } // namespace kelvm::inline KELVM_BUILD::hypotenuse

@@ -8,7 +8,7 @@
 // Blinn, "Floating-point tricks", 1997; Householder, "The numerical treatment of a single nonlinear equation", 1970.
 #pragma once
 
-#include "exact/exact.hpp"
+#include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
 #include "root/root_tables.hpp"
 #include "simd/vec.hpp"
@@ -50,7 +50,7 @@ enum class Reciprocal : std::uint64_t { even = 0x7FDE6238502484C6, exact_at_one 
 /// sqrt(a + b + rest), a and b not negative, the rest below 2^-24 of their sum h: with the processor's s = sqrt(h), the
 /// residual h - s^2 and s + (h - s^2) / (2 s) with a reciprocal as above: 2^-62. Taken from the larger of a and b
 /// first, the square of s's upper bits leaves no rounding error that counts. 2^-900 < h < 2^1000, or 0.
-template <Reciprocal R = Reciprocal::even, class V> inline HeadTail<V> square_root(V a, V b, V rest) {
+template <Reciprocal R = Reciprocal::even, class V> inline DoubleWord<V> square_root(V a, V b, V rest) {
   const V small = smaller_of(a, b), large = from_bits<V>(bits(a) ^ bits(b) ^ bits(small));
   const V s = sqrt((a + b) + rest);
   const V s_head = head_of(s);
@@ -64,26 +64,5 @@ template <int Kept, class V> inline V rounded(V x) {
   constexpr int cleared = 53 - Kept;
   return from_bits<V>((bits(x) + (Lane<Bits<V>>(1) << (cleared - 1))) & (~Lane<Bits<V>>(0) << cleared));
 }
-
-// Classification. Marks the elements that are not in [low, high], low and high positive and finite, NaN among them.
-// Bits are subtracted as integers, and the sign of the difference decides.
-
-template <class V> inline Bits<V> below(V x, Lane<V> low) { return bits(x) - bits(splat<V>(low)); }
-template <class V> inline Bits<V> beyond(V x, Lane<V> high) { return bits(splat<V>(high)) - bits(x); }
-
-/// For any x.
-template <class V> inline Marks<V> outside(V x, Lane<V> low, Lane<V> high) {
-  return bit_cast<Marks<V>>(below(x, low) | beyond(x, high));
-}
-/// For x >= +0, zero counting as inside.
-template <class V> inline Marks<V> outside_but_zero(V x, Lane<V> low, Lane<V> high) {
-  return bit_cast<Marks<V>>((below(x, low) & -bits(x)) | beyond(x, high));
-}
-/// For any x, +0 counting as inside.
-template <class V> inline Marks<V> outside_but_plus_zero(V x, Lane<V> low, Lane<V> high) {
-  return int_bits(x) | outside_but_zero(x, low, high);
-}
-
-template <class T> inline constexpr T smallest_normal = sizeof(T) == 8 ? T(0x1p-1022) : T(0x1p-126);
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -9,9 +9,9 @@
 //   Pow3o2  A53    s = sqrt(x) in two parts, e = x - s^2 exactly; x s + s e / 2: 0.5000 ulp
 //           A24    s = sqrt(x) in single precision, s (3/2 x - 1/2 s^2) in double: 2^-47.4, rounded where that decides
 //   InvSqrt A21, Pow3o2 A50 A26 A21 A11: two operations, each rounded
-#include "exact/decided.hpp"
-#include "exact/exact.hpp"
-#include "frame/member.hpp"
+#include "exact/double_word.hpp"
+#include "exact/rounding_test.hpp"
+#include "frame/export.hpp"
 #include "kelvm/root.h"
 #include "root/root.hpp"
 #include "root/scaled.hpp"
@@ -30,7 +30,7 @@ template <class T> T sqrt_element(T x, kelStatus& status) {
 template <class T> struct Sqrt : KernelDefaults {
   using Element = T;
   /// The sign bit set, and another bit as well.
-  template <class V> static Marks<V> special(V x) { return bit_cast<Marks<V>>(bits(x) & (bits(x) - 1)); }
+  template <class V> static SignMask<V> special(V x) { return bit_cast<SignMask<V>>(bits(x) & (bits(x) - 1)); }
   template <class V> static V formula(V x) { return sqrt(x); }
   static T element(T x, kelStatus& status) { return sqrt_element(x, status); }
 };
@@ -38,7 +38,7 @@ template <class T> struct Sqrt : KernelDefaults {
 // --- reciprocal square root ----------------------------------------------------------------------------------------
 
 /// x^(-1/2) for x >= 2^-960.
-template <class V> HeadTail<V> inverse_sqrt_parts(V x) {
+template <class V> DoubleWord<V> inverse_sqrt_parts(V x) {
   const V s = sqrt(x);
   const V r = head_of(1 / s);
   const V s_head = head_of(s), s_tail = s - s_head;
@@ -79,7 +79,7 @@ struct A11 {
 
 template <class P> struct InvSqrt : KernelDefaults {
   using Element = typename P::Element;
-  template <class V> static Marks<V> special(V x) {
+  template <class V> static SignMask<V> special(V x) {
     return outside(x, smallest_normal<Element>, largest_finite<Element>);
   }
   template <class V> static V formula(V x) { return P::inverse_sqrt(x); }
@@ -92,9 +92,9 @@ template <class P> struct InvSqrt : KernelDefaults {
 struct InvSqrt64A53 : KernelDefaults {
   using Element = double;
   static constexpr int vectors_in_flight = 2;
-  template <class V> static Marks<V> special(V x) { return outside(x, 0x1p-960, largest_finite<double>); }
+  template <class V> static SignMask<V> special(V x) { return outside(x, 0x1p-960, largest_finite<double>); }
   template <class V> static V formula(V x) {
-    const HeadTail<V> y = inverse_sqrt_parts(x);
+    const DoubleWord<V> y = inverse_sqrt_parts(x);
     return rounded(y);
   }
   static double element(double x, kelStatus& status) {
@@ -105,21 +105,23 @@ struct InvSqrt64A53 : KernelDefaults {
 struct InvSqrt32A24 : KernelDefaults {
   using Element = float;
   static constexpr int vectors_in_flight = few_vectors_in_flight;
-  template <class V> using Doubt = MidpointDoubt;
-  template <class V> static Marks<V> special(V x) { return outside(x, smallest_normal<float>, largest_finite<float>); }
-  template <class V> static V formula(V x, MidpointDoubt& doubt) {
+  template <class V> using ResultTest = RoundingTest;
+  template <class V> static SignMask<V> special(V x) {
+    return outside(x, smallest_normal<float>, largest_finite<float>);
+  }
+  template <class V> static V formula(V x, RoundingTest& test) {
     return in_double_decided<47>(
-        doubt, [](auto x, auto r) { return r + (0.5 * r) * residual<2>(x, r); }, x, 1 / sqrt(x));
+        test, [](auto x, auto r) { return r + (0.5 * r) * residual<2>(x, r); }, x, 1 / sqrt(x));
   }
   static float element(float x, kelStatus& status) {
-    return inverse_sqrt_element(x, status, [](float x) { return float(odd_sum(inverse_sqrt_parts(double(x)))); });
+    return inverse_sqrt_element(x, status, [](float x) { return round_sum_to_float(inverse_sqrt_parts(double(x))); });
   }
 };
 
 // --- x^(3/2) -------------------------------------------------------------------------------------------------------
 
 /// x^(3/2) for x in [2^-640, 2^680] and zero.
-template <class V> HeadTail<V> power_3_2_parts(V x) {
+template <class V> DoubleWord<V> power_3_2_parts(V x) {
   const V s = sqrt(x);
   const V s_head = head_of(s), x_head = head_of(x);
   const V s_tail = s - s_head, x_tail = x - x_head;
@@ -148,23 +150,23 @@ template <class T> struct Pow3o2 : KernelDefaults {
   /// Within: neither the result nor a step towards it leaves the normal range.
   static constexpr T low = sizeof(T) == 8 ? T(0x1p-640) : T(0x1p-83);
   static constexpr T high = sizeof(T) == 8 ? T(0x1p680) : T(0x1p85);
-  template <class V> static Marks<V> special(V x) { return outside_but_plus_zero(x, low, high); }
+  template <class V> static SignMask<V> special(V x) { return outside_but_plus_zero(x, low, high); }
   template <class V> static V formula(V x) { return x * sqrt(x); }
   static T element(T x, kelStatus& status) { return power_3_2_element(x, status); }
 };
 
 struct Pow3o2_64A53 : Pow3o2<double> {
   template <class V> static V formula(V x) {
-    const HeadTail<V> y = power_3_2_parts(x);
+    const DoubleWord<V> y = power_3_2_parts(x);
     return rounded(y);
   }
 };
 
 struct Pow3o2_32A24 : Pow3o2<float> {
-  template <class V> using Doubt = MidpointDoubt;
-  template <class V> static V formula(V x, MidpointDoubt& doubt) {
+  template <class V> using ResultTest = RoundingTest;
+  template <class V> static V formula(V x, RoundingTest& test) {
     return in_double_decided<47>(
-        doubt, [](auto x, auto s) { return s * (1.5 * x - 0.5 * (s * s)); }, x, sqrt(x));
+        test, [](auto x, auto s) { return s * (1.5 * x - 0.5 * (s * s)); }, x, sqrt(x));
   }
 };
 

@@ -46,4 +46,11 @@ inline constexpr int vector_bytes = 32;
 inline constexpr int vector_bytes = 16;
 #endif
 
+/// Whether products and sums can be fused: one operation, one rounding.
+#if KELVM_SSE41
+inline constexpr bool has_fused = false;
+#else
+inline constexpr bool has_fused = true;
+#endif
+
 } // namespace kelvm::inline KELVM_BUILD

@@ -12,7 +12,7 @@
 // series, below 2^-7 of the result, is rounded.
 #pragma once
 
-#include "exact/exact.hpp"
+#include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
 #include "frame/status.hpp"
 #include "trig/inverse_trig_tables.hpp"
@@ -47,7 +47,7 @@ template <class F, class V, int N> inline V inverse_short(V x, V half_rest, cons
   if constexpr (F::odd) {
     return select(large, half_pi_in<T> - twice, series);
   } else {
-    const V base = select(large, keep(x < V{}, splat<V>(pi_in<T>)), splat<V>(half_pi_in<T>));
+    const V base = select(large, zero_unless(x < V{}, splat<V>(pi_in<T>)), splat<V>(half_pi_in<T>));
     return base + flip_sign(select(large, twice, -series), sign_of(x));
   }
 }
@@ -60,8 +60,9 @@ template <class F, class V, int N> inline V inverse_short(V x, const Lane<V> (&c
     return inverse_short<F>(x, half_rest_of(t), coefficients);
 }
 
-/// The function, of |x| where it is odd, as an exact head and a tail below 2^-7 of it; relative error 2^-57. |x| < 1.
-template <class F, class V> inline HeadTail<V> inverse_a53(V x) {
+/// The function, of |x| where it is odd, as a double-word with an exact upper word below 2^-7 of it; relative error
+/// 2^-57. |x| < 1.
+template <class F, class V> inline DoubleWord<V> inverse_full(V x) {
   using namespace inverse_trig;
   const V t = abs(x);
   const auto large = t > splat<V>(0.5);
@@ -73,7 +74,7 @@ template <class F, class V> inline HeadTail<V> inverse_a53(V x) {
   const V square = s_head * s_head, below = (s + s_head) * s_tail;
   const V left = half_rest - square;
   const V half_inverse_root = from_bits<V>(0x5FD6E8EABBE35593u - (bits(half_rest) >> 1));
-  const V root_tail = keep(large, (left - below) * half_inverse_root);
+  const V root_tail = zero_unless(large, (left - below) * half_inverse_root);
 
   // A(s) = s + s_head sixth + rest, sixth the head of z/6
   const V sixth = head_of(z * 0x1.5555555555555p-3);
@@ -83,19 +84,19 @@ template <class F, class V> inline HeadTail<V> inverse_a53(V x) {
 
   V base, base_tail, factor;
   if constexpr (F::odd) {
-    base = keep(large, splat<V>(half_pi_head));
-    base_tail = keep(large, splat<V>(half_pi_tail));
+    base = zero_unless(large, splat<V>(half_pi_head));
+    base_tail = zero_unless(large, splat<V>(half_pi_tail));
     factor = select(large, splat<V>(-2), splat<V>(1));
   } else {
     const auto left_half = x < V{};
-    base = select(large, keep(left_half, splat<V>(pi_head)), splat<V>(half_pi_head));
-    base_tail = select(large, keep(left_half, splat<V>(pi_tail)), splat<V>(half_pi_tail));
+    base = select(large, zero_unless(left_half, splat<V>(pi_head)), splat<V>(half_pi_head));
+    base_tail = select(large, zero_unless(left_half, splat<V>(pi_tail)), splat<V>(half_pi_tail));
     factor = flip_sign(select(large, splat<V>(2), splat<V>(-1)), sign_of(x));
   }
-  const HeadTail<V> linear = fast_two_sum(base, factor * s);
-  const HeadTail<V> sum = fast_two_sum(linear.head, (factor * s_head) * sixth);
-  const V tail = (sum.tail + linear.tail) + (base_tail + factor * rest);
-  return {sum.head, tail};
+  const DoubleWord<V> linear = fast_two_sum(base, factor * s);
+  const DoubleWord<V> sum = fast_two_sum(linear.hi, (factor * s_head) * sixth);
+  const V tail = (sum.lo + linear.lo) + (base_tail + factor * rest);
+  return {sum.hi, tail};
 }
 
 /// The results for what is not within -1 .. 1, and for +-1.

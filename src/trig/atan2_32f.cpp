@@ -8,7 +8,7 @@
 //
 // Exceptional inputs: zeros, infinities and NaN as in C's Annex F. Results below the normal range report underflow;
 // they are correctly rounded at every accuracy.
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/trig.h"
 #include "trig/atan2_special.hpp"
 
@@ -17,47 +17,48 @@ namespace {
 
 struct Atan2Single : KernelDefaults {
   using Element = float;
-  static constexpr bool stray_underflow = true; // small quotients left of the y axis
+  static constexpr bool spurious_underflow = true; // small quotients left of the y axis
 
   /// Infinities, NaNs, zeros.
-  template <class V> static Marks<V> special(V y, V x) {
+  template <class V> static SignMask<V> special(V y, V x) {
     const V up = abs(y), right = abs(x);
-    return above(up, 0x1.fffffep127f) | above(right, 0x1.fffffep127f) | (int_bits(up) - 1) | (int_bits(right) - 1);
+    return above(up, largest_finite<float>) | above(right, largest_finite<float>) | (int_bits(up) - 1) |
+           (int_bits(right) - 1);
   }
   static float element(float y, float x, kelStatus& status) {
     return arc_tangent_2(y, x, status,
-                         [](float y, float x) { return float(angle<AngleAccuracy::a38>(double(y), double(x))); });
+                         [](float y, float x) { return float(angle<Accuracy::bits40>(double(y), double(x))); });
   }
 
-  /// Marks the lanes below the normal range.
-  template <class V> struct Doubt {
-    Marks<V> tiny{};
-    void add(V result) { tiny |= int_bits(abs(result)) - int_bits(splat<V>(0x1p-126f)); }
+  /// SignMask the lanes below the normal range.
+  template <class V> struct ResultTest {
+    SignMask<V> tiny{};
+    void add(V result) { tiny |= int_bits(abs(result)) - int_bits(splat<V>(smallest_normal<float>)); }
     bool any() const { return lanes() != 0; }
-    LaneBits lanes() const { return sign_bits(tiny); }
+    BitMask lanes() const { return movemask(tiny); }
   };
 };
 
 struct Atan2A24 : Atan2Single {
-  template <class V> static V formula(V y, V x, Doubt<V>& doubt) {
-    const V result = in_double([](auto y, auto x) { return angle<AngleAccuracy::a38>(y, x); }, y, x);
-    doubt.add(result);
+  template <class V> static V formula(V y, V x, ResultTest<V>& test) {
+    const V result = in_double([](auto y, auto x) { return angle<Accuracy::bits40>(y, x); }, y, x);
+    test.add(result);
     return result;
   }
 };
 
 template <auto& Series> struct Atan2Short : Atan2Single {
-  template <class V> static V formula(V y, V x, Doubt<V>& doubt) {
+  template <class V> static V formula(V y, V x, ResultTest<V>& test) {
     const V result = float_angle<Series>(y, x);
-    doubt.add(result);
+    test.add(result);
     return result;
   }
 };
 
 } // namespace
 
-KELVM_BINARY(kelsAtan2_32f_A11, Atan2Short<inverse_trig::atan_a11>)
-KELVM_BINARY(kelsAtan2_32f_A21, Atan2Short<inverse_trig::atan_a21>)
+KELVM_BINARY(kelsAtan2_32f_A11, Atan2Short<inverse_trig::atan_bits11>)
+KELVM_BINARY(kelsAtan2_32f_A21, Atan2Short<inverse_trig::atan_bits21>)
 KELVM_BINARY(kelsAtan2_32f_A24, Atan2A24)
 
 } // namespace kelvm::inline KELVM_BUILD::atan2_32f

@@ -1,26 +1,26 @@
-// The angle of the point (x, y), double (trig/atan_core.hpp): A53 as head and tail, rounded once, 0.53 ulp; A50 and A26
+// The angle of the point (x, y), double (trig/atan_core.hpp): A53 as a double-word, rounded once, 0.53 ulp; A50 and A26
 // as one double.
 //
 // The vector formula covers magnitudes within 2^-480 .. 2^480. The rest goes element by element: both are scaled by a
 // power of two, and where one is above 2^60 times the other the angle is a multiple of pi/2 or the quotient.
 //
 // Exceptional inputs: zeros, infinities and NaN as in C's Annex F. A quotient below the normal range reports underflow.
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/trig.h"
 #include "trig/atan2_special.hpp"
 
 namespace kelvm::inline KELVM_BUILD::atan2_64f {
 namespace {
 
-template <AngleAccuracy A> struct Atan2Double : KernelDefaults {
+template <Accuracy A> struct Atan2Double : KernelDefaults {
   using Element = double;
-  static constexpr bool stray_underflow = true; // powers of small quotients
+  static constexpr bool spurious_underflow = true; // powers of small quotients
   static constexpr double least = 0x1p-480, most = 0x1p480;
 
-  template <class V> static Marks<V> special(V y, V x) { return outside(abs(y)) | outside(abs(x)); }
+  template <class V> static SignMask<V> special(V y, V x) { return outside(abs(y)) | outside(abs(x)); }
   template <class V> static V formula(V y, V x) {
-    if constexpr (A == AngleAccuracy::a53) {
-      const HeadTail<V> t = angle<A>(y, x);
+    if constexpr (A == Accuracy::full) {
+      const DoubleWord<V> t = angle<A>(y, x);
       return rounded(t);
     } else {
       return angle<A>(y, x);
@@ -39,15 +39,15 @@ template <AngleAccuracy A> struct Atan2Double : KernelDefaults {
   }
 
 private:
-  template <class V> static Marks<V> outside(V magnitude) {
+  template <class V> static SignMask<V> outside(V magnitude) {
     return (int_bits(magnitude) - int_bits(splat<V>(least))) | above(magnitude, most);
   }
 };
 
 } // namespace
 
-KELVM_BINARY(kelsAtan2_64f_A26, Atan2Double<AngleAccuracy::a26>)
-KELVM_BINARY(kelsAtan2_64f_A50, Atan2Double<AngleAccuracy::a50>)
-KELVM_BINARY(kelsAtan2_64f_A53, Atan2Double<AngleAccuracy::a53>)
+KELVM_BINARY(kelsAtan2_64f_A26, Atan2Double<Accuracy::bits27>)
+KELVM_BINARY(kelsAtan2_64f_A50, Atan2Double<Accuracy::bits50>)
+KELVM_BINARY(kelsAtan2_64f_A53, Atan2Double<Accuracy::full>)
 
 } // namespace kelvm::inline KELVM_BUILD::atan2_64f

@@ -1,4 +1,4 @@
-// What the Atan2 members of both types share: the angles that no formula is needed for.
+// What the Atan2 functions of both types share: the angles that no formula is needed for.
 #pragma once
 
 #include "frame/status.hpp"
@@ -9,7 +9,6 @@ namespace kelvm::inline KELVM_BUILD {
 /// atan2(y, x) for every pair of operands, special cases as in C's Annex F: positive(y, x) computes the angle of finite
 /// y > 0 and x != 0 as the type rounds it.
 template <class T, class Positive> inline T arc_tangent_2(T y, T x, kelStatus& status, Positive positive) {
-  constexpr T smallest_normal = sizeof(T) == 8 ? T(0x1p-1022) : T(0x1p-126);
   if (is_nan(y)) return y + y;
   if (is_nan(x)) return x + x;
   const bool left = sign_of(x) != 0;
@@ -20,7 +19,7 @@ template <class T, class Positive> inline T arc_tangent_2(T y, T x, kelStatus& s
     return with_sign_of_y(left ? three_quarters_pi : half_pi_head / 2);
   if (x == 0 || abs(y) == infinity<T>) return with_sign_of_y(half_pi_head);
   const T result = with_sign(positive(abs(y), x), sign_of(y));
-  return abs(result) < smallest_normal ? underflow(status, result) : result;
+  return abs(result) < smallest_normal<T> ? underflow(status, result) : result;
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -5,22 +5,22 @@
 // coefficients.
 //
 // Exceptional inputs: infinities give pi/2, which is what |x| >= 2^900 is rounded to as well; NaN is quieted.
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/trig.h"
 #include "trig/atan_core.hpp"
 
 namespace kelvm::inline KELVM_BUILD::atan_64f {
 namespace {
 
-template <AngleAccuracy A> struct Atan64f : KernelDefaults {
+template <Accuracy A> struct Atan64f : KernelDefaults {
   using Element = double;
-  static constexpr bool stray_underflow = true; // powers of tiny arguments
+  static constexpr bool spurious_underflow = true; // powers of tiny arguments
 
-  template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1p900); }
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), 0x1p900); }
   template <class V> static V formula(V x) {
     const V t = abs(x);
-    if constexpr (A == AngleAccuracy::a26)
-      return flip_sign(arc_tangent_a26(t), sign_of(x));
+    if constexpr (A == Accuracy::bits27)
+      return flip_sign(arc_tangent_bits27(t), sign_of(x));
     else
       return flip_sign(arc_tangent<A>(t), sign_of(x));
   }
@@ -31,8 +31,8 @@ template <AngleAccuracy A> struct Atan64f : KernelDefaults {
 
 } // namespace
 
-KELVM_UNARY(kelsAtan_64f_A26, Atan64f<AngleAccuracy::a26>)
-KELVM_UNARY(kelsAtan_64f_A50, Atan64f<AngleAccuracy::a50>)
-KELVM_UNARY(kelsAtan_64f_A53, Atan64f<AngleAccuracy::a53>)
+KELVM_UNARY(kelsAtan_64f_A26, Atan64f<Accuracy::bits27>)
+KELVM_UNARY(kelsAtan_64f_A50, Atan64f<Accuracy::bits50>)
+KELVM_UNARY(kelsAtan_64f_A53, Atan64f<Accuracy::full>)
 
 } // namespace kelvm::inline KELVM_BUILD::atan_64f

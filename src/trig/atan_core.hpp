@@ -10,7 +10,7 @@
 // analysis", 1991. Three tables:
 //
 //   long     642 rows, c = 0 and 64 an octave from 1/32 on: |r| < 1/32, and below 2^-7 of the angle but for c = 0.
-//            atan c has a head and a tail.
+//            atan c has a double-word.
 //   short    64 rows, few enough for registers: c a multiple of 1/4, |r| < 1/8. atan c is rounded.
 //   eighth   64 rows of which the arc tangent of one number makes more: c a multiple of 1/8 and |r| < 1/16; c stops at
 //            63/8, from where on an error of atan r is small next to the result.
@@ -18,16 +18,16 @@
 // Other quadrants: |y| and |x| take part, x < 0 turns the angle t into pi - t, and the sign of y is that of the result.
 #pragma once
 
-#include "exact/exact.hpp"
+#include "exact/accuracy.hpp"
+#include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
 #include "simd/table.hpp"
 #include "trig/inverse_trig_tables.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// How exact an angle in double arithmetic is. As head and tail: `pow` with a relative error below 2^-68.9, `a53` below
-/// 2^-56.5. As one double: `a50`, `a24`, `a38` and `a26` below 2^-50.5, 2^-49.5, 2^-41 and 2^-33.
-enum class AngleAccuracy { pow, a53, a50, a24, a38, a26 };
+// Relative errors of an angle in double arithmetic. As double-word: `extended` below 2^-68.9, `full` below 2^-56.5. As
+// one double: `bits50`, `bits49`, `bits40` and `bits27` below 2^-50.5, 2^-49.5, 2^-41 and 2^-33.
 
 /// c near q and its row.
 template <class V> struct AngleRow {
@@ -44,8 +44,8 @@ struct LongAngleRows {
     constexpr std::uint64_t lowest = 0x3FA0000000000000;            // 1/32
     const auto tabulated = q >= splat<V>(__builtin_bit_cast(double, lowest - half));
     const Bits<V> centred = bits(q) + half;
-    return {keep(tabulated, from_bits<V>(centred & ~(2 * half - 1))),
-            bit_cast<Int<V>>(keep(tabulated, from_bits<V>((centred >> shift) - ((lowest >> shift) - 1))))};
+    return {zero_unless(tabulated, from_bits<V>(centred & ~(2 * half - 1))),
+            bit_cast<Int<V>>(zero_unless(tabulated, from_bits<V>((centred >> shift) - ((lowest >> shift) - 1))))};
   }
 };
 struct ShortAngleRows {
@@ -64,97 +64,97 @@ template <class Rows, class V> inline AngleRow<V> bounded_angle_row(V y, V x) {
 }
 
 /// atan r - r over r z, z = r^2.
-template <AngleAccuracy A, class V> inline V atan_series(V z) {
-  if constexpr (A == AngleAccuracy::a53)
-    return estrin(z, inverse_trig::atan_a53);
-  else if constexpr (A == AngleAccuracy::a50)
-    return estrin(z, inverse_trig::atan_a50);
-  else if constexpr (A == AngleAccuracy::a24)
-    return estrin(z, inverse_trig::atan_a24);
-  else if constexpr (A == AngleAccuracy::a38)
-    return estrin(z, inverse_trig::atan_a38);
+template <Accuracy A, class V> inline V atan_series(V z) {
+  if constexpr (A == Accuracy::full)
+    return estrin(z, inverse_trig::atan_full);
+  else if constexpr (A == Accuracy::bits50)
+    return estrin(z, inverse_trig::atan_bits50);
+  else if constexpr (A == Accuracy::bits49)
+    return estrin(z, inverse_trig::atan_bits49);
+  else if constexpr (A == Accuracy::bits40)
+    return estrin(z, inverse_trig::atan_bits40);
   else
-    return estrin(z, inverse_trig::atan_a26);
+    return estrin(z, inverse_trig::atan_bits27);
 }
 
 /// The angle of a point of the first quadrant. Without `Tails` those of y and x are 0.
-template <AngleAccuracy A, bool Tails, class V> inline HeadTail<V> first_quadrant_angle(HeadTail<V> y, HeadTail<V> x) {
-  const auto [c, row] = bounded_angle_row<LongAngleRows>(y.head, x.head);
+template <Accuracy A, bool Tails, class V> inline DoubleWord<V> first_quadrant_angle(DoubleWord<V> y, DoubleWord<V> x) {
+  const auto [c, row] = bounded_angle_row<LongAngleRows>(y.hi, x.hi);
   const auto [table, table_tail] = lookup_pair<inverse_trig::atan_long_rows>(row);
 
   // The products with c are exact, and so is the difference but for y/x beyond the table.
-  const V x_upper = from_bits<V>(bits(x.head) & ~std::uint64_t(0xFF)), x_lower = x.head - x_upper;
-  HeadTail<V> numerator, denominator;
-  if constexpr (A == AngleAccuracy::pow) {
-    const V y_upper = from_bits<V>(bits(y.head) & ~std::uint64_t(0xFF)), y_lower = y.head - y_upper;
-    const HeadTail<V> difference = fast_two_sum(y.head, -(c * x_upper));
-    numerator = two_sum(difference.head, -(c * x_lower));
-    numerator.tail += difference.tail;
-    denominator = two_sum(x.head, c * y_upper);
-    denominator.tail += c * y_lower;
+  const V x_upper = from_bits<V>(bits(x.hi) & ~std::uint64_t(0xFF)), x_lower = x.hi - x_upper;
+  DoubleWord<V> numerator, denominator;
+  if constexpr (A == Accuracy::extended) {
+    const V y_upper = from_bits<V>(bits(y.hi) & ~std::uint64_t(0xFF)), y_lower = y.hi - y_upper;
+    const DoubleWord<V> difference = fast_two_sum(y.hi, -(c * x_upper));
+    numerator = two_sum(difference.hi, -(c * x_lower));
+    numerator.lo += difference.lo;
+    denominator = two_sum(x.hi, c * y_upper);
+    denominator.lo += c * y_lower;
     if constexpr (Tails) {
-      numerator.tail += y.tail - c * x.tail;
-      denominator.tail += x.tail + c * y.tail;
+      numerator.lo += y.lo - c * x.lo;
+      denominator.lo += x.lo + c * y.lo;
     }
   } else {
-    numerator = {(y.head - c * x_upper) - c * x_lower, y.tail - c * x.tail};
-    denominator = {x.head + c * y.head, x.tail};
+    numerator = {(y.hi - c * x_upper) - c * x_lower, y.lo - c * x.lo};
+    denominator = {x.hi + c * y.hi, x.lo};
   }
 
   // r, a head of 26 bits and a tail
-  const V reciprocal = 1.0 / denominator.head;
-  const V r = head_of(numerator.head * reciprocal);
-  const V upper = head_of(denominator.head), lower = denominator.head - upper;
-  V rest = (numerator.head - r * upper) - r * lower;
-  if constexpr (Tails || A == AngleAccuracy::pow) rest += numerator.tail - r * denominator.tail;
+  const V reciprocal = 1.0 / denominator.hi;
+  const V r = head_of(numerator.hi * reciprocal);
+  const V upper = head_of(denominator.hi), lower = denominator.hi - upper;
+  V rest = (numerator.hi - r * upper) - r * lower;
+  if constexpr (Tails || A == Accuracy::extended) rest += numerator.lo - r * denominator.lo;
   const V r_tail = rest * reciprocal, r_sum = r + r_tail;
 
-  const HeadTail<V> sum = fast_two_sum(table, r);
-  if constexpr (A == AngleAccuracy::pow) {
+  const DoubleWord<V> sum = fast_two_sum(table, r);
+  if constexpr (A == Accuracy::extended) {
     // atan r = r - r (z/3 - z^2 P(z)), z = r^2; the head of r z/3 is exact
     const V z_head = r * r, z_tail = (r + r_sum) * r_tail, z = z_head + z_tail;
     const V third = head_of(z * 0x1.5555555555555p-2);
     const V third_tail = ((z_head - 3.0 * third) + z_tail) * 0x1.5555555555555p-2;
-    const HeadTail<V> head = fast_two_sum(sum.head, -(r * third));
-    const V cubic = r_tail * third + r_sum * (third_tail - (z * z) * estrin(z, inverse_trig::atan_pow));
-    return {head.head, (sum.tail + head.tail) + (table_tail + (r_tail - cubic))};
+    const DoubleWord<V> head = fast_two_sum(sum.hi, -(r * third));
+    const V cubic = r_tail * third + r_sum * (third_tail - (z * z) * estrin(z, inverse_trig::atan_extended));
+    return {head.hi, (sum.lo + head.lo) + (table_tail + (r_tail - cubic))};
   } else {
     const V z = r_sum * r_sum;
-    return {sum.head, (sum.tail + table_tail) + (r_tail + (r_sum * z) * atan_series<A>(z))};
+    return {sum.hi, (sum.lo + table_tail) + (r_tail + (r_sum * z) * atan_series<A>(z))};
   }
 }
 
 /// The first quadrant's angle t of (|x|, |y|) brought to that of (x, y): `left` has the lanes of negative x.
-template <bool Tails, AngleAccuracy A, class V> inline HeadTail<V> angle_head_tail(HeadTail<V> y, HeadTail<V> x) {
-  const Bits<V> up = sign_of(y.head);
-  const auto left = x.head < V{};
-  const Bits<V> turn = sign_of(keep(left, x.head));
-  const HeadTail<V> t = first_quadrant_angle<A, Tails>(HeadTail<V>{flip_sign(y.head, up), flip_sign(y.tail, up)},
-                                                       HeadTail<V>{abs(x.head), flip_sign(x.tail, turn)});
-  const HeadTail<V> sum = fast_two_sum(keep(left, splat<V>(inverse_trig::pi_head)), flip_sign(t.head, turn));
-  const V tail = sum.tail + (keep(left, splat<V>(inverse_trig::pi_tail)) + flip_sign(t.tail, turn));
-  return {flip_sign(sum.head, up), flip_sign(tail, up)};
+template <bool Tails, Accuracy A, class V> inline DoubleWord<V> angle_double_word(DoubleWord<V> y, DoubleWord<V> x) {
+  const Bits<V> up = sign_of(y.hi);
+  const auto left = x.hi < V{};
+  const Bits<V> turn = sign_of(zero_unless(left, x.hi));
+  const DoubleWord<V> t = first_quadrant_angle<A, Tails>(DoubleWord<V>{flip_sign(y.hi, up), flip_sign(y.lo, up)},
+                                                         DoubleWord<V>{abs(x.hi), flip_sign(x.lo, turn)});
+  const DoubleWord<V> sum = fast_two_sum(zero_unless(left, splat<V>(inverse_trig::pi_head)), flip_sign(t.hi, turn));
+  const V tail = sum.lo + (zero_unless(left, splat<V>(inverse_trig::pi_tail)) + flip_sign(t.lo, turn));
+  return {flip_sign(sum.hi, up), flip_sign(tail, up)};
 }
 } // namespace detail
 
-/// The angle of (x, y), from -pi to pi, as a head and a tail of at most 2^-9 of it: `pow` or `a53`.
+/// The angle of (x, y), from -pi to pi, as a double-word of at most 2^-9 of it: `extended` or `full`.
 ///
-/// y and x are exact as head and tail, |tail| <= 2^-50 |head|; finite; not both 0, and where not 0 within 2^-900 ..
-/// 2^900, as is y/x. Powers of y/x below 2^-170 underflow (harmless, but the flag is raised). The sign of a zero y is
+/// y and x are exact double-words, |lo| <= 2^-50 |hi|; finite; not both 0, and where not 0 within 2^-900 ..
+/// 2^900, as is y/x. Powers of y/x below 2^-170 underflow (safe_input, but the flag is raised). The sign of a zero y is
 /// kept, that of a zero x does not matter.
-template <AngleAccuracy A, class V> inline HeadTail<V> angle(HeadTail<V> y, HeadTail<V> x) {
-  static_assert(A == AngleAccuracy::pow || A == AngleAccuracy::a53);
-  return detail::angle_head_tail<true, A>(y, x);
+template <Accuracy A, class V> inline DoubleWord<V> angle(DoubleWord<V> y, DoubleWord<V> x) {
+  static_assert(A == Accuracy::extended || A == Accuracy::full);
+  return detail::angle_double_word<true, A>(y, x);
 }
 
-/// The same of two doubles: head and tail for `pow` and `a53`; for the others one double, never beyond pi
+/// The same of two doubles: double-word for `extended` and `full`; for the others one double, never beyond pi
 /// rounded to double.
-template <AngleAccuracy A, class V> inline auto angle(V y, V x) {
-  if constexpr (A == AngleAccuracy::pow || A == AngleAccuracy::a53) {
-    return detail::angle_head_tail<false, A>(HeadTail<V>{y, V{}}, HeadTail<V>{x, V{}});
+template <Accuracy A, class V> inline auto angle(V y, V x) {
+  if constexpr (A == Accuracy::extended || A == Accuracy::full) {
+    return detail::angle_double_word<false, A>(DoubleWord<V>{y, V{}}, DoubleWord<V>{x, V{}});
   } else {
     const auto left = x < V{};
-    const Bits<V> up = sign_of(y), turn = sign_of(keep(left, x));
+    const Bits<V> up = sign_of(y), turn = sign_of(zero_unless(left, x));
     y = flip_sign(y, up);
     x = abs(x);
     const auto [c, row] = detail::bounded_angle_row<ShortAngleRows>(y, x);
@@ -162,12 +162,12 @@ template <AngleAccuracy A, class V> inline auto angle(V y, V x) {
     const V z = r * r;
     const V t = lookup<inverse_trig::atan_short_rows>(row) + (r + (r * z) * detail::atan_series<A>(z));
     const V bounded = smaller_of(t, splat<V>(inverse_trig::half_pi_head));
-    return V(flip_sign(keep(left, splat<V>(inverse_trig::pi_head)) + flip_sign(bounded, turn), up));
+    return V(flip_sign(zero_unless(left, splat<V>(inverse_trig::pi_head)) + flip_sign(bounded, turn), up));
   }
 }
 
-/// The angle of (x, y) in float arithmetic, for finite floats that are not both 0: with atan_a21 or atan_a11 for the
-/// series, errors 2^-22 and 2^-12.
+/// The angle of (x, y) in float arithmetic, for finite floats that are not both 0: with atan_bits21 or atan_bits11 for
+/// the series, errors 2^-22 and 2^-12.
 template <auto& Series, class V> inline V float_angle(V y, V x) {
   const V up = abs(y), right = abs(x);
   const auto steep = up > right;
@@ -175,14 +175,16 @@ template <auto& Series, class V> inline V float_angle(V y, V x) {
   const V q = smaller_of(up, right) / select(steep, up, right);
   const V z = q * q;
   const V t = q + (q * z) * estrin(z, Series);
-  const V base = select(steep, splat<V>(inverse_trig::half_pi_below), keep(left, splat<V>(inverse_trig::pi_below)));
-  const V turned = flip_sign(t, sign_of(keep(left, x)) ^ sign_of(keep(steep, splat<V>(-0.0f))));
+  const V base =
+      select(steep, splat<V>(inverse_trig::half_pi_below), zero_unless(left, splat<V>(inverse_trig::pi_below)));
+  const V turned = flip_sign(t, sign_of(zero_unless(left, x)) ^ sign_of(zero_unless(steep, splat<V>(-0.0f))));
   return flip_sign(base + turned, sign_of(y));
 }
 
-/// The arc tangent of t, 0 <= t < 2^1000, never above pi/2 rounded to double: `a53`, within 0.54 ulp, or what is below.
-template <AngleAccuracy A, class V> inline V arc_tangent(V t) {
-  constexpr bool is_long = A == AngleAccuracy::a53;
+/// The arc tangent of t, 0 <= t < 2^1000, never above pi/2 rounded to double: `full`, within 0.54 ulp, or what is
+/// below.
+template <Accuracy A, class V> inline V arc_tangent(V t) {
+  constexpr bool is_long = A == Accuracy::full;
   using Rows = std::conditional_t<is_long, LongAngleRows, ShortAngleRows>;
   const auto [c, row] = Rows::at(smaller_of(t, splat<V>(Rows::largest)));
   const V r = (t - c) / (1.0 + c * t);
@@ -198,7 +200,7 @@ template <AngleAccuracy A, class V> inline V arc_tangent(V t) {
 }
 
 /// The same within 2^-27.1, from the eighth table.
-template <class V> inline V arc_tangent_a26(V t) {
+template <class V> inline V arc_tangent_bits27(V t) {
   constexpr double largest = 7.875;
   const V shifted = smaller_of(t, splat<V>(largest)) + 0x1.8p49; // rounds to a multiple of 1/8
   const V c = shifted - 0x1.8p49;

@@ -8,27 +8,27 @@
 //   V sine(r), V cosine(r)                          of such a reduced argument
 //   Pair<V> sine_cosine(r)                          the bits of sine and cosine
 //
-// Elements that no reduction of P covers are computed in double, with the arithmetic of the most accurate members.
+// Elements that no reduction of P covers are computed in double, with the arithmetic of the most accurate functions.
 #pragma once
 
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "trig/reduction.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// Sine and cosine of any finite double, with the bits of the 64f_A53 members.
+/// Sine and cosine of any finite double, with the bits of the 64f_A53 functions.
 double sine_of(double x);
 double cosine_of(double x);
 Pair<double> sine_cosine_of(double x);
 
 template <class P> struct Circular : KernelDefaults {
   using Element = typename P::Element;
-  static constexpr bool stray_underflow = true; // powers of small remainders
+  static constexpr bool spurious_underflow = true; // powers of small remainders
   static constexpr int vectors_in_flight = P::vectors_in_flight;
   static constexpr bool has_wide_formula = P::has_wide_formula;
 
-  template <class V> static Marks<V> special(V x) { return above(abs(x), P::last); }
-  template <class V> static Marks<V> wide_special(V x) { return above(abs(x), largest_finite<Element>); }
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), P::last); }
+  template <class V> static SignMask<V> wide_special(V x) { return above(abs(x), largest_finite<Element>); }
 
 protected:
   /// The result for an infinity or a NaN. An infinity is told from a NaN by the upper word of a double alone, so that a

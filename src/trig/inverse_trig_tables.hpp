@@ -730,21 +730,21 @@ inline constexpr float half_pi_below = 0x1.921fb40000000p+0f;
 inline constexpr double three_quarters_pi = 0x1.2d97c7f3321d2p+1;
 
 // (atan(r) / r - 1 + z/3) / z^2, z = r^2, |r| <= 0.03127; error 2^-73.9 of the result
-inline constexpr double atan_pow[] = {
+inline constexpr double atan_extended[] = {
     0x1.9999999999827p-3,
     -0x1.24924921f645ap-3,
     0x1.c71c3e10ab1bcp-4,
     -0x1.73878568ba645p-4};
 
 // (atan(r) / r - 1) / z, z = r^2, |r| <= 0.03127; error 2^-62.3 of the result
-inline constexpr double atan_a53[] = {
+inline constexpr double atan_full[] = {
     -0x1.55555555554edp-2,
     0x1.999999979f78fp-3,
     -0x1.2492314a33000p-3,
     0x1.c6398b88f2026p-4};
 
 // (atan(r) / r - 1) / z, z = r^2, |r| <= 0.1251; error 2^-58.8 of the result
-inline constexpr double atan_a50[] = {
+inline constexpr double atan_bits50[] = {
     -0x1.55555555554cbp-2,
     0x1.99999999456a2p-3,
     -0x1.2492489c2020cp-3,
@@ -753,7 +753,7 @@ inline constexpr double atan_a50[] = {
     0x1.2cbcc7f43fab9p-4};
 
 // (atan(r) / r - 1) / z, z = r^2, |r| <= 0.1251; error 2^-50.6 of the result
-inline constexpr double atan_a24[] = {
+inline constexpr double atan_bits49[] = {
     -0x1.555555554dd11p-2,
     0x1.9999996459ca9p-3,
     -0x1.24920bd1bdc26p-3,
@@ -761,14 +761,14 @@ inline constexpr double atan_a24[] = {
     -0x1.6630760b9c6eep-4};
 
 // (atan(r) / r - 1) / z, z = r^2, |r| <= 0.1251; error 2^-42.3 of the result
-inline constexpr double atan_a38[] = {
+inline constexpr double atan_bits40[] = {
     -0x1.5555554f062a8p-2,
     0x1.99997aeaa7d16p-3,
     -0x1.247b107c7e05ap-3,
     0x1.b935f51d7f7dcp-4};
 
 // (atan(r) / r - 1) / z, z = r^2, |r| <= 0.1251; error 2^-34.0 of the result
-inline constexpr double atan_a26[] = {
+inline constexpr double atan_bits27[] = {
     -0x1.55555039bb827p-2,
     0x1.998a14c7df476p-3,
     -0x1.1dd97c7d0539dp-3};
@@ -846,7 +846,7 @@ inline constexpr double atan_eighth[] = {
     0x1.947ef5a4b3135p-3};
 
 // (atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; error 2^-23.1 of the result
-inline constexpr float atan_a21[] = {
+inline constexpr float atan_bits21[] = {
     -0x1.5552dc0000000p-2f,
     0x1.9912280000000p-3f,
     -0x1.1f8f020000000p-3f,
@@ -856,7 +856,7 @@ inline constexpr float atan_a21[] = {
     -0x1.3bb5120000000p-8f};
 
 // (atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; error 2^-11.9 of the result
-inline constexpr float atan_a11[] = {
+inline constexpr float atan_bits11[] = {
     -0x1.4f7aae0000000p-2f,
     0x1.4637000000000p-3f,
     -0x1.7cb25e0000000p-5f};
@@ -878,7 +878,7 @@ inline constexpr double asin_denominator[] = {
     0x1.408fa1c077b47p-4};
 
 // (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-51.6 of the result
-inline constexpr double asin_a50[] = {
+inline constexpr double asin_bits50[] = {
     0x1.555555555725cp-3,
     0x1.3333333008aaap-4,
     0x1.6db6dd58f59cep-5,
@@ -892,7 +892,7 @@ inline constexpr double asin_a50[] = {
     0x1.07c4eb5b37139p-5};
 
 // (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-39.6 of the result
-inline constexpr double asin_a24[] = {
+inline constexpr double asin_bits40[] = {
     0x1.55555544f5a51p-3,
     0x1.33334300512e7p-4,
     0x1.6db1a8e037934p-5,
@@ -903,7 +903,7 @@ inline constexpr double asin_a24[] = {
     0x1.1305419f4c0a3p-5};
 
 // (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-27.3 of the result
-inline constexpr double asin_a26[] = {
+inline constexpr double asin_bits27[] = {
     0x1.5555dfaf0bb82p-3,
     0x1.32fa37ac63e01p-4,
     0x1.7543aba29d490p-5,
@@ -911,19 +911,19 @@ inline constexpr double asin_a26[] = {
     0x1.5fe4f01b711cep-5};
 
 // (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-23.1 of the result
-inline constexpr float asin_a21[] = {
+inline constexpr float asin_bits21[] = {
     0x1.554e860000000p-3f,
     0x1.3517560000000p-4f,
     0x1.449cce0000000p-5f,
     0x1.a06cf80000000p-5f};
 
 // (asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^-14.3 of the result
-inline constexpr float asin_a11[] = {
+inline constexpr float asin_bits11[] = {
     0x1.517f780000000p-3f,
     0x1.877fdc0000000p-4f};
 
 // acos(x) / sqrt(1 - x) on [0, 1]; error 2^-11.3 of the result
-inline constexpr float acos_a11[] = {
+inline constexpr float acos_bits11[] = {
     0x1.91f7640000000p+0f,
     -0x1.9d69640000000p-3f,
     0x1.7c6ff00000000p-5f};

@@ -6,7 +6,7 @@ namespace kelvm::inline KELVM_BUILD {
 namespace {
 
 using Word = std::uint64_t;
-using DoubleWord = unsigned __int128;
+using Word128 = unsigned __int128;
 
 constexpr double from_pattern(Word bits) { return __builtin_bit_cast(double, bits); }
 
@@ -17,12 +17,12 @@ constexpr double five_parts[] = {from_pattern(0x3FE921FA00000000), from_pattern(
 constexpr double four_parts[] = {from_pattern(0x3FE921FB54000000), from_pattern(0x3E010B4612000000),
                                  from_pattern(0xBC2676733C000000), from_pattern(0x3A61701B839A2520)};
 
-template <int N> HeadTail<double> subtract_multiple(double x, double m, const double (&parts)[N]) {
+template <int N> DoubleWord<double> subtract_multiple(double x, double m, const double (&parts)[N]) {
   double y = x - m * parts[0], tail = 0;
   for (int i = 1; i < N - 1; ++i) {
-    const HeadTail<double> sum = two_sum(y, -(m * parts[i]));
-    y = sum.head;
-    tail += sum.tail;
+    const DoubleWord<double> sum = two_sum(y, -(m * parts[i]));
+    y = sum.hi;
+    tail += sum.lo;
   }
   return fast_two_sum(y, tail - m * parts[N - 1]);
 }
@@ -34,7 +34,7 @@ Quadrant reduce_medium(double x) {
   return {even / 2 & 3, x < 0x1p23 ? subtract_multiple(x, m, four_parts) : subtract_multiple(x, m, five_parts)};
 }
 
-Word high(DoubleWord x) { return Word(x >> 64); }
+Word high(Word128 x) { return Word(x >> 64); }
 
 /// The upper word of two, shifted up by 0 .. 63 bits.
 Word shifted_up(Word upper, Word lower, int bits) { return upper << bits | lower >> 1 >> (63 - bits); }
@@ -69,8 +69,8 @@ Quadrant reduce_large(double x) {
   };
 
   // The product modulo 4, in units of 2^-62, 2^-126, 2^-190.
-  const DoubleWord low = DoubleWord(significand) * word(2);
-  const DoubleWord middle = DoubleWord(significand) * word(1) + high(low);
+  const Word128 low = Word128(significand) * word(2);
+  const Word128 middle = Word128(significand) * word(1) + high(low);
   const Word top = significand * word(0) + high(middle);
   const int number = int((top + (Word(1) << 61)) >> 62) & 3;
 
@@ -84,14 +84,14 @@ Quadrant reduce_large(double x) {
 
   // Times pi/2 = 2 (pi_0 2^-64 + pi_1 2^-128), the upper 128 bits.
   constexpr Word pi_0 = 0xC90FDAA22168C234, pi_1 = 0xC4C6628B80DC1CD1;
-  const DoubleWord y = DoubleWord(upper) * pi_0 + high(DoubleWord(upper) * pi_1) + high(DoubleWord(lower) * pi_0);
+  const Word128 y = Word128(upper) * pi_0 + high(Word128(upper) * pi_1) + high(Word128(lower) * pi_0);
 
   const double unit = from_pattern(Word(1023 - 63 - zeros) << 52); // of the upper word of y
   const double head = double(std::int64_t(high(y) >> 11)) * 0x1p11;
   const double tail = double(std::int64_t(Word(y >> 12) & 0x7FFFFFFFFFFFFFFF)) * 0x1p-52;
-  const HeadTail<double> sum = fast_two_sum(head, tail);
+  const DoubleWord<double> sum = fast_two_sum(head, tail);
   const Word sign = negative << 63;
-  return {number, {flip_sign(sum.head * unit, sign), flip_sign(sum.tail * unit, sign)}};
+  return {number, {flip_sign(sum.hi * unit, sign), flip_sign(sum.lo * unit, sign)}};
 }
 
 } // namespace
@@ -102,7 +102,7 @@ Quadrant reduce_to_quadrant(double x) {
   const Word sign = sign_of(x);
   const int negative = int(sign >> 63); // arithmetic: signs of arguments are not for branch prediction
   return {((reduced.number ^ -negative) + negative) & 3,
-          {flip_sign(reduced.y.head, sign), flip_sign(reduced.y.tail, sign)}};
+          {flip_sign(reduced.y.hi, sign), flip_sign(reduced.y.lo, sign)}};
 }
 
 } // namespace kelvm::inline KELVM_BUILD

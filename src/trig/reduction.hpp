@@ -7,13 +7,13 @@
 // a quadrant; the double nearest to a multiple of pi/2 is 2^-61 away, which leaves 69 significant bits.
 #pragma once
 
-#include "exact/exact.hpp"
+#include "exact/double_word.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
 struct Quadrant {
-  int number;         ///< 0 .. 3
-  HeadTail<double> y; ///< in [-pi/4, pi/4] up to rounding; head = head + tail rounded
+  int number;           ///< 0 .. 3
+  DoubleWord<double> y; ///< in [-pi/4, pi/4] up to rounding; head = hi + lo rounded
 };
 
 /// Reduces any finite x: x = number pi/2 + y modulo 2 pi. Odd: -x gives -y and the opposite number.

@@ -23,12 +23,12 @@ template <class V> struct HalfTurns {
 };
 constexpr float one_over_pi = 0x1.45f306p-2f;
 template <class V> inline HalfTurns<V> half_turns(V x) {
-  const V shifted = x * one_over_pi + shifter<float>;
-  return {shifted - shifter<float>, bits(shifted) << 31};
+  const V shifted = x * one_over_pi + rounding_constant<float>;
+  return {shifted - rounding_constant<float>, bits(shifted) << 31};
 }
 template <class V> inline HalfTurns<V> odd_quarter_turns(V x) {
-  const V shifted = (x * one_over_pi + 0.5f) + shifter<float>;
-  return {(shifted - shifter<float>)-0.5f, bits(shifted) << 31};
+  const V shifted = (x * one_over_pi + 0.5f) + rounding_constant<float>;
+  return {(shifted - rounding_constant<float>)-0.5f, bits(shifted) << 31};
 }
 
 template <class P> struct SinCos32 {
@@ -113,7 +113,7 @@ struct A11 : Single<A11> {
   /// Two parts of pi up to 4000, four beyond.
   template <class V> static V remainder(V x, V k) {
     const V r = x - k * 3.140625f - k * 0x1.fb5444p-11f;
-    const Marks<V> far = above(abs(x), 4000.0f);
+    const SignMask<V> far = above(abs(x), 4000.0f);
     return any(far) ? select(far, accurate_remainder(x, k), r) : r;
   }
 };
@@ -129,8 +129,8 @@ KELVM_UNARY(kelsCos_32f_A24, Cos<A24>)
 KELVM_TWO_OUTPUTS(kelsSinCos_32f_A11, SinCos<A11>)
 KELVM_TWO_OUTPUTS(kelsSinCos_32f_A21, SinCos<A21>)
 KELVM_TWO_OUTPUTS(kelsSinCos_32f_A24, SinCos<A24>)
-KELVM_REAL_TO_COMPLEX(kelsCIS_32fc_A11, CIS<A11>)
-KELVM_REAL_TO_COMPLEX(kelsCIS_32fc_A21, CIS<A21>)
-KELVM_REAL_TO_COMPLEX(kelsCIS_32fc_A24, CIS<A24>)
+KELVM_UNARY(kelsCIS_32fc_A11, CIS<A11>)
+KELVM_UNARY(kelsCIS_32fc_A21, CIS<A21>)
+KELVM_UNARY(kelsCIS_32fc_A24, CIS<A24>)
 
 } // namespace kelvm::inline KELVM_BUILD::sin_cos_32f

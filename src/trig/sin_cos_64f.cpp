@@ -20,10 +20,10 @@ struct A53 {
   static constexpr bool has_wide_formula = true;
   static constexpr double last = 0x1.5ffffffffffffp+16; // below 90112
 
-  template <class V> static V sine(const Remainder<V>& r) { return rounded(kelvm::sine<0>(r, SmallAngle(r.head))); }
-  template <class V> static V cosine(const Remainder<V>& r) { return rounded(kelvm::sine<1>(r, SmallAngle(r.head))); }
+  template <class V> static V sine(const Remainder<V>& r) { return rounded(kelvm::sine<0>(r, SmallAngle(r.hi))); }
+  template <class V> static V cosine(const Remainder<V>& r) { return rounded(kelvm::sine<1>(r, SmallAngle(r.hi))); }
   template <class V> static Pair<V> sine_cosine(const Remainder<V>& r) {
-    const SmallAngle<V> small(r.head);
+    const SmallAngle<V> small(r.hi);
     return {rounded(kelvm::sine<0>(r, small)), rounded(kelvm::sine<1>(r, small))};
   }
   template <class V> static Remainder<V> reduce(V x) { return kelvm::reduce(x); }
@@ -47,13 +47,13 @@ struct A26 {
     return ((x - k * 0x1.921fb54442d18p-4) - k * 0x1.1a62633145c06p-58) - k * 0x1.c1cd129024e09p-111;
   }
   template <class V> static Parts<V> reduce(V x) {
-    const V shifted = x * thirty_two_over_pi + shifter<double>;
-    return parts(remainder(x, shifted - shifter<double>), int_bits(shifted));
+    const V shifted = x * thirty_two_over_pi + rounding_constant<double>;
+    return parts(remainder(x, shifted - rounding_constant<double>), int_bits(shifted));
   }
   template <class V> static Parts<V> reduce_any(V x) {
     const WithinReach<V> within(x);
-    const V shifted = within.y * thirty_two_over_pi + shifter<double>;
-    return parts(remainder(within.y, shifted - shifter<double>), int_bits(shifted) + within.index);
+    const V shifted = within.y * thirty_two_over_pi + rounding_constant<double>;
+    return parts(remainder(within.y, shifted - rounding_constant<double>), int_bits(shifted) + within.index);
   }
 
   template <class V> static V sine(const Parts<V>& p) { return p.sin_a * p.cos_r + p.cos_a * p.sin_r; }
@@ -72,9 +72,9 @@ KELVM_UNARY(kelsCos_64f_A53, Cos<A53>)
 KELVM_TWO_OUTPUTS(kelsSinCos_64f_A26, SinCos<A26>)
 KELVM_TWO_OUTPUTS(kelsSinCos_64f_A50, SinCos<A53>)
 KELVM_TWO_OUTPUTS(kelsSinCos_64f_A53, SinCos<A53>)
-KELVM_REAL_TO_COMPLEX(kelsCIS_64fc_A26, CIS<A26>)
-KELVM_REAL_TO_COMPLEX(kelsCIS_64fc_A50, CIS<A53>)
-KELVM_REAL_TO_COMPLEX(kelsCIS_64fc_A53, CIS<A53>)
+KELVM_UNARY(kelsCIS_64fc_A26, CIS<A26>)
+KELVM_UNARY(kelsCIS_64fc_A50, CIS<A53>)
+KELVM_UNARY(kelsCIS_64fc_A53, CIS<A53>)
 
 } // namespace kelvm::inline KELVM_BUILD::sin_cos_64f
 

@@ -1,15 +1,15 @@
 // The core of the circular functions in double: reduction by pi/32, sine and cosine of the sum of a table angle and a
-// small remainder, each as head and tail. Kernels round the pair once; functions built on sine and cosine go on with
+// small remainder, each as a double-word. Kernels round the pair once; functions built on sine and cosine go on with
 // it.
 //
-//   x = index pi/32 + r, |r| <= pi/64, r = head + tail
+//   x = index pi/32 + r, |r| <= pi/64, r = hi + lo
 //   sin(a + r) = sin a + cos a r + (sin a (cos r - 1) + cos a (sin r - r))
 //
 // with a = index pi/32 from a table. cos a is power + rest: power r is exact, rest r is small, and the rounding errors
 // of the two leading sums go into the tail, as do the tails of sin a and r. The cosine is the sine a quarter turn, 16
 // rows, further. Tang, "Table-lookup algorithms for elementary functions and their error analysis", 1991.
 //
-// Error of head + tail: 2^-58 relative for |x| < 90112, next to the zeros too; the three parts of pi/32 hold 125 bits,
+// Error of hi + lo: 2^-58 relative for |x| < 90112, next to the zeros too; the three parts of pi/32 hold 125 bits,
 // which leaves 2^-106 absolute.
 #pragma once
 
@@ -19,9 +19,9 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// x = index pi/32 + head + tail modulo 2 pi; only the low six bits of the index count.
+/// x = index pi/32 + hi + lo modulo 2 pi; only the low six bits of the index count.
 template <class V> struct Remainder {
-  V head, tail;
+  V hi, lo;
   Int<V> index;
 };
 
@@ -30,8 +30,8 @@ constexpr double parts_of_pi_32[] = {0x1.921fb544p-4, 0x1.0b4611a6p-38, 0x1.3198
 
 /// Rounds by adding 1.5 * 2^52, which leaves the index in the low bits of the sum. |x| < 2^17.
 template <class V> inline Remainder<V> reduce(V x) {
-  const V shifted = x * thirty_two_over_pi + shifter<double>;
-  const V k = shifted - shifter<double>;
+  const V shifted = x * thirty_two_over_pi + rounding_constant<double>;
+  const V k = shifted - rounding_constant<double>;
   const V t = x - k * parts_of_pi_32[0];
   const V head = t - k * parts_of_pi_32[1];
   const V tail = ((t - head) - k * parts_of_pi_32[1]) - k * parts_of_pi_32[2];
@@ -40,7 +40,7 @@ template <class V> inline Remainder<V> reduce(V x) {
 
 /// Any finite doubles brought below 2^17: x = y + tail + index pi/32 modulo 2 pi; smaller ones are their own y.
 template <class V> struct WithinReach {
-  V y, tail;
+  V y, lo;
   Int<V> index;
 
   /// Wide registers would have to be saved over the calls: they get a function of their own.
@@ -58,20 +58,20 @@ private:
     [&]<int... I>(std::integer_sequence<int, I...>) {
       const Lanes of[] = {Lanes(lane(x, I))...};
       y = V{of[I].y...};
-      tail = V{of[I].tail...};
+      lo = V{of[I].lo...};
       index = Int<V>{of[I].index...};
     }
     (std::make_integer_sequence<int, lanes<V>>{});
   }
 
   struct Lanes {
-    double y, tail = 0;
+    double y, lo = 0;
     std::int64_t index = 0;
     explicit Lanes(double x) : y(x) {
       if (abs(x) < 0x1p17) return;
       const Quadrant quadrant = reduce_to_quadrant(x);
-      y = quadrant.y.head;
-      tail = quadrant.y.tail;
+      y = quadrant.y.hi;
+      lo = quadrant.y.lo;
       index = 16 * quadrant.number;
     }
   };
@@ -81,7 +81,7 @@ private:
 template <class V> inline Remainder<V> reduce_any(V x) {
   const WithinReach<V> within(x);
   const Remainder<V> r = reduce(within.y);
-  return {r.head, r.tail + within.tail, r.index + within.index};
+  return {r.hi, r.lo + within.lo, r.index + within.index};
 }
 
 /// sin r - r = r sine, cos r - 1 = cosine, by Taylor's series: |r| is small enough.
@@ -95,18 +95,18 @@ template <class V> struct SmallAngle {
   }
 };
 
-/// sin(x + Quarters pi/2), not normalised: |tail| <= 2^-9 |head| or so.
-template <int Quarters, class V> inline HeadTail<V> sine(const Remainder<V>& r, const SmallAngle<V>& small) {
+/// sin(x + Quarters pi/2), not normalised: |lo| <= 2^-9 |hi| or so.
+template <int Quarters, class V> inline DoubleWord<V> sine(const Remainder<V>& r, const SmallAngle<V>& small) {
   const auto [cos_rest, sin_head, sin_tail, cos_power] = lookup_row<sine_rows>((r.index + 16 * Quarters) & 63);
   const V cos = cos_rest + cos_power;
-  const V correction = sin_tail + r.tail * (cos - sin_head * r.head);
-  const V exact_product = cos_power * r.head, rest_product = cos_rest * r.head;
+  const V correction = sin_tail + r.lo * (cos - sin_head * r.hi);
+  const V exact_product = cos_power * r.hi, rest_product = cos_rest * r.hi;
   const V sum = sin_head + exact_product;
   const V head = sum + rest_product;
   // The tail with its sign changed: subtracted from a head of -0 it leaves -0.
   const V minus_error = (sum - sin_head) - exact_product;
   const V error = (sum - head) + rest_product;
-  const V minus_tail = ((minus_error - correction) - error) - small.sine * r.head * cos - small.cosine * sin_head;
+  const V minus_tail = ((minus_error - correction) - error) - small.sine * r.hi * cos - small.cosine * sin_head;
   return {head, -minus_tail};
 }
 

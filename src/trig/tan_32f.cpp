@@ -6,8 +6,8 @@
 //
 // A21, A11: x = k pi/2 + r in single precision, pi/2 in four parts, |r| <= pi/4; tan r by a polynomial of degree 13 or
 // 7, -1 / tan r for odd k. Error 2^-21.4 and 2^-13, next to zeros and poles as well. |x| > 10000 in double.
-#include "exact/decided.hpp"
-#include "frame/member.hpp"
+#include "exact/rounding_test.hpp"
+#include "frame/export.hpp"
 #include "kelvm/trig.h"
 #include "trig/tangent.hpp"
 
@@ -16,7 +16,7 @@ namespace {
 
 struct Tan32 : KernelDefaults {
   using Element = float;
-  static constexpr bool stray_underflow = true; // powers of small remainders
+  static constexpr bool spurious_underflow = true; // powers of small remainders
 
   static float element(float x, kelStatus& status) {
     if (is_nan(x)) return default_nan<float>();
@@ -26,15 +26,15 @@ struct Tan32 : KernelDefaults {
 };
 
 struct TanA24 : Tan32 {
-  template <class V> using Doubt = MidpointDoubt;
+  template <class V> using ResultTest = RoundingTest;
 
-  template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.5ffffep+16f); } // |x| >= 90112, NaN
-  template <class V> static V formula(V x, MidpointDoubt& doubt) {
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), 0x1.5ffffep+16f); } // |x| >= 90112, NaN
+  template <class V> static V formula(V x, RoundingTest& test) {
     const V y = in_double_decided<46>(
-        doubt,
+        test,
         [](auto x) {
-          const auto shifted = x * thirty_two_over_pi + shifter<double>;
-          return short_tangent(remainder(x, shifted - shifter<double>), int_bits(shifted), tangent_3);
+          const auto shifted = x * thirty_two_over_pi + rounding_constant<double>;
+          return short_tangent(remainder(x, shifted - rounding_constant<double>), int_bits(shifted), tangent_3);
         },
         abs(x));
     return flip_sign(y, sign_of(x));
@@ -42,11 +42,11 @@ struct TanA24 : Tan32 {
 };
 
 template <auto& Series> struct TanSingle : Tan32 {
-  template <class V> static Marks<V> special(V x) { return above(abs(x), 10000.0f); }
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), 10000.0f); }
   template <class V> static V formula(V x) {
     const V magnitude = abs(x);
-    const V shifted = magnitude * 0x1.45f306p-1f + shifter<float>;
-    const V k = shifted - shifter<float>;
+    const V shifted = magnitude * 0x1.45f306p-1f + rounding_constant<float>;
+    const V k = shifted - rounding_constant<float>;
     const V r = magnitude - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f;
     const V z = r * r;
     const V t = r + r * z * estrin(z, Series);

@@ -1,13 +1,13 @@
 // Tangent, double; see tangent.hpp for the method. Computed of |x|, so that rounding cannot make it other than odd.
 //
 //          t = tan r             sum, difference    quotient        error
-//   A53    head and tail         head and tail      head and tail   0.53 ulp
+//   A53    double-word           double-word        double-word     0.53 ulp
 //   A50    degree 9              rounded            rounded         2^-51
 //   A26    degree 5              rounded            rounded         2^-34
 //
 // A53: what is not exact is the product T t, at most 0.05, whose rounding costs 0.03 ulp of 1 - T t, and the quotient's
 // correction. The quotient's head has 26 bits, so that its product with the denominator, taken in two pieces, is exact.
-#include "frame/member.hpp"
+#include "frame/export.hpp"
 #include "kelvm/trig.h"
 #include "trig/tangent.hpp"
 
@@ -15,20 +15,20 @@ namespace kelvm::inline KELVM_BUILD::tan_64f {
 namespace {
 
 /// tan of a remainder with tail, index >= 0 or of a reduced argument.
-template <class V> inline HeadTail<V> long_tangent(const Remainder<V>& r) {
-  const auto [table, table_tail] = lookup_pair<tangent_head_tail>(r.index & 15);
-  const V z = r.head * r.head;
-  const HeadTail<V> t = fast_two_sum(r.head, r.tail + z * (r.head * estrin(z, tangent_5) + r.tail));
+template <class V> inline DoubleWord<V> long_tangent(const Remainder<V>& r) {
+  const auto [table, table_tail] = lookup_pair<tangent_double_word>(r.index & 15);
+  const V z = r.hi * r.hi;
+  const DoubleWord<V> t = fast_two_sum(r.hi, r.lo + z * (r.hi * estrin(z, tangent_5) + r.lo));
 
-  const HeadTail<V> sum = fast_two_sum(table, t.head);
-  const V sum_tail = sum.tail + (table_tail + t.tail);
-  const V product = table * t.head;
+  const DoubleWord<V> sum = fast_two_sum(table, t.hi);
+  const V sum_tail = sum.lo + (table_tail + t.lo);
+  const V product = table * t.hi;
   const V difference = 1.0 - product;
-  const V difference_tail = ((1.0 - difference) - product) - (table * t.tail + table_tail * t.head);
+  const V difference_tail = ((1.0 - difference) - product) - (table * t.lo + table_tail * t.hi);
 
   const Int<V> odd = odd_quarters(r.index);
-  const V numerator = select(odd, difference, sum.head), numerator_tail = select(odd, difference_tail, sum_tail);
-  const V denominator = select(odd, sum.head, difference), denominator_tail = select(odd, sum_tail, difference_tail);
+  const V numerator = select(odd, difference, sum.hi), numerator_tail = select(odd, difference_tail, sum_tail);
+  const V denominator = select(odd, sum.hi, difference), denominator_tail = select(odd, sum_tail, difference_tail);
 
   const V reciprocal = 1.0 / denominator;
   const V head = head_of(numerator * reciprocal);
@@ -46,25 +46,27 @@ struct TanA53 {
 
 template <auto& Series> struct TanShort {
   template <class V> static V of(V x) {
-    const V shifted = x * thirty_two_over_pi + shifter<double>;
-    return short_tangent(remainder(x, shifted - shifter<double>), int_bits(shifted), Series);
+    const V shifted = x * thirty_two_over_pi + rounding_constant<double>;
+    return short_tangent(remainder(x, shifted - rounding_constant<double>), int_bits(shifted), Series);
   }
   template <class V> static V of_any(V x) {
     const WithinReach<V> within(x);
-    const V shifted = within.y * thirty_two_over_pi + shifter<double>;
-    return short_tangent(remainder(within.y, shifted - shifter<double>) + within.tail, int_bits(shifted) + within.index,
-                         Series);
+    const V shifted = within.y * thirty_two_over_pi + rounding_constant<double>;
+    return short_tangent(remainder(within.y, shifted - rounding_constant<double>) + within.lo,
+                         int_bits(shifted) + within.index, Series);
   }
 };
 
 template <class P> struct Tan64 : KernelDefaults {
   using Element = double;
-  static constexpr bool stray_underflow = true; // powers of small remainders
+  static constexpr bool spurious_underflow = true; // powers of small remainders
   static constexpr bool has_wide_formula = true;
 
-  template <class V> static Marks<V> special(V x) { return above(abs(x), 0x1.5ffffffffffffp+16); } // |x| >= 90112, NaN
+  template <class V> static SignMask<V> special(V x) {
+    return above(abs(x), 0x1.5ffffffffffffp+16);
+  } // |x| >= 90112, NaN
   template <class V> static V formula(V x) { return flip_sign(P::of(abs(x)), sign_of(x)); }
-  template <class V> static Marks<V> wide_special(V x) { return above(abs(x), largest_finite<double>); }
+  template <class V> static SignMask<V> wide_special(V x) { return above(abs(x), largest_finite<double>); }
   template <class V> static V wide_formula(V x) { return flip_sign(P::of_any(abs(x)), sign_of(x)); }
   static double element(double x, kelStatus& status) {
     return is_nan(x) ? default_nan<double>() : domain_error<double>(status);
@@ -79,8 +81,8 @@ KELVM_UNARY(kelsTan_64f_A53, Tan64<TanA53>)
 
 } // namespace kelvm::inline KELVM_BUILD::tan_64f
 
-kelvm::HeadTail<double> kelvm::tangent_of(double x) {
-  const HeadTail<double> y = tan_64f::long_tangent(reduce_any(abs(x)));
-  const HeadTail<double> sum = fast_two_sum(y.head, y.tail);
-  return {flip_sign(sum.head, sign_of(x)), flip_sign(sum.tail, sign_of(x))};
+kelvm::DoubleWord<double> kelvm::tangent_of(double x) {
+  const DoubleWord<double> y = tan_64f::long_tangent(reduce_any(abs(x)));
+  const DoubleWord<double> sum = fast_two_sum(y.hi, y.lo);
+  return {flip_sign(sum.hi, sign_of(x)), flip_sign(sum.lo, sign_of(x))};
 }

@@ -14,7 +14,7 @@
 namespace kelvm::inline KELVM_BUILD {
 
 /// The tangent of any finite double to about 2^-58, head rounded.
-HeadTail<double> tangent_of(double x);
+DoubleWord<double> tangent_of(double x);
 
 /// The lanes whose angle is brought into [-pi/4, pi/4) by an odd number of quarter turns: marks.
 template <class I> inline I odd_quarters(I index) { return (index + 8) << 59; }

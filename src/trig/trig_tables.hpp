@@ -146,7 +146,7 @@ constexpr double cosine_sine[64][2] = {
 };
 
 /// tan a as head and tail, a = j pi / 32 for j < 8 and (j - 16) pi / 32 above.
-constexpr double tangent_head_tail[16][2] = {
+constexpr double tangent_double_word[16][2] = {
     {0x0p+0, 0x0p+0},
     {0x1.936bb8c5b2da2p-4, 0x1.87d054f689d7ap-58},
     {0x1.975f5e0553158p-3, 0x1.ef5d367441946p-61},

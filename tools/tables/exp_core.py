@@ -68,18 +68,18 @@ namespace kelvm::inline KELVM_BUILD::exp_core_tables {
         c, e = minimax(exp_tail(2), lambda x: x, range(count), -high, high)
         array(name, f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / {2 * n}; error 2^{e:.1f} of e^r - 1", c)
 
-    expm1_relative("expm1_a53", 128, 5)
-    expm1("exp_pow", 128, 4)
-    for name, count in (("exp_a50", 4), ("exp_a24", 3), ("exp_a26", 2)):
+    expm1_relative("expm1_full", 128, 5)
+    expm1("exp_full", 128, 4)
+    for name, count in (("exp_bits50", 4), ("exp_bits40", 3), ("exp_bits27", 2)):
         expm1(name, 32, count)
-    expm1_relative("expm1_a50", 128, 4)
-    for name, count in (("expm1_a24", 4), ("expm1_a26", 3)):
+    expm1_relative("expm1_bits50", 128, 4)
+    for name, count in (("expm1_bits40", 4), ("expm1_bits27", 3)):
         expm1_relative(name, 32, count)
 
     high = LN2 / 2 * D("1.001")
     c, e = minimax(exp_tail(2), lambda x: x * x, range(2), -high, high, to_float)
-    array("float_exp_a11", f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; error 2^{e:.1f} of e^r", c, "float")
-    for name, count in (("float_expm1_a21", 5), ("float_expm1_a11", 3)):
+    array("float_exp_bits11", f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; error 2^{e:.1f} of e^r", c, "float")
+    for name, count in (("float_expm1_bits21", 5), ("float_expm1_bits11", 3)):
         c, e = minimax(exp_tail(2), lambda x: x, range(count), -high, high, to_float)
         array(name, f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; error 2^{e:.1f} of e^r - 1", c, "float")
     step = LN2

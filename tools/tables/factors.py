@@ -94,13 +94,13 @@ alignas(64) inline constexpr double sine_cosine[64][4] = {""")
 
     fits("full", "pi/64", PI / 64, 3, 4)
     fits("short", "pi/64", PI / 64, 2, 2)
-    fits("single_a21", "pi/4", PI / 4, 3, 4, "float")
-    fits("single_a11", "pi/4", PI / 4, 2, 2, "float")
+    fits("single_bits21", "pi/4", PI / 4, 3, 4, "float")
+    fits("single_bits11", "pi/4", PI / 4, 2, 2, "float")
     ln2 = D(2).ln()
     fits("full", "ln 2 / 256", ln2 / 256, 2, 2, "double", "h")
     fits("short", "ln 2 / 64", ln2 / 64, 1, 2, "double", "h")
-    fits("single_a21", "ln 2 / 2", ln2 / 2, 2, 3, "float", "h")
-    fits("single_a11", "ln 2 / 2", ln2 / 2, 1, 2, "float", "h")
+    fits("single_bits21", "ln 2 / 2", ln2 / 2, 2, 3, "float", "h")
+    fits("single_bits11", "ln 2 / 2", ln2 / 2, 1, 2, "float", "h")
     print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::factors_tables")
 
 

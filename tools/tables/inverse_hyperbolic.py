@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Coefficients of asinh next to 0: writes src/hyperbolic/inverse_tables.hpp.
+"""Coefficients of asinh next to 0: writes src/hyperbolic/inverse_hyperbolic_tables.hpp.
 
-    tools/tables/inverse_hyperbolic.py > src/hyperbolic/inverse_tables.hpp
+    tools/tables/inverse_hyperbolic.py > src/hyperbolic/inverse_hyperbolic_tables.hpp
 """
 from decimal import Decimal as D, getcontext
 
@@ -22,7 +22,7 @@ def tail_of_asinh(z, terms=40):
 
 def main():
     print("""// Coefficients of asinh next to 0. Generated: do not edit.
-//   tools/tables/inverse_hyperbolic.py > src/hyperbolic/inverse_tables.hpp
+//   tools/tables/inverse_hyperbolic.py > src/hyperbolic/inverse_hyperbolic_tables.hpp
 #pragma once
 
 #include "simd/isa.hpp"
@@ -31,8 +31,8 @@ namespace kelvm::inline KELVM_BUILD::inverse_hyperbolic_tables {
 
 // clang-format off
 """)
-    for name, log_high, count, ctype in (("a53", 14, 1, "double"), ("a24", 6, 2, "double"), ("a26", 6, 1, "double"),
-                                         ("a11", 3, 1, "float")):
+    for name, log_high, count, ctype in (("full", 14, 1, "double"), ("bits40", 6, 2, "double"), ("bits27", 6, 1, "double"),
+                                         ("bits11", 3, 1, "float")):
         high = D(1) / 4**log_high * D("1.001")
         c, e = minimax(tail_of_asinh, lambda z: z, range(count), 0, high, to_float if ctype == "float" else to_double)
         array(f"asinh_{name}", f"(asinh x - x) / x^3 by powers of x^2, |x| <= 2^-{log_high}; error 2^{e:.1f} of asinh x",

@@ -120,24 +120,24 @@ namespace kelvm::inline KELVM_BUILD::inverse_trig {
     constant("three_quarters_pi", PI * 3 / 4)
     print()
     long_r, short_r = D("0.03127"), D("0.1251")
-    angle_polynomial("atan_pow", long_r, 2, 4, "(atan(r) / r - 1 + z/3) / z^2")
-    angle_polynomial("atan_a53", long_r, 1, 4, "(atan(r) / r - 1) / z")
-    for name, count in (("a50", 6), ("a24", 5), ("a38", 4), ("a26", 3)):
+    angle_polynomial("atan_extended", long_r, 2, 4, "(atan(r) / r - 1 + z/3) / z^2")
+    angle_polynomial("atan_full", long_r, 1, 4, "(atan(r) / r - 1) / z")
+    for name, count in (("bits50", 6), ("bits49", 5), ("bits40", 4), ("bits27", 3)):
         angle_polynomial(f"atan_{name}", short_r, 1, count, "(atan(r) / r - 1) / z")
     eighth_table()
-    for name, count in (("atan_a21", 7), ("atan_a11", 3)):
+    for name, count in (("atan_bits21", 7), ("atan_bits11", 3)):
         c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1), to_float)
         array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; error 2^{e:.1f} of the result", c, "float")
     numerator, denominator, e = rational(lambda z: asin_series(z, 2), lambda z: z**2 * asin_weight(z), 4, 4, D("0.25"))
     array("asin_numerator", f"(asin(s) / s - 1 - z/6) / z^2, z = s^2 <= 1/4; error 2^{e:.1f} of the result", numerator)
     array("asin_denominator", "its denominator", denominator)
-    for name, count, ctype in (("asin_a50", 11, "double"), ("asin_a24", 8, "double"), ("asin_a26", 5, "double"),
-                               ("asin_a21", 4, "float"), ("asin_a11", 2, "float")):
+    for name, count, ctype in (("asin_bits50", 11, "double"), ("asin_bits40", 8, "double"), ("asin_bits27", 5, "double"),
+                               ("asin_bits21", 4, "float"), ("asin_bits11", 2, "float")):
         c, e = minimax(lambda z: asin_series(z, 1), lambda z: z * asin_weight(z), range(count), D(0), D("0.25"),
                        to_double if ctype == "double" else to_float)
         array(name, f"(asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^{e:.1f} of the result", c, ctype)
     c, e = minimax(acos_factor, lambda x: 1 / acos_factor(x), range(3), D(0), D(1), to_float)
-    array("acos_a11", f"acos(x) / sqrt(1 - x) on [0, 1]; error 2^{e:.1f} of the result", c, "float")
+    array("acos_bits11", f"acos(x) / sqrt(1 - x) on [0, 1]; error 2^{e:.1f} of the result", c, "float")
     print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::inverse_trig")
 
 

@@ -58,7 +58,7 @@ class Rows:
 
 
 SHORT_BITS, SHORT_LOWEST = 5, 0x3FE68
-SHORT_COUNTS = (("a50", 6), ("a24", 5), ("a26", 3))
+SHORT_COUNTS = (("bits50", 6), ("bits40", 5), ("bits27", 3))
 
 
 def log_tail(first, factor=D(1), terms=40):
@@ -133,18 +133,18 @@ namespace kelvm::inline KELVM_BUILD::log_tables {
                        to_float if ctype == "float" else to_double)
         array(name, f"{what} on [{low:.4g}, {high:.4g}]; error 2^{e:.1f} of the result", c, ctype)
 
-    logarithm("ln_a53", exact, 2, 6, D(1), "(ln(1+r) - r) / r^2")
-    logarithm("ln_pow", exact, 3, 6, D(1), "(ln(1+r) - r + r^2/2) / r^3")
-    logarithm("log10_a53", exact, 2, 6, inv, "(log10(1+r) - r/ln 10) / r^2")
+    logarithm("ln_full", exact, 2, 6, D(1), "(ln(1+r) - r) / r^2")
+    logarithm("ln_extended", exact, 3, 6, D(1), "(ln(1+r) - r + r^2/2) / r^3")
+    logarithm("log10_full", exact, 2, 6, inv, "(log10(1+r) - r/ln 10) / r^2")
     for name, count in SHORT_COUNTS:
         logarithm(f"ln_{name}", short, 2, count, D(1), "(ln(1+r) - r) / r^2")
         logarithm(f"log10_{name}", short, 1, count + 1, inv, "log10(1+r) / r")
     single = (D(-1) / 3, D(1) / 3)
-    logarithm("ln_a21", single, 2, 7, D(1), "(ln(1+f) - f) / f^2", "float")
-    logarithm("ln1p_a21", single, 2, 8, D(1), "(ln(1+f) - f) / f^2", "float")
-    logarithm("log10_a21", single, 2, 8, inv, "(log10(1+f) - f/ln 10) / f^2", "float")
-    logarithm("ln_a11", single, 2, 4, D(1), "(ln(1+f) - f) / f^2", "float")
-    logarithm("log10_a11", single, 1, 4, inv, "log10(1+f) / f", "float")
+    logarithm("ln_bits21", single, 2, 7, D(1), "(ln(1+f) - f) / f^2", "float")
+    logarithm("ln1p_bits21", single, 2, 8, D(1), "(ln(1+f) - f) / f^2", "float")
+    logarithm("log10_bits21", single, 2, 8, inv, "(log10(1+f) - f/ln 10) / f^2", "float")
+    logarithm("ln_bits11", single, 2, 4, D(1), "(ln(1+f) - f) / f^2", "float")
+    logarithm("log10_bits11", single, 1, 4, inv, "log10(1+f) / f", "float")
     print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::log_tables")
 
 

@@ -14,7 +14,7 @@ def to_double(d):
 
 
 def to_float(d):
-    x = float(d)  # double rounding is harmless for a coefficient
+    x = float(d)  # double rounding is safe_input for a coefficient
     return struct.unpack("f", struct.pack("f", x))[0]
 
 

@@ -33,8 +33,8 @@ namespace kelvm::inline KELVM_BUILD::tanh_tables {
 """)
     numerator, denominator, e = rational(tanh_ratio, lambda z: 1 / tanh_ratio(z), 2, 3, D(LIMIT) ** 2, to_float,
                                          lowest=1)
-    array("numerator_a11", f"tanh x / x by powers of x^2, |x| <= {LIMIT}; error 2^{e:.1f} of tanh x", numerator, "float")
-    array("denominator_a11", "its denominator", denominator, "float")
+    array("numerator_bits11", f"tanh x / x by powers of x^2, |x| <= {LIMIT}; error 2^{e:.1f} of tanh x", numerator, "float")
+    array("denominator_bits11", "its denominator", denominator, "float")
     print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::tanh_tables")
 
 

@@ -57,7 +57,7 @@ int main() {
     std::printf("    {%a, %s%a},\n", to_double(cosine(j)), j == 0 ? "-" : "", to_double(sine(j)));
 
   std::puts("};\n\n/// tan a as head and tail, a = j pi / 32 for j < 8 and (j - 16) pi / 32 above.\n"
-            "constexpr double tangent_head_tail[16][2] = {");
+            "constexpr double tangent_double_word[16][2] = {");
   for (int j = 0; j < 16; ++j) {
     const Real t = j == 8 ? exactly(-1) : at(j < 8 ? j : j - 16, mpfr_tan), head = rounded(t, 53);
     std::printf("    {%a, %a},\n", to_double(head), to_double(difference(t, head)));

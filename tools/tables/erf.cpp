@@ -1,6 +1,6 @@
-// Makes src/special/error_tables.hpp: rows of minimax polynomials for the error function, its complement and the normal
+// Makes src/erf/erf_tables.hpp: rows of minimax polynomials for the error function, its complement and the normal
 // distribution function.
-#include "special_rows.hpp"
+#include "erf_rows.hpp"
 
 namespace {
 
@@ -93,15 +93,15 @@ Rows binade_rows(Real (*scaled)(const Real&), int row_bits, double last, int deg
 } // namespace
 
 int main() {
-  header("error_tables.hpp", "<cstdint>");
-  std::puts("namespace error_tables {");
+  header("erf_tables.hpp", "<cstdint>");
+  std::puts("namespace erf_tables {");
   const char* layout = "c0_lo, c1_lo, c2, ..., c10, c0_hi, c1_hi, the heads of 26 bits.";
   const auto print_split = [&](const char* name, const Rows& rows) {
     comment(layout, rows);
     print_array("double", name, split_rows(rows, 1, 26));
   };
   std::puts("\n// A polynomial in t for erf(a) / a, a = k / 8 + t, |t| <= 1 / 16, k the row.");
-  print_split("erf_a53", even_rows(8, 49, 10));
+  print_split("erf_full", even_rows(8, 49, 10));
   const double end = 2.75;
   const Interpolant of_square(erf_over_root, 0, end * end, 50);
   const Fit short_fit = minimax(of_square, 0, end * end, 6);
@@ -109,14 +109,14 @@ int main() {
               "end, where the\n"
               "// product with a exceeds 1.\n\n",
               end, std::log2(short_fit.error));
-  std::puts("inline constexpr float erf_a11[7] = {");
+  std::puts("inline constexpr float erf_bits11[7] = {");
   for (Quad c : short_fit.coefficients) std::printf("%af,\n", double(float(c)));
   std::puts("};");
   std::puts("\n// Polynomials in t for e^(a^2) erfc(a) and e^(a^2 / 2) Phi(-a). A binade of 1 + a has 16 rows; t is a "
             "less that of\n"
             "// the row's middle.");
-  print_split("erfc_a53", binade_rows(scaled_erfc, 4, 27.2261, 10));
-  print_split("normal_a53", binade_rows(scaled_normal, 4, 38.4855, 10));
+  print_split("erfc_full", binade_rows(scaled_erfc, 4, 27.2261, 10));
+  print_split("normal_full", binade_rows(scaled_normal, 4, 38.4855, 10));
 
   const auto print_pairs = [](const char* type, const char* name, const char* text, const auto& rows) {
     std::printf("\n/// %s\n", text);
@@ -129,6 +129,6 @@ int main() {
               values_and_slopes<double>(mpfr_erfc, 128, 3394));
   print_pairs("float", "float_erfc_and_slope", "r = k / 64, as far as 9.19",
               values_and_slopes<float>(mpfr_erfc, 64, 588));
-  std::puts("\n} // namespace error_tables");
+  std::puts("\n} // namespace erf_tables");
   footer();
 }

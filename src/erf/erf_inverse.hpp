@@ -23,13 +23,12 @@
 // sqrt(w) times a polynomial in s, in double-double. For Phi^-1, x = 2p.
 #pragma once
 
-#include "exact/decided.hpp"
-#include "special/inverse_tables.hpp"
-#include "special/rows.hpp"
+#include "erf/erf_inverse_tables.hpp"
+#include "erf/row_polynomial.hpp"
+#include "exact/accuracy.hpp"
+#include "exact/rounding_test.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
-
-enum class InverseAccuracy { a53, a50, a26, a24, a21, a11 };
 
 // A family is its table, its argument's way to y and to the factor of P, and its domain.
 //   distance(x)                   y, from an argument in the fast range
@@ -37,27 +36,27 @@ enum class InverseAccuracy { a53, a50, a26, a24, a21, a11 };
 //   factor(x)                     and factor_error(x, factor) where factor_is_rounded
 
 struct ErfTables {
-  static constexpr auto& a53 = inverse_tables::erf_a53;
-  static constexpr auto& tail = inverse_tables::erf_tail;
-  static constexpr auto& a50 = inverse_tables::erf_a50;
-  static constexpr auto& a26 = inverse_tables::erf_a26;
-  static constexpr auto& a24 = inverse_tables::erf_a24;
-  static constexpr auto& a21 = inverse_tables::erf_a21;
-  static constexpr auto& a11 = inverse_tables::erf_a11;
+  static constexpr auto& full = erf_inverse_tables::erf_full;
+  static constexpr auto& tail = erf_inverse_tables::erf_tail;
+  static constexpr auto& bits50 = erf_inverse_tables::erf_bits50;
+  static constexpr auto& bits27 = erf_inverse_tables::erf_bits27;
+  static constexpr auto& bits40 = erf_inverse_tables::erf_bits40;
+  static constexpr auto& bits21 = erf_inverse_tables::erf_bits21;
+  static constexpr auto& bits11 = erf_inverse_tables::erf_bits11;
 };
 struct NormalTables {
-  static constexpr auto& a53 = inverse_tables::normal_a53;
-  static constexpr auto& tail = inverse_tables::normal_tail;
-  static constexpr auto& a50 = inverse_tables::normal_a50;
-  static constexpr auto& a26 = inverse_tables::normal_a26;
-  static constexpr auto& a24 = inverse_tables::normal_a24;
-  static constexpr auto& a21 = inverse_tables::normal_a21;
-  static constexpr auto& a11 = inverse_tables::normal_a11;
+  static constexpr auto& full = erf_inverse_tables::normal_full;
+  static constexpr auto& tail = erf_inverse_tables::normal_tail;
+  static constexpr auto& bits50 = erf_inverse_tables::normal_bits50;
+  static constexpr auto& bits27 = erf_inverse_tables::normal_bits27;
+  static constexpr auto& bits40 = erf_inverse_tables::normal_bits40;
+  static constexpr auto& bits21 = erf_inverse_tables::normal_bits21;
+  static constexpr auto& bits11 = erf_inverse_tables::normal_bits11;
 };
 
-/// Marks what lies outside lowest <= x < end, both positive. A negative x is outside.
-template <class V> inline Marks<V> outside_half_open(V x, Lane<V> lowest, Lane<V> end) {
-  return bit_cast<Marks<V>>((bits(x) - bits(lowest)) | (bits(end) - 1u - bits(x)));
+/// SignMask what lies outside lowest <= x < end, both positive. A negative x is outside.
+template <class V> inline SignMask<V> outside_half_open(V x, Lane<V> lowest, Lane<V> end) {
+  return bit_cast<SignMask<V>>((bits(x) - bits(lowest)) | (bits(end) - 1u - bits(x)));
 }
 
 /// The least argument whose complement to 1 is not 1.
@@ -70,7 +69,7 @@ struct ErfInv {
   template <class V> static V distance_error(V x, V y) { return (1 - y) - abs(x); }
   template <class V> static V factor(V x) { return x; }
 
-  template <class V> static Marks<V> special(V x) {
+  template <class V> static SignMask<V> special(V x) {
     return outside_half_open(abs(x), first_regular<Lane<V>>, Lane<V>(1));
   }
 };
@@ -82,9 +81,9 @@ template <class F> struct BetweenPoles {
     const V u = F::unit(x);
     return select(u < 1, u, 2 - u);
   }
-  template <class V> static Marks<V> special(V x) {
+  template <class V> static SignMask<V> special(V x) {
     constexpr auto end = Lane<V>(F::end);
-    return outside_half_open(x, end / 2 * first_regular<Lane<V>>, end) | marks<V>(x == end / 2);
+    return outside_half_open(x, end / 2 * first_regular<Lane<V>>, end) | sign_mask<V>(x == end / 2);
   }
 };
 struct ErfcInv : BetweenPoles<ErfcInv> {
@@ -120,7 +119,7 @@ template <int RowBits, class V> struct InverseRow {
 };
 
 /// The result at full precision, as a sum of which the tail is below 2^-25 of the head.
-template <class F, class V> inline HeadTail<V> inverse_head_tail(V x) {
+template <class F, class V> inline DoubleWord<V> inverse_double_word(V x) {
   const V y = F::distance(x);
   const InverseRow<2, V> row(y);
   V r = row.t;
@@ -128,79 +127,79 @@ template <class F, class V> inline HeadTail<V> inverse_head_tail(V x) {
     const V power = from_bits<V>(0x7FE0000000000000u - (bits(y) & 0x7FF0000000000000u)); // of 2, 1/2 < y power <= 1
     r += F::distance_error(x, y) * power;
   }
-  const HeadTail<V> p = split_row_sum(r, lookup_row<F::Tables::a53>(row.index));
+  const DoubleWord<V> p = split_row_sum(r, lookup_row<F::Tables::full>(row.index));
   const V factor = F::factor(x), factor_hi = head_of(factor);
   V factor_lo = factor - factor_hi;
   if constexpr (F::factor_is_rounded) factor_lo += F::factor_error(x, factor);
-  return {factor_hi * p.head, p.head * factor_lo + p.tail * factor};
+  return {factor_hi * p.hi, p.hi * factor_lo + p.lo * factor};
 }
 
-template <class F, InverseAccuracy A, class V> inline V inverse(V x) {
-  using enum InverseAccuracy;
-  if constexpr (A == a53) {
-    const HeadTail<V> result = inverse_head_tail<F>(x);
+template <class F, Accuracy A, class V> inline V inverse(V x) {
+  using enum Accuracy;
+  if constexpr (A == full) {
+    const DoubleWord<V> result = inverse_double_word<F>(x);
     return rounded(result);
-  } else if constexpr (A == a50) {
+  } else if constexpr (A == bits50) {
     const InverseRow<2, V> row(F::distance(x));
-    return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::a50>(row.index));
-  } else if constexpr (A == a26) {
+    return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::bits50>(row.index));
+  } else if constexpr (A == bits27) {
     const InverseRow<4, V> row(F::distance(x));
-    return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::a26>(row.index));
-  } else if constexpr (A == a24) {
+    return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::bits27>(row.index));
+  } else if constexpr (A == bits40) {
     const InverseRow<3, V> row(F::distance(x));
-    return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::a24>(row.index));
-  } else if constexpr (A == a21) {
+    return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::bits40>(row.index));
+  } else if constexpr (A == bits21) {
     const InverseRow<3, V> row(F::distance(x));
-    return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::a21>(row.index));
+    return F::factor(x) * row_horner(row.t, lookup_row<F::Tables::bits21>(row.index));
   } else {
     const InverseRow<4, V> row(F::distance(x));
-    const auto [c0, c1] = lookup_pair<F::Tables::a11>(row.index);
+    const auto [c0, c1] = lookup_pair<F::Tables::bits11>(row.index);
     return F::factor(x) * (c0 + row.t * c1);
   }
 }
-/// The relative error of a24, in bits.
-inline constexpr int inverse_a24_bits = 44;
+/// The relative error of bits40, in bits.
+inline constexpr int inverse_decided_bits = 44;
 
 /// -ln x for any positive x below 1, relative error below 2^-62.
-inline HeadTail<double> minus_ln(double x) {
+inline DoubleWord<double> minus_ln(double x) {
   double bias = 1023;
-  if (x < 0x1p-1022) {
+  if (x < smallest_normal<double>) {
     x *= 0x1p54;
     bias += 54;
   }
   const double e = double(bits(x) >> 52) - bias;
   const double m = from_bits<double>((bits(x) & 0x000FFFFFFFFFFFFFu) | 0x3FF0000000000000u);
-  const auto& row = inverse_tables::tail_logarithm[(bits(x) >> 44) & 255];
+  const auto& row = erf_inverse_tables::tail_logarithm[(bits(x) >> 44) & 255];
   const double m_hi = head_of(m);
   const double u = (m_hi * row[0] - 1.0) + (m - m_hi) * row[0]; // exact
   const double u2 = u * u;
   // ln(1 + u) - u, |u| <= 0.00285
   const double series = u2 * (-0.5 + 0.33333333333145093 * u) +
                         (u2 * u2) * (-0.2499999999965227 + u * (0.20000103714740713 - 0.1666678766814359 * u));
-  const HeadTail<double> head = fast_two_sum(e * 0.6931471803691238 + row[1], u); // the first sum is exact
-  const double tail = head.tail + (row[2] + e * 1.9082149292705877e-10 + series);
-  const HeadTail<double> ln = fast_two_sum(head.head, tail);
-  return {-ln.head, -ln.tail};
+  const DoubleWord<double> head = fast_two_sum(e * 0.6931471803691238 + row[1], u); // the first sum is exact
+  const double tail = head.lo + (row[2] + e * 1.9082149292705877e-10 + series);
+  const DoubleWord<double> ln = fast_two_sum(head.hi, tail);
+  return {-ln.hi, -ln.lo};
 }
 
 /// erfcinv(x), or Phi^-1(x / 2), for 0 < x < 2^-24: the sum is the result to 2^-60.
-template <class F> inline HeadTail<double> inverse_tail(double x) {
-  const HeadTail<double> w = minus_ln(x);
-  const double s = 1.0 / __builtin_sqrt(w.head);
+template <class F> inline DoubleWord<double> inverse_tail(double x) {
+  const DoubleWord<double> w = minus_ln(x);
+  const double s = 1.0 / __builtin_sqrt(w.hi);
   // 1 / sqrt(w) = s (1 + (1 - s^2 w) / 2), the difference exact but for its last step
-  const HeadTail<double> s2 = two_product(s, s), s2w = two_product(s2.head, w.head);
-  const double s_lo = s * (0.5 * (((1.0 - s2w.head) - s2w.tail) - (s2.tail * w.head + s2.head * w.tail)));
+  const DoubleWord<double> s2 = two_product(s, s), s2w = two_product(s2.hi, w.hi);
+  const double s_lo = s * (0.5 * (((1.0 - s2w.hi) - s2w.lo) - (s2.lo * w.hi + s2.hi * w.lo)));
   const int i = int(128 * s) - 4; // 27 at x = 2^-24, 17 at 2^-53, 0 at 2^-1074
   const auto& c = F::Tables::tail[i];
   const double z_hi = s - (i + 4) * 0x1p-7, z = z_hi + s_lo; // z_hi is exact
   double higher = c[12];
   for (int k = 11; k >= 2; --k) higher = higher * z + c[k];
-  const HeadTail<double> linear = two_product(c[14], z_hi), sum = fast_two_sum(c[13], linear.head);
+  const DoubleWord<double> linear = two_product(c[14], z_hi), sum = fast_two_sum(c[13], linear.hi);
   const double rest = (c[14] * s_lo + c[0]) + z * (c[1] + z * higher);
-  const HeadTail<double> polynomial = fast_two_sum(sum.head, sum.tail + linear.tail + rest);
-  const HeadTail<double> root = multiply(w, HeadTail<double>{s, s_lo});
-  const HeadTail<double> result = multiply(polynomial, root);
-  return {-result.head, -result.tail};
+  const DoubleWord<double> polynomial = fast_two_sum(sum.hi, sum.lo + linear.lo + rest);
+  const DoubleWord<double> root = multiply(w, DoubleWord<double>{s, s_lo});
+  const DoubleWord<double> result = multiply(polynomial, root);
+  return {-result.hi, -result.lo};
 }
 
 } // namespace kelvm::inline KELVM_BUILD

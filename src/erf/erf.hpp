@@ -24,14 +24,13 @@
 //   A11                 1/64               2^-12, 2^-15, 2^-15
 #pragma once
 
-#include "exact/decided.hpp"
+#include "erf/erf_tables.hpp"
+#include "erf/row_polynomial.hpp"
+#include "exact/accuracy.hpp"
+#include "exact/rounding_test.hpp"
 #include "exp/exp_core.hpp"
-#include "special/error_tables.hpp"
-#include "special/rows.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
-
-enum class ErrorAccuracy { a53, a50, a26, a24, a21, a11 };
 
 /// a, not above limit. Both non-negative.
 template <class V> inline V at_most(V a, Lane<V> limit) { return smaller_of(a, splat<V>(limit)); }
@@ -41,10 +40,10 @@ template <int StepBits, class V> struct EvenRow {
   Int<V> index;
   V middle, t;
   explicit EvenRow(V a) {
-    constexpr Lane<V> shifter = (sizeof(Lane<V>) == 8 ? Lane<V>(0x1p52) : Lane<V>(0x1p23)) / (1 << StepBits);
-    const V sum = a + shifter;
+    constexpr Lane<V> rounding_constant = (sizeof(Lane<V>) == 8 ? Lane<V>(0x1p52) : Lane<V>(0x1p23)) / (1 << StepBits);
+    const V sum = a + rounding_constant;
     index = int_bits(sum) & 0xFFF;
-    middle = sum - shifter;
+    middle = sum - rounding_constant;
     t = a - middle;
   }
 };
@@ -114,40 +113,40 @@ template <class T> inline constexpr T erf_saturated = sizeof(T) == 8 ? T(6.0) : 
 template <class T> inline constexpr T erf_tiny = sizeof(T) == 8 ? T(0x1p-400) : T(0x1p-126);
 
 /// NaNs, and the tiny arguments but for 0.
-template <class V> inline Marks<V> nan_or_tiny(V x) {
+template <class V> inline SignMask<V> nan_or_tiny(V x) {
   const Int<V> a = int_bits(abs(x));
   return above(abs(x), infinity<Lane<V>>) | ((a - bit_cast<Lane<Int<V>>>(erf_tiny<Lane<V>>)) & -a);
 }
 
 /// erf(a) at full precision, as a sum, for erf_tiny <= a <= 6 or a = 0.
-template <class V> inline HeadTail<V> erf_head_tail(V a) {
+template <class V> inline DoubleWord<V> erf_double_word(V a) {
   const EvenRow<3, V> row(a);
-  const HeadTail<V> p = split_row_sum(row.t, lookup_row<error_tables::erf_a53>(row.index));
+  const DoubleWord<V> p = split_row_sum(row.t, lookup_row<erf_tables::erf_full>(row.index));
   const V a_hi = head_of(a);
-  return {a_hi * p.head, p.head * (a - a_hi) + p.tail * a};
+  return {a_hi * p.hi, p.hi * (a - a_hi) + p.lo * a};
 }
 
 /// erf(a) for a >= 0.
-template <ErrorAccuracy A, class V> inline V erf_positive(V a) {
-  using enum ErrorAccuracy;
+template <Accuracy A, class V> inline V erf_positive(V a) {
+  using enum Accuracy;
   using T = Lane<V>;
-  if constexpr (A != a11) a = at_most(a, erf_saturated<T>);
-  if constexpr (A == a53) {
-    const HeadTail<V> result = erf_head_tail(a);
+  if constexpr (A != bits11) a = at_most(a, erf_saturated<T>);
+  if constexpr (A == full) {
+    const DoubleWord<V> result = erf_double_word(a);
     return rounded(result);
   } else if constexpr (sizeof(T) == 8) {
-    using Terms = std::conditional_t<A == a50, SlopeTerms<4, 4, 2>,
-                                     std::conditional_t<A == a24, SlopeTerms<3, 2, 1>, SlopeTerms<2, 1, 0>>>;
+    using Terms = std::conditional_t<A == bits50, SlopeTerms<4, 4, 2>,
+                                     std::conditional_t<A == bits40, SlopeTerms<3, 2, 1>, SlopeTerms<2, 1, 0>>>;
     const EvenRow<7, V> row(a);
-    const auto [value, slope] = lookup_pair<error_tables::erf_and_slope>(row.index);
+    const auto [value, slope] = lookup_pair<erf_tables::erf_and_slope>(row.index);
     return value + rise<Terms>(slope, row.middle, row.t);
-  } else if constexpr (A == a21) {
+  } else if constexpr (A == bits21) {
     const EvenRow<5, V> row(a);
-    const auto [value, slope] = lookup_pair<error_tables::float_erf_and_slope>(row.index);
+    const auto [value, slope] = lookup_pair<erf_tables::float_erf_and_slope>(row.index);
     return value + rise<SlopeTerms<2, 1, 0>>(slope, row.middle, row.t);
   } else {
     a = at_most(a, 2.75f);
-    return at_most(a * estrin(a * a, error_tables::erf_a11), 1);
+    return at_most(a * estrin(a * a, erf_tables::erf_bits11), 1);
   }
 }
 
@@ -159,7 +158,7 @@ template <ErrorAccuracy A, class V> inline V erf_positive(V a) {
 // which on the result is zero.
 
 struct Erfc {
-  static constexpr auto& a53 = error_tables::erfc_a53;
+  static constexpr auto& full = erf_tables::erfc_full;
   static constexpr int whole = 2;
   static constexpr bool tail_is_negative = false;
   static constexpr double square_factor = 1, argument = 1;
@@ -168,7 +167,7 @@ struct Erfc {
   template <class T> static constexpr T first_zero = sizeof(T) == 8 ? T(27.2261) : T(10.0546);
 };
 struct CdfNorm {
-  static constexpr auto& a53 = error_tables::normal_a53;
+  static constexpr auto& full = erf_tables::normal_full;
   static constexpr int whole = 1;
   static constexpr bool tail_is_negative = true;
   static constexpr double square_factor = 0.5, argument = 0x1.6a09e667f3bcdp-1;
@@ -177,9 +176,9 @@ struct CdfNorm {
   template <class T> static constexpr T first_zero = sizeof(T) == 8 ? T(38.4855) : T(14.1702);
 };
 
-/// Marks what is not covered in vectors: the end of the tail, and NaNs.
-template <class F, class V> inline Marks<V> beyond_tail(V x) {
-  const Marks<V> far = above(abs(x), F::template in_vectors<Lane<V>>), nan = above(abs(x), infinity<Lane<V>>);
+/// SignMask what is not covered in vectors: the end of the tail, and NaNs.
+template <class F, class V> inline SignMask<V> beyond_tail(V x) {
+  const SignMask<V> far = above(abs(x), F::template in_vectors<Lane<V>>), nan = above(abs(x), infinity<Lane<V>>);
   const Int<V> sign = int_bits(x);
   return (far & (F::tail_is_negative ? sign : ~sign)) | nan;
 }
@@ -191,19 +190,19 @@ template <class F, class V> inline Int<V> is_opposite(V x) {
 
 /// e^(-a^2) Q(a), or with a^2 / 2, at full precision, but for the scale 2^floor(k / 128) in `power`.
 template <class V> struct ErrorTail {
-  HeadTail<V> value;
+  DoubleWord<V> value;
   ExpReduced<128, V> power;
 };
 template <class F, class V> inline ErrorTail<V> error_tail(V a) {
   const V a_hi = head_of(a);
   const ExpReduced<128, V> power = exp_reduce<128>(-F::square_factor * (a_hi * a_hi));
   const V r = power.main - (power.rest + (F::square_factor * (a - a_hi)) * (a + a_hi));
-  const HeadTail<V> e = exp2_short_and_rest(power);
-  const V e_tail = e.tail + (e.head + e.tail) * (r + (r * r) * estrin(r, exp_core_tables::exp_pow));
+  const DoubleWord<V> e = exp2_short_and_rest(power);
+  const V e_tail = e.lo + (e.hi + e.lo) * (r + (r * r) * estrin(r, exp_core_tables::exp_full));
   const BinadeRow<4, V> row(a);
   const V t_hi = head_of(row.t);
-  const HeadTail<V> q = split_row_sum(row.t, t_hi, (row.t - t_hi) + row.t_error, lookup_row<F::a53>(row.index));
-  return {{e.head * q.head, e.head * q.tail + e_tail * (q.head + q.tail)}, power};
+  const DoubleWord<V> q = split_row_sum(row.t, t_hi, (row.t - t_hi) + row.t_error, lookup_row<F::full>(row.index));
+  return {{e.hi * q.hi, e.hi * q.lo + e_tail * (q.hi + q.lo)}, power};
 }
 
 /// The whole less the tail where opposite, else the tail; from a tail that is already scaled.
@@ -229,42 +228,42 @@ template <class F, int StepBits, bool Exact, class V> inline EvenRow<StepBits, V
   }
 }
 
-template <class F, ErrorAccuracy A, class V> inline V error_complement(V x) {
-  using enum ErrorAccuracy;
+template <class F, Accuracy A, class V> inline V error_complement(V x) {
+  using enum Accuracy;
   using T = Lane<V>;
   const Int<V> opposite = is_opposite<F>(x);
-  const V a = at_most(abs(x), A == a24 ? T(F::template in_vectors<float>) : F::template in_vectors<T>);
-  if constexpr (A == a53) {
+  const V a = at_most(abs(x), A == bits40 ? T(F::template in_vectors<float>) : F::template in_vectors<T>);
+  if constexpr (A == full) {
     const ErrorTail<V> tail = error_tail<F>(a);
     const V scale = tail.power.scaled(splat<V>(1)), unscaled_whole = F::whole * inverse_power_of_2(scale);
     const V whole = bit_cast<V>(opposite & int_bits(unscaled_whole));
     const Bits<V> sign = bit_cast<Bits<V>>(opposite) & sign_bit<V>;
-    const HeadTail<V> sum = fast_two_sum(whole, flip_sign(tail.value.head, sign));
-    return (sum.head + (sum.tail + flip_sign(tail.value.tail, sign))) * scale;
+    const DoubleWord<V> sum = fast_two_sum(whole, flip_sign(tail.value.hi, sign));
+    return (sum.hi + (sum.lo + flip_sign(tail.value.lo, sign))) * scale;
   } else {
     V tail;
     if constexpr (sizeof(T) == 8) {
-      using Terms = std::conditional_t<A == a50, SlopeTerms<10, 8, 4>,
-                                       std::conditional_t<A == a24, SlopeTerms<6, 4, 1>, SlopeTerms<6, 3, 0>>>;
-      const auto row = complement_row<F, 7, A == a50>(a);
-      const auto [value, slope] = lookup_pair<error_tables::erfc_and_slope>(row.index);
+      using Terms = std::conditional_t<A == bits50, SlopeTerms<10, 8, 4>,
+                                       std::conditional_t<A == bits40, SlopeTerms<6, 4, 1>, SlopeTerms<6, 3, 0>>>;
+      const auto row = complement_row<F, 7, A == bits50>(a);
+      const auto [value, slope] = lookup_pair<erf_tables::erfc_and_slope>(row.index);
       tail = value - rise<Terms>(slope, row.middle, row.t);
     } else {
-      using Terms = std::conditional_t<A == a21, SlopeTerms<4, 2, 0>, SlopeTerms<2, 0, 0>>;
-      const auto row = complement_row<F, 6, A == a21>(a);
-      const auto [value, slope] = lookup_pair<error_tables::float_erfc_and_slope>(row.index);
+      using Terms = std::conditional_t<A == bits21, SlopeTerms<4, 2, 0>, SlopeTerms<2, 0, 0>>;
+      const auto row = complement_row<F, 6, A == bits21>(a);
+      const auto [value, slope] = lookup_pair<erf_tables::float_erfc_and_slope>(row.index);
       tail = value - rise<Terms>(slope, row.middle, row.t);
     }
     return either_side<F>(F::whole == 2 ? tail : T(0.5) * tail, opposite);
   }
 }
-/// The relative errors of a24, in bits.
-inline constexpr int erf_a24_bits = 40, error_complement_a24_bits = 40;
+/// The relative errors of bits40, in bits.
+inline constexpr int erf_decided_bits = 40, error_complement_decided_bits = 40;
 
 /// The tail's result rounded once, also below the normal range, for in_vectors < a < first_zero.
 template <class F> inline double end_of_tail(double a) {
   const ErrorTail<double> tail = error_tail<F>(a);
-  const HeadTail<double> v = fast_two_sum(64 * tail.value.head, 64 * tail.value.tail);
+  const DoubleWord<double> v = fast_two_sum(64 * tail.value.hi, 64 * tail.value.lo);
   return scale_rounded(v, (std::int64_t(bits(tail.power.sum) << 13) >> (13 + 7)) - 6);
 }
 

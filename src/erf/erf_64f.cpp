@@ -1,19 +1,19 @@
-// Error function, its complement and the normal distribution function, double (special/error.hpp).
+// Error function, its complement and the normal distribution function, double (erf/erf.hpp).
 //
 // Exceptional inputs: erf keeps zeros, is +-1 at the infinities, and x 2 / sqrt(pi), rounded once, below 2^-400. A
 // result of erfc or Phi below the normal range, zero included, is an underflow; at the infinities the results are 0, 1
 // and 2 without a code. A NaN comes back quiet. Far in a tail, remainders may raise an underflow that no result earns.
-#include "frame/member.hpp"
+#include "erf/erf.hpp"
+#include "frame/export.hpp"
 #include "kelvm/special.h"
-#include "special/error.hpp"
 
 namespace kelvm::inline KELVM_BUILD::error_64f {
 namespace {
 
-template <ErrorAccuracy A> struct Erf64 : KernelDefaults {
+template <Accuracy A> struct Erf64 : KernelDefaults {
   using Element = double;
-  static constexpr int vectors_in_flight = A == ErrorAccuracy::a26 ? 4 : 3;
-  template <class V> static Marks<V> special(V x) { return nan_or_tiny(x); }
+  static constexpr int vectors_in_flight = A == Accuracy::bits27 ? 4 : 3;
+  template <class V> static SignMask<V> special(V x) { return nan_or_tiny(x); }
   template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
   static double element(double x, kelStatus&) {
     if (is_nan(x)) return x + x;
@@ -21,11 +21,11 @@ template <ErrorAccuracy A> struct Erf64 : KernelDefaults {
   }
 };
 
-template <class F, ErrorAccuracy A> struct Complement64 : KernelDefaults {
+template <class F, Accuracy A> struct Complement64 : KernelDefaults {
   using Element = double;
-  static constexpr int vectors_in_flight = A == ErrorAccuracy::a26 ? 4 : 3;
-  static constexpr bool stray_underflow = true;
-  template <class V> static Marks<V> special(V x) { return beyond_tail<F>(x); }
+  static constexpr int vectors_in_flight = A == Accuracy::bits27 ? 4 : 3;
+  static constexpr bool spurious_underflow = true;
+  template <class V> static SignMask<V> special(V x) { return beyond_tail<F>(x); }
   template <class V> static V formula(V x) { return error_complement<F, A>(x); }
   static double element(double x, kelStatus& status) {
     if (is_nan(x)) return x + x;
@@ -38,16 +38,16 @@ template <class F, ErrorAccuracy A> struct Complement64 : KernelDefaults {
 
 } // namespace
 
-using enum ErrorAccuracy;
+using enum Accuracy;
 
-KELVM_UNARY(kelsErf_64f_A26, Erf64<a26>)
-KELVM_UNARY(kelsErf_64f_A50, Erf64<a50>)
-KELVM_UNARY(kelsErf_64f_A53, Erf64<a53>)
-KELVM_UNARY(kelsErfc_64f_A26, Complement64<Erfc, a26>)
-KELVM_UNARY(kelsErfc_64f_A50, Complement64<Erfc, a50>)
-KELVM_UNARY(kelsErfc_64f_A53, Complement64<Erfc, a53>)
-KELVM_UNARY(kelsCdfNorm_64f_A26, Complement64<CdfNorm, a26>)
-KELVM_UNARY(kelsCdfNorm_64f_A50, Complement64<CdfNorm, a50>)
-KELVM_UNARY(kelsCdfNorm_64f_A53, Complement64<CdfNorm, a53>)
+KELVM_UNARY(kelsErf_64f_A26, Erf64<bits27>)
+KELVM_UNARY(kelsErf_64f_A50, Erf64<bits50>)
+KELVM_UNARY(kelsErf_64f_A53, Erf64<full>)
+KELVM_UNARY(kelsErfc_64f_A26, Complement64<Erfc, bits27>)
+KELVM_UNARY(kelsErfc_64f_A50, Complement64<Erfc, bits50>)
+KELVM_UNARY(kelsErfc_64f_A53, Complement64<Erfc, full>)
+KELVM_UNARY(kelsCdfNorm_64f_A26, Complement64<CdfNorm, bits27>)
+KELVM_UNARY(kelsCdfNorm_64f_A50, Complement64<CdfNorm, bits50>)
+KELVM_UNARY(kelsCdfNorm_64f_A53, Complement64<CdfNorm, full>)
 
 } // namespace kelvm::inline KELVM_BUILD::error_64f

@@ -2,7 +2,7 @@
 // would round twice.
 #pragma once
 
-#include "exact/exact.hpp"
+#include "exact/double_word.hpp"
 #include "frame/frame.hpp"
 #include "simd/table.hpp"
 
@@ -21,14 +21,14 @@ template <class V, std::size_t N> inline V row_horner(V t, const std::array<V, N
 /// The polynomial of a row c0_lo, c1_lo, c2, ..., c0_hi, c1_hi in t = t_hi + t_lo, t_hi of 26 bits: the head has 26
 /// bits, the tail is below 2^-7 of it and has an error below 2^-59. The heads of c0 and c1 have 26 bits, so that the
 /// head's parts are exact.
-template <class V, std::size_t N> inline HeadTail<V> split_row_sum(V t, V t_hi, V t_lo, const std::array<V, N>& c) {
+template <class V, std::size_t N> inline DoubleWord<V> split_row_sum(V t, V t_hi, V t_lo, const std::array<V, N>& c) {
   const V c0_hi = c[N - 2], c1_hi = c[N - 1];
   const V rest = c[0] + t * (c[1] + t * row_horner<2, int(N) - 3>(t, c));
   const V product = c1_hi * t_hi;
   const V head = head_of(c0_hi + product);
   return {head, ((c0_hi - head) + product) + c1_hi * t_lo + rest};
 }
-template <class V, std::size_t N> inline HeadTail<V> split_row_sum(V t, const std::array<V, N>& c) {
+template <class V, std::size_t N> inline DoubleWord<V> split_row_sum(V t, const std::array<V, N>& c) {
   return split_row_sum(t, head_of(t), t - head_of(t), c);
 }
 
@@ -41,9 +41,9 @@ inline double tiny_product(double x, double c_hi, double c_lo) {
   const double result = product + rest;
   if (abs(result) >= 0x1p-766) return result * 0x1p-256;
   ownRaiseFpException(kelStatusUnderflow);
-  const double shifter = from_bits<double>(bits(0x1p-766) | sign_of(x));
-  const double head = head_of(result + shifter);
-  const double sum = head + ((product - (head - shifter)) + rest);
+  const double rounding_constant = from_bits<double>(bits(0x1p-766) | sign_of(x));
+  const double head = head_of(result + rounding_constant);
+  const double sum = head + ((product - (head - rounding_constant)) + rest);
   return from_bits<double>(bits(sum) - bits(0x1p-766));
 }
 

@@ -1,12 +1,11 @@
 // What the inverse circular and hyperbolic functions of complex numbers share: the accuracies, as types that say in
-// which numbers a member computes and which logarithm and angle it takes; the lanes that its formula covers; and how
+// which numbers a function computes and which logarithm and angle it takes; the lanes that its formula covers; and how
 // element() brings the others there.
 #pragma once
 
 #include "complex/complex.hpp"
-#include "complex/extended.hpp"
+#include "complex/working_numbers.hpp"
 #include "exp/log_core.hpp"
-#include "root/root.hpp"
 #include "trig/atan_core.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
@@ -16,7 +15,7 @@ constexpr double pi = inverse_trig::pi_head;
 // --- accuracies -----------------------------------------------------------------------------------------------------
 
 /// Double numbers, each operation rounded.
-template <LogAccuracy Log, AngleAccuracy Angle> struct InverseInDouble {
+template <Accuracy Log, Accuracy Angle> struct InverseInDouble {
   using Working = double;
   template <class V> static V number(V x) { return x; }
   template <class V> static V one_minus(V x) { return 1.0 - x; }
@@ -28,7 +27,7 @@ template <LogAccuracy Log, AngleAccuracy Angle> struct InverseInDouble {
   template <class V> static V acute_angle(V y, V x) { return kelvm::angle<Angle>(y, x); }
 };
 /// Float numbers. The angle is pi/2 or pi less one in the first octant, its arc tangent a polynomial.
-template <FloatLogAccuracy A> struct InFloat {
+template <Accuracy A> struct InFloat {
   using Working = float;
   template <class V> static V number(V x) { return x; }
   template <class V> static V one_minus(V x) { return 1.0f - x; }
@@ -38,10 +37,10 @@ template <FloatLogAccuracy A> struct InFloat {
     const auto steep = x < y;
     const V r = select(steep, x, y) / select(steep, y, x), z = r * r;
     const V t = r + (r * z) * [z] {
-      if constexpr (A == FloatLogAccuracy::a21)
-        return estrin(z, inverse_trig::atan_a21);
+      if constexpr (A == Accuracy::bits21)
+        return estrin(z, inverse_trig::atan_bits21);
       else
-        return estrin(z, inverse_trig::atan_a11);
+        return estrin(z, inverse_trig::atan_bits11);
     }();
     return select(steep, float(0.5 * pi) - t, t);
   }
@@ -50,38 +49,38 @@ template <FloatLogAccuracy A> struct InFloat {
     return select(int_bits(x), float(pi) - t, t);
   }
 };
-/// Extended double numbers; the angle leaves 2^-57.
+/// DoubleWord double numbers; the angle leaves 2^-57.
 struct InExtended {
   using Working = double;
-  template <class V> static Extended<V> number(V x) { return {x, V{}}; }
-  template <class V> static Extended<V> one_minus(V x) {
-    const HeadTail<V> difference = two_sum(splat<V>(1), -x);
-    return {difference.head, difference.tail};
+  template <class V> static DoubleWord<V> number(V x) { return {x, V{}}; }
+  template <class V> static DoubleWord<V> one_minus(V x) {
+    const DoubleWord<V> difference = two_sum(splat<V>(1), -x);
+    return {difference.hi, difference.lo};
   }
-  template <class V> static Extended<V> log1p(Extended<V> x) {
-    const HeadTail<V> y = logarithm_1p_head_tail(HeadTail<V>{x.head, x.tail});
-    return {y.head, y.tail};
+  template <class V> static DoubleWord<V> log1p(DoubleWord<V> x) {
+    const DoubleWord<V> y = logarithm_1p_double_word(DoubleWord<V>{x.hi, x.lo});
+    return {y.hi, y.lo};
   }
-  template <class V> static Extended<V> asinh(Extended<V> sinh, Extended<V> cosh) {
+  template <class V> static DoubleWord<V> asinh(DoubleWord<V> sinh, DoubleWord<V> cosh) {
     return 0.5 * log1p(2 * normalised(product(sinh, descending_sum(cosh, sinh))));
   }
-  template <class V> static Extended<V> angle(Extended<V> y, Extended<V> x) {
-    const auto a = kelvm::angle<AngleAccuracy::a53>(HeadTail<V>{y.head, y.tail}, HeadTail<V>{x.head, x.tail});
-    return {a.head, a.tail};
+  template <class V> static DoubleWord<V> angle(DoubleWord<V> y, DoubleWord<V> x) {
+    const auto a = kelvm::angle<Accuracy::full>(DoubleWord<V>{y.hi, y.lo}, DoubleWord<V>{x.hi, x.lo});
+    return {a.hi, a.lo};
   }
-  template <class V> static Extended<V> acute_angle(Extended<V> y, Extended<V> x) {
-    const auto a = detail::first_quadrant_angle<AngleAccuracy::a53, true>(HeadTail<V>{y.head, y.tail},
-                                                                          HeadTail<V>{x.head, x.tail});
-    return {a.head, a.tail};
+  template <class V> static DoubleWord<V> acute_angle(DoubleWord<V> y, DoubleWord<V> x) {
+    const auto a =
+        detail::first_quadrant_angle<Accuracy::full, true>(DoubleWord<V>{y.hi, y.lo}, DoubleWord<V>{x.hi, x.lo});
+    return {a.hi, a.lo};
   }
 };
 
 using A53 = InExtended;
-using A50 = InverseInDouble<LogAccuracy::a50, AngleAccuracy::a50>;
-using A26 = InverseInDouble<LogAccuracy::a26, AngleAccuracy::a26>;
-using A24 = InverseInDouble<LogAccuracy::a24, AngleAccuracy::a24>;
-using A21 = InFloat<FloatLogAccuracy::a21>;
-using A11 = InFloat<FloatLogAccuracy::a11>;
+using A50 = InverseInDouble<Accuracy::bits50, Accuracy::bits50>;
+using A26 = InverseInDouble<Accuracy::bits27, Accuracy::bits27>;
+using A24 = InverseInDouble<Accuracy::bits40, Accuracy::bits49>;
+using A21 = InFloat<Accuracy::bits21>;
+using A11 = InFloat<Accuracy::bits11>;
 
 /// N = |z|^2 - 1 from 1 - x and the squared distance |z - 1|^2, x >= 0. What cancels is exact or small beside
 /// |z - 1| |z + 1|.
@@ -91,15 +90,15 @@ template <class Number> inline Number norm_minus_one_by_distance(Number one_minu
 
 // --- which lanes ----------------------------------------------------------------------------------------------------
 
-/// Marks lanes with x = 1, y = 0.
-template <class V> inline Marks<V> is_one(V x, V y) {
+/// SignMask lanes with x = 1, y = 0.
+template <class V> inline SignMask<V> is_one(V x, V y) {
   return ((int_bits(x) ^ int_bits(splat<V>(1))) - 1) & (int_bits(y) - 1);
 }
 
 /// What the kernels of element type T and accuracy P have in common.
 template <class T, class P> struct InverseKernel : KernelDefaults {
   using Element = T;
-  static constexpr bool stray_underflow = true;
+  static constexpr bool spurious_underflow = true;
   /// Floats evaluated in double are all in range.
   static constexpr bool floats_in_double = sizeof(T) < sizeof(typename P::Working);
   static constexpr int vectors_in_flight = floats_in_double ? 2 : 4;
@@ -108,10 +107,10 @@ template <class T, class P> struct InverseKernel : KernelDefaults {
   static constexpr T low = sizeof(T) == 8 ? T(0x1p-200) : T(0x1p-50);
   static constexpr T high = sizeof(T) == 8 ? T(0x1p200) : T(0x1p30);
 
-  /// Marks what the formulas do not cover, for x, y >= 0: the point 1, parts out of range, infinities, NaNs.
-  template <class V> static Marks<V> uncovered(V x, V y) {
+  /// SignMask what the formulas do not cover, for x, y >= 0: the point 1, parts out of range, infinities, NaNs.
+  template <class V> static SignMask<V> uncovered(V x, V y) {
     if constexpr (floats_in_double)
-      return is_one(x, y) | above(x, 0x1.fffffep127f) | above(y, 0x1.fffffep127f);
+      return is_one(x, y) | above(x, largest_finite<float>) | above(y, largest_finite<float>);
     else
       return is_one(x, y) | outside_but_zero(x, low, high) | outside_but_zero(y, low, high);
   }
@@ -148,11 +147,11 @@ private:
 };
 
 /// x + k ln 2.
-inline Extended<double> plus_ln2(Extended<double> x, double k) {
-  return settled(sum(Extended<double>{k * Natural::two_hi, k * Natural::two_lo}, x));
+inline DoubleWord<double> plus_ln2(DoubleWord<double> x, double k) {
+  return settled(sum(DoubleWord<double>{k * Natural::log_of_2_hi, k * Natural::log_of_2_lo}, x));
 }
 /// x 2^exponent, rounded once more where it is subnormal.
-inline double scaled_back(Extended<double> x, int exponent) { return ScaledSum{{x.head, x.tail}, exponent}.rounded(); }
+inline double scaled_back(DoubleWord<double> x, int exponent) { return ScaledSum{{x.hi, x.lo}, exponent}.rounded(); }
 
 /// A part of a result from its absolute value, with the sign of x; a NaN is the default one.
 template <class T> inline T odd_part(double magnitude, T x) {

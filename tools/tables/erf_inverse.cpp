@@ -1,6 +1,6 @@
-// Makes src/special/inverse_tables.hpp: rows of minimax polynomials for the inverse error functions and the inverse of
+// Makes src/erf/erf_inverse_tables.hpp: rows of minimax polynomials for the inverse error functions and the inverse of
 // the normal distribution function.
-#include "special_rows.hpp"
+#include "erf_rows.hpp"
 
 #include <cstdlib>
 #include <cstring>
@@ -105,7 +105,7 @@ void expect(bool holds, const char* what) {
 
 /// The heads of c0 and c1 are those of the best line of c0 + c1 t + c2 t^2 + c3 t^3, so that what is added to them, and
 /// its rounding errors, are half as large as beside the tangent in the middle.
-void print_a53(const char* name, const Rows& fits, Quad factor, const First& first) {
+void print_full(const char* name, const Rows& fits, Quad factor, const First& first) {
   auto rows = split_rows(fits, factor, 26);
   for (std::size_t k = 1; k < rows.size(); ++k) {
     const Row& c = fits.of[k];
@@ -153,7 +153,7 @@ void print_logarithms() {
 
 int main() {
   // Quarter binades of y: row k belongs to 2^-1-k/4 (7 - k%4)/4 <= y < ..., y = 2^e (1 + q/4 + 1/8 + t), |t| <= 1/8.
-  Rows a53, a50, a26, a24, a21, a11, tail;
+  Rows full, bits50, bits27, bits40, bits21, bits11, tail;
   for (int k = 0; k < 212; ++k) {
     const int e = -1 - k / 4, q = 3 - k % 4;
     const Quad scale = std::ldexp(1.0, e), low = scale * (4 + q) / 4, high = scale * (5 + q) / 4;
@@ -164,15 +164,15 @@ int main() {
       const Quad width = Quad(1) / per_binade, middle = 1 + Quad(q) / 4 + width * (parts - 1 - part) + width / 2;
       return minimax([&](Quad t) { return f(scale * (middle + t)); }, -width / 2, width / 2, degree);
     };
-    a53.add(row(4, 0, 14));
-    a50.add(row(4, 0, 11));
-    for (int part = 0; part < 4; ++part) a26.add(row(16, part, 3));
+    full.add(row(4, 0, 14));
+    bits50.add(row(4, 0, 11));
+    for (int part = 0; part < 4; ++part) bits27.add(row(16, part, 3));
     if (k < 96) {
       for (int part = 0; part < 2; ++part) {
-        a24.add(row(8, part, 7));
-        a21.add(row(8, part, 3));
+        bits40.add(row(8, part, 7));
+        bits21.add(row(8, part, 3));
       }
-      for (int part = 0; part < 4; ++part) a11.add(row(16, part, 1));
+      for (int part = 0; part < 4; ++part) bits11.add(row(16, part, 1));
     }
   }
   for (int i = 4; i < 32; ++i) {
@@ -180,8 +180,8 @@ int main() {
     tail.add(minimax([&](Quad z) { return f(Quad(i) / 128 + z); }, 0, Quad(1) / 128, 12));
   }
 
-  header("inverse_tables.hpp", "<cstdint>");
-  std::puts("namespace inverse_tables {\n");
+  header("erf_inverse_tables.hpp", "<cstdint>");
+  std::puts("namespace erf_inverse_tables {\n");
   std::puts(
       "// Polynomials in t for erfinv(1 - y) / (1 - y), minimax in the relative error. Row k belongs to a part of a\n"
       "// binade of y, counted down from y just below 1; t is y's significand less that of the part's middle. The\n"
@@ -197,18 +197,18 @@ int main() {
     return name;
   };
   for (const auto& family : families) {
-    comment("4 rows a binade: c0_lo, c1_lo, c2, ..., c14, c0_hi, c1_hi, the heads of 26 bits.", a53);
-    print_a53(named(family, "a53"), a53, family.factor, family.first);
-    comment("4 rows a binade: c0, ..., c11.", a50);
-    print_doubles(named(family, "a50"), a50, family.factor);
-    comment("16 rows a binade: c0, ..., c3.", a26);
-    print_doubles(named(family, "a26"), a26, family.factor);
-    comment("8 rows a binade: c0, ..., c7.", a24);
-    print_doubles(named(family, "a24"), a24, family.factor);
-    comment("8 rows a binade: c0, ..., c3.", a21);
-    print_floats(named(family, "a21"), a21, family.factor);
-    comment("16 rows a binade: c0, c1.", a11);
-    print_floats(named(family, "a11"), a11, family.factor);
+    comment("4 rows a binade: c0_lo, c1_lo, c2, ..., c14, c0_hi, c1_hi, the heads of 26 bits.", full);
+    print_full(named(family, "full"), full, family.factor, family.first);
+    comment("4 rows a binade: c0, ..., c11.", bits50);
+    print_doubles(named(family, "bits50"), bits50, family.factor);
+    comment("16 rows a binade: c0, ..., c3.", bits27);
+    print_doubles(named(family, "bits27"), bits27, family.factor);
+    comment("8 rows a binade: c0, ..., c7.", bits40);
+    print_doubles(named(family, "bits40"), bits40, family.factor);
+    comment("8 rows a binade: c0, ..., c3.", bits21);
+    print_floats(named(family, "bits21"), bits21, family.factor);
+    comment("16 rows a binade: c0, c1.", bits11);
+    print_floats(named(family, "bits11"), bits11, family.factor);
   }
   std::puts("\n// The tail: polynomials in z for -s erfcinv(x), s = 1 / sqrt(-ln x) = i / 128 + z, 0 <= z < 1/128, row "
             "i - 4.\n"
@@ -218,7 +218,7 @@ int main() {
     print_tail(named(family, "tail"), tail, family.tail_factor);
   }
   print_logarithms();
-  expect(a53.error < 0x1p-66 && tail.error < 0x1p-62, "a fit fell short");
-  std::puts("\n} // namespace inverse_tables");
+  expect(full.error < 0x1p-66 && tail.error < 0x1p-62, "a fit fell short");
+  std::puts("\n} // namespace erf_inverse_tables");
   footer();
 }

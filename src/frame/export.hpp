@@ -1,0 +1,73 @@
+// One line exports a function, inside its kernel file's namespace: its name and the kernel that computes it.
+//
+//   KELVM_UNARY(kelsFloor_64f, Floor<double>)
+//
+// The public header declares the name with its argument types, real or complex; the list of all functions has the order
+// of its argument checks. The library is compiled with hidden visibility: these functions and the version query are
+// exported and nothing else.
+#pragma once
+
+#include "frame/frame.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+#define KELVM_MEMBER(name, family, type, suffix, shape, order) inline constexpr Order order_of_##name = Order::order;
+#include "members.def"
+
+/// Argument number I of a function type.
+template <int I, class F> struct ArgumentOf;
+template <int I, class R, class A, class... More>
+struct ArgumentOf<I, R(A, More...)> : ArgumentOf<I - 1, R(More...)> {};
+template <class R, class A, class... More> struct ArgumentOf<0, R(A, More...)> { using type = A; };
+template <int I, class F> using Argument = typename ArgumentOf<I, F>::type;
+
+/// How many lanes of the kernel an element of type E is: two for a complex number that is computed as a whole.
+template <class K, class E>
+inline constexpr int parts_of = int(sizeof(E) / sizeof(typename K::Element)) / K::parts_by_themselves;
+template <class K, class E> inline const typename K::Element* parts(const E* p) {
+  return reinterpret_cast<const typename K::Element*>(p);
+}
+template <class K, class E> inline typename K::Element* parts(E* p) {
+  return reinterpret_cast<typename K::Element*>(p);
+}
+
+template <class K, class From, class To>
+inline kelStatus call(Order order, const K& kernel, const From* src, To* dst, int len) {
+  constexpr Shape shape{1, parts_of<K, From>, 1, parts_of<K, To>};
+  return call<shape>(order, kernel, {{parts<K>(src)}, {parts<K>(dst)}}, len);
+}
+template <class K, class From, class To>
+inline kelStatus call(Order order, const K& kernel, const From* src1, const From* src2, To* dst, int len) {
+  constexpr Shape shape{2, parts_of<K, From>, 1, parts_of<K, To>};
+  return call<shape>(order, kernel, {{parts<K>(src1), parts<K>(src2)}, {parts<K>(dst)}}, len);
+}
+template <class K, class From, class To>
+inline kelStatus call(Order order, const K& kernel, const From* src, To* dst1, To* dst2, int len) {
+  constexpr Shape shape{1, parts_of<K, From>, 2, parts_of<K, To>};
+  return call<shape>(order, kernel, {{parts<K>(src)}, {parts<K>(dst1), parts<K>(dst2)}}, len);
+}
+
+} // namespace kelvm::inline KELVM_BUILD
+
+#define KELVM_ARGUMENT(i, name) kelvm::Argument<i, decltype(name)>
+
+#define KELVM_UNARY(name, ...)                                                                                         \
+  extern "C" KELVM_API kelStatus name(KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) dst, int len) {             \
+    return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{}, src, dst, len);                                          \
+  }
+#define KELVM_BINARY(name, ...)                                                                                        \
+  extern "C" KELVM_API kelStatus name(KELVM_ARGUMENT(0, name) src1, KELVM_ARGUMENT(1, name) src2,                      \
+                                      KELVM_ARGUMENT(2, name) dst, int len) {                                          \
+    return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{}, src1, src2, dst, len);                                   \
+  }
+#define KELVM_TWO_OUTPUTS(name, ...)                                                                                   \
+  extern "C" KELVM_API kelStatus name(KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) dst1,                       \
+                                      KELVM_ARGUMENT(2, name) dst2, int len) {                                         \
+    return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{}, src, dst1, dst2, len);                                   \
+  }
+/// The kernel is constructed from the scalar, once a call.
+#define KELVM_SCALAR_POWER(name, ...)                                                                                  \
+  extern "C" KELVM_API kelStatus name(KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) value,                      \
+                                      KELVM_ARGUMENT(2, name) dst, int len) {                                          \
+    return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{value}, src, dst, len);                                     \
+  }
