@@ -22,7 +22,7 @@ function(kelvm_add_build target kind directory vector_bytes flags)
             -fsigned-zeros
             $<$<CXX_COMPILER_ID:GNU>:-fno-unsafe-math-optimizations;-ftrapping-math>
             $<$<CXX_COMPILER_ID:Clang>:-fno-approx-func>
-            -ffp-contract=off # the same bits in every build
+            -ffp-contract=off # the source says what is fused, the same for every compiler
             -fno-math-errno
             -fno-exceptions
             -fno-rtti

@@ -1,5 +1,5 @@
-// Polynomial evaluation, for any width. The order of operations is fixed by the function that is called; results are
-// the same bits in every build.
+// Polynomial evaluation, for any width. The order of operations is fixed by the function that is called. Steps are
+// fused where the build has that (mul_add), but for horner_unfused, which gives the same bits in every build.
 #pragma once
 
 #include "simd/vec.hpp"
@@ -8,6 +8,13 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// c[0] + x (c[1] + x (... + x c[N-1])): fewest operations, one long chain.
 template <class V, int N> inline V horner(V x, const Lane<V> (&c)[N]) {
+  V sum = splat<V>(c[N - 1]);
+#pragma GCC unroll 32
+  for (int i = N - 2; i >= 0; --i) sum = mul_add(sum, x, splat<V>(c[i]));
+  return sum;
+}
+/// The same, each product and each sum rounded, in every build.
+template <class V, int N> inline V horner_unfused(V x, const Lane<V> (&c)[N]) {
   V sum = splat<V>(c[N - 1]);
 #pragma GCC unroll 32
   for (int i = N - 2; i >= 0; --i) sum = sum * x + c[i];
@@ -21,11 +28,11 @@ template <int First, int N, class V, int M> inline V estrin_part(const V* powers
   if constexpr (N == 1) {
     return splat<V>(c[First]);
   } else if constexpr (N == 2) {
-    return c[First + 1] * powers[0] + c[First];
+    return mul_add(splat<V>(c[First + 1]), powers[0], splat<V>(c[First]));
   } else {
     constexpr int log = N <= 4 ? 1 : N <= 8 ? 2 : N <= 16 ? 3 : 4;
     constexpr int low = 1 << log;
-    return estrin_part<First + low, N - low>(powers, c) * powers[log] + estrin_part<First, low>(powers, c);
+    return mul_add(estrin_part<First + low, N - low, V>(powers, c), powers[log], estrin_part<First, low, V>(powers, c));
   }
 }
 } // namespace detail

@@ -32,7 +32,7 @@ double exp_in_double(float x) {
   constexpr double odd[] = {0.69314720573726651, 0.05550328776967639, 0.0013399931218481776};
   constexpr double even[] = {0.24022646890634758, 0.0096184889570477237, 0.00015345812020122585};
   const double f2 = f * f;
-  return power * ((1.0000000005541663 + f * horner(f2, odd)) + f2 * horner(f2, even));
+  return power * ((1.0000000005541663 + f * horner_unfused(f2, odd)) + f2 * horner_unfused(f2, even));
 }
 
 /// A24 and A21: reduction, classification and special rows. P has scaled(r, j, scale) and, for results in the highest
@@ -107,7 +107,7 @@ struct A11 : KernelDefaults {
     const V r = x - (t - rounding_constant<float>)*from_pattern(0x3F317218);
     // e^r, relative error 2^-12.4 on |r| <= ln 2 / 2
     constexpr float c[] = {1.0f, from_pattern(0x3F80017A), from_pattern(0x3F00F657), from_pattern(0x3E2AAA8D)};
-    return power * horner(r, c);
+    return power * horner_unfused(r, c);
   }
 
   /// The rows overlap: a code stands also where the result is an ordinary number or a stored zero or infinity, which
@@ -130,7 +130,7 @@ private:
     const double power = bit_cast<double>((bits(t) + 0x3FF) << 52);
     constexpr double c[] = {1.0000000005585943,   1.0000000365391162,    0.49999992032320767,  0.16666419190347548,
                             0.041668231801027439, 0.0083748983630576226, 0.0013836742051737468};
-    return float(power * horner(r, c));
+    return float(power * horner_unfused(r, c));
   }
 };
 

@@ -42,7 +42,7 @@ struct A53 {
     // e^r - 1 - r = r^2 (...), absolute error below 2^-70
     constexpr double c[] = {from_pattern(0x3FDFFFFFFFFFD97C), from_pattern(0x3FC55555555542A1),
                             from_pattern(0x3FA555574BC3A1BE), from_pattern(0x3F81111276409C2C)};
-    const V p = horner(r, c) * (r * r) + r;
+    const V p = horner_unfused(r, c) * (r * r) + r;
     const auto [head, tail] = lookup_pair<exp2_head_tail_64>(j);
     return (p * (head + tail) + tail) + head;
   }
@@ -72,7 +72,7 @@ struct A50 : OrredTable<A50> {
   template <class V> static V exp_minus_1(V r) {
     constexpr double c[] = {from_pattern(0x3FDFFFFFFFFFFEB0), from_pattern(0x3FC55555B7BAE976),
                             from_pattern(0x3FA55555C2A9C0FA)};
-    return r + (r * r) * horner(r, c);
+    return r + (r * r) * horner_unfused(r, c);
   }
 };
 

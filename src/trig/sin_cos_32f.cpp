@@ -61,7 +61,7 @@ struct A24 : SinCos32<A24> {
           constexpr double c[] = {0x1.000000089705fp+0, -0x1.55554ae8ba1bdp-3, 0x1.110ee64cd0933p-7,
                                   -0x1.9f75e2c166f94p-13, 0x1.5e0a329a17541p-19};
           const auto r = remainder(x, k);
-          return r * horner(r * r, c);
+          return r * horner_unfused(r * r, c);
         },
         x, k);
   }
@@ -69,7 +69,7 @@ struct A24 : SinCos32<A24> {
     return in_double(
         [](auto x, auto h) {
           const auto r = remainder(x, h);
-          return r * horner(r * r, sine_half_pi);
+          return r * horner_unfused(r * r, sine_half_pi);
         },
         x, h);
   }
@@ -85,7 +85,7 @@ template <class V> inline V accurate_remainder(V x, V k) {
 /// sin r = r + r z (q1 + z (...)), z = r^2, in single precision.
 template <class V, int N> inline V sine_series(V r, const float (&q)[N]) {
   const V z = r * r;
-  return r + r * z * horner(z, q);
+  return r + r * z * horner_unfused(z, q);
 }
 
 template <class P> struct Single : SinCos32<P> {
