@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <set>
 
 namespace {
 
@@ -26,9 +27,11 @@ constexpr const char* usage =
     "      --to FORMAT       of the output: text (default, digits that read back the same number) or raw\n"
     "      --list            the members\n"
     "      --help            this text\n"
+    "      --                what follows is no option\n"
     "\n"
     "In text, numbers stand between white space, and # starts a comment. Exit status: 0, also with a warning from the\n"
-    "library; 2 for bad input, with one line on standard error and no output.\n";
+    "library; 2 for bad input or an output that cannot be written, with one line on standard error and no output "
+    "file.\n";
 
 struct Options {
   const Member* member = nullptr;
@@ -47,25 +50,39 @@ Format parse_format(const std::string& word) {
 Options parse_options(std::span<char*> words) {
   Options options;
   std::vector<std::string> operands;
+  std::set<std::string> given;
+  bool operands_only = false; // after --
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::string word = words[i];
+    if (operands_only || word.size() < 2 || word[0] != '-') {
+      operands.push_back(word);
+      continue;
+    }
+    if (word == "--") {
+      operands_only = true;
+      continue;
+    }
+    const bool has_value = word.starts_with("--") && word.find('=') != std::string::npos;
+    const std::string name = word == "-o"   ? "--output"
+                             : word == "-x" ? "--exponent"
+                                            : word.substr(0, has_value ? word.find('=') : word.size());
     const auto value = [&] {
+      if (!given.insert(name).second) throw BadInput("kelvm-apply: " + name + " is given twice");
+      if (has_value) return word.substr(name.size() + 1);
       if (++i == words.size()) throw BadInput("kelvm-apply: " + word + " needs a value");
       return std::string(words[i]);
     };
-    if (word == "-o" || word == "--output") {
+    if (name == "--output") {
       options.output = value();
-    } else if (word == "-x" || word == "--exponent") {
+    } else if (name == "--exponent") {
       options.exponent = value();
       options.has_exponent = true;
-    } else if (word == "--from") {
+    } else if (name == "--from") {
       options.from = parse_format(value());
-    } else if (word == "--to") {
+    } else if (name == "--to") {
       options.to = parse_format(value());
-    } else if (word.size() > 1 && word[0] == '-') {
-      throw BadInput("kelvm-apply: unknown option " + word + " (--help shows them)");
     } else {
-      operands.push_back(word);
+      throw BadInput("kelvm-apply: unknown option " + word + " (--help shows them)");
     }
   }
   if (operands.empty()) throw BadInput("kelvm-apply: no member named (--help shows how)");
@@ -93,7 +110,7 @@ template <class Real> std::vector<Real> parse_exponent(const Options& options) {
     const std::size_t end = std::min(options.exponent.find(',', begin), options.exponent.size());
     try {
       parts.push_back(parse_number<Real>(options.exponent.substr(begin, end - begin)));
-    } catch (const std::logic_error&) {
+    } catch (const std::exception&) {
       parts.clear();
       break;
     }
@@ -196,9 +213,14 @@ template <class Real> void run(const Options& options) {
 } // namespace
 
 int main(int argc, char** argv) try {
-  if (argc == 2 && std::strcmp(argv[1], "--help") == 0) return std::fputs(usage, stdout) < 0 ? 2 : 0;
+  if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
+    write_output("-", usage);
+    return 0;
+  }
   if (argc == 2 && std::strcmp(argv[1], "--list") == 0) {
-    for (const Member& member : members()) std::puts(member.name);
+    std::string names;
+    for (const Member& member : members()) names += std::string(member.name) + '\n';
+    write_output("-", names);
     return 0;
   }
   const Options options = parse_options(std::span(argv + 1, std::size_t(argc - 1)));

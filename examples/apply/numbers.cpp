@@ -45,7 +45,7 @@ std::string quoted(std::string word) {
 
 template <class Real> void read_text(const std::string& bytes, Numbers<Real>& numbers) {
   std::size_t line = 1;
-  for (std::size_t i = 0; i < bytes.size();) {
+  for (std::size_t i = bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0; i < bytes.size();) { // past a byte-order mark
     if (bytes[i] == '\n') ++line;
     if (bytes[i] == '#') {
       i = std::min(bytes.find('\n', i), bytes.size());
@@ -60,8 +60,8 @@ template <class Real> void read_text(const std::string& bytes, Numbers<Real>& nu
         numbers.values.push_back(parse_number<Real>(word));
       } catch (const std::invalid_argument&) {
         throw BadInput(place + quoted(word) + " is not a number");
-      } catch (const std::out_of_range&) {
-        throw BadInput(place + quoted(word) + " is too large for a " + type_name<Real>);
+      } catch (const std::range_error& why) {
+        throw BadInput(place + quoted(word) + " is " + why.what() + " for a " + type_name<Real>);
       }
       numbers.last_line = line;
     }
@@ -107,13 +107,15 @@ template <class Real> BadInput Numbers<Real>::ends_wrong(const std::string& what
 template <class Real> Real parse_number(const std::string& word) {
   char* end = nullptr;
   Real value;
+  errno = 0;
   if constexpr (sizeof(Real) == 8)
     value = std::strtod(word.c_str(), &end);
   else
     value = std::strtof(word.c_str(), &end);
   if (word.empty() || is_space(word[0]) || end != word.c_str() + word.size()) throw std::invalid_argument(word);
-  // An infinity that was not spelled as one.
-  if (std::isinf(value) && word.find_first_of("iI") == std::string::npos) throw std::out_of_range(word);
+  // strtod reports subnormal numbers, too: those are as good as the type can do.
+  if (errno == ERANGE && std::isinf(value)) throw std::range_error("too large");
+  if (errno == ERANGE && value == 0) throw std::range_error("too small");
   return value;
 }
 
@@ -149,12 +151,16 @@ void write_output(const std::string& file, const std::string& bytes) {
   std::error_code ignored; // a name that cannot be resolved fails where it is opened
   std::string target = std::filesystem::canonical(file, ignored).string();
   if (target.empty()) target = file;
-  struct stat found;
-  const bool exists = ::stat(target.c_str(), &found) == 0;
-  if (exists && !S_ISREG(found.st_mode)) { // a device or a pipe: nothing to take the place of
-    NewFile device{file, ::open(target.c_str(), O_WRONLY), true};
-    if (device.descriptor < 0) throw BadInput(file + ": cannot be written: " + error_text());
-    return write_all(device.descriptor, bytes, file);
+  struct stat found {};
+  NewFile old{target, ::open(target.c_str(), O_WRONLY), true};
+  const bool exists = old.descriptor >= 0 && ::fstat(old.descriptor, &found) == 0;
+  if (!exists && errno != ENOENT) throw BadInput(file + ": cannot be written: " + error_text()); // read-only, say
+  if (exists && !(S_ISREG(found.st_mode) && found.st_nlink == 1 && found.st_uid == ::geteuid())) {
+    // A device, or a file with other names or of someone else: to take its place would cut those off.
+    write_all(old.descriptor, bytes, file);
+    if (S_ISREG(found.st_mode) && ::ftruncate(old.descriptor, off_t(bytes.size())) != 0)
+      throw BadInput(file + ": cannot be written: " + error_text());
+    return;
   }
   const std::string path = target + ".new" + std::to_string(::getpid());
   NewFile fresh{path, ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL, 0666)};

@@ -26,7 +26,8 @@ template <class Real> struct Numbers {
 };
 
 /// The number that the whole word is, correctly rounded; "inf", "nan" and hexadecimal numbers included. Throws
-/// std::invalid_argument, or std::out_of_range for a finite number beyond the type.
+/// std::invalid_argument, or std::range_error ("too large" or "too small") for a number that the type would make
+/// infinite or zero.
 template <class Real> Real parse_number(const std::string& word);
 
 /// Reads all of a file, or of standard input where its name is "-". Throws BadInput.
@@ -36,5 +37,6 @@ template <class Real> Numbers<Real> read_numbers(const std::string& file, Format
 template <class Real> std::string format_numbers(std::span<const Real> values, int columns, Format format);
 
 /// Writes the bytes to a file, or to standard output where its name is "-". A regular file appears whole or not at all:
-/// a new one is written beside it and takes its place. Throws BadInput.
+/// a new one is written beside it and takes its place; but one that has other hard links or another owner is written
+/// over. Throws BadInput, also where an existing file may not be written.
 void write_output(const std::string& file, const std::string& bytes);

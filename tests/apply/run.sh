@@ -31,7 +31,7 @@ bad() {
   shift
   mkdir out
   echo before >out/result
-  "$apply" "$@" -o out/result >stdout 2>errors
+  "$apply" -o out/result "$@" >stdout 2>errors
   status=$?
   [[ $status == 2 ]] || fail "$*: exit status $status"
   [[ $(cat errors) == "$line" ]] || fail "$*: said '$(cat errors)', expected '$line'"
@@ -56,16 +56,24 @@ good '0.2\n0.4' kelsAdd_32f_A24 - <(echo 0.1 0.2) < <(echo 0.1 0.2)
 good '1\n6.25' kelsSqr_32f_A24 --from raw floats
 good '1 0\n-2 -0.5' kelsModf_32f --from raw - <floats
 good 'inf\n-inf\nnan' kelsFloor_64f <(echo inf -infinity nan) # spelled out, they are numbers
+printf '\xef\xbb\xbf7 -0e-999' >-marked # begins with a byte-order mark
+good '7\n-0' kelsFloor_64f -- -marked
+good '1e-310\n1e-310' kelsAbs_64f_A53 <(echo 1e-310 -1e-310) # subnormal numbers are numbers
 cp floats keep
 "$apply" kelsFloor_32f --from raw --to raw floats -o keep 2>/dev/null
 [[ $(od -An -tx1 keep | tr -d ' \n') == 0000803f000040c0 ]] || fail "raw output replaces a file: $(od -An -tx1 keep)"
 ln -s keep link
 "$apply" kelsFloor_32f four -o link 2>/dev/null
 [[ -L link && $(cat keep) == $'1\n2\n3\n4' ]] || fail "output through a symbolic link: $(cat keep)"
+ln keep hard
+"$apply" kelsFloor_32f three -o keep 2>/dev/null
+[[ keep -ef hard && $(cat hard) == $'1\n-3\n0' ]] || fail "output into a file with two names: $(cat hard)"
 
 bad 'kelvm-apply: no member named (--help shows how)'
 bad 'kelvm-apply: unknown member kelsNope_64f (--list shows the members)' kelsNope_64f three
 bad 'kelvm-apply: unknown option --fast (--help shows them)' --fast kelsFloor_64f three
+bad 'kelvm-apply: --output is given twice' -o other kelsFloor_64f three
+bad 'kelvm-apply: --from is given twice' --from=text --from text kelsFloor_64f three
 bad 'kelvm-apply: the format hex is neither text nor raw' --from hex kelsFloor_64f three
 bad 'kelvm-apply: kelsAdd_64f_A53 takes two inputs, not 1' kelsAdd_64f_A53 three
 bad 'kelvm-apply: kelsFloor_64f takes one input, not 2' kelsFloor_64f three three
@@ -76,6 +84,7 @@ bad '.: cannot be read: Is a directory' kelsFloor_64f .
 bad 'word:2: "2x" is not a number' kelsFloor_64f word
 bad 'standard input:2: "2x" is not a number' kelsFloor_64f - <word
 bad 'large:3: "1e999" is too large for a double' kelsFloor_64f large
+bad 'standard input:1: "-1e-999" is too small for a double' kelsFloor_64f - <<<'-1e-999'
 bad 'decimals:3: "1e308" is too large for a float' kelsFloor_32f decimals
 bad 'empty:1: holds no numbers' kelsFloor_64f empty
 bad 'lines:4: ends after 3 elements, but four has 4' kelsAdd_64f_A53 lines four
@@ -95,9 +104,22 @@ seq 5000 >many
 [[ $? == 2 && $(cat errors) == 'out/result: cannot be written: File too large' && $(cat out/result) == before &&
   $(ls -A out) == result ]] || fail "output that breaks off half-way: $(cat errors) $(ls -A out)"
 rm -r out
-"$apply" kelsFloor_64f three >/dev/full 2>errors
-[[ $? == 2 && $(cat errors) == 'standard output: cannot be written: No space left on device' ]] ||
-  fail "output to a full device: $(cat errors)"
+chmod a-w three
+as_user=()
+[[ $(id -u) == 0 ]] && as_user=(setpriv --bounding-set=-dac_override) # root may write what others may not
+"${as_user[@]}" "$apply" kelsFloor_64f decimals -o three 2>errors
+[[ $? == 2 && $(cat errors) == 'three: cannot be written: Permission denied' && $(head -c1 three) == '#' ]] ||
+  fail "output into a read-only file: $(cat errors)"
+for request in '--list' '--help' 'kelsFloor_64f three'; do
+  # shellcheck disable=SC2086 # the request is words
+  "$apply" $request >/dev/full 2>errors
+  [[ $? == 2 && $(cat errors) == 'standard output: cannot be written: No space left on device' ]] ||
+    fail "$request to a full device: $(cat errors)"
+  # shellcheck disable=SC2086
+  "$apply" $request >&- 2>errors
+  [[ $? == 2 && $(cat errors) == 'standard output: cannot be written: Bad file descriptor' ]] ||
+    fail "$request to a closed output: $(cat errors)"
+done
 
 # The other shapes.
 good '2 4\n6 8' kelsAdd_64fc_A53 four four
