@@ -39,6 +39,9 @@ consumers=$source/tests/install
   -DCMAKE_PREFIX_PATH="$work/moved" -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF >"$work/log" && "$cmake" --build "$work/cmake" >>"$work/log" ||
   fail "$(cat "$work/log")"
 "$work/cmake/consumer" || fail "the consumer found wrong results"
+if [[ -e $work/cmake/consumer_f90 ]]; then
+  "$work/cmake/consumer_f90" | grep -q '^exp(   1.0) = 2.718281828459045' || fail "wrong results in Fortran"
+fi
 
 echo "== pkg-config"
 # shellcheck disable=SC2046 # the flags are words
