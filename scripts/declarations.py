@@ -25,3 +25,52 @@ def functions():
     """All functions, in the order of the list."""
     rows = re.findall(r"^KELVM_MEMBER\((\w+), (\w+), (\w+), (\w+), (\w+), \w+\)", (ROOT / "src/members.def").read_text(), re.M)
     return [Function(*row) for row in rows]
+
+
+class Declaration(NamedTuple):
+    """What a public header says of a family's functions of real or of complex numbers."""
+    family: str
+    text: list  # paragraphs of the comment right above
+    shared: list  # paragraphs of the comments above it that hold for several families
+    prototypes: list
+
+
+def paragraphs(comment):
+    """A C comment's paragraphs, each in one line. A line that starts with a label ("Warnings:") starts one."""
+    text = re.sub(r"^ *\* ?", "", re.sub(r"^/\*\*?|\*/$", "", comment.strip()), flags=re.M)
+    blocks = re.split(r"\n\s*\n|\n(?=[A-Z]\w+: )", text)
+    return [" ".join(block.split()) for block in blocks if block.strip()]
+
+
+def header_comment(name):
+    """The paragraphs of the comment that a header starts with."""
+    return paragraphs(re.match(r"/\*.*?\*/", (ROOT / "include/kelvm" / name).read_text(), re.S).group())
+
+
+def declarations():
+    """Every declaration of the public headers with its comments. A /** comment is that of the prototypes below it; any
+    other holds for what follows it, up to the next of its kind; the one at the top of a header for the whole header,
+    but for its first paragraph."""
+    found = []
+    for path in sorted((ROOT / "include/kelvm").glob("*.h")):
+        top, section, text, prototypes = header_comment(path.name)[1:], [], [], []
+        body = path.read_text().split("KELVM_BEGIN_DECLARATIONS", 1)[-1]
+        for comment, prototype in re.findall(r"^(/\*.*?\*/)|^KELVM_API (kelStatus kels.*?;)", body, re.M | re.S):
+            if prototype:
+                prototypes.append(prototype)
+                continue
+            if comment.startswith("/**"):
+                text = paragraphs(comment)
+            else:
+                section = paragraphs(comment)
+            prototypes = []
+            found.append((text, section + top, prototypes))
+    return [Declaration(re.match(r"kelStatus kels([A-Za-z0-9]+)_", p[0]).group(1), t, s, p) for t, s, p in found if p]
+
+
+def table(path, columns):
+    """The rows of a Markdown table of functions, as {function: {column: text}} with these columns."""
+    lines = [[cell.strip() for cell in line.strip("| \n").split(" | ")] for line in (ROOT / path).open()
+             if line.startswith("| ")]
+    names = [name.strip() for name in lines[0]]
+    return {row[0]: {c: row[names.index(c)] for c in columns if names.index(c) < len(row)} for row in lines[1:]}
