@@ -13,7 +13,7 @@ need_packages g++ cmake ninja-build
 cmake -S . -B build/demo -G Ninja -DCMAKE_BUILD_TYPE=Release -DKELVM_BUILD_TESTS=OFF
 cmake --build build/demo --target kelvm kelvm-apply
 
-apply=build/demo/examples/kelvm-apply
+apply=build/demo/tools/apply/kelvm-apply
 
 echo
 head -n 3 "$data"

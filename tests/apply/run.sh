@@ -69,12 +69,12 @@ ln keep hard
 "$apply" kelsFloor_32f three -o keep 2>/dev/null
 [[ keep -ef hard && $(cat hard) == $'1\n-3\n0' ]] || fail "output into a file with two names: $(cat hard)"
 
-bad 'kelvm-apply: no member named (--help shows how)'
-bad 'kelvm-apply: unknown member kelsNope_64f (--list shows the members)' kelsNope_64f three
+bad 'kelvm-apply: no function named (--help shows how)'
+bad 'kelvm-apply: unknown function kelsNope_64f (--list shows the functions)' kelsNope_64f three
 bad 'kelvm-apply: unknown option --fast (--help shows them)' --fast kelsFloor_64f three
 bad 'kelvm-apply: --output is given twice' -o other kelsFloor_64f three
 bad 'kelvm-apply: --from is given twice' --from=text --from text kelsFloor_64f three
-bad 'kelvm-apply: the format hex is neither text nor raw' --from hex kelsFloor_64f three
+bad 'kelvm-apply: the format hex is none of text, raw and npy' --from hex kelsFloor_64f three
 bad 'kelvm-apply: kelsAdd_64f_A53 takes two inputs, not 1' kelsAdd_64f_A53 three
 bad 'kelvm-apply: kelsFloor_64f takes one input, not 2' kelsFloor_64f three three
 bad 'kelvm-apply: standard input cannot be both inputs' kelsAdd_64f_A53 - -
@@ -87,9 +87,9 @@ bad 'large:3: "1e999" is too large for a double' kelsFloor_64f large
 bad 'standard input:1: "-1e-999" is too small for a double' kelsFloor_64f - <<<'-1e-999'
 bad 'decimals:3: "1e308" is too large for a float' kelsFloor_32f decimals
 bad 'empty:1: holds no numbers' kelsFloor_64f empty
-bad 'lines:4: ends after 3 elements, but four has 4' kelsAdd_64f_A53 lines four
-bad 'lines:4: ends after 3 elements, but four has 4' kelsAdd_64f_A53 four lines
-bad 'floats: byte 8: ends after 2 elements, but zeros has 3' kelsAdd_32f_A24 --from raw floats zeros
+bad 'lines:4: ends after 3 elements, before four does' kelsAdd_64f_A53 lines four
+bad 'lines:4: ends after 3 elements, before four does' kelsAdd_64f_A53 four lines
+bad 'floats: byte 8: ends after 2 elements, before zeros does' kelsAdd_32f_A24 --from raw floats zeros
 printf 'abc' >>floats
 bad 'floats: byte 11: ends inside a double' kelsFloor_64f --from raw floats
 
@@ -128,9 +128,59 @@ good '5\n1' kelsAbs_32fc_A24 <(echo 3 4 0 -1)
 good '1 0' kelsCIS_64fc_A53 <(echo 0)
 good '1\n4\n9\n16' kelsPowx_64f_A53 -x 2 four
 bad 'kelvm-apply: kelsPowx_64f_A53 needs an exponent (-x)' kelsPowx_64f_A53 four
-bad 'kelvm-apply: the exponent "2,1" is not a number of the member'"'"'s type' kelsPowx_64f_A53 -x 2,1 four
+bad 'kelvm-apply: the exponent "2,1" is not a number of the function'"'"'s type' kelsPowx_64f_A53 -x 2,1 four
 good '1 2\n3 4' kelsPowx_32fc_A24 -x 1,0 four
-bad 'kelvm-apply: the exponent "2" is not a pair RE,IM of numbers of the member'"'"'s type' kelsPowx_32fc_A24 -x 2 four
+bad 'kelvm-apply: the exponent "2" is not a pair RE,IM of numbers of the function'"'"'s type' kelsPowx_32fc_A24 -x 2 four
+
+# NumPy's arrays: shapes of either order, results beside each other, lengths known at the end only.
+npy() { # SHAPE ORDER: the header of an array of doubles, on standard output
+  printf "\x93NUMPY\1\0\x76\0%-117s\n" "{'descr': '<f8', 'fortran_order': $2, 'shape': $1, }"
+}
+doubles='\0\0\0\0\0\0\xf8\x3f\0\0\0\0\0\0\x04\xc0' # 1.5 and -2.5
+{ npy '(1, 2)' False; printf "$doubles"; } >array.npy
+good '2\n-3' kelsRound_64f array.npy
+"$apply" kelsModf_64f array.npy -o parts.npy 2>/dev/null
+{ npy '(1, 2, 2)' False; printf '\0\0\0\0\0\0\xf0\x3f\0\0\0\0\0\0\xe0\x3f\0\0\0\0\0\0\0\xc0\0\0\0\0\0\0\xe0\xbf'; } | cmp - parts.npy ||
+  fail 'two results of an array'
+{ npy '(1, 2)' True; printf "$doubles"; } | "$apply" kelsModf_64f --to npy - 2>/dev/null | head -c 128 |
+  cmp - <(npy '(2, 1, 2)' True) || fail 'two results of an array in the order of Fortran'
+echo 1.5 -2.5 | "$apply" kelsTrunc_64f - --to npy 2>/dev/null | head -c 128 | cmp - <(npy '(2,)' False) ||
+  fail 'an array of text'
+bad 'array.npy: has elements of type <f8, but the function takes <f4' kelsFloor_32f array.npy
+{ npy '(3, 1)' False; printf "$doubles"; } >short.npy
+bad 'short.npy: byte 144: ends before the array that its header promises' kelsFloor_64f short.npy
+{ npy '(2, 1)' False; printf "$doubles"; } >other.npy
+bad 'other.npy: is an array of another shape or order than array.npy' kelsAdd_64f_A53 array.npy other.npy
+head -c 90 array.npy >broken.npy
+bad 'broken.npy: has a broken header' kelsFloor_64f broken.npy
+
+# Many pieces, of a file and of a pipe, words and comments across the borders of what is read at a time.
+{ seq 0.5 99999.5; printf '#%0300000d\n' 0; seq 100000.5 299999.5; } >long
+"$apply" kelsAbs_64f_A53 long 2>/dev/null | cmp - <(seq 0.5 299999.5) || fail 'a long file'
+cat long | "$apply" kelsAbs_64f_A53 - --to raw 2>errors | "$apply" kelsAbs_64f_A53 - --from raw 2>/dev/null |
+  cmp - <(seq 0.5 299999.5) || fail 'a long pipe'
+grep -q '^kelsAbs_64f_A53: 300000 elements' errors || fail "a long pipe: $(cat errors)"
+(timeout -s INT 0.2 "$apply" kelsFloor_64f <(yes 1) -o stopped) 2>errors
+[[ -z $(compgen -G 'stopped*') ]] || fail "left behind after an interrupt: $(ls stopped*)"
+
+# Comparisons: with another accuracy, whose exact results for small whole numbers are known, and with MPFR where it is.
+"$apply" --compare kelsSqr_64f_A53 kelsSqr_32f_A24 <(echo 3 4097 5) >report || fail 'a comparison with another type'
+grep -A1 'largest error       0.5000 ulp' report | grep -q 'element 2: 4097' || fail "squares: $(cat report)"
+bad 'kelvm-apply: kelsSqr_64f_A53 cannot be compared with kelsSqr_32f_A24' --compare kelsSqr_32f_A24 kelsSqr_64f_A53 four
+bad 'kelvm-apply: kelsExp_64f_A26 cannot be compared with kelsLn_64f_A53' --compare kelsLn_64f_A53 kelsExp_64f_A26 four
+if "$apply" --compare mpfr kelsExp_32f_A11 <(echo 25.3) >report 2>errors; then
+  grep -q 'largest error       2109.6753 ulp' report || fail "exponentials: $(cat report)"
+  "$apply" --compare mpfr kelsMul_64fc_A53 four four >report || fail 'complex products'
+  grep -q 'largest error       0.0000 ulp' report || fail "complex products: $(cat report)"
+else
+  grep -q 'was built without MPFR' errors || fail "a comparison with MPFR: $(cat errors)"
+fi
+
+"$apply" --info kelsLn_64fc_A50 >report || fail '--info'
+for words in '^kelStatus kelsLn_64fc_A50(const Complex64f' 'natural logarithm' 'Tested to hold: bits' 'Max relative error 2^-5'; do
+  grep -q "$words" report || fail "--info lacks '$words': $(cat report)"
+done
+"$apply" --info kelsSqrt_64f_A53 | grep -qE '^  -1 +-?nan +status 19$' || fail 'special values'
 
 [[ $failures == 0 ]] && echo "all good"
 exit $((failures != 0))
