@@ -8,12 +8,12 @@ set(KELVM_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/kelvm)
 install(
   TARGETS kelvm
   EXPORT kelvmTargets
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 if(BUILD_SHARED_LIBS)
   foreach(level v3 v4)
     install(TARGETS kelvm_${level} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/glibc-hwcaps/x86-64-${level}
-                                           NAMELINK_SKIP)
+                                           COMPONENT library NAMELINK_SKIP)
   endforeach()
 endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/kelvm DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})

@@ -1,0 +1,60 @@
+# cpack: Debian packages (library, development files, program, Python). scripts/deb makes and checks them; the build tree
+# should be configured with the prefix /usr (preset "package").
+set(CPACK_PACKAGE_VENDOR "kelvm developers")
+set(CPACK_PACKAGE_CONTACT "kelvm developers <root@localhost>" CACHE STRING "Maintainer of the packages")
+set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
+set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
+set(CPACK_VERBATIM_VARIABLES ON)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL library development)
+if(KELVM_BUILD_APPLY)
+  list(APPEND CPACK_COMPONENTS_ALL tool)
+endif()
+if(KELVM_BUILD_PYTHON)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/sse41)
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/kelvm_debian.cmake)
+
+set(about "kelvm computes mathematical functions over arrays of floats, doubles and
+complex numbers with SIMD instructions, in up to three accuracies. Results
+of an element depend on its value alone.
+.")
+set(library libkelvm${PROJECT_VERSION_MAJOR})
+set(control ${PROJECT_BINARY_DIR}/debian)
+file(WRITE ${control}/shlibs "libkelvm ${PROJECT_VERSION_MAJOR} ${library} (>= ${PROJECT_VERSION})\n")
+file(WRITE ${control}/triggers "activate-noawait ldconfig\n")
+
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${library})
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${control}/shlibs ${control}/triggers)
+set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "vector math library
+${about}
+This package has the shared library, built for SSE4.1, AVX2 and AVX-512.")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkelvm-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${library} (= ${PROJECT_VERSION})")
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "vector math library (development files)
+${about}
+This package has the headers, the Fortran module, manual pages and files
+for CMake and pkg-config.")
+set(CPACK_DEBIAN_TOOL_PACKAGE_NAME kelvm-apply)
+set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION math)
+set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${library} (>= ${PROJECT_VERSION})")
+set(CPACK_COMPONENT_TOOL_DESCRIPTION "mathematical functions over the numbers of a file
+kelvm-apply applies functions of the library kelvm to text, raw bytes and
+NumPy arrays of any size, and measures their error.")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-kelvm)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "${library} (>= ${PROJECT_VERSION}), python3-numpy")
+set(CPACK_COMPONENT_PYTHON_DESCRIPTION "vector math library (NumPy functions)
+${about}
+This package has NumPy universal functions for Python 3.")
+
+include(CPack)
