@@ -49,8 +49,8 @@ def header_comment(name):
 
 def declarations():
     """Every declaration of the public headers with its comments. A /** comment is that of the prototypes below it; any
-    other holds for what follows it, up to the next of its kind; the one at the top of a header for the whole header,
-    but for its first paragraph."""
+    other holds for what follows it, up to the next of its kind, and is a mere heading where it has one short line; the
+    one at the top of a header holds for the whole header, but for its first paragraph."""
     found = []
     for path in sorted((ROOT / "include/kelvm").glob("*.h")):
         top, section, text, prototypes = header_comment(path.name)[1:], [], [], []
@@ -62,7 +62,7 @@ def declarations():
             if comment.startswith("/**"):
                 text = paragraphs(comment)
             else:
-                section = paragraphs(comment)
+                section = paragraphs(comment) if len(comment) > 60 else []
             prototypes = []
             found.append((text, section + top, prototypes))
     return [Declaration(re.match(r"kelStatus kels([A-Za-z0-9]+)_", p[0]).group(1), t, s, p) for t, s, p in found if p]

@@ -1,10 +1,6 @@
 /* Complex arithmetic and elementary functions. Conventions, status codes, aliasing: kelvm/types.h.
  *
- * Infinities and NaNs behave as C's Annex G has it: a number with an infinite part is infinite whatever the other part.
- * Warnings of Mul, MulByConj and Div: kelStatusOverflow where finite operands give an infinite part; kelStatusDomain,
- * with invalid raised, where operands without a NaN give a NaN part (infinity times zero, zero by zero, infinity by
- * infinity); kelStatusSingularity for a number that is not zero divided by zero. A NaN operand gives NaN parts (the
- * default NaN) unless an infinity decides, and no warning. A part below the normal range is no warning. */
+ * Infinities and NaNs behave as C's Annex G has it: a number with an infinite part is infinite whatever the other part. */
 #ifndef KELVM_COMPLEX_H
 #define KELVM_COMPLEX_H
 
@@ -24,6 +20,11 @@ KELVM_API kelStatus kelsSub_64fc_A53(const Complex64f* src1, const Complex64f* s
  * nothing, no warnings. */
 KELVM_API kelStatus kelsConj_32fc_A24(const Complex32f* src, Complex32f* dst, int len);
 KELVM_API kelStatus kelsConj_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/* Warnings of products and quotients: kelStatusOverflow where finite operands give an infinite part; kelStatusDomain,
+ * with invalid raised, where operands without a NaN give a NaN part (infinity times zero, zero by zero, infinity by
+ * infinity); kelStatusSingularity for a number that is not zero divided by zero. A NaN operand gives NaN parts (the
+ * default NaN) unless an infinity decides, and no warning. A part below the normal range is no warning. */
 
 /** dst[i] = src1[i] * src2[i]. A24 and A53: each part within 0.51 ulp, also where its two products cancel; the others
  * within 2^-bits of the suffix, relative to the absolute value of the result. */
@@ -50,6 +51,8 @@ KELVM_API kelStatus kelsDiv_32fc_A24(const Complex32f* src1, const Complex32f* s
 KELVM_API kelStatus kelsDiv_64fc_A26(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
 KELVM_API kelStatus kelsDiv_64fc_A50(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
 KELVM_API kelStatus kelsDiv_64fc_A53(const Complex64f* src1, const Complex64f* src2, Complex64f* dst, int len);
+
+/* Absolute value and square root. */
 
 /** dst[i] = the absolute value of src[i], infinite where a part is, whatever the other. No overflow or underflow of
  * intermediate values. Warnings: kelStatusOverflow where a finite number's absolute value overflows; kelStatusUnderflow
@@ -200,6 +203,8 @@ KELVM_API kelStatus kelsAtanh_32fc_A24(const Complex32f* src, Complex32f* dst, i
 KELVM_API kelStatus kelsAtanh_64fc_A26(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsAtanh_64fc_A50(const Complex64f* src, Complex64f* dst, int len);
 KELVM_API kelStatus kelsAtanh_64fc_A53(const Complex64f* src, Complex64f* dst, int len);
+
+/* Logarithms and powers. */
 
 /** dst[i] = the natural logarithm of src[i]: ln |z| + i angle(z), the angle in [-pi, pi] with the sign of the imaginary
  * part, that of a zero too, which decides the side of the cut along the negative real axis. Infinities and NaNs as

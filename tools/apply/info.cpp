@@ -35,7 +35,8 @@ std::string declaration(std::string_view header, std::string_view name) {
   };
   std::string text = std::string(header.substr(begin, end - begin)) + "\n\n" + comment(own);
   if (const std::size_t api = text.find("KELVM_API "); api != text.npos) text.erase(api, 10);
-  if (part != above.npos) text += "\n" + comment(part);
+  // One of a single short line is a heading.
+  if (part != above.npos && above.find("*/", part) > part + 60) text += "\n" + comment(part);
   // What the comment at the top of the header says of all its functions, behind its first paragraph.
   std::string top = comment_text(header.substr(0, header.find("*/") + 2));
   const std::size_t second = top.find("\n\n");
