@@ -74,3 +74,9 @@ def table(path, columns):
              if line.startswith("| ")]
     names = [name.strip() for name in lines[0]]
     return {row[0]: {c: row[names.index(c)] for c in columns if names.index(c) < len(row)} for row in lines[1:]}
+
+
+def limits():
+    """What the tests hold each function to: pairs of a measure and its bound."""
+    rows = (line.split() for line in (ROOT / "tests/accuracy/limits.txt").read_text().splitlines())
+    return {row[0]: list(zip(row[1::2], row[2::2])) for row in rows if row and row[0].startswith("kels")}
