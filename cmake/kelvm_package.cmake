@@ -52,7 +52,15 @@ kelvm-apply applies functions of the library kelvm to text, raw bytes and
 NumPy arrays of any size, and measures their error.")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-kelvm)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
-set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "${library} (>= ${PROJECT_VERSION}), python3-numpy")
+# The extension is for this Python and for NumPy's binary interface, which Debian numbers.
+execute_process(COMMAND sh -c "/usr/bin/python3 -c 'import sys; print(*sys.version_info[:2])'; dpkg-query -W -f '\${Provides}' python3-numpy"
+                OUTPUT_VARIABLE found ERROR_QUIET)
+if(KELVM_BUILD_PYTHON AND found MATCHES "^([0-9]+) ([0-9]+)\n.*(python3-numpy-abi[0-9]+)")
+  math(EXPR next "${CMAKE_MATCH_2} + 1")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+      "${library} (>= ${PROJECT_VERSION}), python3 (>= ${CMAKE_MATCH_1}.${CMAKE_MATCH_2}), python3 (<< ${CMAKE_MATCH_1}.${next}), python3-numpy (>= 1:1.24), ${CMAKE_MATCH_3}"
+  )
+endif()
 set(CPACK_COMPONENT_PYTHON_DESCRIPTION "vector math library (NumPy functions)
 ${about}
 This package has NumPy universal functions for Python 3.")

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # kelvm::fortran: the module kelvm, compiled with the project that uses it (which enables Fortran), and the library.
 if(NOT TARGET kelvm_fortran)
   if(NOT KELVM_FORTRAN_SOURCE)

@@ -43,8 +43,8 @@ def paragraphs(comment):
 
 
 def header_comment(name):
-    """The paragraphs of the comment that a header starts with."""
-    return paragraphs(re.match(r"/\*.*?\*/", (ROOT / "include/kelvm" / name).read_text(), re.S).group())
+    """The paragraphs of the comment that a header starts with, behind the line of its licence."""
+    return paragraphs(re.match(r"/\* SPDX.*?\*/\n(/\*.*?\*/)", (ROOT / "include/kelvm" / name).read_text(), re.S).group(1))
 
 
 def declarations():

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Arithmetic on arrays and rounding to integral values. Conventions, status codes, aliasing: kelvm/types.h. */
 #ifndef KELVM_ARITH_H
 #define KELVM_ARITH_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Exponential, logarithm and power. Conventions, status codes, aliasing: kelvm/types.h. */
 #ifndef KELVM_EXP_H
 #define KELVM_EXP_H

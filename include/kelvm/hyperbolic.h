@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Hyperbolic functions. Conventions, status codes, aliasing: kelvm/types.h. */
 #ifndef KELVM_HYPERBOLIC_H
 #define KELVM_HYPERBOLIC_H

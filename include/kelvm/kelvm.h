@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* kelvm: element-wise mathematical functions over arrays. Start reading in kelvm/types.h. */
 #ifndef KELVM_KELVM_H
 #define KELVM_KELVM_H

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Roots and algebraic powers of arrays. Conventions, status codes, aliasing: kelvm/types.h.
  *
  * Relative error at the lower accuracies: A11 2^-11, A21 2^-21, A26 2^-26, A50 2^-50. Where the exact result is a

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Special functions: the error function, its complement and their inverses, the normal distribution function and its
  * inverse. Conventions, status codes, aliasing: kelvm/types.h.
  *

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Circular functions. Conventions, status codes, aliasing: kelvm/types.h. */
 #ifndef KELVM_TRIG_H
 #define KELVM_TRIG_H

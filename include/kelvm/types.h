@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Element types, status codes and the conventions that every function of the library follows.
  *
  * A function is named kels<Family>_<type>_<suffix>. The type is that of the elements: 32f float, 64f double, 32fc

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* Which build of the library is loaded. */
 #ifndef KELVM_VERSION_H
 #define KELVM_VERSION_H

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Completion of kelvm-apply in bash.
 _kelvm_apply() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} functions i

@@ -29,7 +29,8 @@ std::string declaration(std::string_view header, std::string_view name) {
   const std::size_t begin = header.rfind('\n', at) + 1, end = header.find(';', at) + 1;
   const std::string_view above = header.substr(0, begin);
   const std::size_t own = above.rfind("\n/**");
-  const std::size_t part = above.rfind("\n/* ");
+  const std::size_t declarations = above.find("KELVM_BEGIN_DECLARATIONS");
+  const std::size_t part = above.rfind("\n/* ") > declarations ? above.rfind("\n/* ") : above.npos;
   const auto comment = [&](std::size_t start) {
     return comment_text(above.substr(start + 1, above.find("*/", start) + 2 - start - 1));
   };
@@ -37,9 +38,10 @@ std::string declaration(std::string_view header, std::string_view name) {
   if (const std::size_t api = text.find("KELVM_API "); api != text.npos) text.erase(api, 10);
   // One of a single short line is a heading.
   if (part != above.npos && above.find("*/", part) > part + 60) text += "\n" + comment(part);
-  // What the comment at the top of the header says of all its functions, behind its first paragraph.
-  std::string top = comment_text(header.substr(0, header.find("*/") + 2));
-  const std::size_t second = top.find("\n\n");
+  // What the comment at the top of the header, behind its licence, says of all its functions after its first paragraph.
+  const std::size_t behind_licence = header.find("*/") + 2;
+  std::string top = comment_text(header.substr(behind_licence, header.find("*/", behind_licence) + 2 - behind_licence));
+  const std::size_t second = top.find("\n\n", 1);
   if (second != top.npos) text += top.substr(second + 1);
   return text;
 }
