@@ -21,7 +21,7 @@ build() { # PRESET [BUILD-ARGUMENT...]
 }
 
 plain_packages=(g++ cmake ninja-build pkgconf libgtest-dev libgmock-dev libmpfr-dev libmpc-dev libboost-dev libtbb-dev
-  python3-{dev,numpy,scipy,pandas,xarray,dask,distributed,pytest,hypothesis,pip,venv})
+  gfortran mandoc python3-{dev,numpy,scipy,pandas,xarray,dask,distributed,pytest,hypothesis,pip,venv})
 need_packages "${plain_packages[@]}"
 build release
 tests release
@@ -48,12 +48,13 @@ threads() {
   build tsan --target kelvm-contract && build/tsan/tests/contract/kelvm-contract --gtest_filter='Threads.*'
 }
 other_projects() { tests release -R '^(other_projects|reproducible)$'; }
+binary_interface() { scripts/abi; }
 tables() { tools/tables/regenerate; }
 
 need_packages clang clang-format libclang-rt-14-dev git python3 sollya libgmp-dev
 passed=0 failed=0 summary=
 for step in formatting unoptimised one_definition not_inlined unity clang address_and_undefined threads other_projects \
-  tables; do
+  binary_interface tables; do
   echo
   echo "== ${step//_/ }"
   start=$SECONDS result=passed

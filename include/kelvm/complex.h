@@ -1,7 +1,8 @@
 /* SPDX-License-Identifier: MIT */
 /* Complex arithmetic and elementary functions. Conventions, status codes, aliasing: kelvm/types.h.
  *
- * Infinities and NaNs behave as C's Annex G has it: a number with an infinite part is infinite whatever the other part. */
+ * Infinities and NaNs behave as C's Annex G has it: a number with an infinite part is infinite whatever the other part.
+ */
 #ifndef KELVM_COMPLEX_H
 #define KELVM_COMPLEX_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// The library for C++20: functions over ranges, the type of whose elements chooses the function of the C interface.
 ///

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 /// @file
 /// The functions of kelvm/kelvm.hpp with an execution policy as first argument, over many cores:
 ///
