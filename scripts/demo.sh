@@ -17,7 +17,7 @@ for level in v3:avx2 v4:avx512; do
   if /lib64/ld-linux-x86-64.so.2 --help | grep -q "x86-64-${level%:*} (supported"; then best=${level#*:}; fi
 done
 case $best in sse41) target=kelvm ;; avx2) target=kelvm_v3 ;; avx512) target=kelvm_v4 ;; esac
-cmake --build build/demo --target kelvm $target kelvm-demo kelvm-apply
+cmake --build build/demo --target kelvm "$target" kelvm-demo kelvm-apply
 export LD_LIBRARY_PATH=$PWD/build/demo/$best
 
 echo
