@@ -51,6 +51,11 @@ set(CPACK_COMPONENT_TOOL_DESCRIPTION "mathematical functions over the numbers of
 kelvm-apply applies functions of the library kelvm to text, raw bytes and
 NumPy arrays of any size, and measures their error.")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-kelvm)
+file(WRITE ${control}/postinst "#!/bin/sh\nset -e\npy3compile -p python3-kelvm\n")
+file(WRITE ${control}/prerm "#!/bin/sh\nset -e\npy3clean -p python3-kelvm\n") # what Python has compiled
+file(CHMOD ${control}/postinst ${control}/prerm PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+     WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${control}/postinst ${control}/prerm)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
 # The extension is for this Python and for NumPy's binary interface, which Debian numbers.
 execute_process(COMMAND sh -c "/usr/bin/python3 -c 'import sys; print(*sys.version_info[:2])'; dpkg-query -W -f '\${Provides}' python3-numpy"
