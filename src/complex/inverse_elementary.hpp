@@ -10,7 +10,7 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-constexpr double pi = inverse_trig::pi_head;
+inline constexpr double pi = inverse_trig::pi_head;
 
 // --- accuracies -----------------------------------------------------------------------------------------------------
 

@@ -9,7 +9,7 @@
 namespace kelvm::inline KELVM_BUILD {
 
 /// 2^(j/64) as head, truncated to 44 fraction bits, and tail, rounded: relative error 3e-30.
-constexpr double exp2_head_tail_64[64][2] = {
+inline constexpr double exp2_head_tail_64[64][2] = {
     {0x1p+0, 0x0p+0},
     {0x1.02c9a3e778p+0, 0x1.83b9bdf2b293ep-46},
     {0x1.059b0d31585p+0, 0x1.d0eb9f1523adap-46},
@@ -77,7 +77,7 @@ constexpr double exp2_head_tail_64[64][2] = {
 };
 
 /// The fraction field of 2^(j/128) rounded to double.
-constexpr std::int64_t exp2_fraction_128[128] = {
+inline constexpr std::int64_t exp2_fraction_128[128] = {
     0x0000000000000,
     0x0163DA9FB3335,
     0x02C9A3E778061,
@@ -209,7 +209,7 @@ constexpr std::int64_t exp2_fraction_128[128] = {
 };
 
 /// 2^(j/128) rounded to float, and the relative correction (2^(j/128) - head) / head.
-constexpr float exp2_head_correction_128[128][2] = {
+inline constexpr float exp2_head_correction_128[128][2] = {
     {0x1p+0f, 0x0p+0f},
     {0x1.0163dap+0f, 0x1.3dacd2p-25f},
     {0x1.02c9a4p+0f, -0x1.844542p-28f},
@@ -341,7 +341,7 @@ constexpr float exp2_head_correction_128[128][2] = {
 };
 
 /// The fraction field of 2^(j/128) rounded to float.
-constexpr std::int32_t exp2_fraction_128_float[128] = {
+inline constexpr std::int32_t exp2_fraction_128_float[128] = {
     0x000000,
     0x00B1ED,
     0x0164D2,

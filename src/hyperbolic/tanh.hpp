@@ -7,7 +7,7 @@
 namespace kelvm::inline KELVM_BUILD {
 
 /// 1 - tanh 20 is below 2^-56.
-constexpr double tanh_saturated = 20;
+inline constexpr double tanh_saturated = 20;
 template <class V> inline V tanh_clamped(V x, Lane<V> limit) { return smaller_of(abs(x), splat<V>(limit)); }
 
 /// tanh x, 0 <= x <= 20, as a double-word with a relative error below 2^-60, |lo| < 2^-24 head. e = (hi + lo)

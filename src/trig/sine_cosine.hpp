@@ -25,8 +25,8 @@ template <class V> struct Remainder {
   Int<V> index;
 };
 
-constexpr double thirty_two_over_pi = 0x1.45f306dc9c883p+3;
-constexpr double parts_of_pi_32[] = {0x1.921fb544p-4, 0x1.0b4611a6p-38, 0x1.3198a2e037073p-73};
+inline constexpr double thirty_two_over_pi = 0x1.45f306dc9c883p+3;
+inline constexpr double parts_of_pi_32[] = {0x1.921fb544p-4, 0x1.0b4611a6p-38, 0x1.3198a2e037073p-73};
 
 /// Rounds by adding 1.5 * 2^52, which leaves the index in the low bits of the sum. |x| < 2^17.
 template <class V> inline Remainder<V> reduce(V x) {

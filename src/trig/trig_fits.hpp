@@ -7,7 +7,7 @@
 namespace kelvm::inline KELVM_BUILD {
 
 /// sin r / r by powers of r^2, |r| <= pi/2: 2^-27.45
-constexpr double sine_half_pi[5] = {
+inline constexpr double sine_half_pi[5] = {
     0x1.ffffffd1e373ep-1,
     -0x1.555547d3b594p-3,
     0x1.110e77444faa3p-7,
@@ -16,14 +16,14 @@ constexpr double sine_half_pi[5] = {
 };
 
 /// (sin r - r) / r^3 by powers of r^2, |r| <= pi/2, 1 at pi/2: sin r to 2^-19.1
-constexpr float sine_half_pi_single[3] = {
+inline constexpr float sine_half_pi_single[3] = {
     -0x1.55510cp-3f,
     0x1.1070ap-7f,
     -0x1.84b79p-13f,
 };
 
 /// (tan r - r) / r^3 by powers of r^2, |r| <= pi/64: tan r to 2^-68.6
-constexpr double tangent_5[5] = {
+inline constexpr double tangent_5[5] = {
     0x1.5555555555555p-2,
     0x1.1111111111702p-3,
     0x1.ba1ba1b87593ep-5,
@@ -32,7 +32,7 @@ constexpr double tangent_5[5] = {
 };
 
 /// (tan r - r) / r^3 by powers of r^2, |r| <= pi/64: tan r to 2^-59.1
-constexpr double tangent_4[4] = {
+inline constexpr double tangent_4[4] = {
     0x1.55555555553dap-2,
     0x1.11111113fa85cp-3,
     0x1.ba1b68d1bc8a1p-5,
@@ -40,20 +40,20 @@ constexpr double tangent_4[4] = {
 };
 
 /// (tan r - r) / r^3 by powers of r^2, |r| <= pi/64: tan r to 2^-47.05
-constexpr double tangent_3[3] = {
+inline constexpr double tangent_3[3] = {
     0x1.555555564e28bp-2,
     0x1.1110fdfba604cp-3,
     0x1.baf09b4a7a059p-5,
 };
 
 /// (tan r - r) / r^3 by powers of r^2, |r| <= pi/64: tan r to 2^-35
-constexpr double tangent_2[2] = {
+inline constexpr double tangent_2[2] = {
     0x1.55554c3a0a937p-2,
     0x1.117047982ebb9p-3,
 };
 
 /// (tan r - r) / r^3 by powers of r^2, |r| <= pi/4: tan r to 2^-25.75
-constexpr float tangent_single_6[6] = {
+inline constexpr float tangent_single_6[6] = {
     0x1.5554dep-2f,
     0x1.112df6p-3f,
     0x1.b582b2p-5f,
@@ -63,7 +63,7 @@ constexpr float tangent_single_6[6] = {
 };
 
 /// (tan r - r) / r^3 by powers of r^2, |r| <= pi/4: tan r to 2^-21.925
-constexpr float tangent_single_5[5] = {
+inline constexpr float tangent_single_5[5] = {
     0x1.555a2cp-2f,
     0x1.103824p-3f,
     0x1.d256dcp-5f,
@@ -72,7 +72,7 @@ constexpr float tangent_single_5[5] = {
 };
 
 /// (tan r - r) / r^3 by powers of r^2, |r| <= pi/4: tan r to 2^-14.25
-constexpr float tangent_single_3[3] = {
+inline constexpr float tangent_single_3[3] = {
     0x1.570336p-2f,
     0x1.e34934p-4f,
     0x1.79e54p-4f,

@@ -10,7 +10,7 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// For a = j pi / 32: cos a - power, sin a rounded, the rest of sin a to 24 bits, power; power is a signed
 /// power of two near cos a, or zero. sin 0 stands as -0, so that sums keep the sign of a zero argument.
-constexpr double sine_rows[64][4] = {
+inline constexpr double sine_rows[64][4] = {
     {0x0p+0, -0x0p+0, 0x0p+0, 0x1p+0},
     {-0x1.3b92e176d6d31p-8, 0x1.917a6bc29b42cp-4, -0x1.e2718ep-60, 0x1p+0},
     {-0x1.3ad06011469fbp-6, 0x1.8f8b83c69a60bp-3, -0x1.26d19cp-57, 0x1p+0},
@@ -78,7 +78,7 @@ constexpr double sine_rows[64][4] = {
 };
 
 /// cos a and sin a rounded, a = j pi / 32; sin 0 as above.
-constexpr double cosine_sine[64][2] = {
+inline constexpr double cosine_sine[64][2] = {
     {0x1p+0, -0x0p+0},
     {0x1.fd88da3d12526p-1, 0x1.917a6bc29b42cp-4},
     {0x1.f6297cff75cbp-1, 0x1.8f8b83c69a60bp-3},
@@ -146,7 +146,7 @@ constexpr double cosine_sine[64][2] = {
 };
 
 /// tan a as head and tail, a = j pi / 32 for j < 8 and (j - 16) pi / 32 above.
-constexpr double tangent_double_word[16][2] = {
+inline constexpr double tangent_double_word[16][2] = {
     {0x0p+0, 0x0p+0},
     {0x1.936bb8c5b2da2p-4, 0x1.87d054f689d7ap-58},
     {0x1.975f5e0553158p-3, 0x1.ef5d367441946p-61},
@@ -166,7 +166,7 @@ constexpr double tangent_double_word[16][2] = {
 };
 
 /// tan a rounded, for the same angles.
-constexpr double tangent[16] = {
+inline constexpr double tangent[16] = {
     0x0p+0,
     0x1.936bb8c5b2da2p-4,
     0x1.975f5e0553158p-3,
@@ -186,7 +186,7 @@ constexpr double tangent[16] = {
 };
 
 /// The fraction bits of 2/pi, highest first, after one word of zeros.
-constexpr std::uint64_t two_over_pi[20] = {
+inline constexpr std::uint64_t two_over_pi[20] = {
     0,
     0xA2F9836E4E441529,
     0xFC2757D1F534DDC0,

@@ -18,18 +18,18 @@ int main() {
   header("exp_tables.hpp", "<cstdint>");
 
   std::puts("/// 2^(j/64) as head, truncated to 44 fraction bits, and tail, rounded: relative error 3e-30.\n"
-            "constexpr double exp2_head_tail_64[64][2] = {");
+            "inline constexpr double exp2_head_tail_64[64][2] = {");
   for (int j = 0; j < 64; ++j) {
     Real power = root_of_two(j, 64);
     Real head = truncated(power, 45), tail = difference(power, head);
     std::printf("    {%a, %a},\n", to_double(head), to_double(tail));
   }
   std::puts("};\n\n/// The fraction field of 2^(j/128) rounded to double.\n"
-            "constexpr std::int64_t exp2_fraction_128[128] = {");
+            "inline constexpr std::int64_t exp2_fraction_128[128] = {");
   for (int j = 0; j < 128; ++j)
     std::printf("    0x%013llX,\n", (unsigned long long)(bits_of(to_double(root_of_two(j, 128))) & 0xFFFFFFFFFFFFF));
   std::puts("};\n\n/// 2^(j/128) rounded to float, and the relative correction (2^(j/128) - head) / head.\n"
-            "constexpr float exp2_head_correction_128[128][2] = {");
+            "inline constexpr float exp2_head_correction_128[128][2] = {");
   for (int j = 0; j < 128; ++j) {
     Real power = root_of_two(j, 128), head;
     mpfr_set_flt(head, to_float(power), MPFR_RNDN);
@@ -38,7 +38,7 @@ int main() {
     std::printf("    {%af, %af},\n", to_float(head), to_float(correction));
   }
   std::puts("};\n\n/// The fraction field of 2^(j/128) rounded to float.\n"
-            "constexpr std::int32_t exp2_fraction_128_float[128] = {");
+            "inline constexpr std::int32_t exp2_fraction_128_float[128] = {");
   for (int j = 0; j < 128; ++j)
     std::printf("    0x%06X,\n", unsigned(bits_of(to_float(root_of_two(j, 128))) & 0x7FFFFF));
   std::puts("};");

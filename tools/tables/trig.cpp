@@ -43,7 +43,7 @@ int main() {
   std::puts(
       "/// For a = j pi / 32: cos a - power, sin a rounded, the rest of sin a to 24 bits, power; power is a signed\n"
       "/// power of two near cos a, or zero. sin 0 stands as -0, so that sums keep the sign of a zero argument.\n"
-      "constexpr double sine_rows[64][4] = {");
+      "inline constexpr double sine_rows[64][4] = {");
   for (int j = 0; j < 64; ++j) {
     const Real s = sine(j), c = cosine(j);
     const double power = power_near(c);
@@ -52,22 +52,22 @@ int main() {
                 power);
   }
   std::puts("};\n\n/// cos a and sin a rounded, a = j pi / 32; sin 0 as above.\n"
-            "constexpr double cosine_sine[64][2] = {");
+            "inline constexpr double cosine_sine[64][2] = {");
   for (int j = 0; j < 64; ++j)
     std::printf("    {%a, %s%a},\n", to_double(cosine(j)), j == 0 ? "-" : "", to_double(sine(j)));
 
   std::puts("};\n\n/// tan a as head and tail, a = j pi / 32 for j < 8 and (j - 16) pi / 32 above.\n"
-            "constexpr double tangent_double_word[16][2] = {");
+            "inline constexpr double tangent_double_word[16][2] = {");
   for (int j = 0; j < 16; ++j) {
     const Real t = j == 8 ? exactly(-1) : at(j < 8 ? j : j - 16, mpfr_tan), head = rounded(t, 53);
     std::printf("    {%a, %a},\n", to_double(head), to_double(difference(t, head)));
   }
-  std::puts("};\n\n/// tan a rounded, for the same angles.\nconstexpr double tangent[16] = {");
+  std::puts("};\n\n/// tan a rounded, for the same angles.\ninline constexpr double tangent[16] = {");
   for (int j = 0; j < 16; ++j) std::printf("    %a,\n", j == 8 ? -1.0 : to_double(at(j < 8 ? j : j - 16, mpfr_tan)));
 
   // 1216 fraction bits, word by word.
   std::puts("};\n\n/// The fraction bits of 2/pi, highest first, after one word of zeros.\n"
-            "constexpr std::uint64_t two_over_pi[20] = {\n    0,");
+            "inline constexpr std::uint64_t two_over_pi[20] = {\n    0,");
   mpfr_t rest;
   mpfr_init2(rest, 2000);
   mpfr_const_pi(rest, MPFR_RNDN);
