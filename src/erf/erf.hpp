@@ -264,7 +264,7 @@ inline constexpr int erf_decided_bits = 40, error_complement_decided_bits = 40;
 template <class F> inline double end_of_tail(double a) {
   const ErrorTail<double> tail = error_tail<F>(a);
   const DoubleWord<double> v = fast_two_sum(64 * tail.value.hi, 64 * tail.value.lo);
-  return scale_rounded(v, (std::int64_t(bits(tail.power.sum) << 13) >> (13 + 7)) - 6);
+  return ScaledSum{v, int(std::int64_t(bits(tail.power.sum) << 13) >> (13 + 7)) - 6}.rounded();
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -22,22 +22,27 @@ inline Scaled scaled(double x) {
   return {from_bits<double>((bits(x) & 0x800FFFFFFFFFFFFFu) | 0x3FF0000000000000u), exponent};
 }
 
+/// hi + lo rounded to a multiple of 2^-52 limit, where limit is a power of two with the sign of hi and |hi + lo| <
+/// |limit|: scaled so that the limit becomes the smallest normal number, it is a multiple of the smallest subnormal
+/// one.
+inline double rounded_as_subnormal(DoubleWord<double> y, double limit) {
+  const DoubleWord<double> from_limit = two_sum(limit, y.hi);
+  return (from_limit.hi + (from_limit.lo + y.lo)) - limit;
+}
+
 /// (hi + lo) 2^exponent, 2^-110 < |hi| < 2^110 or zero.
 struct ScaledSum {
   DoubleWord<double> value;
   int exponent;
 
-  /// Rounded once to double, infinity where it overflows.
+  /// Rounded once to double, infinity where it overflows. Raises no underflow.
   double rounded() const {
     const int bounded = exponent < -1300 ? -1300 : exponent > 1300 ? 1300 : exponent;
     const int last = bounded < -1022 ? -1022 : bounded > 1023 ? 1023 : bounded;
     double sum = value.hi + value.lo;
     if (bounded < -900) {
       const double limit = with_sign(power_of_two(-1022 - bounded), sign_of(sum)); // becomes the smallest normal number
-      if (abs(sum) < abs(limit)) { // sums with it are multiples of what becomes the smallest subnormal one
-        const DoubleWord<double> from_limit = two_sum(limit, value.hi);
-        sum = with_sign((from_limit.hi + (from_limit.lo + value.lo)) - limit, sign_of(sum));
-      }
+      if (abs(sum) < abs(limit)) sum = with_sign(rounded_as_subnormal(value, limit), sign_of(sum));
     }
     return sum * power_of_two(bounded - last) * power_of_two(last);
   }

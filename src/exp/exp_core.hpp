@@ -9,6 +9,7 @@
 #include "exact/accuracy.hpp"
 #include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
+#include "exact/scaled_sum.hpp"
 #include "exp/exp_core_tables.hpp"
 #include "simd/table.hpp"
 
@@ -96,26 +97,6 @@ template <Accuracy A, class V> inline V exp_normal(V x) {
   return reduced.scaled(t + t * (r + (r * r) * p));
 }
 
-/// (hi + lo) 2^e rounded once, also where the result is subnormal, zero or infinite; 1/2 < hi + lo < 2.1.
-/// Raises no underflow.
-inline double scale_rounded(DoubleWord<double> v, std::int64_t e) {
-  const auto power = [](std::int64_t n) { return from_bits<double>(std::uint64_t(1023 + n) << 52); };
-  if (e > 1030) e = 1030;
-  if (e > 1000) return (v.hi + v.lo) * power(1000) * power(e - 1000);
-  if (e > -1021) return (v.hi + v.lo) * power(e);
-  if (e < -1076) return 0;
-  // As an integer number of units 2^(e - 61), rounded to a multiple of 2^-1074 or to 53 bits.
-  const std::uint64_t units = std::uint64_t(std::int64_t(v.hi * 0x1p61) + std::int64_t(v.lo * 0x1p61));
-  const std::int64_t to_53_bits = 11 - __builtin_clzll(units), to_subnormal = -1013 - e;
-  const std::int64_t shift = to_subnormal > to_53_bits ? to_subnormal : to_53_bits;
-  std::uint64_t rounded = 0;
-  if (shift < 64) {
-    const std::uint64_t half = std::uint64_t(1) << (shift - 1), odd = (units >> shift) & 1;
-    rounded = (units + (half - 1 + odd)) >> shift;
-  }
-  return (double(std::int64_t(rounded)) * power(shift + e - 61 + 60)) * 0x1p-60;
-}
-
 /// e^(hi + lo) for any sum, the tail below 2^-20 of the head, rounded once. An overflow raises its flag, an
 /// underflow does not.
 template <Accuracy A> inline double exp_any(double head, double tail) {
@@ -126,7 +107,7 @@ template <Accuracy A> inline double exp_any(double head, double tail) {
   }
   const ExpReduced<exp_steps<A>, double> x = exp_reduce<exp_steps<A>>(head);
   constexpr int below_exponent = ExpSteps<exp_steps<A>>::log_n;
-  return scale_rounded(exp_unscaled<A>(x, tail), std::int64_t(bits(x.sum) << 13) >> (13 + below_exponent));
+  return ScaledSum{exp_unscaled<A>(x, tail), int(std::int64_t(bits(x.sum) << 13) >> (13 + below_exponent))}.rounded();
 }
 
 // --- e^x - 1 -------------------------------------------------------------------------------------------------------

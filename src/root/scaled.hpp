@@ -3,6 +3,7 @@
 #pragma once
 
 #include "exact/rounding_test.hpp"
+#include "exact/scaled_sum.hpp"
 #include "frame/status.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
@@ -15,9 +16,7 @@ inline double scaled_result(DoubleWord<double> y, double scale, kelStatus& statu
   if (result > smallest_normal<double>) return result;
   const double limit = smallest_normal<double> / scale;
   if (y.hi > limit || (y.hi == limit && y.lo >= 0)) return result;
-  // Below, sums with the limit are rounded to multiples of what scales to the smallest subnormal number.
-  const DoubleWord<double> sum = two_sum(limit, y.hi);
-  return underflow(status, ((sum.hi + (sum.lo + y.lo)) - limit) * scale);
+  return underflow(status, rounded_as_subnormal(y, limit) * scale);
 }
 
 /// The float nearest to hi + lo.
