@@ -1,4 +1,4 @@
-// Asinh, Asin, Acosh, Acos of complex numbers, all from one formula. For z = x + iy in the first quadrant and
+// Asin, Asinh, Acos, Acosh of complex numbers, all from one formula. For z = x + iy in the first quadrant and
 // asin z = alpha + i beta,
 //
 //   (sinh beta + i cos alpha)^2 = N + 2 i y,   N = |z|^2 - 1 = |z - 1|^2 - 2 (1 - x),
@@ -20,7 +20,7 @@
 //   A24   in double, rounded once: 0.501 ulp
 //   A50 and A26 in double, A21 and A11 in float, with ever shorter logarithms and angles
 //
-// The other quadrants by symmetry, on the axes by the signs of zeros. Asin is Asinh rotated, Acosh is Acos rotated.
+// The other quadrants by symmetry, on the axes by the signs of zeros. Asinh is Asin rotated, Acosh is Acos rotated.
 // element() takes the branch points, infinities and NaNs (C's Annex G), and scales what is out of the formula's range.
 #include "complex/inverse_elementary.hpp"
 #include "frame/export.hpp"
@@ -68,16 +68,16 @@ private:
   int boost_where(bool proportional) const { return proportional ? z.y.boost : x == 1 ? z.y.boost / 2 : 0; }
 };
 
-template <class T, class P> struct Asinh : InverseKernel<T, P> {
+template <class T, class P> struct Asin : InverseKernel<T, P> {
   using Base = InverseKernel<T, P>;
 
-  template <class V> static SignMask<V> special(V x, V y) { return Base::uncovered(abs(y), abs(x)); }
+  template <class V> static SignMask<V> special(V x, V y) { return Base::uncovered(abs(x), abs(y)); }
   template <class V> static Pair<V> formula(V x, V y) {
     return Base::evaluate(
         [](auto x, auto y) {
-          const auto parts = arc_sine<P>(abs(y), abs(x));
-          const auto alpha = rounded(P::acute_angle(P::number(abs(y)), parts.cosine));
-          return Pair<decltype(x)>{with_sign(rounded(parts.beta), sign_of(x)), with_sign(alpha, sign_of(y))};
+          const auto parts = arc_sine<P>(abs(x), abs(y));
+          const auto alpha = rounded(P::acute_angle(P::number(abs(x)), parts.cosine));
+          return Pair<decltype(x)>{with_sign(alpha, sign_of(x)), with_sign(rounded(parts.beta), sign_of(y))};
         },
         x, y);
   }
@@ -89,12 +89,12 @@ template <class T, class P> struct Asinh : InverseKernel<T, P> {
 private:
   static Pair<double> first_quadrant(double x, double y) {
     constexpr double inf = infinity<double>, nan = __builtin_nan("");
-    if (is_infinite(x)) return {inf, is_nan(y) ? nan : is_infinite(y) ? pi / 4 : 0};
-    if (is_infinite(y)) return {inf, is_nan(x) ? nan : pi / 2};
-    if (is_nan(x) || is_nan(y)) return {nan, y == 0 ? 0 : nan};
-    if (x == 0 && y == 1) return {0, pi / 2};
-    const ArcSineElement parts(y, x);
-    return {parts.beta(), parts.alpha()};
+    if (is_infinite(y)) return {is_nan(x) ? nan : is_infinite(x) ? pi / 4 : 0, inf};
+    if (is_infinite(x)) return {is_nan(y) ? nan : pi / 2, inf};
+    if (is_nan(x) || is_nan(y)) return {x == 0 ? 0 : nan, nan};
+    if (x == 1 && y == 0) return {pi / 2, 0};
+    const ArcSineElement parts(x, y);
+    return {parts.alpha(), parts.beta()};
   }
 };
 
@@ -142,7 +142,7 @@ template <class K> struct AcoshFromAcos : K {
   }
 };
 
-template <class T, class P> using Asin = Rotated<Asinh<T, P>>;
+template <class T, class P> using Asinh = Rotated<Asin<T, P>>;
 template <class T, class P> using Acosh = AcoshFromAcos<Acos<T, P>>;
 
 } // namespace

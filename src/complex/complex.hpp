@@ -55,7 +55,7 @@ template <class K> struct OfRotated : K {
   static Pair<T> element(T x, T y, kelStatus& status) { return K::element(-y, x, status); }
 };
 
-/// -i f(iz): sin z = -i sinh(iz), and so for tan, asin, atan.
+/// -i f(iz): sin z = -i sinh(iz), and so for tan and atan; asinh z = -i asin(iz).
 template <class K> struct Rotated : OfRotated<K> {
   using T = typename K::Element;
   template <class V, class... Undecided> static Pair<V> formula(V x, V y, Undecided&... undecided) {

@@ -5,9 +5,9 @@
 // functions", 1976). An error of ln z counts w times: behind the point it has the words that w has before it, and those
 // that the angle needs. How many these are the angle itself tells (Ziv, "Fast evaluation of elementary mathematical
 // functions with correctly rounded last bit", 1991).
-#include "complex/long_power.hpp"
 
 #include "complex/long_constants.hpp"
+#include "complex/power_element.hpp"
 #include "exact/fixed_point.hpp"
 
 #include <algorithm>

@@ -14,9 +14,9 @@
 // with as many bits as they need. So do parts of z and w outside a window, results that may leave the range, and real
 // operands, which have the bits of the real members.
 #include "complex/log.hpp"
-#include "complex/plane.hpp"
 #include "complex/power_element.hpp"
 #include "frame/export.hpp"
+#include "hyperbolic/factors.hpp"
 #include "kelvm/complex.h"
 
 namespace kelvm::inline KELVM_BUILD::complex_power {

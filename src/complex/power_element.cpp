@@ -7,12 +7,11 @@
 // The imaginary part of w ln z is c n pi/4 + (c atan t + d ln |z|). The first term is reduced modulo 2 pi exactly, and
 // where it is a multiple of pi/2 the second keeps its relative accuracy: powers next to the axes and their exact zeros
 // come out right. Where terms cancel beyond what double-double holds, or are too large for it, w ln z is that of
-// long_power.hpp; a part that is zero has no such terms.
+// long_power.cpp; a part that is zero has no such terms.
 #include "complex/power_element.hpp"
 
 #include "complex/log.hpp"
-#include "complex/long_power.hpp"
-#include "complex/plane.hpp"
+#include "hyperbolic/factors.hpp"
 
 #include <algorithm>
 

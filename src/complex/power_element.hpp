@@ -26,6 +26,19 @@ Pair<double> finite_power(const PowerOperands& o);
 /// z^w for an infinite z or w, no NaN.
 Pair<double> infinite_power(const PowerOperands& o);
 
+/// size + i (quadrant pi/2 + angle), |angle| <= pi/4 or so; modulo 2 pi i.
+struct PowerExponent {
+  ScaledSum size;
+  int quadrant;
+  ScaledSum angle;
+};
+
+/// w ln z in fixed-point numbers (long_power.cpp), where it is so large that double-double leaves its angle no
+/// significance, or where its terms cancel to next to a multiple of pi/2: for finite z != 0, y >= +0, and w, from ln z
+/// to about 2^-95: the size with an absolute error below 2^-140, the angle with a relative error below 2^-60 unless it
+/// is below 2^-1800.
+PowerExponent long_power_exponent(const PowerOperands& o, DoubleWord<double> ln_abs, DoubleWord<double> angle);
+
 /// The complete function; real_power(x, c, status) is that of the function's accuracy.
 template <class T, class RealPower>
 inline Pair<T> power_element(const PowerOperands& o, kelStatus& status, RealPower real_power) {

@@ -22,7 +22,6 @@
 #include "exp/exp_core.hpp"
 #include "hyperbolic/factors_tables.hpp"
 #include "trig/sine_cosine.hpp"
-#include "trig/tangent.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
@@ -233,7 +232,7 @@ private:
       constexpr double pi_32_rest = factors_tables::pi_32_1 + factors_tables::pi_32_2;
       return {(y - k * factors_tables::pi_32_0) - k * pi_32_rest, int_bits(shifted)};
     } else {
-      return {remainder(y, k), int_bits(shifted)};
+      return {y - k * parts_of_pi_32[0] - k * parts_of_pi_32[1] - k * parts_of_pi_32[2], int_bits(shifted)};
     }
   }
   template <class V> static EvenOdd<V> of_angle(const Angle<V>& angle) {
