@@ -235,7 +235,7 @@ template <class F, Accuracy A, class V> inline V error_complement(V x) {
   const V a = at_most(abs(x), A == bits40 ? T(F::template in_vectors<float>) : F::template in_vectors<T>);
   if constexpr (A == full) {
     const ErrorTail<V> tail = error_tail<F>(a);
-    const V scale = tail.power.scaled(splat<V>(1)), unscaled_whole = F::whole * inverse_power_of_2(scale);
+    const V scale = tail.power.scaled(splat<V>(1)), unscaled_whole = F::whole * inverse_power_of_two(scale);
     const V whole = bit_cast<V>(opposite & int_bits(unscaled_whole));
     const Bits<V> sign = bit_cast<Bits<V>>(opposite) & sign_bit<V>;
     const DoubleWord<V> sum = fast_two_sum(whole, flip_sign(tail.value.hi, sign));

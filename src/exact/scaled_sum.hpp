@@ -7,7 +7,7 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-inline double power_of_two(int exponent) { return from_bits<double>(std::uint64_t(exponent + 1023) << 52); }
+inline double power_of_two(int exponent) { return power_of_two<double>(std::uint64_t(exponent)); }
 
 /// x = fraction 2^exponent, 1 <= |fraction| < 2, or zero.
 struct Scaled {

@@ -28,7 +28,7 @@ double exp_in_double(float x) {
   const double v = double(x) * from_pattern_64(0x3FF71547652B82FE);
   const double t = v + rounding_constant<double>;
   const double f = (rounding_constant<double> - t) + v;
-  const double power = bit_cast<double>((bits(t) + 0x3FF) << 52);
+  const double power = power_of_two<double>(bits(t));
   constexpr double odd[] = {0.69314720573726651, 0.05550328776967639, 0.0013399931218481776};
   constexpr double even[] = {0.24022646890634758, 0.0096184889570477237, 0.00015345812020122585};
   const double f2 = f * f;
@@ -103,7 +103,7 @@ struct A11 : KernelDefaults {
   template <class V> static SignMask<V> special(V x) { return above(abs(x), from_pattern(0x42AE7FFF)); } // |x| >= 87.25
   template <class V> static V formula(V x) {
     const V t = x * from_pattern(0x3FB8AA3B) + rounding_constant<float>;
-    const V power = bit_cast<V>((int_bits(t) + 0x7F) << 23);
+    const V power = power_of_two<V>(bits(t));
     const V r = x - (t - rounding_constant<float>)*from_pattern(0x3F317218);
     // e^r, relative error 2^-12.4 on |r| <= ln 2 / 2
     constexpr float c[] = {1.0f, from_pattern(0x3F80017A), from_pattern(0x3F00F657), from_pattern(0x3E2AAA8D)};
@@ -127,7 +127,7 @@ private:
     const double xd = x;
     const double t = xd * from_pattern_64(0x3FF71547652B82FE) + rounding_constant<double>;
     const double r = xd - (t - rounding_constant<double>)*from_pattern_64(0x3FE62E42FEFA39EF);
-    const double power = bit_cast<double>((bits(t) + 0x3FF) << 52);
+    const double power = power_of_two<double>(bits(t));
     constexpr double c[] = {1.0000000005585943,   1.0000000365391162,    0.49999992032320767,  0.16666419190347548,
                             0.041668231801027439, 0.0083748983630576226, 0.0013836742051737468};
     return float(power * horner_unfused(r, c));

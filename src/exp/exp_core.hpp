@@ -1,4 +1,5 @@
-// The exponential core, for any width: what Expm1 and the powers share.
+// The exponential core, for any width: what every function with an exponential of an open formula shares. (Exp itself
+// is prescribed and has its own tables.)
 //
 //   e^x = 2^(k/N) e^r,   k = round(x N / ln 2),   |r| <= ln 2 / (2N),   N = 128 or 32
 //
@@ -33,10 +34,8 @@ template <int N, class V> struct ExpReduced {
 
   Int<V> row() const { return int_bits(sum) & (N - 1); }
   /// v times 2^floor(k / N), for a normal v and a normal result.
-  V scaled(V v) const { return from_bits<V>(bits(v) + ((bits(sum) >> ExpSteps<N>::log_n) << 52)); }
+  V scaled(V v) const { return times_power_of_two(v, bits(sum) >> ExpSteps<N>::log_n); }
 };
-/// 1 / v for a power of two v, both normal.
-template <class V> inline V inverse_power_of_2(V v) { return from_bits<V>(0x7FE0000000000000u - bits(v)); }
 
 /// |x| < 2^11 for a meaningful result; no flag but inexact is raised for |x| < 2^900.
 template <int N, class V> inline ExpReduced<N, V> exp_reduce(V x) {
@@ -45,7 +44,7 @@ template <int N, class V> inline ExpReduced<N, V> exp_reduce(V x) {
   return {sum, x - k * ExpSteps<N>::hi, k * ExpSteps<N>::lo};
 }
 
-/// 2^(j/128) as a head of 26 bits and the rest.
+/// 2^(j/128) as a double-word whose upper word has 26 bits.
 template <class V> inline DoubleWord<V> exp2_short_and_rest(const ExpReduced<128, V>& x) {
   const Pair<V> t = lookup_pair<exp_core_tables::exp2_short_and_rest_128>(x.row());
   return {t.first, t.second};
@@ -54,28 +53,36 @@ template <class V> inline DoubleWord<V> exp2_short_and_rest(const ExpReduced<128
 // Errors of an exponential: `full` within 0.01 ulp before it is rounded; `bits50`, `bits40` and `bits27` with relative
 // errors below 2^-52, 2^-42 and 2^-33.
 
-/// e^(hi + lo) / 2^floor(k / N) as a double-word; the tail below 2^-7, zero but for `full`.
+/// The coefficients of (e^r - 1 - r) / r^2, for an error relative to e^r and for one relative to e^r - 1.
+template <Accuracy> inline constexpr auto& exp_coefficients = exp_core_tables::exp_full;
+template <> inline constexpr auto& exp_coefficients<Accuracy::bits50> = exp_core_tables::exp_bits50;
+template <> inline constexpr auto& exp_coefficients<Accuracy::bits40> = exp_core_tables::exp_bits40;
+template <> inline constexpr auto& exp_coefficients<Accuracy::bits27> = exp_core_tables::exp_bits27;
+template <> inline constexpr auto& exp_coefficients<Accuracy::bits11> = exp_core_tables::float_exp_bits11;
+template <Accuracy> inline constexpr auto& expm1_coefficients = exp_core_tables::expm1_full;
+template <> inline constexpr auto& expm1_coefficients<Accuracy::bits50> = exp_core_tables::expm1_bits50;
+template <> inline constexpr auto& expm1_coefficients<Accuracy::bits40> = exp_core_tables::expm1_bits40;
+template <> inline constexpr auto& expm1_coefficients<Accuracy::bits27> = exp_core_tables::expm1_bits27;
+template <> inline constexpr auto& expm1_coefficients<Accuracy::bits21> = exp_core_tables::float_expm1_bits21;
+template <> inline constexpr auto& expm1_coefficients<Accuracy::bits11> = exp_core_tables::float_expm1_bits11;
+
+/// e^(hi + lo) / 2^floor(k / N) as a double-word, its lower word zero but for `full`; x is hi reduced, |lo| < 2^-7.
 template <Accuracy A> inline constexpr int exp_steps = A == Accuracy::full ? 128 : 32;
-template <Accuracy A, class V> inline DoubleWord<V> exp_unscaled(const ExpReduced<exp_steps<A>, V>& x, V tail) {
-  const V r = (x.main - x.rest) + tail;
+template <Accuracy A, class V> inline DoubleWord<V> exp_unscaled(const ExpReduced<exp_steps<A>, V>& x, V lo) {
+  const V r = (x.main - x.rest) + lo;
   if constexpr (A == Accuracy::full) {
-    const V p = r + (r * r) * estrin(r, exp_core_tables::exp_full);
+    const V p = r + (r * r) * estrin(r, exp_coefficients<A>);
     const DoubleWord<V> t = exp2_short_and_rest(x);
     return {t.hi, t.lo + (t.hi + t.lo) * p};
   } else {
     const V t = lookup<exp_core_tables::exp2_32>(x.row());
-    if constexpr (A == Accuracy::bits50)
-      return {t + t * (r + (r * r) * estrin(r, exp_core_tables::exp_bits50)), V{}};
-    else if constexpr (A == Accuracy::bits40)
-      return {t + t * (r + (r * r) * estrin(r, exp_core_tables::exp_bits40)), V{}};
-    else
-      return {t + t * (r + (r * r) * estrin(r, exp_core_tables::exp_bits27)), V{}};
+    return {t + t * (r + (r * r) * estrin(r, exp_coefficients<A>)), V{}};
   }
 }
 /// e^(hi + lo) where that is a normal number.
-template <Accuracy A, class V> inline V exp_normal(V head, V tail) {
-  const ExpReduced<exp_steps<A>, V> x = exp_reduce<exp_steps<A>>(head);
-  const DoubleWord<V> y = exp_unscaled<A>(x, tail);
+template <Accuracy A, class V> inline V exp_normal(V hi, V lo) {
+  const ExpReduced<exp_steps<A>, V> x = exp_reduce<exp_steps<A>>(hi);
+  const DoubleWord<V> y = exp_unscaled<A>(x, lo);
   if constexpr (A == Accuracy::full)
     return x.scaled(y.hi + y.lo);
   else
@@ -89,32 +96,27 @@ template <Accuracy A, class V> inline V exp_normal(V x) {
   const ExpReduced<32, V> reduced = exp_reduce<32>(x);
   const V r = x - step * (reduced.sum - rounding_constant<double>);
   const V t = lookup<exp_core_tables::exp2_32>(reduced.row());
-  V p;
-  if constexpr (A == Accuracy::bits40)
-    p = estrin(r, exp_core_tables::exp_bits40);
-  else
-    p = estrin(r, exp_core_tables::exp_bits27);
-  return reduced.scaled(t + t * (r + (r * r) * p));
+  return reduced.scaled(t + t * (r + (r * r) * estrin(r, exp_coefficients<A>)));
 }
 
-/// e^(hi + lo) for any sum, the tail below 2^-20 of the head, rounded once. An overflow raises its flag, an
+/// e^(hi + lo) for any sum, |lo| < 2^-20 |hi|, rounded once. An overflow raises its flag, an
 /// underflow does not.
-template <Accuracy A> inline double exp_any(double head, double tail) {
-  if (head < -2000) return 0;
-  if (head > 2000) {
-    head = 2000;
-    tail = 0;
+template <Accuracy A> inline double exp_any(double hi, double lo) {
+  if (hi < -2000) return 0;
+  if (hi > 2000) {
+    hi = 2000;
+    lo = 0;
   }
-  const ExpReduced<exp_steps<A>, double> x = exp_reduce<exp_steps<A>>(head);
+  const ExpReduced<exp_steps<A>, double> x = exp_reduce<exp_steps<A>>(hi);
   constexpr int below_exponent = ExpSteps<exp_steps<A>>::log_n;
-  return ScaledSum{exp_unscaled<A>(x, tail), int(std::int64_t(bits(x.sum) << 13) >> (13 + below_exponent))}.rounded();
+  return ScaledSum{exp_unscaled<A>(x, lo), int(std::int64_t(bits(x.sum) << 13) >> (13 + below_exponent))}.rounded();
 }
 
 // --- e^x - 1 -------------------------------------------------------------------------------------------------------
 
-/// e^x - 1 for |x| < 708, as (hi + lo) scale: head 2^(k/128) - 1/scale + 2^(k/128) r, but for what the tail has,
-/// below 2^-7 of the head; relative error below 2^-62. The sum goes up in order of size, and every larger part is
-/// exact: 2^(k/128) has a head of 26 bits, and so has r, whose own rounding error is kept.
+/// e^x - 1 for |x| < 708, as (hi + lo) scale: hi is 2^(k/128) - 1/scale + 2^(k/128) r, rounded, and |lo| < 2^-7 |hi|;
+/// relative error below 2^-62. The sum goes up in order of size, and every larger part is exact: 2^(k/128) has a head
+/// of 26 bits, and so has r, whose own rounding error is kept.
 template <class V> struct Expm1Parts { V hi, lo, scale; };
 
 template <class V> inline Expm1Parts<V> expm1_full(V x) {
@@ -122,10 +124,10 @@ template <class V> inline Expm1Parts<V> expm1_full(V x) {
   const DoubleWord<V> t = exp2_short_and_rest(reduced);
   const V r = reduced.main - reduced.rest;
   const V r_error = (reduced.main - r) - reduced.rest;
-  const V beyond_r = (r * r) * estrin(r, exp_core_tables::expm1_full) + r_error;
+  const V beyond_r = (r * r) * estrin(r, expm1_coefficients<Accuracy::full>) + r_error;
   const V r_head = head_of(r);
   const V scale = reduced.scaled(splat<V>(1));
-  const DoubleWord<V> constant = two_sum(t.hi, -inverse_power_of_2(scale));
+  const DoubleWord<V> constant = two_sum(t.hi, -inverse_power_of_two(scale));
   const DoubleWord<V> sum = fast_two_sum(constant.hi, t.hi * r_head);
   const V product_rest = t.hi * (r - r_head) + (t.lo * r + (t.hi + t.lo) * beyond_r);
   return {sum.hi, ((constant.lo + sum.lo) + t.lo) + product_rest, scale};
@@ -140,17 +142,13 @@ template <Accuracy A, class V> inline V exp_minus_1(V x) {
     const ExpReduced<128, V> reduced = exp_reduce<128>(x);
     const DoubleWord<V> t = exp2_short_and_rest(reduced);
     const V r = reduced.main - reduced.rest;
-    const V p = r + (r * r) * estrin(r, exp_core_tables::expm1_bits50);
+    const V p = r + (r * r) * estrin(r, expm1_coefficients<A>);
     const V scale = reduced.scaled(splat<V>(1));
-    return ((t.hi - inverse_power_of_2(scale)) + (t.lo + (t.hi + t.lo) * p)) * scale;
+    return ((t.hi - inverse_power_of_two(scale)) + (t.lo + (t.hi + t.lo) * p)) * scale;
   } else {
     const ExpReduced<32, V> reduced = exp_reduce<32>(x);
     const V r = reduced.main - reduced.rest;
-    V p;
-    if constexpr (A == Accuracy::bits40)
-      p = r + (r * r) * estrin(r, exp_core_tables::expm1_bits40);
-    else
-      p = r + (r * r) * estrin(r, exp_core_tables::expm1_bits27);
+    const V p = r + (r * r) * estrin(r, expm1_coefficients<A>);
     const V t = reduced.scaled(lookup<exp_core_tables::exp2_32>(reduced.row()));
     return (t - 1.0) + t * p;
   }
@@ -161,7 +159,7 @@ template <Accuracy A, class V> inline V exp_minus_1(V x) {
 /// x = k ln 2 + r in float arithmetic, |r| <= ln 2 / 2; `sum` has k in its low bits.
 template <class V> struct FloatExpReduced {
   V sum, r;
-  V scaled(V v) const { return from_bits<V>(bits(v) + (bits(sum) << 23)); }
+  V scaled(V v) const { return times_power_of_two(v, bits(sum)); }
 };
 template <class V> inline FloatExpReduced<V> float_exp_reduce(V x) {
   const V sum = x * exp_core_tables::float_per_ln2 + rounding_constant<float>;
@@ -173,18 +171,14 @@ template <class V> inline FloatExpReduced<V> float_exp_reduce(V x) {
 template <class V> inline V float_exp_bits11(V x) {
   const FloatExpReduced<V> reduced = float_exp_reduce(x);
   const V r = reduced.r;
-  return reduced.scaled(1.0f + (r + (r * r) * estrin(r, exp_core_tables::float_exp_bits11)));
+  return reduced.scaled(1.0f + (r + (r * r) * estrin(r, exp_coefficients<Accuracy::bits11>)));
 }
 
 /// e^x - 1 for |x| <= 87, with relative errors below 2^-21 and 2^-11.
 template <Accuracy A, class V> inline V float_exp_minus_1(V x) {
   const FloatExpReduced<V> reduced = float_exp_reduce(x);
   const V r = reduced.r, scale = reduced.scaled(splat<V>(1));
-  V p;
-  if constexpr (A == Accuracy::bits21)
-    p = r + (r * r) * estrin(r, exp_core_tables::float_expm1_bits21);
-  else
-    p = r + (r * r) * estrin(r, exp_core_tables::float_expm1_bits11);
+  const V p = r + (r * r) * estrin(r, expm1_coefficients<A>);
   return (scale - 1.0f) + scale * p;
 }
 

@@ -10,7 +10,7 @@
 namespace kelvm::inline KELVM_BUILD::log1p_32f {
 namespace {
 
-/// SignMask all but -1 < x < 2^127.
+/// The lanes of all but -1 < x < 2^127.
 template <class V> SignMask<V> out_of_domain(V x) { return not_normal_positive(1.0f + x); }
 template <class F> float in_domain(float x, kelStatus& status, F inside) {
   if (is_nan(x)) return x + x;
@@ -31,10 +31,7 @@ struct Log1pA24 : KernelDefaults {
     return with_sign(y, sign_of(x));
   }
   static float element(float x, kelStatus& status) {
-    return in_domain(x, status, [](double d) {
-      const DoubleWord<double> y = logarithm_1p_double_word(d);
-      return round_sum_to_float(y);
-    });
+    return in_domain(x, status, [](double d) { return round_sum_to_float(logarithm_1p_double_word(d)); });
   }
 };
 

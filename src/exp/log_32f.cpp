@@ -34,9 +34,7 @@ template <class Base> struct LogA24 : KernelDefaults {
   }
   static float element(float x, kelStatus& status) {
     return of_positive(x, status, [](double d) {
-      const LogReduced<double> reduced = log_reduce<ExactRows>(d);
-      const DoubleWord<double> y = std::is_same_v<Base, Natural> ? ln_full(reduced) : log10_full(reduced);
-      return round_sum_to_float(y);
+      return round_sum_to_float(logarithm_full<Base>(log_parts<Base>(log_reduce<ExactRows>(d))));
     });
   }
 };

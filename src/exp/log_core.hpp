@@ -44,7 +44,7 @@ template <class V> struct LogReduced {
   Int<V> row;
   Bits<V> scaled;
 
-  V inverse_power() const { return from_bits<V>(0x7FE0000000000000u - (scaled & 0xFFF0000000000000u)); } // 2^-k
+  V inverse_power() const { return inverse_power_of_two(from_bits<V>(scaled & 0xFFF0000000000000u)); } // 2^-k
 };
 
 /// x positive, finite, normal.
@@ -76,7 +76,7 @@ template <class Rows> inline LogReducedFloats<Rows> log_reduce_floats(Native<flo
   return {above_least >> 23, fraction >> (23 - Rows::bits), bit_cast<Native<float>>(fraction + least)};
 }
 
-/// SignMask what the formulas below do not cover in vectors: zeros, subnormals, negative numbers, the last octave (its
+/// The lanes that the formulas below do not cover in vectors: zeros, subnormals, negative numbers, the last octave (its
 /// k + 1023 leaves the exponent field), infinities, NaNs.
 template <class V> inline SignMask<V> not_normal_positive(V x) {
   if constexpr (sizeof(Lane<V>) == 8)
@@ -122,7 +122,7 @@ template <class V> struct LogParts { V c, r, hi, lo; };
 
 template <class Base, class V> inline LogParts<V> log_parts(const LogReduced<V>& x) {
   const Pair<V> row = lookup_pair<Base::exact>(x.row);
-  // The tail of log c stands in the low bits of c.
+  // The lower word of log c stands in the low bits of c.
   const V c = from_bits<V>(bits(row.first) & 0xFFFFF80000000000u);
   return {c, exact_product_minus_one(x.m, c), x.k * Base::log_of_2_hi + row.second,
           x.k * Base::log_of_2_lo + (row.first - c) * 0x1p-32};
@@ -145,7 +145,6 @@ template <class V> inline DoubleWord<V> ln_full(const LogParts<V>& p) {
   const DoubleWord<V> sum = fast_two_sum(p.hi, p.r);
   return {sum.hi, (p.lo + sum.lo) + (p.r * p.r) * estrin(p.r, log_tables::ln_full)};
 }
-template <class V> inline DoubleWord<V> ln_full(const LogReduced<V>& x) { return ln_full(log_parts<Natural>(x)); }
 /// log10 x likewise. The product r / ln 10 is split so that its head is exact.
 template <class V> inline DoubleWord<V> log10_full(const LogParts<V>& p) {
   const V r_head = head_of(p.r);
@@ -153,7 +152,6 @@ template <class V> inline DoubleWord<V> log10_full(const LogParts<V>& p) {
   const V r_tail = (p.r - r_head) * log_tables::inverse_ln10_head + p.r * log_tables::inverse_ln10_tail;
   return {sum.hi, ((p.lo + sum.lo) + r_tail) + (p.r * p.r) * estrin(p.r, log_tables::log10_full)};
 }
-template <class V> inline DoubleWord<V> log10_full(const LogReduced<V>& x) { return log10_full(log_parts<Decimal>(x)); }
 template <class Base, class V> inline DoubleWord<V> logarithm_full(const LogParts<V>& p) {
   if constexpr (std::is_same_v<Base, Natural>)
     return ln_full(p);
@@ -171,43 +169,30 @@ template <class V> inline DoubleWord<V> ln_extended(const LogParts<V>& p) {
   const V cubic = (p.r * p.r) * (p.r * estrin(p.r, log_tables::ln_extended));
   return {sum.hi, ((linear.lo + sum.lo) + p.lo) + (square_rest + cubic)};
 }
-template <class V> inline DoubleWord<V> ln_extended(const LogReduced<V>& x) {
-  return ln_extended(log_parts<Natural>(x));
-}
+
+/// The coefficients of (ln(1 + r) - r) / r^2 and of log10(1 + r) / r.
+template <Accuracy> inline constexpr auto& ln_coefficients = log_tables::ln_bits50;
+template <> inline constexpr auto& ln_coefficients<Accuracy::bits40> = log_tables::ln_bits40;
+template <> inline constexpr auto& ln_coefficients<Accuracy::bits27> = log_tables::ln_bits27;
+template <> inline constexpr auto& ln_coefficients<Accuracy::bits21> = log_tables::ln_bits21;
+template <> inline constexpr auto& ln_coefficients<Accuracy::bits11> = log_tables::ln_bits11;
+template <Accuracy> inline constexpr auto& log10_coefficients = log_tables::log10_bits50;
+template <> inline constexpr auto& log10_coefficients<Accuracy::bits40> = log_tables::log10_bits40;
+template <> inline constexpr auto& log10_coefficients<Accuracy::bits27> = log_tables::log10_bits27;
 
 /// rest + log(1 + r), below full precision.
 template <class Base, Accuracy A, class V> inline V logarithm_sum(V rest, V r) {
-  if constexpr (std::is_same_v<Base, Natural>) {
-    constexpr auto& c = []() -> auto& {
-      if constexpr (A == Accuracy::bits50 || A == Accuracy::bits50_of_float)
-        return log_tables::ln_bits50;
-      else if constexpr (A == Accuracy::bits40)
-        return log_tables::ln_bits40;
-      else
-        return log_tables::ln_bits27;
-    }
-    ();
-    return rest + (r + (r * r) * estrin(r, c));
-  } else {
-    constexpr auto& c = []() -> auto& {
-      if constexpr (A == Accuracy::bits50 || A == Accuracy::bits50_of_float)
-        return log_tables::log10_bits50;
-      else if constexpr (A == Accuracy::bits40)
-        return log_tables::log10_bits40;
-      else
-        return log_tables::log10_bits27;
-    }
-    ();
-    return rest + r * estrin(r, c);
-  }
+  if constexpr (std::is_same_v<Base, Natural>)
+    return rest + (r + (r * r) * estrin(r, ln_coefficients<A>));
+  else
+    return rest + r * estrin(r, log10_coefficients<A>);
 }
 
 /// The logarithm to base `Base` of a reduced argument.
 template <class Base, Accuracy A, class Reduced> inline auto logarithm(const Reduced& x) {
   using V = decltype(x.m + x.m);
   if constexpr (A == Accuracy::full) {
-    const DoubleWord<V> y = logarithm_full<Base>(log_parts<Base>(x));
-    return rounded(y);
+    return rounded(logarithm_full<Base>(log_parts<Base>(x)));
   } else {
     const Pair<V> row = lookup_pair<Base::rounded>(x.row);
     const V r = A == Accuracy::bits50 || (A == Accuracy::bits50_of_float && has_fused)
@@ -242,8 +227,7 @@ template <class V> inline DoubleWord<V> logarithm_1p_double_word(DoubleWord<V> x
 }
 template <Accuracy A, class V> inline V logarithm_1p(V x) {
   if constexpr (A == Accuracy::full) {
-    const DoubleWord<V> y = logarithm_1p_double_word(x);
-    return rounded(y);
+    return rounded(logarithm_1p_double_word(x));
   } else if constexpr (A == Accuracy::bits50) {
     const DoubleWord<V> sum = two_sum(splat<V>(1), x);
     const LogReduced<V> reduced = log_reduce<ShortRows>(sum.hi);
@@ -275,9 +259,9 @@ template <class Base, Accuracy A, class V> inline V float_logarithm(V k, V f) {
   constexpr float two = Base::log_of_2, inverse_ln10 = log_tables::inverse_ln10;
   if constexpr (std::is_same_v<Base, Natural>) {
     if constexpr (A == Accuracy::bits21)
-      return k * two + (f + (f * f) * estrin(f, log_tables::ln_bits21));
+      return k * two + (f + (f * f) * estrin(f, ln_coefficients<A>));
     else
-      return (k * two + f) + (f * f) * estrin(f, log_tables::ln_bits11);
+      return (k * two + f) + (f * f) * estrin(f, ln_coefficients<A>);
   } else {
     if constexpr (A == Accuracy::bits21)
       return k * two + (f * inverse_ln10 + (f * f) * estrin(f, log_tables::log10_bits21));
@@ -298,7 +282,7 @@ template <Accuracy A, class V> inline V float_logarithm_1p(V x) {
   if constexpr (A == Accuracy::bits21)
     return rest + (f + (f * f) * estrin(f, log_tables::ln1p_bits21));
   else
-    return rest + (f + (f * f) * estrin(f, log_tables::ln_bits11));
+    return rest + (f + (f * f) * estrin(f, ln_coefficients<A>));
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -11,9 +11,9 @@ namespace kelvm::inline KELVM_BUILD {
 
 // --- doubles --------------------------------------------------------------------------------------------------------
 
-/// y (hi + lo) with an exact head, |lo| < 2^-24 |hi|, so that it stays small against a step of the exponential.
+/// y (hi + lo) with an exact upper word, |lo| < 2^-24 |hi|, so that it stays small against a step of the exponential.
 template <class V> inline DoubleWord<V> times(V y, DoubleWord<V> unnormalised) {
-  const DoubleWord<V> logarithm = fast_two_sum(unnormalised.hi, unnormalised.lo);
+  const DoubleWord<V> logarithm = normalised(unnormalised);
   const V y_head = head_of(y), log_head = head_of(logarithm.hi);
   const V log_rest = (logarithm.hi - log_head) + logarithm.lo;
   return {y_head * log_head, y * log_rest + (y - y_head) * log_head};
@@ -22,12 +22,16 @@ template <class V> inline DoubleWord<V> times(V y, DoubleWord<V> unnormalised) {
 struct PowA53 {
   using Rows = ExactRows;
   static constexpr Accuracy exponential = Accuracy::full;
-  template <class V> static DoubleWord<V> exponent(const LogReduced<V>& x, V y) { return times(y, ln_extended(x)); }
+  template <class V> static DoubleWord<V> exponent(const LogReduced<V>& x, V y) {
+    return times(y, ln_extended(log_parts<Natural>(x)));
+  }
 };
 struct PowA50 {
   using Rows = ExactRows;
   static constexpr Accuracy exponential = Accuracy::bits50;
-  template <class V> static DoubleWord<V> exponent(const LogReduced<V>& x, V y) { return times(y, ln_full(x)); }
+  template <class V> static DoubleWord<V> exponent(const LogReduced<V>& x, V y) {
+    return times(y, ln_full(log_parts<Natural>(x)));
+  }
 };
 struct PowA26 {
   using Rows = ShortRows;

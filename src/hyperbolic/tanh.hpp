@@ -15,7 +15,7 @@ template <class V> inline V tanh_clamped(V x, Lane<V> limit) { return smaller_of
 /// leaves of the dividend is exact but for rounding errors of its small parts.
 template <class V> inline DoubleWord<V> tanh_double_word(V x) {
   const Expm1Parts<V> e = expm1_full(x + x);
-  const DoubleWord<V> sum = two_sum(e.hi, 2.0 * inverse_power_of_2(e.scale));
+  const DoubleWord<V> sum = two_sum(e.hi, 2.0 * inverse_power_of_two(e.scale));
   const V denominator = sum.hi + e.lo;
   const V denominator_head = head_of(denominator);
   const V denominator_tail = ((sum.hi - denominator_head) + sum.lo) + e.lo;
