@@ -10,7 +10,7 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-inline constexpr double pi = inverse_trig::pi_head;
+inline constexpr double pi = pi_hi;
 
 // --- accuracies -----------------------------------------------------------------------------------------------------
 

@@ -87,22 +87,31 @@ template <class V> inline V acosh_beyond_one(V x) {
 /// (1 + x) / (1 - x) - 1
 template <class V> inline V atanh_beyond_one(V x) { return (x + x) / (Lane<V>(1) - x); }
 
+/// ln(1 + x) in the arithmetic of the lanes.
+template <Accuracy A, class V> inline V ln_1p(V x) {
+  if constexpr (sizeof(Lane<V>) == 8)
+    return logarithm_1p<A>(x);
+  else
+    return float_logarithm_1p<A>(x);
+}
+
 template <Accuracy A, class V> inline V asinh_positive(V x) {
+  using namespace inverse_hyperbolic_tables;
   if constexpr (A == Accuracy::full) {
     const DoubleWord<V> y = asinh_double_word(x);
     return rounded(y);
-  } else if constexpr (A == Accuracy::bits50) {
-    return logarithm_1p<A>(asinh_beyond_one(x));
+  } else if constexpr (A == Accuracy::bits50 || A == Accuracy::bits21) {
+    return ln_1p<A>(asinh_beyond_one(x));
+  } else if constexpr (A == Accuracy::bits11) {
+    const V y = float_logarithm<Natural, A>(x + sqrt(1.0f + x * x));
+    return select(x < splat<V>(0x1p-3f), asinh_series(x, asinh_bits11), y);
   } else {
-    constexpr auto& series = [&]() -> auto& {
-      if constexpr (A == Accuracy::bits40)
-        return inverse_hyperbolic_tables::asinh_bits40;
-      else
-        return inverse_hyperbolic_tables::asinh_bits27;
-    }
-    ();
     const V y = logarithm<Natural, A>(log_reduce<LogRows<A>>(x + sqrt(1.0 + x * x)));
-    return select(x < splat<V>(0x1p-6), asinh_series(x, series), y);
+    const auto small = x < splat<V>(0x1p-6);
+    if constexpr (A == Accuracy::bits40)
+      return select(small, asinh_series(x, asinh_bits40), y);
+    else
+      return select(small, asinh_series(x, asinh_bits27), y);
   }
 }
 template <Accuracy A, class V> inline V acosh(V x) {
@@ -110,7 +119,7 @@ template <Accuracy A, class V> inline V acosh(V x) {
     const DoubleWord<V> y = acosh_double_word(x);
     return rounded(y);
   } else {
-    return logarithm_1p<A>(acosh_beyond_one(x));
+    return ln_1p<A>(acosh_beyond_one(x));
   }
 }
 template <Accuracy A, class V> inline V atanh_positive(V x) {
@@ -118,21 +127,8 @@ template <Accuracy A, class V> inline V atanh_positive(V x) {
     const DoubleWord<V> y = atanh_double_word(x);
     return rounded(y);
   } else {
-    return 0.5 * logarithm_1p<A>(atanh_beyond_one(x));
+    return Lane<V>(0.5) * ln_1p<A>(atanh_beyond_one(x));
   }
-}
-
-template <Accuracy A, class V> inline V float_asinh_positive(V x) {
-  if constexpr (A == Accuracy::bits21) {
-    return float_logarithm_1p<A>(asinh_beyond_one(x));
-  } else {
-    const V y = float_logarithm<Natural, A>(x + sqrt(1.0f + x * x));
-    return select(x < splat<V>(0x1p-3f), asinh_series(x, inverse_hyperbolic_tables::asinh_bits11), y);
-  }
-}
-template <Accuracy A, class V> inline V float_acosh(V x) { return float_logarithm_1p<A>(acosh_beyond_one(x)); }
-template <Accuracy A, class V> inline V float_atanh_positive(V x) {
-  return 0.5f * float_logarithm_1p<A>(atanh_beyond_one(x));
 }
 
 /// ln 2x for x >= 2^340, which is asinh x and acosh x there.

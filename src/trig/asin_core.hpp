@@ -27,11 +27,6 @@ struct Acos {
   static constexpr bool odd = false;
 };
 
-/// pi and pi/2 in the type of the lanes, rounded toward zero.
-template <class T>
-inline constexpr T half_pi_in = sizeof(T) == 8 ? T(inverse_trig::half_pi_head) : T(inverse_trig::half_pi_below);
-template <class T> inline constexpr T pi_in = sizeof(T) == 8 ? T(inverse_trig::pi_head) : T(inverse_trig::pi_below);
-
 /// (1 - |x|) / 2, exact where |x| >= 1/2.
 template <class V> inline V half_rest_of(V t) { return Lane<V>(0.5) - Lane<V>(0.5) * t; }
 
@@ -45,9 +40,9 @@ template <class F, class V, int N> inline V inverse_short(V x, V half_rest, cons
   const V series = s + (s * z) * estrin(z, coefficients);
   const V twice = series + series;
   if constexpr (F::odd) {
-    return select(large, half_pi_in<T> - twice, series);
+    return select(large, pi_below<T> / 2 - twice, series);
   } else {
-    const V base = select(large, zero_unless(x < V{}, splat<V>(pi_in<T>)), splat<V>(half_pi_in<T>));
+    const V base = select(large, zero_unless(x < V{}, splat<V>(pi_below<T>)), splat<V>(pi_below<T> / 2));
     return base + flip_sign(select(large, twice, -series), sign_of(x));
   }
 }
@@ -84,13 +79,13 @@ template <class F, class V> inline DoubleWord<V> inverse_full(V x) {
 
   V base, base_tail, factor;
   if constexpr (F::odd) {
-    base = zero_unless(large, splat<V>(half_pi_head));
-    base_tail = zero_unless(large, splat<V>(half_pi_tail));
+    base = zero_unless(large, splat<V>(pi_hi / 2));
+    base_tail = zero_unless(large, splat<V>(pi_lo / 2));
     factor = select(large, splat<V>(-2), splat<V>(1));
   } else {
     const auto left_half = x < V{};
-    base = select(large, zero_unless(left_half, splat<V>(pi_head)), splat<V>(half_pi_head));
-    base_tail = select(large, zero_unless(left_half, splat<V>(pi_tail)), splat<V>(half_pi_tail));
+    base = select(large, zero_unless(left_half, splat<V>(pi_hi)), splat<V>(pi_hi / 2));
+    base_tail = select(large, zero_unless(left_half, splat<V>(pi_lo)), splat<V>(pi_lo / 2));
     factor = flip_sign(select(large, splat<V>(2), splat<V>(-1)), sign_of(x));
   }
   const DoubleWord<V> linear = fast_two_sum(base, factor * s);
@@ -103,8 +98,8 @@ template <class F, class V> inline DoubleWord<V> inverse_full(V x) {
 template <class F, class T> inline T inverse_of_border(T x, kelStatus& status) {
   if (is_nan(x)) return x + x;
   if (abs(x) > 1) return domain_error<T>(status);
-  if constexpr (F::odd) return with_sign(T(inverse_trig::half_pi_head), sign_of(x));
-  return x < 0 ? T(inverse_trig::pi_head) : T(0);
+  if constexpr (F::odd) return with_sign(T(pi_hi / 2), sign_of(x));
+  return x < 0 ? T(pi_hi) : T(0);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -131,8 +131,8 @@ template <bool Tails, Accuracy A, class V> inline DoubleWord<V> angle_double_wor
   const Bits<V> turn = sign_of(zero_unless(left, x.hi));
   const DoubleWord<V> t = first_quadrant_angle<A, Tails>(DoubleWord<V>{flip_sign(y.hi, up), flip_sign(y.lo, up)},
                                                          DoubleWord<V>{abs(x.hi), flip_sign(x.lo, turn)});
-  const DoubleWord<V> sum = fast_two_sum(zero_unless(left, splat<V>(inverse_trig::pi_head)), flip_sign(t.hi, turn));
-  const V tail = sum.lo + (zero_unless(left, splat<V>(inverse_trig::pi_tail)) + flip_sign(t.lo, turn));
+  const DoubleWord<V> sum = fast_two_sum(zero_unless(left, splat<V>(pi_hi)), flip_sign(t.hi, turn));
+  const V tail = sum.lo + (zero_unless(left, splat<V>(pi_lo)) + flip_sign(t.lo, turn));
   return {flip_sign(sum.hi, up), flip_sign(tail, up)};
 }
 } // namespace detail
@@ -161,8 +161,8 @@ template <Accuracy A, class V> inline auto angle(V y, V x) {
     const V r = (y - c * x) / (x + c * y);
     const V z = r * r;
     const V t = lookup<inverse_trig::atan_short_rows>(row) + (r + (r * z) * detail::atan_series<A>(z));
-    const V bounded = smaller_of(t, splat<V>(inverse_trig::half_pi_head));
-    return V(flip_sign(zero_unless(left, splat<V>(inverse_trig::pi_head)) + flip_sign(bounded, turn), up));
+    const V bounded = smaller_of(t, splat<V>(pi_hi / 2));
+    return V(flip_sign(zero_unless(left, splat<V>(pi_hi)) + flip_sign(bounded, turn), up));
   }
 }
 
@@ -175,8 +175,7 @@ template <auto& Series, class V> inline V float_angle(V y, V x) {
   const V q = smaller_of(up, right) / select(steep, up, right);
   const V z = q * q;
   const V t = q + (q * z) * estrin(z, Series);
-  const V base =
-      select(steep, splat<V>(inverse_trig::half_pi_below), zero_unless(left, splat<V>(inverse_trig::pi_below)));
+  const V base = select(steep, splat<V>(pi_below<float> / 2), zero_unless(left, splat<V>(pi_below<float>)));
   const V turned = flip_sign(t, sign_of(zero_unless(left, x)) ^ sign_of(zero_unless(steep, splat<V>(-0.0f))));
   return flip_sign(base + turned, sign_of(y));
 }
@@ -195,7 +194,7 @@ template <Accuracy A, class V> inline V arc_tangent(V t) {
     return table + (r + (table_tail + rest));
   } else {
     const V sum = lookup<inverse_trig::atan_short_rows>(row) + (r + rest);
-    return smaller_of(sum, splat<V>(inverse_trig::half_pi_head));
+    return smaller_of(sum, splat<V>(pi_hi / 2));
   }
 }
 

@@ -721,14 +721,6 @@ alignas(64) inline constexpr double atan_short_rows[] = {
     0x1.81a16e43f190bp+0,
     0x1.81e445233973dp+0};
 
-inline constexpr double pi_head = 0x1.921fb54442d18p+1;
-inline constexpr double pi_tail = 0x1.1a62633145c07p-53;
-inline constexpr float pi_below = 0x1.921fb40000000p+1f;
-inline constexpr double half_pi_head = 0x1.921fb54442d18p+0;
-inline constexpr double half_pi_tail = 0x1.1a62633145c07p-54;
-inline constexpr float half_pi_below = 0x1.921fb40000000p+0f;
-inline constexpr double three_quarters_pi = 0x1.2d97c7f3321d2p+1;
-
 // (atan(r) / r - 1 + z/3) / z^2, z = r^2, |r| <= 0.03127; error 2^-73.9 of the result
 inline constexpr double atan_extended[] = {
     0x1.9999999999827p-3,

@@ -6,7 +6,7 @@
 from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
-from emit import array, constant, dec, double, down_to, hexf, pair_table
+from emit import array, dec, double, hexf, pair_table
 from minimax import minimax, rational, to_double, to_float
 
 getcontext().prec = 80
@@ -112,13 +112,6 @@ namespace kelvm::inline KELVM_BUILD::inverse_trig {
     body = ",\n    ".join(hexf(double(atan(D(i) / 4))) for i in range(SHORT_ROWS))
     print("// atan c: c = 0, 1/4, 1/2 ... 63/4\n"
           f"alignas(64) inline constexpr double atan_short_rows[] = {{\n    {body}}};\n")
-    for name, value in (("pi", PI), ("half_pi", PI / 2)):
-        head, tail = head_tail(value)
-        constant(f"{name}_head", head)
-        constant(f"{name}_tail", tail)
-        constant(f"{name}_below", down_to(value, 23 if value < 2 else 22), "float")
-    constant("three_quarters_pi", PI * 3 / 4)
-    print()
     long_r, short_r = D("0.03127"), D("0.1251")
     angle_polynomial("atan_extended", long_r, 2, 4, "(atan(r) / r - 1 + z/3) / z^2")
     angle_polynomial("atan_full", long_r, 1, 4, "(atan(r) / r - 1) / z")

@@ -1,24 +1,34 @@
-// tanh of floats (hyperbolic/tanh.hpp). A24 is correctly rounded: double arithmetic, and a second evaluation to 2^-60
-// for the results that lie within 2^-42 of a midpoint between two floats. A21 and A11 stay in float arithmetic, A11 as
-// x times a rational function of x^2 up to 6 and 1 from there on, within 2^-16.
-// Exceptional inputs: NaNs, quieted.
+// tanh (hyperbolic/tanh.hpp). Double A53: 2^-60 before the one rounding. Float A24 is correctly rounded: double
+// arithmetic, and a second evaluation to 2^-60 for the results that lie within 2^-42 of a midpoint between two floats.
+// A21 and A11 stay in float arithmetic, A11 as x times a rational function of x^2 up to 6 and 1 from there on, within
+// 2^-16. Exceptional inputs: NaNs, quieted.
+#include "hyperbolic/tanh.hpp"
 #include "exact/rounding_test.hpp"
 #include "frame/export.hpp"
-#include "hyperbolic/tanh.hpp"
 #include "hyperbolic/tanh_tables.hpp"
 #include "kelvm/hyperbolic.h"
 
-namespace kelvm::inline KELVM_BUILD::tanh_32f {
+namespace kelvm::inline KELVM_BUILD::tanh {
 namespace {
 
 /// 1 - tanh 10 is below 2^-27.
 constexpr float saturated = 10;
 
-struct TanhA24 : KernelDefaults {
-  using Element = float;
+template <class T> struct Tanh : KernelDefaults {
+  using Element = T;
+  static constexpr bool spurious_underflow = true; // x^2 of a tiny x, a subnormal result
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), infinity<T>); }
+  static T element(T x, kelStatus&) { return x + x; }
+};
+
+template <Accuracy A> struct TanhDouble : Tanh<double> {
+  template <class V> static V formula(V x) {
+    return with_sign(tanh_positive<A>(tanh_clamped(x, tanh_saturated)), sign_of(x));
+  }
+};
+
+struct TanhA24 : Tanh<float> {
   template <class V> using ResultTest = RoundingTest;
-  static constexpr bool spurious_underflow = true; // a subnormal result, which is x
-  template <class V> static SignMask<V> special(V x) { return above(abs(x), infinity<float>); }
   template <class V> static V formula(V x, RoundingTest& test) {
     const V y = in_double_decided<42>(
         test, [](auto d) { return tanh_positive<Accuracy::bits40>(d); }, tanh_clamped(x, saturated));
@@ -30,21 +40,14 @@ struct TanhA24 : KernelDefaults {
     return with_sign(round_sum_to_float(y), sign_of(x));
   }
 };
-
-struct TanhInFloat : KernelDefaults {
-  using Element = float;
-  static constexpr bool spurious_underflow = true; // x^2 of a tiny x
-  template <class V> static SignMask<V> special(V x) { return above(abs(x), infinity<float>); }
-  static float element(float x, kelStatus&) { return x + x; }
-};
-struct TanhA21 : TanhInFloat {
+struct TanhA21 : Tanh<float> {
   template <class V> static V formula(V x) {
     const V half = tanh_clamped(x, saturated);
     const V e = float_exp_minus_1<Accuracy::bits21>(half + half);
     return with_sign(e / (e + 2.0f), sign_of(x));
   }
 };
-struct TanhA11 : TanhInFloat {
+struct TanhA11 : Tanh<float> {
   template <class V> static V formula(V x) {
     constexpr float limit = 6;
     const V t = tanh_clamped(x, limit), z = t * t;
@@ -58,5 +61,8 @@ struct TanhA11 : TanhInFloat {
 KELVM_UNARY(kelsTanh_32f_A11, TanhA11)
 KELVM_UNARY(kelsTanh_32f_A21, TanhA21)
 KELVM_UNARY(kelsTanh_32f_A24, TanhA24)
+KELVM_UNARY(kelsTanh_64f_A26, TanhDouble<Accuracy::bits27>)
+KELVM_UNARY(kelsTanh_64f_A50, TanhDouble<Accuracy::bits50>)
+KELVM_UNARY(kelsTanh_64f_A53, TanhDouble<Accuracy::full>)
 
-} // namespace kelvm::inline KELVM_BUILD::tanh_32f
+} // namespace kelvm::inline KELVM_BUILD::tanh
