@@ -6,7 +6,7 @@
 
 namespace bench {
 
-double measured_ulp([[maybe_unused]] const harness::Member& member, [[maybe_unused]] Data& data,
+double measured_ulp([[maybe_unused]] const harness::Function& function, [[maybe_unused]] Data& data,
                     [[maybe_unused]] const Contender& contender) {
 #ifdef KELVM_BENCH_JUDGE
   const std::ptrdiff_t n = std::min<std::ptrdiff_t>(data.elements(), 16384);
@@ -14,27 +14,27 @@ double measured_ulp([[maybe_unused]] const harness::Member& member, [[maybe_unus
   contender.batch(data.call(n), n, 1);
   std::vector<reference::Arguments> arguments(n);
   std::vector<double> results[2] = {std::vector<double>(n), std::vector<double>(n)};
-  const int components = member.complex_destination() || member.destinations() == 2 ? 2 : 1;
+  const int components = function.complex_destination() || function.destinations() == 2 ? 2 : 1;
   for (std::ptrdiff_t i = 0; i < n; ++i) {
     for (int k = 0; k < 4; ++k) arguments[i].parts[k] = data.argument(k / 2, k % 2, i);
     for (int c = 0; c < components; ++c) results[c][i] = data.result(c, i);
   }
-  reference::Judge judge(member, true);
+  reference::Judge judge(function, true);
   const double* const got[2] = {results[0].data(), results[1].data()};
-  reference::BlockEstimates estimates(member);
+  reference::BlockEstimates estimates(function);
   estimates.evaluate(arguments.data(), int(n));
   judge.block(arguments.data(), got, int(n), estimates);
   const auto& statistics = judge.statistics();
-  return member.complex_destination() ? statistics.norm_ulp.value : statistics.ulp.value;
+  return function.complex_destination() ? statistics.norm_ulp.value : statistics.ulp.value;
 #else
   return 0;
 #endif
 }
 
-bool accurate_enough(const harness::Member& member, const Contender& peer, double ulp) {
+bool accurate_enough(const harness::Function& function, const Contender& peer, double ulp) {
   if (peer.naive) return false;
-  const bool complex = member.complex_destination();
-  switch (member.suffix_bits()) {
+  const bool complex = function.complex_destination();
+  switch (function.suffix_bits()) {
   case 11:
     return ulp <= 0x1p12; // 2^-11 is 2^12 to 2^13 ulps
   case 21:

@@ -1,4 +1,4 @@
-// Which peer counts for which accuracy, and whether a member meets the bar.
+// Which peer counts for which accuracy, and whether a function meets the bar.
 #pragma once
 
 #include "contender.hpp"
@@ -9,7 +9,7 @@
 
 namespace bench {
 
-/// One contender's figures for one member.
+/// One contender's figures for one function.
 struct Entry {
   std::string name, set;
   bool ours = false, naive = false;
@@ -20,13 +20,13 @@ struct Entry {
 
 /// The largest error in ulps over the data's first elements, as this contender computes them; 0 where the exact
 /// functions were not built.
-double measured_ulp(const harness::Member& member, Data& data, const Contender& contender);
+double measured_ulp(const harness::Function& function, Data& data, const Contender& contender);
 
-/// Whether a peer with that error is no worse than the member promises. A correctly rounded real float member is set
-/// against SLEEF's most accurate functions, the C library and plain arithmetic, or whoever rounds correctly too.
-bool accurate_enough(const harness::Member& member, const Contender& peer, double ulp);
+/// Whether a peer with that error is no worse than the function promises. A correctly rounded real float function is
+/// set against SLEEF's most accurate functions, the C library and plain arithmetic, or whoever rounds correctly too.
+bool accurate_enough(const harness::Function& function, const Contender& peer, double ulp);
 
-/// The ratio, peer to ours, that a member must reach: faster than a function, as fast as the hardware or a plain loop
+/// The ratio, peer to ours, that a function must reach: faster than a function, as fast as the hardware or a plain loop
 /// within 5 %, as a tuned loop of single instructions within 10 %.
 double bar_against(const Entry& peer);
 

@@ -31,8 +31,8 @@ template <class F> std::uint64_t timed(std::ptrdiff_t n, std::ptrdiff_t elements
 
 class PeerContender : public Contender {
 public:
-  PeerContender(const Peer& peer, const harness::Member& member)
-      : loop_(peer.loop), source_size_(member.source_size()), destination_size_(member.destination_size()) {}
+  PeerContender(const Peer& peer, const harness::Function& function)
+      : loop_(peer.loop), source_size_(function.source_size()), destination_size_(function.destination_size()) {}
 
   std::uint64_t batch(const Call& c, std::ptrdiff_t elements, long calls) const override {
     const auto at = [](const void* p, std::ptrdiff_t bytes) { return static_cast<const char*>(p) + bytes; };
@@ -50,20 +50,20 @@ private:
 
 class OurContender : public Contender {
 public:
-  OurContender(void* function, const harness::Member& member) : function_(function), member_(member) {}
+  OurContender(void* address, const harness::Function& function) : address_(address), function_(function) {}
 
   std::uint64_t batch(const Call& c, std::ptrdiff_t elements, long calls) const override {
-    return member_.is_float() ? parts<float, Complex32f>(c, elements, calls)
-                              : parts<double, Complex64f>(c, elements, calls);
+    return function_.is_float() ? parts<float, Complex32f>(c, elements, calls)
+                                : parts<double, Complex64f>(c, elements, calls);
   }
 
 private:
   template <class Real, class Complex> std::uint64_t parts(const Call& c, std::ptrdiff_t elements, long calls) const {
-    if (member_.complex_source())
-      return member_.complex_destination() ? typed<Complex, Complex>(c, elements, calls)
-                                           : typed<Complex, Real>(c, elements, calls);
-    return member_.complex_destination() ? typed<Real, Complex>(c, elements, calls)
-                                         : typed<Real, Real>(c, elements, calls);
+    if (function_.complex_source())
+      return function_.complex_destination() ? typed<Complex, Complex>(c, elements, calls)
+                                             : typed<Complex, Real>(c, elements, calls);
+    return function_.complex_destination() ? typed<Real, Complex>(c, elements, calls)
+                                           : typed<Real, Real>(c, elements, calls);
   }
   template <class From, class To> std::uint64_t typed(const Call& c, std::ptrdiff_t elements, long calls) const {
     const auto* src1 = static_cast<const From*>(c.src1);
@@ -71,30 +71,30 @@ private:
     auto* dst1 = static_cast<To*>(c.dst1);
     auto* dst2 = static_cast<To*>(c.dst2);
     const int len = int(c.n);
-    switch (member_.shape) {
+    switch (function_.shape) {
     case harness::Shape::Binary: {
-      const auto f = reinterpret_cast<kelStatus (*)(const From*, const From*, To*, int)>(function_);
+      const auto f = reinterpret_cast<kelStatus (*)(const From*, const From*, To*, int)>(address_);
       return timed(c.n, elements, calls, [&](std::ptrdiff_t i) { f(src1 + i, src2 + i, dst1 + i, len); });
     }
     case harness::Shape::ScalarPower: {
-      const auto f = reinterpret_cast<kelStatus (*)(const From*, From, To*, int)>(function_);
+      const auto f = reinterpret_cast<kelStatus (*)(const From*, From, To*, int)>(address_);
       From value;
       std::memcpy(&value, c.scalar, sizeof value);
       return timed(c.n, elements, calls, [&](std::ptrdiff_t i) { f(src1 + i, value, dst1 + i, len); });
     }
     case harness::Shape::TwoOutputs: {
-      const auto f = reinterpret_cast<kelStatus (*)(const From*, To*, To*, int)>(function_);
+      const auto f = reinterpret_cast<kelStatus (*)(const From*, To*, To*, int)>(address_);
       return timed(c.n, elements, calls, [&](std::ptrdiff_t i) { f(src1 + i, dst1 + i, dst2 + i, len); });
     }
     default: {
-      const auto f = reinterpret_cast<kelStatus (*)(const From*, To*, int)>(function_);
+      const auto f = reinterpret_cast<kelStatus (*)(const From*, To*, int)>(address_);
       return timed(c.n, elements, calls, [&](std::ptrdiff_t i) { f(src1 + i, dst1 + i, len); });
     }
     }
   }
 
-  void* function_;
-  harness::Member member_;
+  void* address_;
+  harness::Function function_;
 };
 
 } // namespace
@@ -119,13 +119,13 @@ PeerModules::PeerModules(const std::string& directory, std::string_view set) : s
   }
 }
 
-std::vector<std::unique_ptr<Contender>> PeerModules::contenders(const harness::Member& member) const {
+std::vector<std::unique_ptr<Contender>> PeerModules::contenders(const harness::Function& function) const {
   std::vector<std::unique_ptr<Contender>> found;
   for (const Module& module : modules_)
     for (int i = 0; i < module.peers->count; ++i) {
       const Peer& peer = module.peers->first[i];
-      if (member.family != peer.family || std::strcmp(peer.type, name_of(member.type)) != 0) continue;
-      auto contender = std::make_unique<PeerContender>(peer, member);
+      if (function.family != peer.family || std::strcmp(peer.type, name_of(function.type)) != 0) continue;
+      auto contender = std::make_unique<PeerContender>(peer, function);
       contender->name = peer.name;
       contender->set = set_;
       contender->naive = peer.naive;
@@ -136,10 +136,10 @@ std::vector<std::unique_ptr<Contender>> PeerModules::contenders(const harness::M
 }
 
 std::unique_ptr<Contender> our_contender(const harness::Library& library, std::string_view set,
-                                         const harness::Member& member) {
-  void* function = library.symbol(std::string(member.name).c_str());
-  if (!function) return nullptr;
-  auto contender = std::make_unique<OurContender>(function, member);
+                                         const harness::Function& function) {
+  void* address = library.symbol(std::string(function.name).c_str());
+  if (!address) return nullptr;
+  auto contender = std::make_unique<OurContender>(address, function);
   contender->name = "kelvm";
   contender->set = set;
   contender->ours = true;

@@ -1,4 +1,4 @@
-// Whoever is measured: a member in one of the builds, or a peer in one of the instruction sets.
+// Whoever is measured: a function in one of the builds, or a peer in one of the instruction sets.
 #pragma once
 
 #include "data.hpp"
@@ -31,7 +31,7 @@ public:
 class PeerModules {
 public:
   PeerModules(const std::string& directory, std::string_view set);
-  std::vector<std::unique_ptr<Contender>> contenders(const harness::Member& member) const;
+  std::vector<std::unique_ptr<Contender>> contenders(const harness::Function& function) const;
   std::size_t modules() const { return modules_.size(); }
 
 private:
@@ -43,8 +43,8 @@ private:
   std::vector<Module> modules_;
 };
 
-/// The member in that library, or null where the library has none of that name.
+/// The function in that library, or null where the library has none of that name.
 std::unique_ptr<Contender> our_contender(const harness::Library& library, std::string_view set,
-                                         const harness::Member& member);
+                                         const harness::Function& function);
 
 } // namespace bench

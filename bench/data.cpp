@@ -56,33 +56,36 @@ constexpr Row rows[] = {
 
 } // namespace
 
-Ranges default_ranges(const harness::Member& member) {
-  if (member.complex_source())
-    return {{-5, 5}, member.family == "Powx" ? Range{1.7, 1.7} : member.family == "Pow" ? Range{-3, 3} : Range{-5, 5}};
+Ranges default_ranges(const harness::Function& function) {
+  if (function.complex_source())
+    return {{-5, 5},
+            function.family == "Powx"  ? Range{1.7, 1.7}
+            : function.family == "Pow" ? Range{-3, 3}
+                                       : Range{-5, 5}};
   for (const Row& row : rows)
-    if (member.family == row.family) return {member.is_float() ? row.for_floats : row.for_doubles, row.second};
+    if (function.family == row.family) return {function.is_float() ? row.for_floats : row.for_doubles, row.second};
   return {around, around};
 }
 
-Data::Data(const harness::Member& member, Ranges ranges, std::ptrdiff_t elements)
-    : member_(member), elements_(elements < minimum ? minimum : elements) {
+Data::Data(const harness::Function& function, Ranges ranges, std::ptrdiff_t elements)
+    : function_(function), elements_(elements < minimum ? minimum : elements) {
   std::mt19937_64 random(20);
   const auto fill = [&](Place place, std::size_t parts, Range range) {
-    arrays_[int(place)].resize(parts * member.part_size() + 2 * page);
+    arrays_[int(place)].resize(parts * function.part_size() + 2 * page);
     std::uniform_real_distribution<double> uniform(range.lo, range.hi);
     char* to = at(place);
-    for (std::size_t i = 0; i < parts; ++i, to += member.part_size()) {
+    for (std::size_t i = 0; i < parts; ++i, to += function.part_size()) {
       const double x = range.lo == range.hi ? range.lo : uniform(random);
       const float single = float(x);
-      std::memcpy(to, member.is_float() ? static_cast<const void*>(&single) : &x, member.part_size());
+      std::memcpy(to, function.is_float() ? static_cast<const void*>(&single) : &x, function.part_size());
     }
   };
-  const std::size_t source_parts = member.complex_source() ? 2 : 1;
+  const std::size_t source_parts = function.complex_source() ? 2 : 1;
   fill(Place::source1, elements_ * source_parts, ranges.first);
-  if (member.sources() == 2) fill(Place::source2, elements_ * source_parts, ranges.second);
+  if (function.sources() == 2) fill(Place::source2, elements_ * source_parts, ranges.second);
   fill(Place::scalar, source_parts, ranges.second);
-  for (int d = 0; d < member.destinations(); ++d)
-    arrays_[int(Place::destination1) + d].resize(elements_ * member.destination_size() + 2 * page);
+  for (int d = 0; d < function.destinations(); ++d)
+    arrays_[int(Place::destination1) + d].resize(elements_ * function.destination_size() + 2 * page);
 }
 
 char* Data::at(Place place) const {
@@ -98,8 +101,8 @@ Call Data::call(std::ptrdiff_t n) const {
 }
 
 double Data::value(Place place, std::ptrdiff_t index) const {
-  const char* from = at(place) + index * member_.part_size();
-  if (!member_.is_float()) {
+  const char* from = at(place) + index * function_.part_size();
+  if (!function_.is_float()) {
     double x;
     std::memcpy(&x, from, sizeof x);
     return x;
@@ -110,15 +113,15 @@ double Data::value(Place place, std::ptrdiff_t index) const {
 }
 
 double Data::argument(int source, int part, std::ptrdiff_t i) const {
-  const std::ptrdiff_t parts = member_.complex_source() ? 2 : 1;
+  const std::ptrdiff_t parts = function_.complex_source() ? 2 : 1;
   if (part >= parts) return 0;
   if (source == 0) return value(Place::source1, i * parts + part);
-  if (member_.shape == harness::Shape::ScalarPower) return value(Place::scalar, part);
-  return member_.sources() == 2 ? value(Place::source2, i * parts + part) : 0;
+  if (function_.shape == harness::Shape::ScalarPower) return value(Place::scalar, part);
+  return function_.sources() == 2 ? value(Place::source2, i * parts + part) : 0;
 }
 
 double Data::result(int component, std::ptrdiff_t i) const {
-  if (member_.complex_destination()) return value(Place::destination1, 2 * i + component);
+  if (function_.complex_destination()) return value(Place::destination1, 2 * i + component);
   return value(component == 0 ? Place::destination1 : Place::destination2, i);
 }
 

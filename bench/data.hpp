@@ -1,7 +1,7 @@
-// What the contenders are measured on: one set of random arguments a member, the same for all of them.
+// What the contenders are measured on: one set of random arguments a function, the same for all of them.
 #pragma once
 
-#include "members.hpp"
+#include "functions.hpp"
 #include "peers/peer.hpp"
 
 #include <optional>
@@ -19,14 +19,14 @@ struct Range {
 struct Ranges {
   Range first, second;
 };
-Ranges default_ranges(const harness::Member& member);
+Ranges default_ranges(const harness::Function& function);
 
 class Data {
 public:
   /// At least `minimum` elements are made, so that short calls can walk over different ones.
   static constexpr std::ptrdiff_t minimum = 1024;
 
-  Data(const harness::Member& member, Ranges ranges, std::ptrdiff_t elements);
+  Data(const harness::Function& function, Ranges ranges, std::ptrdiff_t elements);
 
   /// The arrays from their start; destinations are written by whoever is called.
   Call call(std::ptrdiff_t n) const;
@@ -37,7 +37,7 @@ public:
   void clear_results();
 
 private:
-  harness::Member member_;
+  harness::Function function_;
   std::ptrdiff_t elements_;
   mutable std::vector<char> arrays_[5];
 

@@ -1,4 +1,4 @@
-// kelvm-bench: cycles an element of members of the library, next to what a user would call instead.
+// kelvm-bench: cycles an element of functions of the library, next to what a user would call instead.
 #include "comparison.hpp"
 
 #include <charconv>
@@ -13,27 +13,27 @@
 namespace {
 
 using namespace bench;
-using harness::Member;
+using harness::Function;
 
 constexpr int bar_length = 1024; // the bar is for calls of at least this length
 
 constexpr const char* usage =
     R"(usage: kelvm-bench [options]
-  --member NAME      one member (may be repeated)
-  --family NAME      the members of a family (may be repeated)
-  --all              every member (the default)
+  --function NAME      one function (may be repeated)
+  --family NAME      the functions of a family (may be repeated)
+  --all              every function (the default)
   --build LIST       sse41, avx2, avx512 or all (the default), separated by commas; those this processor runs
-  --length LIST      elements a call (4,16,1024,1000000); complex members get half of those from 1024 on
+  --length LIST      elements a call (4,16,1024,1000000); complex functions get half of those from 1024 on
   --range LO:HI      arguments of the first source, uniform; each family has a range of its own
   --rounds N         batches of each contender (40)
   --peers            show every contender, not only the best peer that counts
-  --no-peers         measure our members alone
+  --no-peers         measure our functions alone
   --json FILE        write all figures
   --libraries DIR    where the builds lie, each in a directory of its name
 )";
 
 struct Options {
-  std::vector<std::string> members, families;
+  std::vector<std::string> functions, families;
   std::vector<std::string> builds;
   std::vector<int> lengths = {4, 16, 1024, 1000000};
   std::optional<Range> range;
@@ -71,8 +71,8 @@ Options parse(int argc, char** argv) {
       if (++i >= argc) throw BadOption(option + " wants a value");
       return argv[i];
     };
-    if (option == "--member")
-      options.members.push_back(value());
+    if (option == "--function")
+      options.functions.push_back(value());
     else if (option == "--family")
       options.families.push_back(value());
     else if (option == "--all")
@@ -118,22 +118,22 @@ Options parse(int argc, char** argv) {
   return options;
 }
 
-std::vector<Member> chosen(const Options& options) {
-  if (options.members.empty() && options.families.empty())
-    return {harness::all_members().begin(), harness::all_members().end()};
-  std::vector<Member> members;
-  for (const std::string& name : options.members) {
-    const Member* member = harness::find_member(name);
-    if (!member) throw BadOption("no member of that name: " + name);
-    members.push_back(*member);
+std::vector<Function> chosen(const Options& options) {
+  if (options.functions.empty() && options.families.empty())
+    return {harness::all_functions().begin(), harness::all_functions().end()};
+  std::vector<Function> functions;
+  for (const std::string& name : options.functions) {
+    const Function* function = harness::find_function(name);
+    if (!function) throw BadOption("no function of that name: " + name);
+    functions.push_back(*function);
   }
   for (const std::string& family : options.families) {
-    const std::size_t before = members.size();
-    for (const Member& member : harness::all_members())
-      if (member.family == family) members.push_back(member);
-    if (members.size() == before) throw BadOption("no family of that name: " + family);
+    const std::size_t before = functions.size();
+    for (const Function& function : harness::all_functions())
+      if (function.family == family) functions.push_back(function);
+    if (functions.size() == before) throw BadOption("no family of that name: " + family);
   }
-  return members;
+  return functions;
 }
 
 /// One build on this machine.
@@ -143,44 +143,44 @@ struct Build {
 };
 
 struct Result {
-  Member member;
+  Function function;
   Ranges ranges;
   std::vector<int> lengths;
   std::vector<Entry> entries;
 };
 
 /// Long complex arrays are half as long: the same bytes, in the same cache.
-std::vector<int> lengths_for(const Member& member, const std::vector<int>& lengths) {
+std::vector<int> lengths_for(const Function& function, const std::vector<int>& lengths) {
   std::vector<int> result = lengths;
-  if (member.complex_source() || member.complex_destination())
+  if (function.complex_source() || function.complex_destination())
     for (int& length : result)
       if (length >= bar_length) length /= 2;
   return result;
 }
 
-Result measure(const Member& member, const Options& options, const std::vector<Build>& builds,
+Result measure(const Function& function, const Options& options, const std::vector<Build>& builds,
                const std::vector<PeerModules>& peers) {
-  Result result{member, default_ranges(member), lengths_for(member, options.lengths), {}};
+  Result result{function, default_ranges(function), lengths_for(function, options.lengths), {}};
   if (options.range) result.ranges.first = *options.range;
 
   std::vector<std::unique_ptr<Contender>> contenders;
   for (const Build& build : builds)
-    if (auto ours = our_contender(build.library, build.name, member)) contenders.push_back(std::move(ours));
+    if (auto ours = our_contender(build.library, build.name, function)) contenders.push_back(std::move(ours));
   if (options.measure_peers)
     for (const PeerModules& modules : peers)
-      for (auto& peer : modules.contenders(member)) contenders.push_back(std::move(peer));
+      for (auto& peer : modules.contenders(function)) contenders.push_back(std::move(peer));
 
   {
-    Data data(member, result.ranges, 16384);
+    Data data(function, result.ranges, 16384);
     for (const auto& contender : contenders) {
       Entry entry{contender->name, contender->set, contender->ours, contender->naive, 0, false, {}};
-      entry.ulp = std::max(contender->claimed_ulp, measured_ulp(member, data, *contender));
-      entry.counts = !entry.ours && accurate_enough(member, *contender, entry.ulp);
+      entry.ulp = std::max(contender->claimed_ulp, measured_ulp(function, data, *contender));
+      entry.counts = !entry.ours && accurate_enough(function, *contender, entry.ulp);
       result.entries.push_back(entry);
     }
   }
   for (int length : result.lengths) {
-    Data data(member, result.ranges, length);
+    Data data(function, result.ranges, length);
     const Call call = data.call(length);
     const int rounds = length <= 100000 ? options.rounds : std::max(3, options.rounds / 8);
     const auto timings = interleaved(int(contenders.size()), rounds, [&](int c, long calls) {
@@ -205,7 +205,7 @@ void show(const Result& result, const Options& options, double per_ns, std::map<
       if (!ours.ours) continue;
       const Timing timing = ours.timings[l];
       const Verdict verdict = judge(result.entries, ours, l);
-      std::printf("%-23s %-6s %8.0f %8.3f %8.3f %8.1f", std::string(result.member.name).c_str(), ours.set.c_str(),
+      std::printf("%-23s %-6s %8.0f %8.3f %8.3f %8.1f", std::string(result.function.name).c_str(), ours.set.c_str(),
                   length, timing.minimum / length, timing.median / length, timing.minimum / per_ns);
       if (verdict.best) {
         const std::string best = verdict.best->name + "/" + verdict.best->set;
@@ -214,7 +214,7 @@ void show(const Result& result, const Options& options, double per_ns, std::map<
                     !at_bar       ? ""
                     : verdict.met ? "met"
                                   : "MISSED");
-        Tally& tally = tallies[options.lengths[l]][{std::string(result.member.family), ours.set}];
+        Tally& tally = tallies[options.lengths[l]][{std::string(result.function.family), ours.set}];
         tally.logs += std::log(verdict.ratio);
         ++tally.count;
         tally.met += verdict.met;
@@ -283,11 +283,11 @@ void write_json(const std::string& path, const Options& options, const std::vect
   };
   out << "{\"processor\": " << quoted(processor()) << ", \"ticks_per_ns\": " << per_ns << ", \"lengths\": [";
   list(options.lengths, [&](int length) { out << length; });
-  out << "],\n \"members\": [";
+  out << "],\n \"functions\": [";
   const char* comma = "\n";
   for (const Result& r : results) {
-    out << comma << "  {\"name\": " << quoted(r.member.name) << ", \"family\": " << quoted(r.member.family)
-        << ", \"suffix\": " << quoted(r.member.suffix) << ", \"range\": [" << r.ranges.first.lo << ", "
+    out << comma << "  {\"name\": " << quoted(r.function.name) << ", \"family\": " << quoted(r.function.family)
+        << ", \"suffix\": " << quoted(r.function.suffix) << ", \"range\": [" << r.ranges.first.lo << ", "
         << r.ranges.first.hi << "], \"lengths\": [";
     list(r.lengths, [&](int length) { out << length; });
     out << "],\n   \"contenders\": [";
@@ -328,7 +328,7 @@ void write_json(const std::string& path, const Options& options, const std::vect
 }
 
 int run(const Options& options) {
-  const std::vector<Member> members = chosen(options);
+  const std::vector<Function> functions = chosen(options);
   std::vector<Build> builds;
   std::vector<PeerModules> peers;
   for (const std::string& build : options.builds) {
@@ -343,12 +343,12 @@ int run(const Options& options) {
   }
   const double per_ns = ticks_per_ns();
   std::printf("%s, %.3f ticks a nanosecond; ratio above 1: ours is faster\n", processor().c_str(), per_ns);
-  std::printf("%-23s %-6s %8s %8s %8s %8s  %-18s %8s  %6s\n", "member", "build", "length", "cyc/el", "median",
+  std::printf("%-23s %-6s %8s %8s %8s %8s  %-18s %8s  %6s\n", "function", "build", "length", "cyc/el", "median",
               "ns/call", "best peer", "cyc/el", "ratio");
   std::vector<Result> results;
   std::map<int, Tallies> tallies;
-  for (const Member& member : members) {
-    results.push_back(measure(member, options, builds, peers));
+  for (const Function& function : functions) {
+    results.push_back(measure(function, options, builds, peers));
     show(results.back(), options, per_ns, tallies);
   }
   show_means(tallies);

@@ -15,15 +15,15 @@ using reference::Statistics;
 
 namespace {
 
-const harness::Member& member(std::string_view name) {
-  const harness::Member* m = harness::find_member(name);
-  if (!m) throw std::logic_error("no member " + std::string(name));
+const harness::Function& function(std::string_view name) {
+  const harness::Function* m = harness::find_function(name);
+  if (!m) throw std::logic_error("no function " + std::string(name));
   return *m;
 }
 
 // One family's exact function at one argument after the other.
-struct Function {
-  explicit Function(std::string_view name) : exact(member(name)) {}
+struct ExactOf {
+  explicit ExactOf(std::string_view name) : exact(function(name)) {}
   mpfr_srcptr operator()(double x) {
     exact.evaluate({{x, 0, 0, 0}});
     return exact.result(0);
@@ -52,7 +52,7 @@ TEST(Exact, InversesInvert) {
   // An error of the inverse of x relative counts f'(x) x/f(x) times: at most 2 x^2 + 1, 11 bits, at the far end of the
   // tail.
   Number back, argument;
-  Function erf_inv("kelsErfInv_64f_A53"), erfc_inv("kelsErfcInv_64f_A53"), quantile("kelsCdfNormInv_64f_A53");
+  ExactOf erf_inv("kelsErfInv_64f_A53"), erfc_inv("kelsErfcInv_64f_A53"), quantile("kelsCdfNormInv_64f_A53");
   for (double y : {0x1p-1074, 0x1.8p-1030, 1e-300, 1e-30, 1e-9, 0.1, 0.49, 0.5, 0.51, 0.9, 1 - 0x1p-30, 1 - 0x1p-53}) {
     mpfr_set_d(argument, y, MPFR_RNDN);
     mpfr_erf(back, erf_inv(y), MPFR_RNDN);
@@ -75,7 +75,7 @@ TEST(Exact, InversesInvert) {
 }
 
 TEST(Exact, NormalDistribution) {
-  Function cdf("kelsCdfNorm_64f_A53");
+  ExactOf cdf("kelsCdfNorm_64f_A53");
   Number sum, known;
   for (double x : {0.0, 0x1p-60, 0.7, 3.0, 8.0, 37.0}) {
     mpfr_set(sum, cdf(x), MPFR_RNDN);
@@ -103,7 +103,7 @@ TEST(Exact, NormalDistribution) {
 }
 
 TEST(Exact, ComplexPowersOnEitherSideOfTheCut) {
-  Exact power(member("kelsPow_64fc_A53"));
+  Exact power(function("kelsPow_64fc_A53"));
   for (const double side : {0.0, -0.0}) {
     power.evaluate({{-4, side, 0.5, 0}});
     EXPECT_EQ(mpfr_get_d(power.result(0), MPFR_RNDN), 0) << side;
@@ -112,7 +112,7 @@ TEST(Exact, ComplexPowersOnEitherSideOfTheCut) {
 }
 
 TEST(Exact, AlgebraicPowers) {
-  Function inv_cbrt("kelsInvCbrt_64f_A53"), two_thirds("kelsPow2o3_64f_A53"), three_halves("kelsPow3o2_64f_A53");
+  ExactOf inv_cbrt("kelsInvCbrt_64f_A53"), two_thirds("kelsPow2o3_64f_A53"), three_halves("kelsPow3o2_64f_A53");
   Number power, argument;
   for (double x : {0x1.3p-1070, 0.3, 1.7, 1e77, 0x1.fffffffffffffp1023}) {
     mpfr_set_d(argument, x, MPFR_RNDN);
@@ -141,7 +141,7 @@ TEST(Exact, ComplexFunctionsAgreeWithMpc) {
   mpc_init2(z, 53);
   mpc_init2(known, 128);
   for (const auto& row : rows) {
-    Exact exact(member(row.name));
+    Exact exact(function(row.name));
     for (int i = 0; i < 200; ++i) {
       double x = random.uniform(-30, 30), y = random.uniform(-30, 30);
       if (i % 2) y *= 0x1p-20;
@@ -159,16 +159,16 @@ TEST(Exact, ComplexFunctionsAgreeWithMpc) {
 }
 
 Statistics judged(std::string_view name, Arguments arguments, double got, double got2 = 0) {
-  Judge judge(member(name), false);
+  Judge judge(function(name), false);
   const double* const results[2] = {&got, &got2};
-  judge.block(&arguments, results, 1, reference::BlockEstimates(member(name)));
+  judge.block(&arguments, results, 1, reference::BlockEstimates(function(name)));
   return judge.statistics();
 }
 
 constexpr double inf = HUGE_VAL, nan_value = __builtin_nan(""), largest = 0x1.fffffffffffffp1023;
 
 TEST(Judge, Ulps) {
-  // The member squares, adds or divides; the errors are made by hand.
+  // The function squares, adds or divides; the errors are made by hand.
   EXPECT_EQ(judged("kelsSqr_64f_A53", {{1.5}}, 2.25).ulp.value, 0);
   EXPECT_EQ(judged("kelsSqr_64f_A53", {{1.5}}, 2.25 + 0x1p-51).ulp.value, 1);
   EXPECT_EQ(judged("kelsSqr_64f_A53", {{1}}, 1 - 0x1p-53).ulp.value, 0.5); // the ulp is that of the exact value
@@ -200,9 +200,9 @@ TEST(Judge, OverflowPolesAndNaN) {
 
 TEST(Judge, Status) {
   const auto accepted = [](std::string_view name, Arguments arguments, double got, kelStatus status) {
-    Judge judge(member(name), false);
+    Judge judge(function(name), false);
     const double* const results[2] = {&got, nullptr};
-    judge.block(&arguments, results, 1, reference::BlockEstimates(member(name)), &status);
+    judge.block(&arguments, results, 1, reference::BlockEstimates(function(name)), &status);
     return judge.statistics().status.value == 0;
   };
   const struct {
@@ -237,8 +237,8 @@ TEST(Judge, ComplexByComponentAndByNorm) {
   EXPECT_EQ(judged("kelsConj_64fc_A53", {{3, -4, 0, 0}}, 3, nan_value).relative.value, inf);
 }
 
-// What a member would return that is right but for errors up to 3 ulps in some results.
-std::vector<double> results_with_errors(const harness::Member& m, const std::vector<Arguments>& arguments,
+// What a function would return that is right but for errors up to 3 ulps in some results.
+std::vector<double> results_with_errors(const harness::Function& m, const std::vector<Arguments>& arguments,
                                         int component, accuracy::Random& random) {
   Exact exact(m);
   std::vector<double> results;
@@ -253,10 +253,10 @@ std::vector<double> results_with_errors(const harness::Member& m, const std::vec
   return results;
 }
 
-class EstimateOf : public testing::TestWithParam<harness::Member> {};
+class EstimateOf : public testing::TestWithParam<harness::Function> {};
 
 TEST_P(EstimateOf, ChangesNoFigure) {
-  const harness::Member& m = GetParam();
+  const harness::Function& m = GetParam();
   std::vector<Arguments> arguments(m.complex_destination() ? 300 : 1500), some(50);
   accuracy::Random random{99};
   const accuracy::Inputs inputs(m, {}, {});
@@ -285,14 +285,14 @@ TEST_P(EstimateOf, ChangesNoFigure) {
   EXPECT_GT(a.misrounded, 0u); // the errors made above were seen
 }
 
-std::vector<harness::Member> full_precision() {
-  std::vector<harness::Member> members;
-  for (const harness::Member& m : harness::all_members())
-    if (m.suffix_bits() == (m.is_float() ? 24 : 53)) members.push_back(m);
-  return members;
+std::vector<harness::Function> full_precision() {
+  std::vector<harness::Function> functions;
+  for (const harness::Function& m : harness::all_functions())
+    if (m.suffix_bits() == (m.is_float() ? 24 : 53)) functions.push_back(m);
+  return functions;
 }
 
-INSTANTIATE_TEST_SUITE_P(Members, EstimateOf, testing::ValuesIn(full_precision()),
+INSTANTIATE_TEST_SUITE_P(Functions, EstimateOf, testing::ValuesIn(full_precision()),
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST(Limits, ExceededIsSaid) {

@@ -175,28 +175,28 @@ void append_hardest(int exponent, int digits, std::vector<double>& hard) {
 
 } // namespace
 
-Inputs::Inputs(const harness::Member& member, std::optional<Range> range1, std::optional<Range> range2)
-    : member_(member), range_{range1, range2} {
-  const bool is_complex = member.type == harness::Type::c32 || member.type == harness::Type::c64;
-  const Profile& own = is_complex ? profiles[0] : profile_named(member.family);
+Inputs::Inputs(const harness::Function& function, std::optional<Range> range1, std::optional<Range> range2)
+    : function_(function), range_{range1, range2} {
+  const bool is_complex = function.type == harness::Type::c32 || function.type == harness::Type::c64;
+  const Profile& own = is_complex ? profiles[0] : profile_named(function.family);
   std::fill(profile_, profile_ + 4, &own);
   for (const Parts& row : parts_of) {
-    if (row.family != member.family || row.complex != is_complex) continue;
+    if (row.family != function.family || row.complex != is_complex) continue;
     profile_[0] = &profile_named(row.re);
     profile_[1] = &profile_named(row.im);
     profile_[2] = profile_[3] = &profile_named(row.second);
   }
   if (profile_[0]->family == "Sin" || profile_[1]->family == "Sin") {
-    const int digits = member.is_float() ? 24 : 53, exponent_max = member.is_float() ? 128 : 1024;
+    const int digits = function.is_float() ? 24 : 53, exponent_max = function.is_float() ? 128 : 1024;
     for (int e = -2 * digits; e <= exponent_max - digits; e += 1) append_hardest(e, digits, hard_);
   }
   if (!range1) append_steps();
 }
 
-// For every member: even steps over the ranges, and every binade of the distance from the points, either side, and of
+// For every function: even steps over the ranges, and every binade of the distance from the points, either side, and of
 // complex numbers from 0, +-1 and +-i. Where tables are long, their rows besides.
 void Inputs::append_steps() {
-  const int digits = member_.is_float() ? 24 : 53, lowest = member_.is_float() ? -149 : -1074;
+  const int digits = function_.is_float() ? 24 : 53, lowest = function_.is_float() ? -149 : -1074;
   const auto append = [&](const Walk& walk) {
     const double step = (walk.to - walk.from) / walk.steps;
     const int binades = !walk.binades ? 1 : walk.from == 0 ? -lowest : digits;
@@ -206,7 +206,7 @@ void Inputs::append_steps() {
         steps_.push_back({near, near + std::ldexp(step, walk.binades ? -k - 1 : 0)});
       }
   };
-  if (member_.complex_source()) {
+  if (function_.complex_source()) {
     for (const int sign : {1, -1}) append({0, static_cast<double>(sign), 1, true});
     return;
   }
@@ -217,13 +217,13 @@ void Inputs::append_steps() {
     if (row.profile == profile_[0]->family) append(row.walk);
 }
 
-double Inputs::rounded(double x) const { return member_.is_float() ? static_cast<double>(static_cast<float>(x)) : x; }
+double Inputs::rounded(double x) const { return function_.is_float() ? static_cast<double>(static_cast<float>(x)) : x; }
 
 // A number a few ulps from x, or at a distance of any smaller magnitude.
 double Inputs::neighbour(Random& random, double x) const {
   if (random.one_in(2)) {
     const int steps = static_cast<int>(random.below(9)) - 4;
-    if (member_.is_float()) {
+    if (function_.is_float()) {
       float y = static_cast<float>(x);
       for (int i = 0; i < std::abs(steps); ++i) y = std::nextafterf(y, steps < 0 ? -HUGE_VALF : HUGE_VALF);
       return y;
@@ -231,8 +231,8 @@ double Inputs::neighbour(Random& random, double x) const {
     for (int i = 0; i < std::abs(steps); ++i) x = std::nextafter(x, steps < 0 ? -inf : inf);
     return x;
   }
-  const int digits = member_.is_float() ? 24 : 53;
-  const int depth = x == 0 && random.one_in(2) ? (member_.is_float() ? 149 : 1074) : digits + 2;
+  const int digits = function_.is_float() ? 24 : 53;
+  const int depth = x == 0 && random.one_in(2) ? (function_.is_float() ? 149 : 1074) : digits + 2;
   const double distance = std::ldexp(random.uniform(-1, 1), -static_cast<int>(random.below(depth)));
   return rounded(x == 0 ? distance : x + x * distance);
 }
@@ -240,8 +240,8 @@ double Inputs::neighbour(Random& random, double x) const {
 double Inputs::part(Random& random, const Profile& profile, const std::optional<Range>& range) const {
   Range domain = range ? *range : profile.domain;
   if (!range && random.one_in(64)) domain = {-inf, inf}; // domain errors
-  const int digits = member_.is_float() ? 24 : 53;
-  const int lowest = member_.is_float() ? -149 : -1074, highest = member_.is_float() ? 128 : 1024;
+  const int digits = function_.is_float() ? 24 : 53;
+  const int lowest = function_.is_float() ? -149 : -1074, highest = function_.is_float() ? 128 : 1024;
   for (int attempt = 0; attempt < 16; ++attempt) {
     double x = 0;
     const std::uint64_t kind = random.below(16);
@@ -288,11 +288,11 @@ double Inputs::part(Random& random, const Profile& profile, const std::optional<
 // Ties the second real source to the first where independent sources would rarely meet.
 void Inputs::real_pair(Random& random, double parts[4]) const {
   const double x = parts[0];
-  const bool power = member_.family == "Pow" || member_.family == "Powx";
+  const bool power = function_.family == "Pow" || function_.family == "Powx";
   if (power) {
     if (random.one_in(2)) { // a result anywhere in the range, or next to one of its ends or to 1
-      const double lowest = member_.is_float() ? -150 : -1076, highest = member_.is_float() ? 129 : 1025,
-                   smallest_normal = member_.is_float() ? -126 : -1022;
+      const double lowest = function_.is_float() ? -150 : -1076, highest = function_.is_float() ? 129 : 1025,
+                   smallest_normal = function_.is_float() ? -126 : -1022;
       double target = random.uniform(lowest, highest);
       if (random.one_in(4))
         target = neighbour(random, random.one_in(2) ? highest - 1 : random.one_in(2) ? lowest + 1 : smallest_normal);
@@ -310,8 +310,8 @@ void Inputs::real_pair(Random& random, double parts[4]) const {
     const bool low = random.one_in(2);
     const int exponent = static_cast<int>(random.below(40));
     parts[2] = std::ldexp(random.one_in(2) ? 1 : -1, low ? exponent : -exponent);
-    parts[0] = parts[2] * neighbour(random, low ? (member_.is_float() ? 0x1p-126 : 0x1p-1022)
-                                                : (member_.is_float() ? 0x1.fffffep127 : 0x1.fffffffffffffp1023));
+    parts[0] = parts[2] * neighbour(random, low ? (function_.is_float() ? 0x1p-126 : 0x1p-1022)
+                                                : (function_.is_float() ? 0x1.fffffep127 : 0x1.fffffffffffffp1023));
   } else if (random.one_in(2)) { // comparable magnitudes
     parts[2] =
         rounded(x * std::ldexp(random.uniform(-2, 2), random.one_in(2) ? 0 : static_cast<int>(random.below(121)) - 60));
@@ -332,7 +332,7 @@ void Inputs::complex_power(Random& random, double parts[4]) const {
   const std::complex<double> log = std::log(std::complex<double>(parts[0], parts[1]));
   if (random.one_in(4)) parts[3] = 0;
   if (!random.one_in(4)) {
-    const double lowest = member_.is_float() ? -87 : -708, highest = member_.is_float() ? 88 : 709;
+    const double lowest = function_.is_float() ? -87 : -708, highest = function_.is_float() ? 88 : 709;
     const double size = random.one_in(2) ? 1 : std::ldexp(random.unit(), -static_cast<int>(random.below(20)));
     const std::complex<double> target(random.uniform(lowest, highest) * size, random.uniform(-100, 100) * size);
     const std::complex<double> w = target / log;
@@ -341,7 +341,7 @@ void Inputs::complex_power(Random& random, double parts[4]) const {
     if (random.one_in(8)) parts[2] = (std::rint(random.uniform(-9, 9)) * pi / 2 - parts[3] * log.real()) / log.imag();
   }
   if (random.one_in(32)) return;
-  const bool many_bases = member_.shape == harness::Shape::ScalarPower; // the exponent serves a whole block
+  const bool many_bases = function_.shape == harness::Shape::ScalarPower; // the exponent serves a whole block
   const double largest = 0x1p39 / (many_bases ? 800 : std::min(800.0, std::abs(log)));
   for (double* w = parts + 2; w < parts + 4; ++w)
     if (std::fabs(*w) > largest) *w = std::ldexp(*w, std::ilogb(largest) - 1 - std::ilogb(*w));
@@ -350,7 +350,7 @@ void Inputs::complex_power(Random& random, double parts[4]) const {
 // Complex arguments that two independent parts would rarely give: on an axis or next to it, on the diagonals, on the
 // unit circle and next to it, close to +-1 and +-i.
 void Inputs::complex_shape(Random& random, double parts[2]) const {
-  const int depth = random.one_in(2) ? (member_.is_float() ? 40 : 80) : (member_.is_float() ? 149 : 1074);
+  const int depth = random.one_in(2) ? (function_.is_float() ? 40 : 80) : (function_.is_float() ? 149 : 1074);
   const double small = std::ldexp(random.uniform(-1, 1), -static_cast<int>(random.below(depth)));
   switch (random.below(12)) {
   case 0:
@@ -390,15 +390,15 @@ void Inputs::step(Random& random, std::uint64_t number, double parts[2]) const {
   const double x = random.uniform(steps_[number].lo, steps_[number].hi);
   const int axis = static_cast<int>(random.below(2));
   parts[axis] = x;
-  if (member_.complex_source())
+  if (function_.complex_source())
     parts[1 - axis] = random.one_in(3) ? x * random.uniform(-2, 2) : random.one_in(2) ? 1 : -1;
   else
     std::swap(parts[0], parts[axis]);
 }
 
 void Inputs::fill(Random& random, std::uint64_t first, std::vector<reference::Arguments>& block) const {
-  const bool complex_source = member_.complex_source();
-  const bool second = member_.sources() == 2 || member_.shape == harness::Shape::ScalarPower;
+  const bool complex_source = function_.complex_source();
+  const bool second = function_.sources() == 2 || function_.shape == harness::Shape::ScalarPower;
   for (reference::Arguments& element : block) {
     double* p = element.parts;
     std::fill(p, p + 4, 0);
@@ -414,8 +414,8 @@ void Inputs::fill(Random& random, std::uint64_t first, std::vector<reference::Ar
     if (second && complex_source) {
       p[3] = part(random, *profile_[3], range_[1]);
       if (!range_[1]) {
-        const bool product = member_.family == "Mul" || member_.family == "MulByConj";
-        if (member_.family == "Pow" || member_.family == "Powx") {
+        const bool product = function_.family == "Mul" || function_.family == "MulByConj";
+        if (function_.family == "Pow" || function_.family == "Powx") {
           complex_power(random, p);
         } else {
           complex_shape(random, p + 2);
@@ -427,7 +427,7 @@ void Inputs::fill(Random& random, std::uint64_t first, std::vector<reference::Ar
         }
       }
     } else if (second && !range_[0] && !range_[1]) {
-      if (member_.family == "Atan2" && number < steps_.size())
+      if (function_.family == "Atan2" && number < steps_.size())
         p[0] *= p[2]; // a step is a quotient
       else
         real_pair(random, p);
@@ -437,7 +437,7 @@ void Inputs::fill(Random& random, std::uint64_t first, std::vector<reference::Ar
       if (!std::isfinite(p[i])) p[i] = 1;
     }
   }
-  if (member_.shape == harness::Shape::ScalarPower)
+  if (function_.shape == harness::Shape::ScalarPower)
     for (reference::Arguments& element : block) std::copy_n(block[0].parts + 2, 2, element.parts + 2);
 }
 

@@ -1,4 +1,4 @@
-// Random and structured inputs for any member.
+// Random and structured inputs for any function.
 #pragma once
 
 #include "exact.hpp"
@@ -34,19 +34,19 @@ struct Range {
 /// What is worth trying for one real argument of a family.
 struct Profile;
 
-/// Where the inputs of one member come from. Shared by threads.
+/// Where the inputs of one function come from. Shared by threads.
 class Inputs {
 public:
   /// A range given for a source replaces the family's domain: only points inside are generated (of complex sources,
   /// points whose parts are both inside).
-  Inputs(const harness::Member& member, std::optional<Range> range1, std::optional<Range> range2);
+  Inputs(const harness::Function& function, std::optional<Range> range1, std::optional<Range> range2);
 
   /// How many elements are steps: together they meet every row of the family's tables and every magnitude of distance
   /// from its points of interest. None if a range is given for the first source.
   std::uint64_t steps() const { return steps_.size(); }
 
   /// Fills a block with elements number `first` and on: first the steps, then random ones. The second source of a
-  /// ScalarPower member is one value for the whole block.
+  /// ScalarPower function is one value for the whole block.
   void fill(Random& random, std::uint64_t first, std::vector<reference::Arguments>& block) const;
 
 private:
@@ -59,7 +59,7 @@ private:
   void append_steps();
   void step(Random&, std::uint64_t number, double parts[2]) const;
 
-  harness::Member member_;
+  harness::Function function_;
   std::optional<Range> range_[2];
   const Profile* profile_[4]; // one a part
   std::vector<Range> steps_;

@@ -45,7 +45,7 @@ std::vector<Limit> read_limits(const std::string& path) {
   for (int number = 1; std::getline(file, line); ++number) {
     std::istringstream words(line.substr(0, line.find('#')));
     Limit limit;
-    if (!(words >> limit.member)) continue;
+    if (!(words >> limit.function)) continue;
     std::string key;
     double value;
     bool understood = true;
@@ -73,15 +73,15 @@ std::vector<Limit> read_limits(const std::string& path) {
   return limits;
 }
 
-const Limit* find_limit(const std::vector<Limit>& limits, std::string_view member) {
+const Limit* find_limit(const std::vector<Limit>& limits, std::string_view function) {
   for (const Limit& limit : limits)
-    if (limit.member == member) return &limit;
+    if (limit.function == function) return &limit;
   return nullptr;
 }
 
-std::string limit_fault(const std::vector<Limit>& limits, const harness::Member& member,
+std::string limit_fault(const std::vector<Limit>& limits, const harness::Function& function,
                         const reference::Statistics& statistics) {
-  const Limit* limit = find_limit(limits, member.name);
+  const Limit* limit = find_limit(limits, function.name);
   return limit ? limit->exceeded(statistics) : "has no row in the limits table";
 }
 

@@ -1,4 +1,4 @@
-// The limits table: what each member must hold.
+// The limits table: what each function must hold.
 #pragma once
 
 #include "judge.hpp"
@@ -9,7 +9,7 @@
 namespace accuracy {
 
 struct Limit {
-  std::string member;
+  std::string function;
   double ulp = 0;           // of normal results by component
   double bits = 0;          // relative error by norm at most 2^-bits
   double absolute = 0;      // absolute error of each component; one of these three is stated, the others are 0
@@ -23,11 +23,11 @@ struct Limit {
 
 /// Throws std::runtime_error with file and line for a row that it does not understand.
 std::vector<Limit> read_limits(const std::string& path);
-/// Null if the member has no row.
-const Limit* find_limit(const std::vector<Limit>& limits, std::string_view member);
+/// Null if the function has no row.
+const Limit* find_limit(const std::vector<Limit>& limits, std::string_view function);
 
-/// What of its row a member exceeds, or that it has none; empty if nothing.
-std::string limit_fault(const std::vector<Limit>& limits, const harness::Member& member,
+/// What of its row a function exceeds, or that it has none; empty if nothing.
+std::string limit_fault(const std::vector<Limit>& limits, const harness::Function& function,
                         const reference::Statistics& statistics);
 
 } // namespace accuracy

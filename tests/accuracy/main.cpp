@@ -1,4 +1,4 @@
-// kelvm-accuracy: measures members of the library against MPFR.
+// kelvm-accuracy: measures functions of the library against MPFR.
 #include "limits.hpp"
 #include "measure.hpp"
 
@@ -13,27 +13,27 @@
 
 namespace {
 
-constexpr const char* usage = R"(usage: kelvm-accuracy [options] --member NAME | --family NAME | --all
+constexpr const char* usage = R"(usage: kelvm-accuracy [options] --function NAME | --family NAME | --all
   --library PATH     library under test (default: the build's own); may be given several times: builds for processors
                      other than this one (by the name of their directory) are left out
-  --member NAME      measure this member; may be given several times
-  --family NAME      every member of a family
-  --all              every member
-  --points N         random elements a member (default 1000000), beside a few thousand steps that meet every table row
+  --function NAME      measure this function; may be given several times
+  --family NAME      every function of a family
+  --all              every function
+  --points N         random elements a function (default 1000000), beside a few thousand steps that meet every table row
   --range LO:HI      only first sources in this range
   --range2 LO:HI     the same for the second source
   --seed S           of the random inputs (default 1)
   --threads N        (default 2)
   --mpfr-only        do without the estimate that lets MPFR pass over unremarkable results
-  --brief            one line a member
+  --brief            one line a function
   --limits FILE      the limits table (default: the source tree's)
-  --check            compare with the limits: exit status 1 if a member exceeds its row or has none
-  --check-table      only see that the table has one row for every member, in list order
+  --check            compare with the limits: exit status 1 if a function exceeds its row or has none
+  --check-table      only see that the table has one row for every function, in list order
 )";
 
 struct Settings {
   std::string limits = KELVM_LIMITS;
-  std::vector<std::string> libraries, members, families;
+  std::vector<std::string> libraries, functions, families;
   bool all = false, mpfr_only = false, brief = false, check = false, check_table = false;
   std::uint64_t points = 1000000, seed = 1;
   unsigned threads = 2;
@@ -73,8 +73,8 @@ Settings parse(int argc, char** argv) {
       s.libraries.push_back(value());
     else if (option == "--limits")
       s.limits = value();
-    else if (option == "--member")
-      s.members.push_back(value());
+    else if (option == "--function")
+      s.functions.push_back(value());
     else if (option == "--family")
       s.families.push_back(value());
     else if (option == "--all")
@@ -104,30 +104,30 @@ Settings parse(int argc, char** argv) {
   return s;
 }
 
-std::vector<harness::Member> chosen_members(const Settings& s) {
-  std::vector<harness::Member> chosen;
-  for (const std::string& name : s.members) {
-    const harness::Member* m = harness::find_member(name);
-    if (!m) throw std::invalid_argument("unknown member " + name);
+std::vector<harness::Function> chosen_functions(const Settings& s) {
+  std::vector<harness::Function> chosen;
+  for (const std::string& name : s.functions) {
+    const harness::Function* m = harness::find_function(name);
+    if (!m) throw std::invalid_argument("unknown function " + name);
     chosen.push_back(*m);
   }
-  for (const harness::Member& m : harness::all_members())
+  for (const harness::Function& m : harness::all_functions())
     if (s.all || std::find(s.families.begin(), s.families.end(), m.family) != s.families.end()) chosen.push_back(m);
   for (const std::string& family : s.families)
-    if (std::none_of(harness::all_members().begin(), harness::all_members().end(),
-                     [&](const harness::Member& m) { return m.family == family; }))
+    if (std::none_of(harness::all_functions().begin(), harness::all_functions().end(),
+                     [&](const harness::Function& m) { return m.family == family; }))
       throw std::invalid_argument("unknown family " + family);
   return chosen;
 }
 
 bool table_is_complete(const std::vector<accuracy::Limit>& limits) {
-  const auto members = harness::all_members();
-  for (std::size_t i = 0; i < std::max(limits.size(), members.size()); ++i) {
-    const std::string_view row = i < limits.size() ? std::string_view(limits[i].member) : "nothing";
-    const std::string_view member = i < members.size() ? members[i].name : "nothing";
-    if (row == member) continue;
-    std::printf("row %zu of the limits should be %.*s, but is %.*s\n", i + 1, static_cast<int>(member.size()),
-                member.data(), static_cast<int>(row.size()), row.data());
+  const auto functions = harness::all_functions();
+  for (std::size_t i = 0; i < std::max(limits.size(), functions.size()); ++i) {
+    const std::string_view row = i < limits.size() ? std::string_view(limits[i].function) : "nothing";
+    const std::string_view function = i < functions.size() ? functions[i].name : "nothing";
+    if (row == function) continue;
+    std::printf("row %zu of the limits should be %.*s, but is %.*s\n", i + 1, static_cast<int>(function.size()),
+                function.data(), static_cast<int>(row.size()), row.data());
     return false;
   }
   return true;
@@ -136,12 +136,13 @@ bool table_is_complete(const std::vector<accuracy::Limit>& limits) {
 constexpr std::size_t block_length = 2048;
 
 // Block `index` depends on the seed and the index alone, so that results do not depend on the number of threads.
-std::vector<reference::Statistics> measure(const harness::Library& library, std::span<const harness::Member> members,
-                                           const Settings& s, std::optional<accuracy::Range> range1) {
-  const harness::Member& member = members.front();
-  const accuracy::Inputs inputs(member, range1, s.range2);
+std::vector<reference::Statistics> measure(const harness::Library& library,
+                                           std::span<const harness::Function> functions, const Settings& s,
+                                           std::optional<accuracy::Range> range1) {
+  const harness::Function& function = functions.front();
+  const accuracy::Inputs inputs(function, range1, s.range2);
   // A scalar exponent lasts a whole block: shorter blocks try more of them.
-  const std::size_t length = member.shape == harness::Shape::ScalarPower ? 64 : block_length;
+  const std::size_t length = function.shape == harness::Shape::ScalarPower ? 64 : block_length;
   const std::uint64_t elements = inputs.steps() + s.points, blocks = (elements + length - 1) / length;
   const auto source = [&](std::uint64_t index, std::vector<reference::Arguments>& block) {
     if (index >= blocks) return false;
@@ -150,22 +151,23 @@ std::vector<reference::Statistics> measure(const harness::Library& library, std:
     inputs.fill(random, index * length, block);
     return true;
   };
-  return accuracy::measure(library, members, source, {s.threads, !s.mpfr_only, true, blocks});
+  return accuracy::measure(library, functions, source, {s.threads, !s.mpfr_only, true, blocks});
 }
 
-int run(const Settings& s, const std::vector<accuracy::Limit>& limits, const std::vector<harness::Member>& members,
+int run(const Settings& s, const std::vector<accuracy::Limit>& limits, const std::vector<harness::Function>& functions,
         const harness::Library& library) {
-  const auto within_of = [&](const harness::Member& member) {
-    const accuracy::Limit* limit = accuracy::find_limit(limits, member.name);
+  const auto within_of = [&](const harness::Function& function) {
+    const accuracy::Limit* limit = accuracy::find_limit(limits, function.name);
     return s.check && limit ? limit->within : 0;
   };
   int status = 0;
-  for (std::size_t first = 0, behind; first < members.size(); first = behind) {
-    const double within = within_of(members[first]);
-    for (behind = first + 1; behind < members.size() && accuracy::same_function(members[first], members[behind]) &&
-                             within_of(members[behind]) == within;)
+  for (std::size_t first = 0, behind; first < functions.size(); first = behind) {
+    const double within = within_of(functions[first]);
+    for (behind = first + 1; behind < functions.size() &&
+                             accuracy::same_function(functions[first], functions[behind]) &&
+                             within_of(functions[behind]) == within;)
       ++behind;
-    const std::span group(&members[first], behind - first);
+    const std::span group(&functions[first], behind - first);
     const auto start = std::chrono::steady_clock::now();
     const std::vector<reference::Statistics> measured =
         measure(library, group, s, within > 0 ? accuracy::Range{-within, within} : s.range1);
@@ -182,7 +184,7 @@ int run(const Settings& s, const std::vector<accuracy::Limit>& limits, const std
       status = 1;
     }
     if (!s.brief)
-      std::printf("%zu members in %.1f s, %.2f million elements a second\n", group.size(), seconds,
+      std::printf("%zu functions in %.1f s, %.2f million elements a second\n", group.size(), seconds,
                   static_cast<double>(measured[0].elements) / seconds / 1e6);
     std::fflush(stdout);
   }
@@ -192,13 +194,13 @@ int run(const Settings& s, const std::vector<accuracy::Limit>& limits, const std
 int run(Settings s) {
   const std::vector<accuracy::Limit> limits = accuracy::read_limits(s.limits);
   if (s.check_table) return table_is_complete(limits) ? 0 : 1;
-  const std::vector<harness::Member> members = chosen_members(s);
-  if (members.empty() && s.families.empty() && !s.all) throw std::invalid_argument("no member given");
+  const std::vector<harness::Function> functions = chosen_functions(s);
+  if (functions.empty() && s.families.empty() && !s.all) throw std::invalid_argument("no function given");
   int status = 0;
   for (const std::string& path : s.libraries) {
     if (!harness::processor_runs(std::filesystem::path(path).parent_path().filename().string())) continue;
     if (s.libraries.size() > 1) std::printf("%s\n", path.c_str());
-    status |= run(s, limits, members, harness::Library(path));
+    status |= run(s, limits, functions, harness::Library(path));
     ++s.seed; // the next library: other inputs
   }
   return status;

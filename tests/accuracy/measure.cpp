@@ -47,25 +47,26 @@ private:
   Clock::time_point start_ = Clock::now(), last_{};
 };
 
-std::string values(const harness::Member& member, const double* parts, bool complex) {
-  const int digits = member.is_float() ? 9 : 17;
+std::string values(const harness::Function& function, const double* parts, bool complex) {
+  const int digits = function.is_float() ? 9 : 17;
   std::string text;
   for (int c = 0; c < (complex ? 2 : 1); ++c) text += format("%s%.*g (%a)", c ? ", " : "", digits, parts[c], parts[c]);
   return text;
 }
 
-std::string worst_lines(const harness::Member& member, const char* title, const std::string& figure, const Worst& w) {
+std::string worst_lines(const harness::Function& function, const char* title, const std::string& figure,
+                        const Worst& w) {
   std::string text = format("  %-26s %s\n", title, figure.c_str());
   if (w.value == 0) return text;
   const auto line = [&](const char* what, const std::string& value) {
     text += format("    %-6s %s\n", what, value.c_str());
   };
-  line("src1", values(member, w.at.parts, member.complex_source()));
-  if (member.sources() == 2 || member.shape == harness::Shape::ScalarPower)
-    line("src2", values(member, w.at.parts + 2, member.complex_source()));
-  const bool two = member.destinations() == 2 || member.complex_destination();
-  line("got", values(member, w.got.data(), two));
-  line("exact", values(member, w.exact.data(), two));
+  line("src1", values(function, w.at.parts, function.complex_source()));
+  if (function.sources() == 2 || function.shape == harness::Shape::ScalarPower)
+    line("src2", values(function, w.at.parts + 2, function.complex_source()));
+  const bool two = function.destinations() == 2 || function.complex_destination();
+  line("got", values(function, w.got.data(), two));
+  line("exact", values(function, w.exact.data(), two));
   return text;
 }
 
@@ -75,31 +76,31 @@ double percent(std::uint64_t part, std::uint64_t whole) {
 
 } // namespace
 
-bool same_function(const harness::Member& a, const harness::Member& b) {
+bool same_function(const harness::Function& a, const harness::Function& b) {
   return a.family == b.family && a.type == b.type && a.shape == b.shape;
 }
 
-std::vector<Statistics> measure(const harness::Library& library, std::span<const harness::Member> members,
+std::vector<Statistics> measure(const harness::Library& library, std::span<const harness::Function> functions,
                                 const Source& source, const Options& options) {
-  std::vector<Statistics> total(members.size());
+  std::vector<Statistics> total(functions.size());
   std::mutex mutex; // guards total, failure, progress
   std::exception_ptr failure;
   std::atomic<std::uint64_t> next_block = 0;
-  Progress progress(members.front().name, options.blocks);
+  Progress progress(functions.front().name, options.blocks);
   const auto work = [&] {
     try {
-      reference::BlockEstimates estimates(members.front());
+      reference::BlockEstimates estimates(functions.front());
       std::deque<reference::Judge> judges;
       std::deque<reference::Block> blocks;
-      for (const harness::Member& member : members) {
-        judges.emplace_back(member, options.use_estimate);
-        blocks.emplace_back(library, member);
+      for (const harness::Function& function : functions) {
+        judges.emplace_back(function, options.use_estimate);
+        blocks.emplace_back(library, function);
       }
       std::vector<reference::Arguments> arguments;
       for (std::uint64_t index; source(index = next_block++, arguments);) {
         const int elements = static_cast<int>(arguments.size());
         if (options.use_estimate) estimates.evaluate(arguments.data(), elements);
-        for (std::size_t m = 0; m < members.size(); ++m) {
+        for (std::size_t m = 0; m < functions.size(); ++m) {
           blocks[m].call(arguments);
           judges[m].block(arguments.data(), blocks[m].results(), elements, estimates,
                           options.check_status ? blocks[m].statuses() : nullptr);
@@ -111,7 +112,7 @@ std::vector<Statistics> measure(const harness::Library& library, std::span<const
         }
       }
       const std::lock_guard lock(mutex);
-      for (std::size_t m = 0; m < members.size(); ++m) total[m].merge(judges[m].statistics());
+      for (std::size_t m = 0; m < functions.size(); ++m) total[m].merge(judges[m].statistics());
     } catch (...) {
       const std::lock_guard lock(mutex);
       failure = std::current_exception();
@@ -124,19 +125,19 @@ std::vector<Statistics> measure(const harness::Library& library, std::span<const
   return total;
 }
 
-std::string report(const harness::Member& member, const Statistics& s) {
+std::string report(const harness::Function& function, const Statistics& s) {
   std::string text =
-      format("%s: %llu elements", std::string(member.name).c_str(), static_cast<unsigned long long>(s.elements));
+      format("%s: %llu elements", std::string(function.name).c_str(), static_cast<unsigned long long>(s.elements));
   if (s.skipped)
     text += format(" (%llu at poles or beyond range left out)", static_cast<unsigned long long>(s.skipped));
   text += format(", %.3f %% judged by MPFR\n", percent(s.judged, s.elements));
-  text += worst_lines(member, "max ulp", format("%.6f", s.ulp.value), s.ulp);
+  text += worst_lines(function, "max ulp", format("%.6f", s.ulp.value), s.ulp);
   if (s.ulp_subnormal.value > 0)
-    text += worst_lines(member, "max ulp, subnormal result", format("%.6f", s.ulp_subnormal.value), s.ulp_subnormal);
-  if (member.complex_destination())
-    text += worst_lines(member, "max ulp by norm", format("%.6f", s.norm_ulp.value), s.norm_ulp);
+    text += worst_lines(function, "max ulp, subnormal result", format("%.6f", s.ulp_subnormal.value), s.ulp_subnormal);
+  if (function.complex_destination())
+    text += worst_lines(function, "max ulp by norm", format("%.6f", s.norm_ulp.value), s.norm_ulp);
   text +=
-      worst_lines(member, "max relative error", format("2^-%.3f", reference::bits_of(s.relative.value)), s.relative);
+      worst_lines(function, "max relative error", format("2^-%.3f", reference::bits_of(s.relative.value)), s.relative);
   text += format("  max absolute error         %.6g\n", s.absolute.value);
   text += format("  correctly rounded          %.6f %% (%llu of %llu results are not)\n",
                  100 - percent(s.misrounded, s.results), static_cast<unsigned long long>(s.misrounded),
@@ -152,11 +153,11 @@ std::string report(const harness::Member& member, const Statistics& s) {
   return text;
 }
 
-std::string summary(const harness::Member& member, const Statistics& s) {
-  std::string text = format("%-24s ulp %10.4f  bits %6.2f  correct %9.5f %%", std::string(member.name).c_str(),
+std::string summary(const harness::Function& function, const Statistics& s) {
+  std::string text = format("%-24s ulp %10.4f  bits %6.2f  correct %9.5f %%", std::string(function.name).c_str(),
                             s.ulp.value, reference::bits_of(s.relative.value), 100 - percent(s.misrounded, s.results));
   if (s.ulp_subnormal.value > 0) text += format("  subnormal %.4f", s.ulp_subnormal.value);
-  if (member.complex_destination()) text += format("  norm %.4f", s.norm_ulp.value);
+  if (function.complex_destination()) text += format("  norm %.4f", s.norm_ulp.value);
   return text;
 }
 

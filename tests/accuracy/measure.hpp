@@ -1,4 +1,4 @@
-// Measures members of one family and type on the same inputs, on several threads.
+// Measures functions of one family and type on the same inputs, on several threads.
 #pragma once
 
 #include "inputs.hpp"
@@ -20,18 +20,19 @@ struct Options {
   std::uint64_t blocks = 0; // how many there will be, for the progress line; 0 shows none
 };
 
-/// What allows members to be measured together: the same exact function, inputs and result type.
-bool same_function(const harness::Member& a, const harness::Member& b);
+/// What allows functions to be measured together: the same exact function, inputs and result type.
+bool same_function(const harness::Function& a, const harness::Function& b);
 
-/// Calls the members, which have the same function, block by block and judges every element. Throws what a thread
+/// Calls the functions, which have the same function, block by block and judges every element. Throws what a thread
 /// threw.
-std::vector<reference::Statistics> measure(const harness::Library& library, std::span<const harness::Member> members,
-                                           const Source& source, const Options& options);
+std::vector<reference::Statistics> measure(const harness::Library& library,
+                                           std::span<const harness::Function> functions, const Source& source,
+                                           const Options& options);
 
 /// The figures, several lines: maxima with their inputs, share correctly rounded, histogram.
-std::string report(const harness::Member& member, const reference::Statistics& statistics);
+std::string report(const harness::Function& function, const reference::Statistics& statistics);
 /// The same on one line.
-std::string summary(const harness::Member& member, const reference::Statistics& statistics);
+std::string summary(const harness::Function& function, const reference::Statistics& statistics);
 
 /// What makes a run worthless: an estimate that was further off than its bound. Empty if nothing.
 std::string estimate_fault(const reference::Statistics& statistics);

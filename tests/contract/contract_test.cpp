@@ -1,5 +1,5 @@
-// What every member promises, whatever it computes: checks, position independence, aliasing, bounds, threads.
-#include "subject.hpp"
+// What every function promises, whatever it computes: checks, position independence, aliasing, bounds, threads.
+#include "driver.hpp"
 
 #include <algorithm>
 #include <barrier>
@@ -12,30 +12,30 @@
 
 namespace {
 
-using namespace subject;
+using namespace driver;
 
-class Contract : public testing::TestWithParam<Subject> {
+class Contract : public testing::TestWithParam<Callable> {
 protected:
-  const Subject& s = GetParam();
-  const harness::Member& member = s.member;
+  const Callable& s = GetParam();
+  const harness::Function& function = s.function;
   const Sample& sample = sample_of(s);
-  const std::size_t from_size = member.source_size(), to_size = member.destination_size();
+  const std::size_t from_size = function.source_size(), to_size = function.destination_size();
 };
 
-INSTANTIATE_TEST_SUITE_P(Members, Contract, testing::ValuesIn(subjects()),
+INSTANTIATE_TEST_SUITE_P(Functions, Contract, testing::ValuesIn(callables()),
                          [](const auto& info) { return info.param.name(); });
 
 TEST_P(Contract, FaultyArgumentsAreNamedInOrderAndNothingIsWritten) {
   const Bytes source = sample.plain.source[0];
   Bytes untouched(64, 0xA5), arrays[2] = {untouched, untouched};
-  const bool second = member.sources() == 2, two = member.destinations() == 2;
+  const bool second = function.sources() == 2, two = function.destinations() == 2;
   for (int len : {0, -1, INT_MIN, 1, 70})
     for (int nulls = 0; nulls < 16; ++nulls) {
       if (((nulls & 2) && !second) || ((nulls & 8) && !two) || (nulls == 0 && len > 0)) continue;
-      const kelStatus expected = nulls == 0                                   ? kelStatusSizeError
-                                 : len > 0                                    ? kelStatusNullPtrError
-                                 : member.order == harness::Order::CountFirst ? kelStatusSizeError
-                                                                              : kelStatusNullPtrError;
+      const kelStatus expected = nulls == 0                                     ? kelStatusSizeError
+                                 : len > 0                                      ? kelStatusNullPtrError
+                                 : function.order == harness::Order::CountFirst ? kelStatusSizeError
+                                                                                : kelStatusNullPtrError;
       const Ending ending =
           s.call({nulls & 1 ? nullptr : source.data(), nulls & 2 ? nullptr : source.data(), nullptr,
                   nulls & 4 ? nullptr : arrays[0].data(), nulls & 8 ? nullptr : arrays[1].data(), len});
@@ -57,18 +57,18 @@ TEST_P(Contract, ADestinationMayBeASource) {
   if (to_size > from_size) return; // results are larger than sources
   const Strip& strip = sample.mixed;
   for (int len : {1, 2, 3, 5, 8, 17, 67, 220})
-    for (int way = 0; way < std::max(member.sources(), member.destinations()); ++way) {
+    for (int way = 0; way < std::max(function.sources(), function.destinations()); ++way) {
       Bytes x = strip.source[0], y = strip.source[1], other(len * to_size);
       Ending ending;
       const void *dst1 = x.data(), *dst2 = other.data();
-      if (member.destinations() == 2 && way % 2 == 1) std::swap(dst1, dst2);
-      if (member.sources() == 2 && way % 2 == 1) dst1 = y.data();
+      if (function.destinations() == 2 && way % 2 == 1) std::swap(dst1, dst2);
+      if (function.sources() == 2 && way % 2 == 1) dst1 = y.data();
       ending = s.call({x.data(), y.data(), nullptr, const_cast<void*>(dst1), const_cast<void*>(dst2), len});
       ASSERT_TRUE(as_alone(s, strip, 0, len, ending, dst1, dst2)) << "in place, way " << way;
     }
-  if (member.sources() == 2) { // one array is both sources and the destination
+  if (function.sources() == 2) { // one array is both sources and the destination
     const Strip twice = [&] {
-      std::vector<Element> elements = special_elements(member);
+      std::vector<Element> elements = special_elements(function);
       for (Element& e : elements) std::copy_n(e.begin(), 2, e.begin() + 2);
       elements.resize(200);
       return alone(s, elements);
@@ -87,7 +87,7 @@ TEST_P(Contract, ArraysNeedNoAlignment) {
     for (std::size_t destination = 0; destination <= 16; ++destination) {
       const std::size_t second = (source * 7 + 3) % 17, other = (destination * 5 + 1) % 17;
       std::copy_n(strip.source[0].begin(), len * from_size, x.begin() + source);
-      if (member.sources() == 2) std::copy_n(strip.source[1].begin(), len * from_size, y.begin() + second);
+      if (function.sources() == 2) std::copy_n(strip.source[1].begin(), len * from_size, y.begin() + second);
       const Ending ending = s.call({&x[source], &y[second], nullptr, &z[destination], &w[other], len});
       ASSERT_TRUE(as_alone(s, strip, 0, len, ending, &z[destination], &w[other]))
           << "byte offsets " << source << ", " << second << " to " << destination << ", " << other;
@@ -124,7 +124,7 @@ struct FaultHandler {
 };
 
 /// Makes the call unless it ends in a fault.
-bool call_survives(const Subject& s, const harness::Arguments& arguments, Ending& ending) {
+bool call_survives(const Callable& s, const harness::Arguments& arguments, Ending& ending) {
   if (sigsetjmp(back_from_fault, 1) != 0) return false;
   ending = s.call(arguments);
   return true;
@@ -136,7 +136,7 @@ TEST_P(Contract, NothingOutsideTheArraysIsTouched) {
   std::vector<int> order(count);
   for (int i = 0; i < count; ++i) order[i] = i % sample.all.count;
   const Strip strip = pick(s, sample.all, order, count);
-  for (int i = 0; i < member.sources(); ++i) source[i].allow(PROT_READ | PROT_WRITE);
+  for (int i = 0; i < function.sources(); ++i) source[i].allow(PROT_READ | PROT_WRITE);
   const FaultHandler handler;
   for (int len = 1; len <= std::min(100, count); ++len)
     for (bool at_end : {false, true}) {
@@ -144,7 +144,7 @@ TEST_P(Contract, NothingOutsideTheArraysIsTouched) {
       const auto place = [&](GuardedPage& page, std::size_t size) {
         return at_end ? page.end() - len * size : page.begin();
       };
-      for (int i = 0; i < member.sources(); ++i) {
+      for (int i = 0; i < function.sources(); ++i) {
         source[i].allow(PROT_READ | PROT_WRITE);
         std::memcpy(place(source[i], from_size), &strip.source[i][from * from_size], len * from_size);
         source[i].allow(PROT_READ);
@@ -159,14 +159,14 @@ TEST_P(Contract, NothingOutsideTheArraysIsTouched) {
     }
 }
 
-// Both threads run the same member at the same time, one on ordinary elements, one on all kinds.
+// Both threads run the same function at the same time, one on ordinary elements, one on all kinds.
 TEST(Threads, CallsAtTheSameTimeDoNotDisturbEachOther) {
-  const std::vector<Subject> all = subjects();
-  for (const Subject& s : all) sample_of(s);
+  const std::vector<Callable> all = callables();
+  for (const Callable& s : all) sample_of(s);
   testing::AssertionResult results[2] = {testing::AssertionSuccess(), testing::AssertionSuccess()};
   std::barrier together(2);
   const auto work = [&](int thread) {
-    for (const Subject& s : all) {
+    for (const Callable& s : all) {
       const Strip& strip = thread == 0 ? sample_of(s).mixed : sample_of(s).plain;
       together.arrive_and_wait();
       for (int round = 0; round < 50; ++round)
@@ -181,23 +181,23 @@ TEST(Threads, CallsAtTheSameTimeDoNotDisturbEachOther) {
 }
 
 // Real Add, Sub, Mul, Sqr: any overlap gives what a forward loop over the elements gives.
-class Overlap : public testing::TestWithParam<Subject> {};
+class Overlap : public testing::TestWithParam<Callable> {};
 
-std::vector<Subject> overlapping() {
-  std::vector<Subject> list = subjects();
-  std::erase_if(list, [](const Subject& s) {
-    const bool plain =
-        s.member.family == "Add" || s.member.family == "Sub" || s.member.family == "Mul" || s.member.family == "Sqr";
-    return !plain || s.member.complex_source();
+std::vector<Callable> overlapping() {
+  std::vector<Callable> list = callables();
+  std::erase_if(list, [](const Callable& s) {
+    const bool plain = s.function.family == "Add" || s.function.family == "Sub" || s.function.family == "Mul" ||
+                       s.function.family == "Sqr";
+    return !plain || s.function.complex_source();
   });
   return list;
 }
-INSTANTIATE_TEST_SUITE_P(Members, Overlap, testing::ValuesIn(overlapping()),
+INSTANTIATE_TEST_SUITE_P(Functions, Overlap, testing::ValuesIn(overlapping()),
                          [](const auto& info) { return info.param.name(); });
 
 TEST_P(Overlap, IsAForwardLoop) {
-  const Subject& s = GetParam();
-  const int size = static_cast<int>(s.member.part_size()), room = 1024;
+  const Callable& s = GetParam();
+  const int size = static_cast<int>(s.function.part_size()), room = 1024;
   constexpr int reach = 264; // beyond the longest block
   const Strip& plain = sample_of(s).plain;
   Bytes start;

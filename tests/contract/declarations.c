@@ -6,7 +6,7 @@ int compare_with_c(const void* pointers, size_t size);
 
 /* Whether the pointers that C++ found are those that C finds: the names have C linkage. */
 int compare_with_c(const void* pointers, size_t size) {
-  const struct Members here = members();
+  const struct Functions here = functions();
   const unsigned char *a = (const unsigned char*)&here, *b = (const unsigned char*)pointers;
   size_t i;
   if (size != sizeof here) return 0;

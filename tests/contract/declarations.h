@@ -1,4 +1,4 @@
-/* Every built member is declared, with the type of its row in the members list: compiled as C and as C++. */
+/* Every built function is declared, with the type of its row in the functions list: compiled as C and as C++. */
 #include "kelvm/kelvm.h"
 
 #define TYPES(type, T)                                                                                                 \
@@ -15,15 +15,15 @@ TYPES(64f, double)
 COMPLEX_TYPES(32fc, Complex32f, float)
 COMPLEX_TYPES(64fc, Complex64f, double)
 
-/* A struct with one pointer a member. */
-struct Members {
+/* A struct with one pointer a function. */
+struct Functions {
   const VersionRecord* (*version)(void);
 #define KELVM_MEMBER(name, family, type, suffix, shape, order) shape##_##type* name;
 #include "members.def"
 };
 
-static struct Members members(void) {
-  struct Members all = {
+static struct Functions functions(void) {
+  struct Functions all = {
       kelvmGetLibVersion,
 #define KELVM_MEMBER(name, family, type, suffix, shape, order) name,
 #include "members.def"

@@ -1,5 +1,5 @@
 // The floating-point environment: the caller's mode, its control words, and the exception flags.
-#include "subject.hpp"
+#include "driver.hpp"
 
 #include <algorithm>
 #include <csignal>
@@ -10,14 +10,14 @@
 
 namespace {
 
-using namespace subject;
+using namespace driver;
 
 constexpr unsigned flush_to_zero = 0x8000, denormals_are_zero = 0x0040, toward_zero = 0x6000;
 constexpr unsigned rounding[] = {0, 0x2000, 0x4000, toward_zero};
 
 enum class Computes { nearest, toward_zero, callers };
 
-Computes mode_of(const harness::Member& m) {
+Computes mode_of(const harness::Function& m) {
   if (m.family == "Modf") return Computes::toward_zero;
   for (const char* family : {"Add", "Sub", "Mul", "Sqr", "Abs", "Rint", "NearbyInt"})
     if (m.family == family && !m.complex_source()) return Computes::callers;
@@ -31,28 +31,28 @@ std::uint16_t x87_word() {
 }
 void set_x87_word(std::uint16_t word) { asm volatile("fldcw %0" : : "m"(word)); }
 
-class Modes : public testing::TestWithParam<Subject> {
+class Modes : public testing::TestWithParam<Callable> {
 protected:
-  const Subject& s = GetParam();
-  const harness::Member& member = s.member;
+  const Callable& s = GetParam();
+  const harness::Function& function = s.function;
   const Sample& sample = sample_of(s);
 };
-INSTANTIATE_TEST_SUITE_P(Members, Modes, testing::ValuesIn(subjects()),
+INSTANTIATE_TEST_SUITE_P(Functions, Modes, testing::ValuesIn(callables()),
                          [](const auto& info) { return info.param.name(); });
 
-std::vector<Element> elements_of(const Subject& s, const Strip& strip, int count) {
+std::vector<Element> elements_of(const Callable& s, const Strip& strip, int count) {
   std::vector<Element> elements(count, Element{});
-  const std::size_t part = s.member.part_size(), n = s.member.source_size() / part;
+  const std::size_t part = s.function.part_size(), n = s.function.source_size() / part;
   for (int i = 0; i < count; ++i)
-    for (int source = 0; source < s.member.sources(); ++source)
+    for (int source = 0; source < s.function.sources(); ++source)
       for (std::size_t p = 0; p < n; ++p) elements[i][2 * source + p] = part_of(strip.source[source], part, i * n + p);
   return elements;
 }
 
 TEST_P(Modes, TheCallersModeIsHonouredOrOverruledAndAlwaysGivenBack) {
   constexpr int len = 107;
-  const Computes computes = mode_of(member);
-  Bytes dst1(len * member.destination_size()), dst2 = dst1;
+  const Computes computes = mode_of(function);
+  Bytes dst1(len * function.destination_size()), dst2 = dst1;
   for (unsigned round : rounding)
     for (unsigned flush : {0u, flush_to_zero, denormals_are_zero, flush_to_zero | denormals_are_zero}) {
       const unsigned mode = round | flush, own = computes == Computes::toward_zero ? toward_zero : 0;
@@ -105,7 +105,7 @@ constexpr Exception exceptions[] = {
     {"Round", "", false, Rule::operation},        {"Exp", "", false, Rule::arithmetic},
     {"Exp", "A26", false, Rule::silent_infinity},
 };
-bool follows(const harness::Member& m, Rule rule) {
+bool follows(const harness::Function& m, Rule rule) {
   for (const Exception& e : exceptions)
     if (e.family == m.family && (e.suffix.empty() || e.suffix == m.suffix) && e.complex == m.complex_source() &&
         e.rule == rule)
@@ -114,19 +114,19 @@ bool follows(const harness::Member& m, Rule rule) {
 }
 
 TEST_P(Modes, AnElementRaisesTheFlagOfItsCodeAndNoOther) {
-  const bool is_float = member.is_float(), operation = follows(member, Rule::operation);
+  const bool is_float = function.is_float(), operation = follows(function, Rule::operation);
   const Strip& strip = sample.all;
   const std::vector<Element> elements = elements_of(s, strip, strip.count);
-  const std::size_t part = member.part_size(), n = member.destination_size() / part;
+  const std::size_t part = function.part_size(), n = function.destination_size() / part;
   // Of two sources or parts, one that is no NaN may decide: infinities, the exponent 0.
-  const bool one_part = places_of(member).size() == 1 && member.shape != harness::Shape::ScalarPower;
+  const bool one_part = places_of(function).size() == 1 && function.shape != harness::Shape::ScalarPower;
   for (int i = 0; i < strip.count; ++i) {
     bool nan_in = false, signalling_in = false, tiny = false, infinite = false, nan = false, all_nan = true;
-    for (int place : places_of(member)) {
+    for (int place : places_of(function)) {
       nan_in |= is_nan(is_float, elements[i][place]);
       signalling_in |= is_signalling(is_float, elements[i][place]);
     }
-    for (int d = 0; d < member.destinations(); ++d)
+    for (int d = 0; d < function.destinations(); ++d)
       for (std::size_t p = 0; p < n; ++p) {
         const std::uint64_t bits = part_of(strip.destination[d], part, i * n + p);
         nan |= is_nan(is_float, bits);
@@ -138,21 +138,21 @@ TEST_P(Modes, AnElementRaisesTheFlagOfItsCodeAndNoOther) {
     const unsigned raised = strip.flags[i];
     unsigned demanded = flag_of(status), allowed = demanded | (tiny ? underflow : 0u);
     if (signalling_in) allowed |= invalid;
-    if (operation) allowed |= (infinite ? overflow : 0u) | (nan || member.family == "Round" ? invalid : 0u);
+    if (operation) allowed |= (infinite ? overflow : 0u) | (nan || function.family == "Round" ? invalid : 0u);
     if (status != kelStatusOk && !one_part) allowed |= (infinite ? overflow : 0u) | (nan ? invalid : 0u);
-    if (follows(member, Rule::arithmetic) && (tiny || infinite)) demanded = 0;
-    if (follows(member, Rule::silent_infinity) && infinite) allowed |= overflow;
+    if (follows(function, Rule::arithmetic) && (tiny || infinite)) demanded = 0;
+    if (follows(function, Rule::silent_infinity) && infinite) allowed |= overflow;
     const auto text = [&] {
       std::ostringstream out;
       out << s << ": source" << std::hex;
-      for (int place : places_of(member)) out << " 0x" << elements[i][place];
+      for (int place : places_of(function)) out << " 0x" << elements[i][place];
       out << std::dec << ", status " << status << ", raised" << flag_names(raised);
       return out.str();
     };
     ASSERT_EQ(demanded & ~raised, 0u) << text() << "; missing:" << flag_names(demanded & ~raised);
     ASSERT_EQ(raised & ~allowed, 0u) << text() << "; not earned:" << flag_names(raised & ~allowed);
     ASSERT_TRUE(status == kelStatusOk || flag_of(status) != 0) << text();
-    ASSERT_TRUE(status == kelStatusOk || (!operation && mode_of(member) == Computes::nearest)) << text();
+    ASSERT_TRUE(status == kelStatusOk || (!operation && mode_of(function) == Computes::nearest)) << text();
     ASSERT_TRUE(!(one_part && nan_in) || (all_nan && (signalling_in || status == kelStatusOk))) << text();
     ASSERT_TRUE(status != kelStatusDomain || nan) << text();
     ASSERT_TRUE(status != kelStatusSingularity || infinite) << text();
@@ -188,7 +188,7 @@ private:
 };
 
 TEST_P(Modes, UnmaskedExceptionsTrapWhereAnElementEarnsThemAndOnlyThere) {
-  const Computes computes = mode_of(member);
+  const Computes computes = mode_of(function);
   const unsigned own = computes == Computes::toward_zero ? toward_zero : 0;
   // The IEEE operations in the caller's mode: an exact subnormal number traps as well.
   const unsigned unmasked = computes == Computes::callers ? honest_flags & ~unsigned{underflow} : honest_flags;
@@ -215,10 +215,10 @@ TEST_P(Modes, UnmaskedExceptionsTrapWhereAnElementEarnsThemAndOnlyThere) {
 
 // Bases and exponents of every kind, and exponents that only one of the two takes at once.
 TEST(OneExponent, GivesTheBitsTheStatusAndTheFlagsOfAnArrayOfIt) {
-  for (const harness::Member& one : harness::all_members()) {
+  for (const harness::Function& one : harness::all_functions()) {
     if (one.shape != harness::Shape::ScalarPower) continue;
-    const harness::Member& many = *harness::find_member("kelsPow" + std::string(one.name.substr(8)));
-    const Subject pow(many);
+    const harness::Function& many = *harness::find_function("kelsPow" + std::string(one.name.substr(8)));
+    const Callable pow(many);
     const std::size_t size = many.source_size();
     constexpr int len = 150; // more than the largest block
     std::vector<Element> elements = special_elements(many);
@@ -231,7 +231,7 @@ TEST(OneExponent, GivesTheBitsTheStatusAndTheFlagsOfAnArrayOfIt) {
       for (Element& base : bases) std::copy_n(&exponent[2], 2, &base[2]);
       const Bytes x = packed(many, 0, bases), y = packed(many, 1, bases);
       const Ending expected = pow.call({x.data(), y.data(), nullptr, dst1.data(), nullptr, len});
-      const Ending ending = Subject(one, exponent).call({x.data(), nullptr, nullptr, dst2.data(), nullptr, len});
+      const Ending ending = Callable(one, exponent).call({x.data(), nullptr, nullptr, dst2.data(), nullptr, len});
       ASSERT_TRUE(dst1 == dst2 && ending.status == expected.status && ending.flags() == expected.flags())
           << one.name << std::hex << ": exponent 0x" << exponent[2] << " 0x" << exponent[3] << std::dec << ", status "
           << ending.status << ", flags" << flag_names(ending.flags()) << "; an array of it: " << expected.status

@@ -1,6 +1,6 @@
 // The tables of docs/statuses.md say which warnings every function returns, and whether a signalling NaN raises
 // invalid.
-#include "subject.hpp"
+#include "driver.hpp"
 
 #include <fstream>
 #include <map>
@@ -8,7 +8,7 @@
 
 namespace {
 
-using namespace subject;
+using namespace driver;
 
 enum class Signals { invalid, silent, varies };
 
@@ -51,7 +51,7 @@ std::map<Key, Said> page() {
 }
 
 /// The contract tests' elements, and for two complex sources all combinations of a few parts.
-std::vector<Element> elements_for(const harness::Member& m) {
+std::vector<Element> elements_for(const harness::Function& m) {
   std::vector<Element> elements = special_elements(m);
   for (const Element& e : domain_elements(m, 3000)) elements.push_back(e);
   constexpr double parts[] = {0, 1, -1, -2, 1e30};
@@ -67,12 +67,12 @@ std::vector<Element> elements_for(const harness::Member& m) {
 TEST(Statuses, ArePrescribedByThePage) {
   const std::map<Key, Said> said = page();
   std::map<Key, std::set<bool>> raising; // what signalling NaNs did
-  for (const harness::Member& m : harness::all_members()) {
+  for (const harness::Function& m : harness::all_functions()) {
     const Key key{m.family, m.complex_source()};
     ASSERT_TRUE(said.contains(key)) << m.name << " has no row";
     std::set<kelStatus> returned;
     const unsigned csr = default_csr | (m.family == "Modf" ? 0x6000 : 0); // its own mode: the flags stay
-    const auto note = [&](const Subject& s, const std::vector<Element>& elements) {
+    const auto note = [&](const Callable& s, const std::vector<Element>& elements) {
       const Strip strip = alone(s, elements, csr);
       for (int i = 0; i < strip.count; ++i) {
         returned.insert(strip.status[i]);
@@ -83,10 +83,10 @@ TEST(Statuses, ArePrescribedByThePage) {
       }
     };
     if (m.shape == harness::Shape::ScalarPower)
-      for (const Element& e : elements_for(*harness::find_member("kelsPow" + std::string(m.name.substr(8)))))
-        note(Subject(m, e), {e});
+      for (const Element& e : elements_for(*harness::find_function("kelsPow" + std::string(m.name.substr(8)))))
+        note(Callable(m, e), {e});
     else
-      note(Subject(m), elements_for(m));
+      note(Callable(m), elements_for(m));
     returned.erase(kelStatusOk);
     EXPECT_EQ(returned, said.at(key).codes) << m.name;
   }

@@ -1,5 +1,5 @@
 #!/bin/sh
-# symbols.sh source-directory library: the shared object exports the members and the version query, imports
+# symbols.sh source-directory library: the shared object exports the functions and the version query, imports
 # nothing but memory functions of the C library, keeps no state, and the public headers declare what it exports.
 set -eu
 source=$1
@@ -20,12 +20,12 @@ same() { # what expected found
 {
   sed -n 's/^KELVM_MEMBER(\(kels[A-Za-z0-9_]*\),.*/\1/p' "$source/src/members.def"
   echo kelvmGetLibVersion
-} | sort >"$work/members"
+} | sort >"$work/functions"
 nm -D --defined-only "$library" | awk '$2 != "A" { print $3 }' | sed 's/@.*//' | sort >"$work/exported"
-same "exported names" "$work/members" "$work/exported"
+same "exported names" "$work/functions" "$work/exported"
 
 sed -n 's/^KELVM_API.*[ *]\(kel[A-Za-z0-9_]*\)(.*/\1/p' "$source"/include/kelvm/*.h | sort >"$work/declared"
-same "names declared in the headers" "$work/members" "$work/declared"
+same "names declared in the headers" "$work/functions" "$work/declared"
 
 # Sanitizers, profilers and the tool chain's own start-up code come in by their reserved names.
 imported=$(nm -D --undefined-only "$library" | awk '{ print $2 }' | sed 's/@.*//' |

@@ -135,16 +135,16 @@ const double exponent = 1.5;
 #define ARGUMENTS_RealToComplex(type) source<Part_##type, 0>, destination<C_##type, 0>
 #define ARGUMENTS_ComplexToReal(type) source<C_##type, 0>, destination<Part_##type, 0>
 
-const std::set<std::string> members = {
+const std::set<std::string> functions = {
 #define KELVM_MEMBER(name, family, type, suffix, shape, order) #name,
 #include "members.def"
 #undef KELVM_MEMBER
 };
 
-// The member at a lower accuracy: the one at full accuracy, where the list has no other.
+// The function at a lower accuracy: the one at full accuracy, where the list has no other.
 std::string lower(const std::string& full, std::initializer_list<const char*> suffixes) {
   for (const char* suffix : suffixes)
-    if (std::string name = full.substr(0, full.rfind('_') + 1) + suffix; members.contains(name)) return name;
+    if (std::string name = full.substr(0, full.rfind('_') + 1) + suffix; functions.contains(name)) return name;
   return full;
 }
 
@@ -193,7 +193,7 @@ TEST(Calls, EveryMemberIsReachedByItsNameTypeAndAccuracy) {
         ARGUMENTS_##shape(type));
 #include "members.def"
 #undef KELVM_MEMBER
-  EXPECT_EQ(reached, members);
+  EXPECT_EQ(reached, functions);
 }
 
 TEST(Calls, FullAccuracyIsTheDefault) {

@@ -1,4 +1,4 @@
-// kelvm-exhaustive: unary float members on all 2^32 inputs, NaNs included.
+// kelvm-exhaustive: unary float functions on all 2^32 inputs, NaNs included.
 #include "limits.hpp"
 #include "measure.hpp"
 
@@ -10,12 +10,12 @@
 
 namespace {
 
-constexpr const char* usage = R"(usage: kelvm-exhaustive [options] --member NAME...
-  --member NAME     a float member with one real source; members of one family are quickest measured together
+constexpr const char* usage = R"(usage: kelvm-exhaustive [options] --function NAME...
+  --function NAME     a float function with one real source; functions of one family are quickest measured together
   --library PATH    library under test (default: the build's own)
   --from A --to B   first and last input as bit patterns (default 0 to 0xffffffff)
   --threads N       (default 2)
-  --limits FILE     the limits table (default: the source tree's); exit status 1 if the member exceeds its row
+  --limits FILE     the limits table (default: the source tree's); exit status 1 if the function exceeds its row
 )";
 
 constexpr std::uint64_t block_length = 4096;
@@ -29,22 +29,22 @@ std::uint64_t pattern(const char* text) {
 
 int run(int argc, char** argv) {
   std::string library_path = KELVM_DEFAULT_LIBRARY, limits_path = KELVM_LIMITS;
-  std::vector<harness::Member> members;
+  std::vector<harness::Function> functions;
   std::uint64_t from = 0, to = 0xffffffff;
   unsigned threads = 2;
   for (int i = 1; i < argc; i += 2) {
     const std::string option = argv[i];
     if (i + 1 == argc) throw std::invalid_argument(option + " needs a value");
     const char* value = argv[i + 1];
-    if (option == "--member") {
-      const harness::Member* member = harness::find_member(value);
-      if (!member) throw std::invalid_argument(std::string("unknown member ") + value);
-      if (!member->is_float() || member->complex_source() || member->sources() != 1 ||
-          member->shape == harness::Shape::ScalarPower)
-        throw std::invalid_argument(std::string(value) + " is not a float member with one real source");
-      if (!members.empty() && !accuracy::same_function(members.front(), *member))
-        throw std::invalid_argument("members of different families");
-      members.push_back(*member);
+    if (option == "--function") {
+      const harness::Function* function = harness::find_function(value);
+      if (!function) throw std::invalid_argument(std::string("unknown function ") + value);
+      if (!function->is_float() || function->complex_source() || function->sources() != 1 ||
+          function->shape == harness::Shape::ScalarPower)
+        throw std::invalid_argument(std::string(value) + " is not a float function with one real source");
+      if (!functions.empty() && !accuracy::same_function(functions.front(), *function))
+        throw std::invalid_argument("functions of different families");
+      functions.push_back(*function);
     } else if (option == "--library")
       library_path = value;
     else if (option == "--limits")
@@ -58,7 +58,7 @@ int run(int argc, char** argv) {
     else
       throw std::invalid_argument("unknown option " + option);
   }
-  if (members.empty()) throw std::invalid_argument("no member given");
+  if (functions.empty()) throw std::invalid_argument("no function given");
 
   const std::uint64_t blocks = (to - from) / block_length + 1;
   // Blocks far apart follow each other: in increasing order errors may grow from one input to the next for long
@@ -76,14 +76,14 @@ int run(int argc, char** argv) {
   const auto limits = accuracy::read_limits(limits_path);
   const harness::Library library(library_path);
   const std::vector<reference::Statistics> measured =
-      accuracy::measure(library, members, source, {threads, true, false, blocks});
+      accuracy::measure(library, functions, source, {threads, true, false, blocks});
   int status = 0;
-  for (std::size_t i = 0; i < members.size(); ++i) {
-    std::printf("%s", accuracy::report(members[i], measured[i]).c_str());
+  for (std::size_t i = 0; i < functions.size(); ++i) {
+    std::printf("%s", accuracy::report(functions[i], measured[i]).c_str());
     std::string fault = accuracy::estimate_fault(measured[i]);
-    if (fault.empty()) fault = accuracy::limit_fault(limits, members[i], measured[i]);
+    if (fault.empty()) fault = accuracy::limit_fault(limits, functions[i], measured[i]);
     if (fault.empty()) continue;
-    std::printf("FAILED %s: %s\n", std::string(members[i].name).c_str(), fault.c_str());
+    std::printf("FAILED %s: %s\n", std::string(functions[i].name).c_str(), fault.c_str());
     status = 1;
   }
   return status;

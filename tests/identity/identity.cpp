@@ -1,9 +1,10 @@
-// The bits of all members, hashed, against the table that is checked in: the same from every compiler, at every
-// optimisation and on every processor. A member that differs is shown with the first element where two builds part.
+// The bits of all functions, hashed, against the table that is checked in: the same from every compiler, at every
+// optimisation and on every processor. A function that differs is shown with the first element where two builds part.
 //
-// A row of the table is a member and the hash that all builds have, or two: that of the SSE4.1 build and that of the
-// AVX2 and AVX-512 builds. `estimates` instead stands for a member whose formula starts from the processor's estimates
-// of reciprocals and roots: its bits are its processor's own. --write keeps that word, which a person has put there.
+// A row of the table is a function and the hash that all builds have, or two: that of the SSE4.1 build and that of the
+// AVX2 and AVX-512 builds. `estimates` instead stands for a function whose formula starts from the processor's
+// estimates of reciprocals and roots: its bits are its processor's own. --write keeps that word, which a person has put
+// there.
 #include "elements.hpp"
 #include "limits.hpp"
 
@@ -20,22 +21,23 @@
 
 namespace {
 
-using namespace subject;
+using namespace driver;
+using harness::Function;
 using harness::Library;
-using harness::Member;
 
 constexpr const char* builds[] = {"sse41", "avx2", "avx512"};
 
-/// The elements of a member's calls. They come from integers alone, so that they are the same everywhere.
+/// The elements of a function's calls. They come from integers alone, so that they are the same everywhere.
 struct Inputs {
   int alone; // the first so many make a call each; the others go 101 to a call: blocks, single vectors and a tail
   std::vector<Element> elements;
 
-  explicit Inputs(const Member& member) : elements(special_elements(member)) {
+  explicit Inputs(const Function& function) : elements(special_elements(function)) {
     std::mt19937_64 random(20);
-    const int fraction_bits = member.is_float() ? 23 : 52, sign_place = member.is_float() ? 31 : 63;
-    const std::uint64_t bias = member.is_float() ? 127 : 1023, fraction_mask = (std::uint64_t{1} << fraction_bits) - 1;
-    const auto any_bits = [&] { return member.is_float() ? random() >> 32 : random(); };
+    const int fraction_bits = function.is_float() ? 23 : 52, sign_place = function.is_float() ? 31 : 63;
+    const std::uint64_t bias = function.is_float() ? 127 : 1023,
+                        fraction_mask = (std::uint64_t{1} << fraction_bits) - 1;
+    const auto any_bits = [&] { return function.is_float() ? random() >> 32 : random(); };
     const auto moderate = [&](int reach) { // from 2^-reach to 2^reach
       std::uint64_t fraction = random() & fraction_mask;
       if (random() % 4 == 0) fraction &= ~(fraction_mask >> random() % fraction_bits); // few leading bits
@@ -43,7 +45,7 @@ struct Inputs {
       return random() % 2 << sign_place | exponent << fraction_bits | fraction;
     };
     alone = static_cast<int>(elements.size());
-    if (member.shape == harness::Shape::ScalarPower)
+    if (function.shape == harness::Shape::ScalarPower)
       for (Element& e : elements) {
         const Element& other = elements[random() % alone];
         for (int part : {0, 1}) e[2 + part] = random() % 2 ? other[part] : moderate(3);
@@ -80,14 +82,14 @@ struct Results {
   }
 };
 
-Results results_of(const Member& member, const Library& library, const Inputs& inputs) {
+Results results_of(const Function& function, const Library& library, const Inputs& inputs) {
   constexpr unsigned default_csr = 0x1F80, invalid = 0x01, honest_flags = 0x1D; // all but inexact
-  const std::size_t from = member.source_size(), to = member.destination_size();
+  const std::size_t from = function.source_size(), to = function.destination_size();
   const int count = static_cast<int>(inputs.elements.size());
-  const Bytes source[2] = {packed(member, 0, inputs.elements), packed(member, 1, inputs.elements)};
-  void* const function = library.address(member);
+  const Bytes source[2] = {packed(function, 0, inputs.elements), packed(function, 1, inputs.elements)};
+  void* const address = library.address(function);
   Results r;
-  for (int d = 0; d < member.destinations(); ++d) r.destination[d].resize(count * to);
+  for (int d = 0; d < function.destinations(); ++d) r.destination[d].resize(count * to);
   for (int i = 0, len; i < count; i += len) {
     len = inputs.length_from(i);
     const void* const second = &source[1][i * from]; // of a scalar power: the first one's exponent is the call's
@@ -95,14 +97,14 @@ Results results_of(const Member& member, const Library& library, const Inputs& i
                                        second,
                                        second,
                                        &r.destination[0][i * to],
-                                       member.destinations() == 2 ? &r.destination[1][i * to] : nullptr,
+                                       function.destinations() == 2 ? &r.destination[1][i * to] : nullptr,
                                        len};
     _mm_setcsr(default_csr);
-    const kelStatus status = harness::call_at(function, member, arguments);
+    const kelStatus status = harness::call_at(address, function, arguments);
     // Whether a signalling NaN raises invalid is the compiler's choice between comparisons of bits and of numbers.
     const bool signalling = std::any_of(&inputs.elements[i], &inputs.elements[i] + len, [&](const Element& e) {
       return std::any_of(e.begin(), e.end(),
-                         [&](std::uint64_t part) { return is_signalling(member.is_float(), part); });
+                         [&](std::uint64_t part) { return is_signalling(function.is_float(), part); });
     });
     r.endings.push_back({status, _mm_getcsr() & (signalling ? honest_flags & ~invalid : honest_flags)});
   }
@@ -117,8 +119,8 @@ std::string hex(std::uint64_t x) {
 }
 
 /// The first element or call in which two builds differ.
-std::string difference(const Member& member, const Inputs& inputs, const Results& a, const Results& b) {
-  const std::size_t part = member.part_size(), size = member.destination_size();
+std::string difference(const Function& function, const Inputs& inputs, const Results& a, const Results& b) {
+  const std::size_t part = function.part_size(), size = function.destination_size();
   const auto parts = [&](const Bytes& bytes, std::size_t i) {
     std::string text;
     for (std::size_t offset = 0; offset < size; offset += part) {
@@ -131,7 +133,7 @@ std::string difference(const Member& member, const Inputs& inputs, const Results
   std::ostringstream text;
   for (int i = 0, len, call = 0; i < static_cast<int>(inputs.elements.size()); i += len, ++call) {
     len = inputs.length_from(i);
-    for (int d = 0; d < member.destinations(); ++d)
+    for (int d = 0; d < function.destinations(); ++d)
       for (int k = i; k < i + len; ++k)
         if (std::memcmp(&a.destination[d][k * size], &b.destination[d][k * size], size) != 0) {
           for (int place = 0; place < 4; ++place) text << " 0x" << hex(inputs.elements[k][place]).substr(16 - 2 * part);
@@ -148,11 +150,11 @@ std::string difference(const Member& member, const Inputs& inputs, const Results
 }
 
 /// Whether all builds have to agree: results that leave no choice, and formulas without fused operations.
-bool agrees_everywhere(const Member& member, const std::vector<accuracy::Limit>& limits) {
-  const accuracy::Limit* limit = accuracy::find_limit(limits, member.name);
+bool agrees_everywhere(const Function& function, const std::vector<accuracy::Limit>& limits) {
+  const accuracy::Limit* limit = accuracy::find_limit(limits, function.name);
   if (limit && limit->ulp == 0.5 && limit->subnormal_ulp == 0) return true;
   for (const char* family : {"Exp", "Sin", "Cos", "SinCos", "CIS"})
-    if (member.family == family) return !member.complex_source();
+    if (function.family == family) return !function.complex_source();
   return false;
 }
 
@@ -174,7 +176,8 @@ std::map<std::string, Row, std::less<>> read_table(const std::string& path) {
 }
 
 constexpr const char* head =
-    "# The bits of every member: a hash of results, statuses and IEEE flags over some 25,000 elements. One hash: that "
+    "# The bits of every function: a hash of results, statuses and IEEE flags over some 25,000 elements. One hash: "
+    "that "
     "of\n"
     "# all builds; two: that of the SSE4.1 build, and that of the AVX2 and AVX-512 builds. `estimates`: the "
     "processor's\n"
@@ -195,29 +198,29 @@ int run(const std::string& root, const std::string& table_path, const std::strin
   std::ostringstream fresh;
   fresh << head;
   int differing = 0;
-  const auto report = [&](const Member& member, const std::string& text) {
-    std::cout << member.name << ": " << text << "\n";
+  const auto report = [&](const Function& function, const std::string& text) {
+    std::cout << function.name << ": " << text << "\n";
     ++differing;
   };
-  for (const Member& member : harness::all_members()) {
-    const Inputs inputs(member);
-    const auto found = table.find(member.name);
+  for (const Function& function : harness::all_functions()) {
+    const Inputs inputs(function);
+    const auto found = table.find(function.name);
     const Row expected = found == table.end() ? Row{} : found->second;
     std::vector<Results> results;
     std::vector<std::string> hashes;
     for (const auto& [build, library] : libraries) {
-      results.push_back(results_of(member, library, inputs));
+      results.push_back(results_of(function, library, inputs));
       hashes.push_back(hex(results.back().hash()));
     }
     const auto compare = [&](std::size_t a, std::size_t b) {
       if (hashes[a] != hashes[b])
-        report(member, libraries[a].first + " and " + libraries[b].first + " differ in" +
-                           difference(member, inputs, results[a], results[b]));
+        report(function, libraries[a].first + " and " + libraries[b].first + " differ in" +
+                             difference(function, inputs, results[a], results[b]));
       return hashes[a] == hashes[b];
     };
-    const bool everywhere = agrees_everywhere(member, limits);
+    const bool everywhere = agrees_everywhere(function, limits);
     if (expected == Row{estimates} && !everywhere) {
-      fresh << member.name << " " << estimates << "\n";
+      fresh << function.name << " " << estimates << "\n";
       continue;
     }
     bool alike = true;
@@ -225,14 +228,14 @@ int run(const std::string& root, const std::string& table_path, const std::strin
     if (libraries.size() >= 2 && (everywhere || (!write && expected.size() == 1))) alike = compare(0, 1) && alike;
     Row row{hashes.front()};
     if (hashes.back() != hashes.front()) row.push_back(hashes.back());
-    fresh << member.name;
+    fresh << function.name;
     for (const std::string& word : row) fresh << " " << word;
     fresh << "\n";
     if (write || !alike) continue;
-    if (expected.empty()) report(member, "not in the table");
+    if (expected.empty()) report(function, "not in the table");
     for (std::size_t i = 0; i < hashes.size() && !expected.empty(); ++i)
       if (const std::string& word = i == 0 ? expected.front() : expected.back(); hashes[i] != word) {
-        report(member, libraries[i].first + " has " + hashes[i] + ", the table " + word);
+        report(function, libraries[i].first + " has " + hashes[i] + ", the table " + word);
         break;
       }
   }

@@ -5,7 +5,7 @@
 namespace reference {
 
 template <class T> void Block::call_parts(std::span<const Arguments> arguments) {
-  const std::size_t n = arguments.size(), width = member_.complex_source() ? 2 : 1;
+  const std::size_t n = arguments.size(), width = function_.complex_source() ? 2 : 1;
   const auto array = [](std::vector<char>& bytes, std::size_t count) {
     bytes.resize(count * sizeof(T));
     return reinterpret_cast<T*>(bytes.data());
@@ -18,12 +18,12 @@ template <class T> void Block::call_parts(std::span<const Arguments> arguments) 
         source[s][width * i + c] = static_cast<T>(arguments[i].parts[2 * static_cast<std::size_t>(s) + c]);
   }
   // Components lie beside each other in one complex destination, or apart in two real ones.
-  const std::size_t pair = member_.complex_destination() ? 2 : 1;
+  const std::size_t pair = function_.complex_destination() ? 2 : 1;
   T* destination[2] = {array(destination_[0], n * pair), array(destination_[1], n)};
 
   call_ = {source[0], source[1], source[1], destination[0], destination[1], static_cast<int>(n)};
-  status_ = harness::call_at(function_, member_, call_);
-  if (status_ < 0) throw std::runtime_error(std::string(member_.name) + " refuses a block");
+  status_ = harness::call_at(address_, function_, call_);
+  if (status_ < 0) throw std::runtime_error(std::string(function_.name) + " refuses a block");
 
   for (std::size_t c = 0; c < 2; ++c) {
     results_[c].resize(n);
@@ -38,18 +38,18 @@ const kelStatus* Block::statuses() {
   statuses_.assign(elements, kelStatusOk);
   if (status_ == kelStatusOk) return statuses_.data();
   const auto at = [&](const void* source, std::size_t i) {
-    return static_cast<const char*>(source) + i * member_.source_size();
+    return static_cast<const char*>(source) + i * function_.source_size();
   };
   for (std::size_t i = 0; i < elements; ++i) {
     char destination[2][16];
     statuses_[i] = harness::call_at(
-        function_, member_, {at(call_.src1, i), at(call_.src2, i), call_.scalar, destination[0], destination[1], 1});
+        address_, function_, {at(call_.src1, i), at(call_.src2, i), call_.scalar, destination[0], destination[1], 1});
   }
   return statuses_.data();
 }
 
 void Block::call(std::span<const Arguments> arguments) {
-  if (member_.is_float())
+  if (function_.is_float())
     call_parts<float>(arguments);
   else
     call_parts<double>(arguments);

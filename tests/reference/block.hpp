@@ -1,4 +1,4 @@
-// One call of a member on a block of elements given as doubles.
+// One call of a function on a block of elements given as doubles.
 #pragma once
 
 #include "exact.hpp"
@@ -10,10 +10,10 @@ namespace reference {
 
 class Block {
 public:
-  Block(const harness::Library& library, const harness::Member& member)
-      : function_(library.address(member)), member_(member) {}
+  Block(const harness::Library& library, const harness::Function& function)
+      : address_(library.address(function)), function_(function) {}
 
-  /// Calls the member. The exponent of a ScalarPower member is the first element's second source. Throws
+  /// Calls the function. The exponent of a ScalarPower function is the first element's second source. Throws
   /// std::runtime_error if the call is refused.
   void call(std::span<const Arguments> arguments);
   /// Per component of the results, one array of doubles: what Judge::block takes.
@@ -24,8 +24,8 @@ public:
 private:
   template <class T> void call_parts(std::span<const Arguments> arguments);
 
-  void* function_;
-  harness::Member member_;
+  void* address_;
+  harness::Function function_;
   std::vector<char> source_[2], destination_[2];
   std::vector<double> results_[2];
   harness::Arguments call_;

@@ -167,14 +167,14 @@ constexpr Row table[] = {
 
 } // namespace
 
-FamilyEstimate estimate_of(const harness::Member& member) {
-  const bool is_complex = member.type == harness::Type::c32 || member.type == harness::Type::c64;
+FamilyEstimate estimate_of(const harness::Function& function) {
+  const bool is_complex = function.type == harness::Type::c32 || function.type == harness::Type::c64;
   FamilyEstimate found;
   for (const Row& row : table) {
-    if (row.family != member.family || row.complex != is_complex) continue;
+    if (row.family != function.family || row.complex != is_complex) continue;
     if (row.ulps == by_norm)
       found.in_long_double = {row.in_long_double, 0, true};
-    else if (member.is_float())
+    else if (function.is_float())
       found.in_double = {row.in_double, row.ulps * 0x1p-52, false};
     else
       found.in_long_double = {row.in_long_double, row.ulps * 0x1p-63, false};

@@ -1,6 +1,6 @@
 // Cheap estimates of the exact functions from the host's mathematics library, used only to pass over results that are
-// certainly unremarkable. Float members are estimated in double, double
-// members (and the complex power) in long double.
+// certainly unremarkable. Float functions are estimated in double, double
+// functions (and the complex power) in long double.
 #pragma once
 
 #include "exact.hpp"
@@ -24,13 +24,13 @@ struct FamilyEstimate {
   Estimate<long double> in_long_double;
 };
 
-/// The estimate for a member's family and type: one of the two functions, or none.
-FamilyEstimate estimate_of(const harness::Member& member);
+/// The estimate for a function's family and type: one of the two functions, or none.
+FamilyEstimate estimate_of(const harness::Function& function);
 
-/// The estimates for a block of inputs, computed once for all members of a family and type.
+/// The estimates for a block of inputs, computed once for all functions of a family and type.
 class BlockEstimates {
 public:
-  explicit BlockEstimates(const harness::Member& member) : family_(estimate_of(member)) {}
+  explicit BlockEstimates(const harness::Function& function) : family_(estimate_of(function)) {}
 
   void evaluate(const Arguments* arguments, int elements);
   const double* of(const Estimate<double>&, int element) const { return &in_double_[at(element)]; }

@@ -8,7 +8,7 @@ namespace reference {
 namespace {
 
 using W = Exact::Workspace;
-using Function = void (*)(W&);
+using ExactFunction = void (*)(W&);
 constexpr mpfr_rnd_t near = MPFR_RNDN;
 
 template <auto F> void unary(W& w) { F(w.out(), w.x(), near); }
@@ -232,7 +232,7 @@ void complex_atanh(W& w) { arc_tangent(w, w.x_im(), w.x(), w.out2(), w.out()); }
 
 struct Row {
   std::string_view family;
-  Function real, complex; // by the type in the member's name; null where the family has no such member
+  ExactFunction real, complex; // by the type in the function's name; null where the family has no such function
 };
 
 constexpr Row table[] = {
@@ -289,16 +289,16 @@ constexpr Row table[] = {
     {"CdfNormInv", cdf_norm_inv, nullptr},
 };
 
-bool complex_type(const harness::Member& m) { return m.type == harness::Type::c32 || m.type == harness::Type::c64; }
+bool complex_type(const harness::Function& m) { return m.type == harness::Type::c32 || m.type == harness::Type::c64; }
 
 } // namespace
 
-Exact::Exact(const harness::Member& member)
-    : workspace_(std::make_unique<Workspace>()), function_(nullptr),
-      results_(member.destinations() * (member.complex_destination() ? 2 : 1)) {
+Exact::Exact(const harness::Function& function)
+    : workspace_(std::make_unique<Workspace>()), exact_(nullptr),
+      results_(function.destinations() * (function.complex_destination() ? 2 : 1)) {
   for (const Row& row : table)
-    if (row.family == member.family) function_ = complex_type(member) ? row.complex : row.real;
-  if (!function_) throw std::logic_error("no exact function for " + std::string(member.name));
+    if (row.family == function.family) exact_ = complex_type(function) ? row.complex : row.real;
+  if (!exact_) throw std::logic_error("no exact function for " + std::string(function.name));
 }
 
 Exact::~Exact() = default;
@@ -307,7 +307,7 @@ void Exact::evaluate(const Arguments& arguments) {
   Workspace& w = *workspace_;
   mpc_set_d_d(w.a, arguments.parts[0], arguments.parts[1], MPC_RNDNN);
   mpc_set_d_d(w.b, arguments.parts[2], arguments.parts[3], MPC_RNDNN);
-  function_(w);
+  exact_(w);
 }
 
 mpfr_srcptr Exact::result(int i) const { return i == 0 ? workspace_->out() : workspace_->out2(); }

@@ -1,7 +1,7 @@
 // The exact functions of all families, through MPFR and MPC: the judge of every accuracy figure.
 #pragma once
 
-#include "members.hpp"
+#include "functions.hpp"
 
 #include <memory>
 #include <mpfr.h>
@@ -14,12 +14,12 @@ struct Arguments {
   double parts[4];
 };
 
-/// The exact function of a member's family, computed to 128 bits a result. Own one a thread.
+/// The exact function of a function's family, computed to 128 bits a result. Own one a thread.
 class Exact {
 public:
   static constexpr int precision = 128;
 
-  explicit Exact(const harness::Member& member);
+  explicit Exact(const harness::Function& function);
   ~Exact();
 
   /// Computes all results of one element.
@@ -32,7 +32,7 @@ public:
 
 private:
   std::unique_ptr<Workspace> workspace_;
-  void (*function_)(Workspace&);
+  void (*exact_)(Workspace&);
   int results_;
 };
 

@@ -82,10 +82,10 @@ void Statistics::merge(const Statistics& other) {
   status.merge(other.status);
 }
 
-Judge::Judge(const harness::Member& member, bool use_estimate)
-    : member_(member), underflow_(underflow_of(member)), format_(Format::of(member)),
-      complex_(member.complex_destination()), fine_bins_(member.suffix_bits() == format_.digits), exact_(member) {
-  if (use_estimate) estimate_ = estimate_of(member);
+Judge::Judge(const harness::Function& function, bool use_estimate)
+    : function_(function), underflow_(underflow_of(function)), format_(Format::of(function)),
+      complex_(function.complex_destination()), fine_bins_(function.suffix_bits() == format_.digits), exact_(function) {
+  if (use_estimate) estimate_ = estimate_of(function);
   mpfr_inits2(64, difference_, norm_, error_norm_, infinity_, nullptr);
   mpfr_set_ui_2exp(infinity_, 1, format_.exponent_max, MPFR_RNDN);
   overflow_square_ = std::ldexp(1.0L, 2 * format_.exponent_max);
@@ -112,7 +112,7 @@ void Judge::block(const Arguments* arguments, const double* const got[2], int el
   statistics_.elements += elements;
 }
 
-// Whether a member returns such results without a warning, be they as inaccurate as they may.
+// Whether a function returns such results without a warning, be they as inaccurate as they may.
 bool Judge::ordinary(const double got[2]) const {
   const double smallest_normal = format_.digits == 24 ? 0x1p-126 : 0x1p-1022;
   for (int i = 0; i < exact_.results(); ++i)
@@ -121,7 +121,7 @@ bool Judge::ordinary(const double got[2]) const {
   return true;
 }
 
-// The status is that of the exact results, rounded. Where a member returns others, next to the ends of the range, it
+// The status is that of the exact results, rounded. Where a function returns others, next to the ends of the range, it
 // may be theirs; but real exponentials have theirs prescribed.
 void Judge::judge_status(const Arguments& arguments, const double got[2], kelStatus status) {
   const int results = exact_.results();
@@ -136,10 +136,10 @@ void Judge::judge_status(const Arguments& arguments, const double got[2], kelSta
     due_of[i] = rounded(below && underflow_ == Underflow::exact ? MPFR_RNDZ : MPFR_RNDN);
     correct = correct && got[i] == rounded(MPFR_RNDN);
   }
-  const kelStatus due = due_status(member_, arguments, due_of, results);
-  const bool prescribed = member_.family == "Exp" && !complex_;
+  const kelStatus due = due_status(function_, arguments, due_of, results);
+  const bool prescribed = function_.family == "Exp" && !complex_;
   if (status == due) return;
-  if (!correct && !prescribed && status == due_status(member_, arguments, got, results)) return;
+  if (!correct && !prescribed && status == due_status(function_, arguments, got, results)) return;
   statistics_.status.merge({1, arguments, {static_cast<double>(status), 0}, {static_cast<double>(due), 0}});
 }
 

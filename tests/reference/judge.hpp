@@ -1,4 +1,4 @@
-// Compares a member's results with the exact ones and keeps the statistics: what the accuracy and the exhaustive
+// Compares a function's results with the exact ones and keeps the statistics: what the accuracy and the exhaustive
 // program share. Own one judge a thread and merge their statistics.
 //
 // Errors. An ulp is the spacing of the result type at the exact value; that of a subnormal result is the smallest
@@ -59,7 +59,7 @@ struct Statistics {
   void merge(const Statistics& other);
 };
 
-/// The format of a member's results.
+/// The format of a function's results.
 struct Format {
   int digits;       // of the significand
   int exponent_min; // of the smallest subnormal number
@@ -70,14 +70,14 @@ struct Format {
   int unit(int exponent) const {                                // of an ulp
     return std::clamp(exponent - digits, exponent_min, exponent_max - digits);
   }
-  static Format of(const harness::Member& member) {
-    return member.is_float() ? Format{24, -149, 128} : Format{53, -1074, 1024};
+  static Format of(const harness::Function& function) {
+    return function.is_float() ? Format{24, -149, 128} : Format{53, -1074, 1024};
   }
 };
 
 class Judge {
 public:
-  Judge(const harness::Member& member, bool use_estimate);
+  Judge(const harness::Function& function, bool use_estimate);
   ~Judge();
 
   /// Takes the results of one block: component c of element i stands in got[c][i]. `estimates` are those of the
@@ -96,13 +96,13 @@ private:
   template <class T> void check_estimate(const Estimate<T>& estimate, Worst& here);
   bool measure(mpfr_srcptr exact, double got, double& ulps, bool& subnormal, bool& rounded);
 
-  /// The bin of an error. Members of lower accuracies have one bin for what is between 0.5 and 1 ulp: telling more of
+  /// The bin of an error. Functions of lower accuracies have one bin for what is between 0.5 and 1 ulp: telling more of
   /// them apart would take MPFR.
   std::size_t bin_of(double ulps) const;
   /// The upper bound of the next smaller bin; not for bin 0.
   double below_bin(std::size_t bin) const;
 
-  harness::Member member_;
+  harness::Function function_;
   Underflow underflow_;
   Format format_;
   bool complex_;

@@ -7,7 +7,7 @@
 
 namespace {
 
-using namespace subject;
+using namespace driver;
 
 template <class T> using Bits = std::conditional_t<sizeof(T) == 4, std::uint32_t, std::uint64_t>;
 
@@ -18,8 +18,8 @@ template <class T> T operation(std::string_view family, T a, T b) {
   return x * y;
 }
 
-template <class T> void follows_ieee(const harness::Member& m) {
-  const Subject s(m);
+template <class T> void follows_ieee(const harness::Function& m) {
+  const Callable s(m);
   const bool binary = m.sources() == 2;
   std::vector<Element> elements = special_elements(m);
   for (const Element& e : domain_elements(m, 2000)) elements.push_back(e);
@@ -59,8 +59,8 @@ template <class T> void follows_ieee(const harness::Member& m) {
 
 TEST(Arithmetic, IsTheIeeeOperationInTheCallersMode) {
   for (const char* family : {"Add", "Sub", "Mul", "Sqr", "Abs"}) {
-    follows_ieee<float>(*harness::find_member(std::string("kels") + family + "_32f_A24"));
-    follows_ieee<double>(*harness::find_member(std::string("kels") + family + "_64f_A53"));
+    follows_ieee<float>(*harness::find_function(std::string("kels") + family + "_32f_A24"));
+    follows_ieee<double>(*harness::find_function(std::string("kels") + family + "_64f_A53"));
   }
 }
 

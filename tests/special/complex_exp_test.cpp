@@ -156,13 +156,14 @@ struct Bits {
   friend bool operator==(const Bits&, const Bits&) = default;
 };
 
-/// A member, and what its symmetries do to numbers. The NaNs of results are all the same, whatever their sign would be.
+/// A function, and what its symmetries do to numbers. The NaNs of results are all the same, whatever their sign would
+/// be.
 struct Asked {
-  const harness::Member& member;
-  std::uint64_t sign = member.is_float() ? 0x80000000u : std::uint64_t(1) << 63;
+  const harness::Function& function;
+  std::uint64_t sign = function.is_float() ? 0x80000000u : std::uint64_t(1) << 63;
 
   Bits operator()(Bits z) const {
-    const special::Answer answer = special::ask(member, {special::bits(z.re), special::bits(z.im)});
+    const special::Answer answer = special::ask(function, {special::bits(z.re), special::bits(z.im)});
     return {answer.parts[0], answer.parts[1]};
   }
   Bits times_i(Bits z) const { return {z.im ^ sign, z.re}; }
@@ -170,14 +171,14 @@ struct Asked {
   Bits opposite(Bits z) const { return {z.re ^ sign, z.im ^ sign}; }
   Bits result(Bits z) const {
     const auto no_sign = [&](std::uint64_t x) {
-      const std::uint64_t infinity = member.is_float() ? 0x7F800000u : 0x7FF0000000000000u;
+      const std::uint64_t infinity = function.is_float() ? 0x7F800000u : 0x7FF0000000000000u;
       return (x & ~sign) > infinity ? x | sign : x;
     };
     return {no_sign(z.re), no_sign(z.im)};
   }
 };
 
-std::string text(const harness::Member& m, Bits z) {
+std::string text(const harness::Function& m, Bits z) {
   return std::string(m.name) + "(" + special::bits(z.re).text(m.is_float()) + ", " +
          special::bits(z.im).text(m.is_float()) + ")";
 }
@@ -185,7 +186,7 @@ std::string text(const harness::Member& m, Bits z) {
 TEST(ComplexExp, Symmetries) {
   const std::pair<std::string_view, Parity> families[] = {
       {"Exp", Parity::none}, {"Sinh", Parity::odd}, {"Cosh", Parity::even}, {"Tanh", Parity::odd}};
-  for (const harness::Member& m : harness::all_members())
+  for (const harness::Function& m : harness::all_functions())
     for (const auto& [family, parity] : families) {
       if (m.family != family || !m.complex_source()) continue;
       const Asked f{m};
@@ -203,11 +204,11 @@ TEST(ComplexExp, Symmetries) {
 // sin z = -i sinh(iz), cos z = cosh(iz), tan z = -i tanh(iz)
 TEST(ComplexExp, Rotations) {
   const std::pair<std::string, std::string> families[] = {{"Sin", "Sinh"}, {"Cos", "Cosh"}, {"Tan", "Tanh"}};
-  for (const harness::Member& m : harness::all_members())
+  for (const harness::Function& m : harness::all_functions())
     for (const auto& [circular, hyperbolic] : families) {
       if (m.family != circular || !m.complex_source()) continue;
       const std::string name = "kels" + hyperbolic + std::string(m.name.substr(m.name.find('_')));
-      const harness::Member* const base = harness::find_member(name);
+      const harness::Function* const base = harness::find_function(name);
       ASSERT_NE(base, nullptr);
       const Asked f{m}, g{*base};
       Parts parts(m.is_float());

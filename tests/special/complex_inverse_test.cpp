@@ -100,7 +100,7 @@ TEST(ComplexInverse, AnnexG) {
   check_rows("Atan", spread(rotated(atanh_rows), true));
 }
 
-Complex ask(const harness::Member& m, Complex z) {
+Complex ask(const harness::Function& m, Complex z) {
   const special::Answer a = special::ask(m, {Value(z.real()), Value(z.imag())});
   const auto number = [&](std::uint64_t bits) {
     return m.is_float() ? static_cast<double>(std::bit_cast<float>(static_cast<std::uint32_t>(bits)))
@@ -108,8 +108,8 @@ Complex ask(const harness::Member& m, Complex z) {
   };
   return {number(a.parts[0]), number(a.parts[1])};
 }
-template <class F> void for_members(std::string_view family, F f) {
-  for (const harness::Member& m : harness::all_members())
+template <class F> void for_functions(std::string_view family, F f) {
+  for (const harness::Function& m : harness::all_functions())
     if (m.family == family && (m.type == Type::c32 || m.type == Type::c64)) f(m);
 }
 bool same(Complex a, Complex b) {
@@ -138,7 +138,7 @@ TEST(ComplexInverse, TheSignOfAZeroTellsTheSideOfACut) {
   constexpr Family families[] = {{"Asin", std::asin, true},   {"Acos", std::acos, true},    {"Acosh", std::acosh, true},
                                  {"Atanh", std::atanh, true}, {"Asinh", std::asinh, false}, {"Atan", std::atan, false}};
   for (const auto& [name, function, real_axis] : families)
-    for_members(name, [&, function = function, real_axis = real_axis](const harness::Member& m) {
+    for_functions(name, [&, function = function, real_axis = real_axis](const harness::Function& m) {
       for (const double along : {-2.0, -1.125, -0.5, 0.0, 0.5, 1.125, 2.0, 3e8})
         for (const double across : {0.0, -0.0}) {
           const Complex z = real_axis ? Complex(along, across) : Complex(across, along);
@@ -150,16 +150,16 @@ TEST(ComplexInverse, TheSignOfAZeroTellsTheSideOfACut) {
     });
 }
 
-/// The member of another family with the type and suffix of this one.
-const harness::Member& sibling(const harness::Member& m, std::string_view family) {
+/// The function of another family with the type and suffix of this one.
+const harness::Function& sibling(const harness::Function& m, std::string_view family) {
   std::string name(m.name);
   name.replace(4, m.family.size(), family);
-  return *harness::find_member(name);
+  return *harness::find_function(name);
 }
 
 TEST(ComplexInverse, Symmetry) {
   for (const char* family : {"Asin", "Asinh", "Atan", "Atanh", "Acos", "Acosh"})
-    for_members(family, [&](const harness::Member& m) {
+    for_functions(family, [&](const harness::Function& m) {
       for (const Complex z : points()) {
         const Complex w = ask(m, z);
         EXPECT_TRUE(same(ask(m, std::conj(z)), std::conj(w))) << m.name << z;
@@ -172,14 +172,14 @@ TEST(ComplexInverse, Symmetry) {
 
 TEST(ComplexInverse, Rotations) {
   const auto check = [](const char* family, const char* other) {
-    for_members(family, [&](const harness::Member& m) {
+    for_functions(family, [&](const harness::Function& m) {
       for (const Complex z : points())
         EXPECT_TRUE(same(ask(m, z), turned_back(ask(sibling(m, other), turned(z))))) << m.name << z;
     });
   };
   check("Asin", "Asinh");
   check("Atan", "Atanh");
-  for_members("Acosh", [](const harness::Member& m) {
+  for_functions("Acosh", [](const harness::Function& m) {
     for (const Complex z : points())
       for (const Complex u : {z, -std::conj(z)})
         EXPECT_TRUE(same(ask(m, u), turned(ask(sibling(m, "Acos"), u)))) << m.name << u;

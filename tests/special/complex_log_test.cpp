@@ -17,7 +17,7 @@ void check_both(const char* family, const std::vector<Row>& rows) {
 /// f(conj z) = conj f(z), the sign of a NaN apart, for full precision and below.
 void check_conjugates(const char* family, const std::vector<std::vector<Value>>& tails) {
   const double parts[] = {0.0, -0.0, 0.75, -0.75, 1.0, -1.0, 1.125, -3.5, 0x1p-130, -0x1p100, 0x1.8p127, inf, -inf};
-  for (const harness::Member& m : harness::all_members()) {
+  for (const harness::Function& m : harness::all_functions()) {
     if (m.family != family || !m.complex_source()) continue;
     for (double x : parts)
       for (double y : parts)
@@ -150,17 +150,17 @@ TEST(ComplexPow, Infinities) {
 
 /// Zeros of a part, and parts next to zero, at full precision.
 TEST(ComplexPow, ExactPartsAndTheEndsOfTheRange) {
-  for (const char* member : {"kelsPow_32fc_A24", "kelsPow_64fc_A53"})
-    special::check(member, {{{-2.0, 0.0, 2.0, 0.0}, {4.0, 0.0}},
-                            {{-2.0, -0.0, 3.0, 0.0}, {-8.0, -0.0}},
-                            {{0.0, 2.0, 2.0, 0.0}, {-4.0, 0.0}},
-                            {{1.0, 1.0, 4.0, 0.0}, {-4.0, 0.0}},
-                            {{1.0, -1.0, 3.0, 0.0}, {-2.0, -2.0}},
-                            {{-4.0, 0.0, 0.5, 0.0}, {0.0, 2.0}},
-                            {{0x1p-60, 1.0, 2.0, 0.0}, {-1.0, 0x1p-59}},
-                            {{-1.0, 0x1p-60, 5.0, 0.0}, {-1.0, 0x1.4p-58}},
-                            {{1.0, 0.0, 3.0, 0x1p120}, {1.0, 0.0}},
-                            {{0x1p-100, 0.0, 40.0, 0.0}, {0.0, 0.0}}});
+  for (const char* function : {"kelsPow_32fc_A24", "kelsPow_64fc_A53"})
+    special::check(function, {{{-2.0, 0.0, 2.0, 0.0}, {4.0, 0.0}},
+                              {{-2.0, -0.0, 3.0, 0.0}, {-8.0, -0.0}},
+                              {{0.0, 2.0, 2.0, 0.0}, {-4.0, 0.0}},
+                              {{1.0, 1.0, 4.0, 0.0}, {-4.0, 0.0}},
+                              {{1.0, -1.0, 3.0, 0.0}, {-2.0, -2.0}},
+                              {{-4.0, 0.0, 0.5, 0.0}, {0.0, 2.0}},
+                              {{0x1p-60, 1.0, 2.0, 0.0}, {-1.0, 0x1p-59}},
+                              {{-1.0, 0x1p-60, 5.0, 0.0}, {-1.0, 0x1.4p-58}},
+                              {{1.0, 0.0, 3.0, 0x1p120}, {1.0, 0.0}},
+                              {{0x1p-100, 0.0, 40.0, 0.0}, {0.0, 0.0}}});
   special::check("Pow", Type::c32, {{{0x1p100, 0x1p100, 4.0, 0.0}, {-inf, 0.0}, kelStatusOverflow}});
   special::check("kelsPow_64fc_A53", {{{0x1p500, 0x1p-1000, 2.0, 0.0}, {0x1p1000, 0x1p-499}},
                                       {{0x1p1000, 0x1p-1074, -1.0, 0.0}, {0x1p-1000, -0.0}},
@@ -190,11 +190,11 @@ TEST(ComplexPow, RealOperandsAndOneExponent) {
   const double bases[] = {0.0, 0x1p-130, 0.3125, 1.0, 1.0625, 77.0, 0x1p90, inf};
   const double exponents[] = {-inf, -30.5, -1.0, 0.4375, 1.0, 2.0, 19.0, inf};
   const double parts[] = {-3.0, -0.0, 0.875, 0x1p70};
-  for (const harness::Member& m : harness::all_members()) {
+  for (const harness::Function& m : harness::all_functions()) {
     if (m.family != "Pow" || !m.complex_source()) continue;
     const std::string type = m.is_float() ? "32f" : "64f", suffix(m.suffix);
-    const harness::Member& real = *harness::find_member("kelsPow_" + type + "_" + suffix);
-    const harness::Member& one = *harness::find_member("kelsPowx_" + type + "c_" + suffix);
+    const harness::Function& real = *harness::find_function("kelsPow_" + type + "_" + suffix);
+    const harness::Function& one = *harness::find_function("kelsPowx_" + type + "c_" + suffix);
     for (double x : bases)
       for (double c : exponents)
         EXPECT_EQ(special::ask(m, {x, 0.0, c, 0.0}).parts[0], special::ask(real, {x, c}).parts[0])

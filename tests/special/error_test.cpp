@@ -23,9 +23,9 @@ TEST(Erf, SpecialValues) {
 TEST(Erf, TinyArguments) {
   const double unit = 0x1p-1074;
   special::check("Erf", Type::f64,
-                 {{{unit}, {unit}, kelStatusOk, subject::underflow},
-                  {{-3 * unit}, {-3 * unit}, kelStatusOk, subject::underflow},
-                  {{5 * unit}, {6 * unit}, kelStatusOk, subject::underflow},
+                 {{{unit}, {unit}, kelStatusOk, driver::underflow},
+                  {{-3 * unit}, {-3 * unit}, kelStatusOk, driver::underflow},
+                  {{5 * unit}, {6 * unit}, kelStatusOk, driver::underflow},
                   {{0x1p-1022}, {0x1.20dd750429b6dp-1022}},
                   {{-0x1p-401}, {-0x1.20dd750429b6dp-401}}});
 }
@@ -86,9 +86,9 @@ struct Trip {
 
 template <class T> std::vector<T> values_of(const char* name, const std::vector<T>& x) {
   std::vector<T> y(x.size());
-  const harness::Member* m = harness::find_member(name);
+  const harness::Function* m = harness::find_function(name);
   if (m == nullptr) throw std::runtime_error(name);
-  const subject::Subject s(*m);
+  const driver::Callable s(*m);
   EXPECT_EQ(s.call({x.data(), nullptr, nullptr, y.data(), nullptr, int(x.size())}).status, kelStatusOk) << name;
   return y;
 }

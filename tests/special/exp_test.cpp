@@ -35,8 +35,8 @@ void check(const char* name, Result<T> (*expected)(T), const std::vector<T>& edg
   std::vector<T> x(200000), y(x.size());
   for (std::size_t i = 0; i < x.size(); ++i)
     x[i] = anywhere(random) * (i % 4 == 0 ? T(std::ldexp(1.0, -int(random() % (sizeof(T) * 14)))) : T(1));
-  const auto member = *harness::find_member(name);
-  subject::library().call(member, {.src1 = x.data(), .dst1 = y.data(), .len = int(x.size())});
+  const auto function = *harness::find_function(name);
+  driver::library().call(function, {.src1 = x.data(), .dst1 = y.data(), .len = int(x.size())});
   int wrong = 0;
   for (std::size_t i = 0; i < x.size() && wrong < 5; ++i) {
     const T e = expected(x[i]).value;

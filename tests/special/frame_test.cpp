@@ -34,7 +34,7 @@ TEST(Frame, TheGuardHoldsAtEveryOptimisationLevel) {
   for (int i = 0; i < 9; ++i) x[i] = i + 1;
   for (auto* probe : {probe_O1, probe_O2, probe_O3})
     for (unsigned mode : {0x2000u, 0x4000u, 0x6000u}) {
-      const unsigned csr = subject::default_csr | mode, found = _mm_getcsr();
+      const unsigned csr = driver::default_csr | mode, found = _mm_getcsr();
       _mm_setcsr(csr);
       const kelStatus status = probe(x, y, 9);
       const unsigned left = _mm_getcsr();
@@ -46,11 +46,11 @@ TEST(Frame, TheGuardHoldsAtEveryOptimisationLevel) {
 }
 
 // Before main, when nothing has loaded the library yet.
-constexpr unsigned unusual_csr = subject::default_csr | 0xE040;
+constexpr unsigned unusual_csr = driver::default_csr | 0xE040;
 const unsigned csr_after_loading = [] {
   const unsigned found = _mm_getcsr();
   _mm_setcsr(unusual_csr);
-  subject::library();
+  driver::library();
   const unsigned left = _mm_getcsr();
   _mm_setcsr(found);
   return left;

@@ -43,10 +43,10 @@ TEST(Hyperbolic, BorderOfOverflow) {
     special::check(family, Type::f32, {{{0x1.65a9fap+6}, {inf}, kelStatusOverflow}});
     special::check(family, Type::f64, {{{0x1.633ce8fb9f87ep+9}, {inf}, kelStatusOverflow}});
   }
-  for (const char* member : {"kelsSinh_32f_A24", "kelsCosh_32f_A24"})
-    special::check(member, {{{0x1.65a9f8p+6}, {0x1.ffffd8p+127}}});
-  for (const char* member : {"kelsSinh_64f_A53", "kelsCosh_64f_A53"})
-    special::check(member, {{{0x1.633ce8fb9f87dp+9}, {0x1.ffffffffffd3bp+1023}}});
+  for (const char* function : {"kelsSinh_32f_A24", "kelsCosh_32f_A24"})
+    special::check(function, {{{0x1.65a9f8p+6}, {0x1.ffffd8p+127}}});
+  for (const char* function : {"kelsSinh_64f_A53", "kelsCosh_64f_A53"})
+    special::check(function, {{{0x1.633ce8fb9f87dp+9}, {0x1.ffffffffffd3bp+1023}}});
 }
 
 TEST(InverseHyperbolic, SpecialValues) {

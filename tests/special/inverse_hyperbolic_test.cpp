@@ -24,12 +24,12 @@ TEST(InverseHyperbolic, TinyNumbersOfAllBits) {
 }
 
 TEST(InverseHyperbolic, DomainErrorBesideAnOrdinaryElement) {
-  const subject::Subject acosh(*harness::find_member("kelsAcosh_64f_A53"));
+  const driver::Callable acosh(*harness::find_function("kelsAcosh_64f_A53"));
   const double x[] = {0.5, 2.0};
   double y[2] = {};
-  const subject::Ending ending = acosh.call({x, nullptr, nullptr, y, nullptr, 2});
+  const driver::Ending ending = acosh.call({x, nullptr, nullptr, y, nullptr, 2});
   EXPECT_EQ(ending.status, kelStatusDomain);
-  EXPECT_EQ(ending.flags(), subject::invalid);
+  EXPECT_EQ(ending.flags(), driver::invalid);
   EXPECT_TRUE(std::isnan(y[0]));
   EXPECT_EQ(y[1], 0x1.5124271980435p+0);
 }

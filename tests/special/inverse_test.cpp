@@ -114,11 +114,11 @@ TEST(InverseRows, FirstRowBitForBit) {
 TEST(ErfInv, TinyArguments) {
   const double unit = 0x1p-1074;
   special::check("ErfInv", Type::f64,
-                 {{{unit}, {unit}, kelStatusOk, subject::underflow},
-                  {{-unit}, {-unit}, kelStatusOk, subject::underflow},
-                  {{3 * unit}, {3 * unit}, kelStatusOk, subject::underflow},
-                  {{-4 * unit}, {-4 * unit}, kelStatusOk, subject::underflow},
-                  {{5 * unit}, {4 * unit}, kelStatusOk, subject::underflow},
+                 {{{unit}, {unit}, kelStatusOk, driver::underflow},
+                  {{-unit}, {-unit}, kelStatusOk, driver::underflow},
+                  {{3 * unit}, {3 * unit}, kelStatusOk, driver::underflow},
+                  {{-4 * unit}, {-4 * unit}, kelStatusOk, driver::underflow},
+                  {{5 * unit}, {4 * unit}, kelStatusOk, driver::underflow},
                   {{bits(0x120DD750429B6D)}, {0x1p-1022}}});
 }
 

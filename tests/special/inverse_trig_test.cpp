@@ -10,7 +10,7 @@ namespace {
 using special::any_nan, special::bits, special::default_nan, special::inf;
 constexpr double pi = std::numbers::pi;
 
-/// A number as the member's type rounds it.
+/// A number as the function's type rounds it.
 double rounded(harness::Type type, double x) { return type == harness::Type::f32 ? double(float(x)) : x; }
 
 constexpr harness::Type real_types[] = {harness::Type::f32, harness::Type::f64};
@@ -85,20 +85,20 @@ TEST(InverseTrig, AngleOfAPoint) {
   }
 }
 
-/// Results of a member for all pairs or numbers given.
+/// Results of a function for all pairs or numbers given.
 template <class T>
-std::vector<T> results(const harness::Member& member, const std::vector<T>& y, const std::vector<T>& x) {
+std::vector<T> results(const harness::Function& function, const std::vector<T>& y, const std::vector<T>& x) {
   std::vector<T> result(y.size());
-  subject::library().call(member, {.src1 = y.data(), .src2 = x.data(), .dst1 = result.data(), .len = int(y.size())});
+  driver::library().call(function, {.src1 = y.data(), .src2 = x.data(), .dst1 = result.data(), .len = int(y.size())});
   return result;
 }
 
 /// No result is beyond pi/2 or pi, as floats and doubles have them; A21 and A11 stay below the real numbers. Arc
 /// tangent, arc sine and the angle are odd in their first source.
-template <class T> void check_range_and_symmetry(const harness::Member& member) {
+template <class T> void check_range_and_symmetry(const harness::Function& function) {
   std::mt19937_64 random(1);
   std::uniform_real_distribution<double> unit(-1, 1);
-  const bool any_size = member.family == "Atan" || member.family == "Atan2";
+  const bool any_size = function.family == "Atan" || function.family == "Atan2";
   std::vector<T> y(20011), x(y.size());
   for (std::size_t i = 0; i < y.size(); ++i) {
     y[i] = T(unit(random));
@@ -109,27 +109,27 @@ template <class T> void check_range_and_symmetry(const harness::Member& member) 
   }
   std::vector<T> minus_y = y;
   for (T& v : minus_y) v = -v;
-  const std::vector<T> result = results(member, y, x), mirrored = results(member, minus_y, x);
-  const bool whole = member.family == "Acos" || member.family == "Atan2", odd = member.family != "Acos";
+  const std::vector<T> result = results(function, y, x), mirrored = results(function, minus_y, x);
+  const bool whole = function.family == "Acos" || function.family == "Atan2", odd = function.family != "Acos";
   T most = T(whole ? pi : pi / 2);
-  if (member.is_float() && member.suffix != "A24") most = std::nextafter(most, T(0));
+  if (function.is_float() && function.suffix != "A24") most = std::nextafter(most, T(0));
   int wrong = 0;
   for (std::size_t i = 0; i < y.size() && wrong < 5; ++i) {
     const T least = odd ? -most : T(0);
     const bool of_border = !any_size && std::fabs(y[i]) == 1; // pi and pi/2 rounded, at every accuracy
     if (((result[i] >= least && result[i] <= most) || of_border) && (!odd || mirrored[i] == -result[i])) continue;
     ++wrong;
-    ADD_FAILURE() << member.name << std::hexfloat << " of " << y[i] << ", " << x[i] << " is " << result[i] << ", of "
+    ADD_FAILURE() << function.name << std::hexfloat << " of " << y[i] << ", " << x[i] << " is " << result[i] << ", of "
                   << minus_y[i] << " " << mirrored[i];
   }
 }
 TEST(InverseTrig, RangeAndSymmetry) {
-  for (const harness::Member& member : harness::all_members())
+  for (const harness::Function& function : harness::all_functions())
     for (const char* family : {"Atan", "Atan2", "Asin", "Acos"})
-      if (member.family == family && member.type == harness::Type::f32)
-        check_range_and_symmetry<float>(member);
-      else if (member.family == family && member.type == harness::Type::f64)
-        check_range_and_symmetry<double>(member);
+      if (function.family == family && function.type == harness::Type::f32)
+        check_range_and_symmetry<float>(function);
+      else if (function.family == family && function.type == harness::Type::f64)
+        check_range_and_symmetry<double>(function);
 }
 
 } // namespace

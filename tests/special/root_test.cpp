@@ -106,8 +106,8 @@ TEST(Root, SquareRoots) {
                     {{-inf}, {default_nan}, kelStatusDomain}});
   });
   // Exact at full precision; the ends of the range of x^(3/2); ties.
-  for (const char* member : {"kelsInvSqrt_32f_A24", "kelsInvSqrt_64f_A53"})
-    special::check(member, {{{0.25}, {2.0}}, {{0x1p-100}, {0x1p50}}, {{0x1p-130}, {0x1p65}}});
+  for (const char* function : {"kelsInvSqrt_32f_A24", "kelsInvSqrt_64f_A53"})
+    special::check(function, {{{0.25}, {2.0}}, {{0x1p-100}, {0x1p50}}, {{0x1p-130}, {0x1p65}}});
   special::check("kelsInvSqrt_64f_A53", {{{0x1p-1074}, {0x1p537}}, {{0x1p1022}, {0x1p-511}}});
   special::check("kelsPow3o2_32f_A24", {{{2.25}, {3.375}},
                                         {{0x1p-84}, {0x1p-126}},

@@ -7,7 +7,7 @@
 
 namespace {
 
-using namespace subject;
+using namespace driver;
 using special::any_nan, special::bits, special::default_nan, special::inf;
 
 TEST(Rounding, Rows) {
@@ -69,7 +69,7 @@ double rounded(double x, Direction direction) {
 }
 
 template <class T> void against_integers(const std::string& type) {
-  const harness::Member& any = *harness::find_member("kelsCeil_" + type);
+  const harness::Function& any = *harness::find_function("kelsCeil_" + type);
   std::vector<Element> elements = special_elements(any);
   for (const Element& e : domain_elements(any, 20000)) elements.push_back(e);
   std::erase_if(elements, [&](const Element& e) {
@@ -82,7 +82,7 @@ template <class T> void against_integers(const std::string& type) {
   std::vector<T> x(n), y(n), z(n);
   std::memcpy(x.data(), source.data(), source.size());
   const auto call = [&](const char* family, unsigned mode) {
-    const Subject s(*harness::find_member("kels" + std::string(family) + "_" + type));
+    const Callable s(*harness::find_function("kels" + std::string(family) + "_" + type));
     const Ending ending =
         s.call({x.data(), nullptr, nullptr, y.data(), z.data(), static_cast<int>(n)}, default_csr | mode);
     EXPECT_EQ(ending.status, kelStatusOk);
@@ -127,7 +127,7 @@ TEST(Rounding, AgreesWithIntegerArithmeticInEveryCallersMode) {
 TEST(Rounding, InexactIsRaisedForValuesThatAreNotIntegral) {
   for (const char* family : {"Ceil", "Floor", "Trunc", "Rint", "NearbyInt"})
     for (const char* type : {"_32f", "_64f"}) {
-      const harness::Member& m = *harness::find_member("kels" + std::string(family) + type);
+      const harness::Function& m = *harness::find_function("kels" + std::string(family) + type);
       EXPECT_EQ((special::ask(m, {0.5}).ending.csr & inexact) != 0, std::string_view(family) != "NearbyInt") << m.name;
       EXPECT_EQ(special::ask(m, {8.0}).ending.csr & inexact, 0u) << m.name;
     }
@@ -135,7 +135,7 @@ TEST(Rounding, InexactIsRaisedForValuesThatAreNotIntegral) {
 
 TEST(Rounding, RintFollowsTheCallersFlushMode) {
   constexpr unsigned up_with_daz = 0x4040;
-  const harness::Member& rint = *harness::find_member("kelsRint_64f");
+  const harness::Function& rint = *harness::find_function("kelsRint_64f");
   EXPECT_EQ(special::ask(rint, {bits(1)}, default_csr | up).parts[0], bits_of(false, 1.0));
   EXPECT_EQ(special::ask(rint, {bits(1)}, default_csr | up_with_daz).parts[0], 0u);
 }

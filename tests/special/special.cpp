@@ -7,9 +7,9 @@
 namespace special {
 namespace {
 
-using namespace subject;
+using namespace driver;
 
-Element element_of(const harness::Member& m, const std::vector<Value>& source) {
+Element element_of(const harness::Function& m, const std::vector<Value>& source) {
   Element e{};
   const std::size_t places =
       (m.complex_source() ? 2u : 1u) * (m.sources() == 2 || m.shape == harness::Shape::ScalarPower ? 2u : 1u);
@@ -20,7 +20,7 @@ Element element_of(const harness::Member& m, const std::vector<Value>& source) {
   return e;
 }
 
-std::vector<std::uint64_t> parts_of(const harness::Member& m, const void* dst1, const void* dst2) {
+std::vector<std::uint64_t> parts_of(const harness::Function& m, const void* dst1, const void* dst2) {
   std::vector<std::uint64_t> parts;
   for (int d = 0; d < m.destinations(); ++d)
     for (std::size_t p = 0; p < m.destination_size(); p += m.part_size()) {
@@ -31,7 +31,7 @@ std::vector<std::uint64_t> parts_of(const harness::Member& m, const void* dst1, 
   return parts;
 }
 
-testing::AssertionResult matches(const harness::Member& m, const Row& row, const std::vector<std::uint64_t>& parts) {
+testing::AssertionResult matches(const harness::Function& m, const Row& row, const std::vector<std::uint64_t>& parts) {
   if (row.result.size() != parts.size())
     return testing::AssertionFailure() << m.name << ": the row has a wrong number of results";
   for (std::size_t i = 0; i < parts.size(); ++i)
@@ -45,20 +45,20 @@ testing::AssertionResult matches(const harness::Member& m, const Row& row, const
 }
 
 /// An ordinary element to stand beside a row's.
-Element neighbour_of(const Subject& s, const Element& row) {
+Element neighbour_of(const Callable& s, const Element& row) {
   for (double x : {0.5, 1.5, 0.25, 2.25}) {
-    Element e{bits_of(s.member.is_float(), x), bits_of(s.member.is_float(), x / 4), bits_of(s.member.is_float(), x),
-              bits_of(s.member.is_float(), -x)};
-    if (s.member.shape == harness::Shape::ScalarPower) std::copy(row.begin() + 2, row.end(), e.begin() + 2);
+    Element e{bits_of(s.function.is_float(), x), bits_of(s.function.is_float(), x / 4),
+              bits_of(s.function.is_float(), x), bits_of(s.function.is_float(), -x)};
+    if (s.function.shape == harness::Shape::ScalarPower) std::copy(row.begin() + 2, row.end(), e.begin() + 2);
     const Strip strip = alone(s, {e});
     if (strip.status[0] == kelStatusOk && strip.flags[0] == 0) return e;
   }
   throw std::logic_error("no ordinary element for " + s.name());
 }
 
-void check_row(const harness::Member& m, const Row& row) {
+void check_row(const harness::Function& m, const Row& row) {
   const Element element = element_of(m, row.source);
-  const Subject s(m, element);
+  const Callable s(m, element);
   const Strip strip = alone(s, {element, neighbour_of(s, element)});
   const auto at = [](const Bytes& b) { return b.empty() ? nullptr : b.data(); };
   EXPECT_TRUE(matches(m, row, parts_of(m, at(strip.destination[0]), at(strip.destination[1]))));
@@ -118,24 +118,24 @@ std::string Value::text(bool is_float) const {
   return out.str();
 }
 
-Answer ask(const harness::Member& m, const std::vector<Value>& source, unsigned csr) {
+Answer ask(const harness::Function& m, const std::vector<Value>& source, unsigned csr) {
   const Element element = element_of(m, source);
-  const Subject s(m, element);
+  const Callable s(m, element);
   const Bytes x = packed(m, 0, {element}), y = packed(m, 1, {element});
   std::uint64_t dst1[2] = {}, dst2[2] = {};
   const Ending ending = s.call({x.data(), y.data(), nullptr, dst1, dst2, 1}, csr);
   return {parts_of(m, dst1, dst2), ending};
 }
 
-void check(std::string_view member, const std::vector<Row>& rows) {
-  const harness::Member* m = harness::find_member(member);
-  ASSERT_NE(m, nullptr) << "no member " << member;
+void check(std::string_view function, const std::vector<Row>& rows) {
+  const harness::Function* m = harness::find_function(function);
+  ASSERT_NE(m, nullptr) << "no function " << function;
   for (const Row& row : rows) check_row(*m, row);
 }
 
 void check(std::string_view family, harness::Type type, const std::vector<Row>& rows) {
   bool found = false;
-  for (const harness::Member& m : harness::all_members())
+  for (const harness::Function& m : harness::all_functions())
     if (m.family == family && m.type == type) {
       found = true;
       check(m.name, rows);

@@ -7,20 +7,20 @@
 //       {{bits(0x7FF0000000000001)}, {any_nan}},
 //   });
 //
-// checks every member of a family and type (or the one named in full): each row alone, and as the first, a middle
+// checks every function of a family and type (or the one named in full): each row alone, and as the first, a middle
 // and the last element of a long array between ordinary ones, in place and out of place; its result bit for bit, the
 // status, and that it raises the flag of its code and none of the other three (invalid, divide-by-zero, overflow,
 // underflow).
 #pragma once
 
-#include "subject.hpp"
+#include "driver.hpp"
 
 #include <initializer_list>
 #include <limits>
 
 namespace special {
 
-/// A number in the member's part type (a double literal must be exact there), its bits, or some NaN.
+/// A number in the function's part type (a double literal must be exact there), its bits, or some NaN.
 class Value {
 public:
   enum Kind { number, pattern, quiet_nan, processor_nan };
@@ -52,17 +52,17 @@ inline constexpr unsigned as_status = ~0u;
 struct Row {
   std::vector<Value> source, result;
   kelStatus status = kelStatusOk;
-  unsigned flags = as_status; // else a sum of subject::Flag, without inexact
+  unsigned flags = as_status; // else a sum of driver::Flag, without inexact
 };
 
-/// One element of a member, called alone with the given control word.
+/// One element of a function, called alone with the given control word.
 struct Answer {
   std::vector<std::uint64_t> parts;
-  subject::Ending ending;
+  driver::Ending ending;
 };
-Answer ask(const harness::Member& member, const std::vector<Value>& source, unsigned csr = subject::default_csr);
+Answer ask(const harness::Function& function, const std::vector<Value>& source, unsigned csr = driver::default_csr);
 
-void check(std::string_view member, const std::vector<Row>& rows);
+void check(std::string_view function, const std::vector<Row>& rows);
 void check(std::string_view family, harness::Type type, const std::vector<Row>& rows);
 /// Both real types.
 void check_real(std::string_view family, const std::vector<Row>& rows);

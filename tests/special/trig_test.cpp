@@ -1,5 +1,5 @@
 // Circular functions: the arithmetic that fixes the bits of sine and cosine, transcribed for one element, with tables
-// and the reduction of large arguments from MPFR; and the special rows of all members.
+// and the reduction of large arguments from MPFR; and the special rows of all functions.
 #include "special.hpp"
 
 #include <bit>
@@ -152,9 +152,9 @@ template <class T> std::vector<T> arguments(double limit, int large) {
 
 template <class T> std::vector<T> results(std::string_view name, const std::vector<T>& x, std::vector<T>* second) {
   std::vector<T> y(2 * x.size()), other(x.size());
-  const harness::Member& member = *harness::find_member(name);
-  subject::library().call(
-      member, {.src1 = x.data(), .dst1 = y.data(), .dst2 = second ? other.data() : nullptr, .len = int(x.size())});
+  const harness::Function& function = *harness::find_function(name);
+  driver::library().call(
+      function, {.src1 = x.data(), .dst1 = y.data(), .dst2 = second ? other.data() : nullptr, .len = int(x.size())});
   if (second) *second = other;
   return y;
 }

@@ -1,5 +1,5 @@
+#include "driver.hpp"
 #include "kelvm/version.h"
-#include "subject.hpp"
 
 #include <cstddef>
 #include <cstring>
@@ -7,8 +7,8 @@
 namespace {
 
 TEST(Version, NamesTheBuild) {
-  const std::string build = subject::tested_build();
-  const auto version = reinterpret_cast<const VersionRecord* (*)()>(subject::library().symbol("kelvmGetLibVersion"));
+  const std::string build = driver::tested_build();
+  const auto version = reinterpret_cast<const VersionRecord* (*)()>(driver::library().symbol("kelvmGetLibVersion"));
   ASSERT_NE(version, nullptr);
   const VersionRecord* record = version();
   ASSERT_NE(record, nullptr);

@@ -66,7 +66,7 @@ template <class Call> double time_of(std::size_t n, Call call) {
 
 /// The largest error in ulps of the exact results.
 double largest_error(const char* name, const std::vector<double>& x, const std::vector<double>& y, std::size_t n) {
-  reference::Exact exact(*harness::find_member(name));
+  reference::Exact exact(*harness::find_function(name));
   mpfr_t error;
   mpfr_init2(error, reference::Exact::precision);
   double worst = 0;

@@ -1,5 +1,5 @@
-// One member of the library under test, called with the floating-point state under control, and what its elements give
-// one at a time: the ground on which the contract, identity and special tests stand.
+// One function of the library under test, called with the floating-point state under control, and what its elements
+// give one at a time: the ground on which the contract, identity and special tests stand.
 #pragma once
 
 #include "elements.hpp"
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace subject {
+namespace driver {
 
 /// The build under test (sse41, avx2, avx512): KELVM_TESTED_BUILD of the environment, else that of the build tree.
 std::string tested_build();
@@ -31,29 +31,29 @@ struct Ending {
   unsigned flags() const { return csr & honest_flags; }
 };
 
-class Subject {
+class Callable {
 public:
-  /// `scalar`: which of a ScalarPower member's exponents (0 to scalars - 1).
-  explicit Subject(const harness::Member& member, int scalar = 0);
-  Subject(const harness::Member& member, const Element& with_scalar); // the exponent in parts 2 and 3
+  /// `scalar`: which of a ScalarPower function's exponents (0 to scalars - 1).
+  explicit Callable(const harness::Function& function, int scalar = 0);
+  Callable(const harness::Function& function, const Element& with_scalar); // the exponent in parts 2 and 3
 
   static constexpr int scalars = 5;
 
-  harness::Member member;
-  /// The member's name without its prefix, followed by the exponent's number.
+  harness::Function function;
+  /// The function's name without its prefix, followed by the exponent's number.
   std::string name() const;
-  /// Calls the member with MXCSR set to `csr`, and puts the word found back.
+  /// Calls the function with MXCSR set to `csr`, and puts the word found back.
   Ending call(harness::Arguments arguments, unsigned csr = default_csr) const;
 
 private:
   std::string name_;
   Bytes exponent_;
-  void* function_;
+  void* address_;
 };
 
-/// All members, the ScalarPower ones once an exponent.
-std::vector<Subject> subjects();
-std::ostream& operator<<(std::ostream& out, const Subject& s);
+/// All functions, the ScalarPower ones once an exponent.
+std::vector<Callable> callables();
+std::ostream& operator<<(std::ostream& out, const Callable& s);
 
 /// Elements in a row, and beside each what it gives when it is the only one of a call.
 struct Strip {
@@ -63,28 +63,28 @@ struct Strip {
   std::vector<unsigned> flags;
 };
 
-Strip alone(const Subject& subject, const std::vector<Element>& elements, unsigned csr = default_csr);
+Strip alone(const Callable& callable, const std::vector<Element>& elements, unsigned csr = default_csr);
 /// The strip's elements of those indices, in their order, repeated until there are `count`.
-Strip pick(const Subject& subject, const Strip& from, const std::vector<int>& indices, int count);
+Strip pick(const Callable& callable, const Strip& from, const std::vector<int>& indices, int count);
 
 /// Whether a call on elements [from, from + len) of the strip, whose results are in dst1 and dst2, ended as its
 /// elements do alone: all bits, the status of the last exceptional one, all flags that they raise and none that they do
 /// not earn.
-testing::AssertionResult as_alone(const Subject& subject, const Strip& strip, int from, int len, const Ending& ending,
+testing::AssertionResult as_alone(const Callable& callable, const Strip& strip, int from, int len, const Ending& ending,
                                   const void* dst1, const void* dst2);
 /// Makes that call, out of place, and also looks for writes outside the destinations.
-testing::AssertionResult as_alone(const Subject& subject, const Strip& strip, int from, int len,
+testing::AssertionResult as_alone(const Callable& callable, const Strip& strip, int from, int len,
                                   unsigned csr = default_csr);
 
-/// A member's elements for the contract tests, computed once.
+/// A function's elements for the contract tests, computed once.
 struct Sample {
   Strip all;
   std::vector<int> ordinary; // finite arguments and results, no warning, no flag
   Strip mixed, plain;        // 220 elements: of all kinds; ordinary ones
 };
-const Sample& sample_of(const Subject& subject);
+const Sample& sample_of(const Callable& callable);
 
 /// Part `i` of the element, as bits.
 std::uint64_t part_of(const Bytes& array, std::size_t part_size, std::size_t i);
 
-} // namespace subject
+} // namespace driver

@@ -1,5 +1,5 @@
-// The members list at run time, and members called by name in a library opened by path, so that one program can compare
-// the three builds.
+// The functions list at run time, and functions called by name in a library opened by path, so that one program can
+// compare the three builds.
 #pragma once
 
 #include "kelvm/types.h"
@@ -17,7 +17,7 @@ enum class Type { f32, f64, c32, c64 };
 enum class Shape { Unary, Binary, ScalarPower, TwoOutputs, RealToComplex, ComplexToReal };
 enum class Order { CountFirst, PointersFirst };
 
-struct Member {
+struct Function {
   std::string_view name, family, suffix; // suffix "exact" where the name has none
   Type type;                             // as in the name: CIS_32fc is c32 although its sources are floats
   Shape shape;
@@ -31,16 +31,16 @@ struct Member {
   std::size_t part_size() const { return is_float() ? 4 : 8; }
   std::size_t source_size() const { return part_size() * (complex_source() ? 2 : 1); } // bytes an element
   std::size_t destination_size() const { return part_size() * (complex_destination() ? 2 : 1); }
-  /// The number of correct bits that the suffix promises; 24 or 53 for exact members.
+  /// The number of correct bits that the suffix promises; 24 or 53 for exact functions.
   int suffix_bits() const;
 };
 
-/// Every member, in list order.
-std::span<const Member> all_members();
-/// The member of that name, or null.
-const Member* find_member(std::string_view name);
+/// Every function, in list order.
+std::span<const Function> all_functions();
+/// The function of that name, or null.
+const Function* find_function(std::string_view name);
 
-/// The arrays of one call, untyped. `scalar` points to the exponent of a ScalarPower member: one element.
+/// The arrays of one call, untyped. `scalar` points to the exponent of a ScalarPower function: one element.
 struct Arguments {
   const void* src1 = nullptr;
   const void* src2 = nullptr;
@@ -56,9 +56,9 @@ public:
   explicit Library(const std::string& path);
   /// The address of an exported name, or null.
   void* symbol(const char* name) const;
-  /// The address of a member. Throws std::runtime_error where the library lacks it.
-  void* address(const Member& member) const;
-  kelStatus call(const Member& member, const Arguments& arguments) const;
+  /// The address of a function. Throws std::runtime_error where the library lacks it.
+  void* address(const Function& function) const;
+  kelStatus call(const Function& function, const Arguments& arguments) const;
   const std::string& path() const { return path_; }
 
 private:
@@ -66,8 +66,8 @@ private:
   std::shared_ptr<void> handle_;
 };
 
-/// Calls the member that lies at an address.
-kelStatus call_at(void* function, const Member& member, const Arguments& arguments);
+/// Calls the function that lies at an address.
+kelStatus call_at(void* address, const Function& function, const Arguments& arguments);
 
 /// Whether this processor can run the build of that directory name (sse41, avx2, avx512).
 bool processor_runs(std::string_view build);

@@ -6,10 +6,10 @@
 #include <bit>
 #include <cstring>
 
-namespace subject {
+namespace driver {
 namespace {
 
-// Positive numbers at which some member's formula, status or result changes, and a spread of magnitudes.
+// Positive numbers at which some function's formula, status or result changes, and a spread of magnitudes.
 constexpr double thresholds[] = {
     0x1p-252,
     0x1p-149,
@@ -153,15 +153,15 @@ bool is_tiny(bool is_float, std::uint64_t bits) {
   return (bits & ~f.sign) <= (f.quiet << 1) + (f.quiet >> 9);
 }
 
-std::vector<int> places_of(const harness::Member& member) {
-  const bool pairs = member.complex_source(), two = member.sources() == 2;
+std::vector<int> places_of(const harness::Function& function) {
+  const bool pairs = function.complex_source(), two = function.sources() == 2;
   return pairs ? (two ? std::vector{0, 1, 2, 3} : std::vector{0, 1}) : (two ? std::vector{0, 2} : std::vector{0});
 }
 
-std::vector<Element> special_elements(const harness::Member& member) {
-  const std::vector<std::uint64_t> many = with_ends(member.is_float(), thresholds, true);
-  const std::vector<std::uint64_t> some = with_ends(member.is_float(), few, false);
-  const std::vector<int> places = places_of(member);
+std::vector<Element> special_elements(const harness::Function& function) {
+  const std::vector<std::uint64_t> many = with_ends(function.is_float(), thresholds, true);
+  const std::vector<std::uint64_t> some = with_ends(function.is_float(), few, false);
+  const std::vector<int> places = places_of(function);
   std::vector<Element> elements;
   if (places.size() == 1) {
     for (std::uint64_t b : many) elements.push_back({b});
@@ -187,27 +187,28 @@ std::vector<Element> special_elements(const harness::Member& member) {
   return elements;
 }
 
-std::vector<Element> domain_elements(const harness::Member& member, int count) {
+std::vector<Element> domain_elements(const harness::Function& function, int count) {
   accuracy::Random random{29};
   std::vector<reference::Arguments> arguments(count);
-  const accuracy::Inputs inputs(member, {}, {});
+  const accuracy::Inputs inputs(function, {}, {});
   inputs.fill(random, inputs.steps(), arguments);
   std::vector<Element> elements(count, Element{});
   for (int i = 0; i < count; ++i)
-    for (int place = 0; place < 4; ++place) elements[i][place] = bits_of(member.is_float(), arguments[i].parts[place]);
+    for (int place = 0; place < 4; ++place)
+      elements[i][place] = bits_of(function.is_float(), arguments[i].parts[place]);
   return elements;
 }
 
-std::vector<Element> random_elements(const harness::Member& member, int count) {
+std::vector<Element> random_elements(const harness::Function& function, int count) {
   accuracy::Random random{43};
   std::vector<Element> elements(count, Element{});
   for (Element& e : elements)
-    for (std::uint64_t& part : e) part = member.is_float() ? random.next() >> 32 : random.next();
+    for (std::uint64_t& part : e) part = function.is_float() ? random.next() >> 32 : random.next();
   return elements;
 }
 
-Bytes packed(const harness::Member& member, int source, const std::vector<Element>& elements) {
-  const std::size_t part = member.part_size(), size = member.source_size();
+Bytes packed(const harness::Function& function, int source, const std::vector<Element>& elements) {
+  const std::size_t part = function.part_size(), size = function.source_size();
   Bytes bytes(elements.size() * size);
   for (std::size_t i = 0; i < elements.size(); ++i)
     for (std::size_t p = 0; p < size / part; ++p)
@@ -215,4 +216,4 @@ Bytes packed(const harness::Member& member, int source, const std::vector<Elemen
   return bytes;
 }
 
-} // namespace subject
+} // namespace driver

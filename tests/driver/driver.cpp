@@ -1,4 +1,4 @@
-#include "subject.hpp"
+#include "driver.hpp"
 
 #include <algorithm>
 #include <cstdlib>
@@ -10,19 +10,19 @@
 #include <sstream>
 #include <stdexcept>
 
-namespace subject {
+namespace driver {
 namespace {
 
-constexpr double exponents[Subject::scalars][2] = {{2, 0}, {-0.5, 0.25}, {1.0 / 3, 0}, {-3, -1}, {0, 0}};
+constexpr double exponents[Callable::scalars][2] = {{2, 0}, {-0.5, 0.25}, {1.0 / 3, 0}, {-3, -1}, {0, 0}};
 
-Element exponent_number(const harness::Member& member, int i) {
-  return {0, 0, bits_of(member.is_float(), exponents[i][0]), bits_of(member.is_float(), exponents[i][1])};
+Element exponent_number(const harness::Function& function, int i) {
+  return {0, 0, bits_of(function.is_float(), exponents[i][0]), bits_of(function.is_float(), exponents[i][1])};
 }
 
-Ending call_at(void* function, const harness::Member& member, const harness::Arguments& arguments, unsigned csr) {
+Ending call_at(void* address, const harness::Function& function, const harness::Arguments& arguments, unsigned csr) {
   const unsigned found = _mm_getcsr();
   _mm_setcsr(csr);
-  const kelStatus status = harness::call_at(function, member, arguments);
+  const kelStatus status = harness::call_at(address, function, arguments);
   const Ending ending{status, _mm_getcsr()};
   _mm_setcsr(found);
   return ending;
@@ -32,12 +32,12 @@ const unsigned char* at(const Bytes& array, std::size_t offset) {
   return array.empty() ? nullptr : array.data() + offset;
 }
 
-std::string element_text(const Subject& s, const Strip& strip, int i) {
+std::string element_text(const Callable& s, const Strip& strip, int i) {
   std::ostringstream text;
   text << std::hex;
-  for (int source = 0; source < s.member.sources(); ++source)
-    for (std::size_t p = 0, n = s.member.source_size() / s.member.part_size(); p < n; ++p)
-      text << " 0x" << part_of(strip.source[source], s.member.part_size(), i * n + p);
+  for (int source = 0; source < s.function.sources(); ++source)
+    for (std::size_t p = 0, n = s.function.source_size() / s.function.part_size(); p < n; ++p)
+      text << " 0x" << part_of(strip.source[source], s.function.part_size(), i * n + p);
   return text.str();
 }
 
@@ -52,16 +52,16 @@ std::string hex(const void* bytes, std::size_t part, std::size_t size) {
   return text.str();
 }
 
-template <class Test> bool all_parts(const Subject& s, const Strip& strip, int i, Test test) {
+template <class Test> bool all_parts(const Callable& s, const Strip& strip, int i, Test test) {
   const auto holds = [&](const Bytes& array, std::size_t size) {
-    const std::size_t part = s.member.part_size(), n = size / part;
+    const std::size_t part = s.function.part_size(), n = size / part;
     for (std::size_t p = 0; p < n; ++p)
       if (!array.empty() && !test(part_of(array, part, i * n + p))) return false;
     return true;
   };
-  return holds(strip.source[0], s.member.source_size()) && holds(strip.source[1], s.member.source_size()) &&
-         holds(strip.destination[0], s.member.destination_size()) &&
-         holds(strip.destination[1], s.member.destination_size());
+  return holds(strip.source[0], s.function.source_size()) && holds(strip.source[1], s.function.source_size()) &&
+         holds(strip.destination[0], s.function.destination_size()) &&
+         holds(strip.destination[1], s.function.destination_size());
 }
 
 } // namespace
@@ -106,28 +106,28 @@ std::string flag_names(unsigned flags) {
   return names.empty() ? " none" : names;
 }
 
-Subject::Subject(const harness::Member& m, int scalar) : Subject(m, exponent_number(m, scalar)) {
+Callable::Callable(const harness::Function& m, int scalar) : Callable(m, exponent_number(m, scalar)) {
   if (m.shape == harness::Shape::ScalarPower) name_ += "_exponent" + std::to_string(scalar);
 }
 
-Subject::Subject(const harness::Member& m, const Element& with_scalar)
-    : member(m), name_(m.name.substr(4)), exponent_(packed(m, 1, {with_scalar})), function_(library().address(m)) {}
+Callable::Callable(const harness::Function& m, const Element& with_scalar)
+    : function(m), name_(m.name.substr(4)), exponent_(packed(m, 1, {with_scalar})), address_(library().address(m)) {}
 
-std::string Subject::name() const { return name_; }
+std::string Callable::name() const { return name_; }
 
-Ending Subject::call(harness::Arguments arguments, unsigned csr) const {
+Ending Callable::call(harness::Arguments arguments, unsigned csr) const {
   arguments.scalar = exponent_.data();
-  return call_at(function_, member, arguments, csr);
+  return call_at(address_, function, arguments, csr);
 }
 
-std::vector<Subject> subjects() {
-  std::vector<Subject> list;
-  for (const harness::Member& m : harness::all_members())
-    for (int i = 0; i < (m.shape == harness::Shape::ScalarPower ? Subject::scalars : 1); ++i) list.emplace_back(m, i);
+std::vector<Callable> callables() {
+  std::vector<Callable> list;
+  for (const harness::Function& m : harness::all_functions())
+    for (int i = 0; i < (m.shape == harness::Shape::ScalarPower ? Callable::scalars : 1); ++i) list.emplace_back(m, i);
   return list;
 }
 
-std::ostream& operator<<(std::ostream& out, const Subject& s) { return out << s.name(); }
+std::ostream& operator<<(std::ostream& out, const Callable& s) { return out << s.name(); }
 
 std::uint64_t part_of(const Bytes& array, std::size_t part_size, std::size_t i) {
   std::uint64_t bits = 0;
@@ -135,8 +135,8 @@ std::uint64_t part_of(const Bytes& array, std::size_t part_size, std::size_t i) 
   return bits;
 }
 
-Strip alone(const Subject& s, const std::vector<Element>& elements, unsigned csr) {
-  const harness::Member& m = s.member;
+Strip alone(const Callable& s, const std::vector<Element>& elements, unsigned csr) {
+  const harness::Function& m = s.function;
   const std::size_t size = m.destination_size();
   Strip strip;
   strip.count = static_cast<int>(elements.size());
@@ -154,7 +154,7 @@ Strip alone(const Subject& s, const std::vector<Element>& elements, unsigned csr
   return strip;
 }
 
-Strip pick(const Subject& s, const Strip& from, const std::vector<int>& indices, int count) {
+Strip pick(const Callable& s, const Strip& from, const std::vector<int>& indices, int count) {
   Strip strip;
   strip.count = count;
   const auto append = [](Bytes& to, const Bytes& of, std::size_t size, int i) {
@@ -163,8 +163,8 @@ Strip pick(const Subject& s, const Strip& from, const std::vector<int>& indices,
   for (int k = 0; k < count; ++k) {
     const int i = indices[k % indices.size()];
     for (int a = 0; a < 2; ++a) {
-      append(strip.source[a], from.source[a], s.member.source_size(), i);
-      append(strip.destination[a], from.destination[a], s.member.destination_size(), i);
+      append(strip.source[a], from.source[a], s.function.source_size(), i);
+      append(strip.destination[a], from.destination[a], s.function.destination_size(), i);
     }
     strip.status.push_back(from.status[i]);
     strip.flags.push_back(from.flags[i]);
@@ -172,11 +172,11 @@ Strip pick(const Subject& s, const Strip& from, const std::vector<int>& indices,
   return strip;
 }
 
-testing::AssertionResult as_alone(const Subject& s, const Strip& strip, int from, int len, const Ending& ending,
+testing::AssertionResult as_alone(const Callable& s, const Strip& strip, int from, int len, const Ending& ending,
                                   const void* dst1, const void* dst2) {
-  const std::size_t size = s.member.destination_size();
+  const std::size_t size = s.function.destination_size();
   const void* results[2] = {dst1, dst2};
-  for (int d = 0; d < s.member.destinations(); ++d) {
+  for (int d = 0; d < s.function.destinations(); ++d) {
     const auto* got = static_cast<const unsigned char*>(results[d]);
     const unsigned char* expected = at(strip.destination[d], from * size);
     if (std::memcmp(got, expected, len * size) == 0) continue;
@@ -185,8 +185,8 @@ testing::AssertionResult as_alone(const Subject& s, const Strip& strip, int from
     return testing::AssertionFailure() << s.name() << ": element " << i << " of " << len << " (" << from
                                        << " in its strip), source" << element_text(s, strip, from + i)
                                        << ": destination " << d + 1 << " is "
-                                       << hex(got + i * size, s.member.part_size(), size) << ", alone "
-                                       << hex(expected + i * size, s.member.part_size(), size);
+                                       << hex(got + i * size, s.function.part_size(), size) << ", alone "
+                                       << hex(expected + i * size, s.function.part_size(), size);
   }
   kelStatus status = kelStatusOk;
   unsigned raised_alone = 0, earned = 0;
@@ -205,13 +205,13 @@ testing::AssertionResult as_alone(const Subject& s, const Strip& strip, int from
   return testing::AssertionSuccess();
 }
 
-testing::AssertionResult as_alone(const Subject& s, const Strip& strip, int from, int len, unsigned csr) {
+testing::AssertionResult as_alone(const Callable& s, const Strip& strip, int from, int len, unsigned csr) {
   constexpr std::size_t margin = 128;
   constexpr unsigned char untouched = 0xA5;
   thread_local Bytes arrays[2];
-  const std::size_t bytes = len * s.member.destination_size();
+  const std::size_t bytes = len * s.function.destination_size();
   for (Bytes& a : arrays) a.assign(bytes + 2 * margin, untouched);
-  const std::size_t offset = from * s.member.source_size();
+  const std::size_t offset = from * s.function.source_size();
   const Ending ending = s.call(
       {at(strip.source[0], offset), at(strip.source[1], offset), nullptr, &arrays[0][margin], &arrays[1][margin], len},
       csr);
@@ -222,7 +222,7 @@ testing::AssertionResult as_alone(const Subject& s, const Strip& strip, int from
   return as_alone(s, strip, from, len, ending, &arrays[0][margin], &arrays[1][margin]);
 }
 
-const Sample& sample_of(const Subject& s) {
+const Sample& sample_of(const Callable& s) {
   static std::mutex mutex;
   static std::map<std::string, Sample> samples;
   const std::lock_guard lock(mutex);
@@ -230,15 +230,16 @@ const Sample& sample_of(const Subject& s) {
   Sample& sample = place->second;
   if (!is_new) return sample;
 
-  std::vector<Element> elements = special_elements(s.member);
-  for (const Element& e : domain_elements(s.member, 3000)) elements.push_back(e);
+  std::vector<Element> elements = special_elements(s.function);
+  for (const Element& e : domain_elements(s.function, 3000)) elements.push_back(e);
   std::shuffle(elements.begin(), elements.end(), std::minstd_rand(7));
   sample.all = alone(s, elements);
   std::vector<int> everything(elements.size());
   for (int i = 0; i < sample.all.count; ++i) {
     everything[i] = i;
-    const bool ordinary = sample.all.status[i] == kelStatusOk && sample.all.flags[i] == 0 &&
-                          all_parts(s, sample.all, i, [&](auto bits) { return is_finite(s.member.is_float(), bits); });
+    const bool ordinary =
+        sample.all.status[i] == kelStatusOk && sample.all.flags[i] == 0 &&
+        all_parts(s, sample.all, i, [&](auto bits) { return is_finite(s.function.is_float(), bits); });
     if (ordinary) sample.ordinary.push_back(i);
   }
   if (sample.ordinary.empty()) throw std::logic_error("no ordinary elements for " + s.name());
@@ -247,4 +248,4 @@ const Sample& sample_of(const Subject& s) {
   return sample;
 }
 
-} // namespace subject
+} // namespace driver
