@@ -141,6 +141,7 @@ std::vector<std::uint64_t> with_ends(bool is_float, const double (&numbers)[N], 
 std::uint64_t bits_of(bool is_float, double x) {
   return is_float ? std::bit_cast<std::uint32_t>(static_cast<float>(x)) : std::bit_cast<std::uint64_t>(x);
 }
+double rounded(bool is_float, double x) { return is_float ? static_cast<double>(static_cast<float>(x)) : x; }
 bool is_finite(bool is_float, std::uint64_t bits) {
   return (bits & format(is_float).infinity) != format(is_float).infinity;
 }

@@ -17,6 +17,8 @@ using Element = std::array<std::uint64_t, 4>;
 
 /// The bits of a number in a function's part type.
 std::uint64_t bits_of(bool is_float, double x);
+/// A number as the part type holds it.
+double rounded(bool is_float, double x);
 bool is_nan(bool is_float, std::uint64_t bits);
 bool is_signalling(bool is_float, std::uint64_t bits);
 bool is_finite(bool is_float, std::uint64_t bits);

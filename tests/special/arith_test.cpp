@@ -64,26 +64,4 @@ TEST(Arithmetic, IsTheIeeeOperationInTheCallersMode) {
   }
 }
 
-TEST(Arithmetic, Flags) {
-  using special::bits, special::default_nan, special::inf;
-  special::check_real("Add",
-                      {{{inf, -inf}, {default_nan}, kelStatusOk, invalid}, {{inf, 1.0}, {inf}}, {{-0.0, 0.0}, {0.0}}});
-  special::check_real("Sub", {{{inf, inf}, {default_nan}, kelStatusOk, invalid}, {{1.0, 1.0}, {0.0}}});
-  special::check_real("Mul", {{{inf, 0.0}, {default_nan}, kelStatusOk, invalid}, {{-0.0, 2.0}, {-0.0}}});
-  special::check("kelsSqr_64f_A53",
-                 {{{0x1p600}, {inf}, kelStatusOk, overflow}, {{0x1p-600}, {0.0}, kelStatusOk, underflow}});
-  special::check("kelsMul_32f_A24", {{{0x1p100, -0x1p100}, {-inf}, kelStatusOk, overflow}});
-  special::check("kelsAdd_64f_A53",
-                 {{{bits(0x7FF0000000000001), 1.0}, {bits(0x7FF8000000000001)}, kelStatusOk, invalid}});
-  special::check("kelsAbs_32f_A24", {{{-0.0}, {0.0}},
-                                     {{bits(0xFFC01234)}, {bits(0xFFC01234)}},
-                                     {{bits(0xFF801234)}, {bits(0xFFC01234)}, kelStatusOk, invalid},
-                                     {{-inf}, {inf}},
-                                     {{bits(0x80000001)}, {bits(1)}}});
-  special::check("kelsAbs_64f_A53", {{{-0.0}, {0.0}},
-                                     {{bits(0xFFF8000000000007)}, {bits(0xFFF8000000000007)}},
-                                     {{bits(0xFFF0000000000007)}, {bits(0xFFF8000000000007)}, kelStatusOk, invalid},
-                                     {{-2.5}, {2.5}}});
-}
-
 } // namespace

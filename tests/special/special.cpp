@@ -56,6 +56,8 @@ Element neighbour_of(const Callable& s, const Element& row) {
   throw std::logic_error("no ordinary element for " + s.name());
 }
 
+} // namespace
+
 void check_row(const harness::Function& m, const Row& row) {
   const Element element = element_of(m, row.source);
   const Callable s(m, element);
@@ -83,8 +85,6 @@ void check_row(const harness::Function& m, const Row& row) {
     EXPECT_TRUE(as_alone(s, array, 0, len, ending, in_place.data(), other.data())) << name.str() << " in place";
   }
 }
-
-} // namespace
 
 std::uint64_t Value::as_bits(bool is_float) const {
   switch (kind_) {
@@ -125,27 +125,6 @@ Answer ask(const harness::Function& m, const std::vector<Value>& source, unsigne
   std::uint64_t dst1[2] = {}, dst2[2] = {};
   const Ending ending = s.call({x.data(), y.data(), nullptr, dst1, dst2, 1}, csr);
   return {parts_of(m, dst1, dst2), ending};
-}
-
-void check(std::string_view function, const std::vector<Row>& rows) {
-  const harness::Function* m = harness::find_function(function);
-  ASSERT_NE(m, nullptr) << "no function " << function;
-  for (const Row& row : rows) check_row(*m, row);
-}
-
-void check(std::string_view family, harness::Type type, const std::vector<Row>& rows) {
-  bool found = false;
-  for (const harness::Function& m : harness::all_functions())
-    if (m.family == family && m.type == type) {
-      found = true;
-      check(m.name, rows);
-    }
-  ASSERT_TRUE(found) << "no family " << family;
-}
-
-void check_real(std::string_view family, const std::vector<Row>& rows) {
-  check(family, harness::Type::f32, rows);
-  check(family, harness::Type::f64, rows);
 }
 
 } // namespace special

@@ -1,16 +1,6 @@
-// Tables of special results, one row an element:
-//
-//   special::check("Ln", harness::Type::f64, {
-//       {{0.0}, {-inf}, kelStatusSingularity},
-//       {{1.0}, {0.0}},
-//       {{-1.0}, {default_nan}, kelStatusDomain},
-//       {{bits(0x7FF0000000000001)}, {any_nan}},
-//   });
-//
-// checks every function of a family and type (or the one named in full): each row alone, and as the first, a middle
-// and the last element of a long array between ordinary ones, in place and out of place; its result bit for bit, the
-// status, and that it raises the flag of its code and none of the other three (invalid, divide-by-zero, overflow,
-// underflow).
+// Checks of rows: the result that an element must have, bit for bit, its status, and that it raises the flag of its
+// code and none of the other three (invalid, divide-by-zero, overflow, underflow); alone, and as the first, a middle
+// and the last element of a long array between ordinary ones, in place and out of place.
 #pragma once
 
 #include "driver.hpp"
@@ -62,9 +52,6 @@ struct Answer {
 };
 Answer ask(const harness::Function& function, const std::vector<Value>& source, unsigned csr = driver::default_csr);
 
-void check(std::string_view function, const std::vector<Row>& rows);
-void check(std::string_view family, harness::Type type, const std::vector<Row>& rows);
-/// Both real types.
-void check_real(std::string_view family, const std::vector<Row>& rows);
+void check_row(const harness::Function& function, const Row& row);
 
 } // namespace special
