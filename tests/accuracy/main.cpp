@@ -3,12 +3,15 @@
 #include "measure.hpp"
 
 #include <algorithm>
+#include <bit>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
+#include <functional>
+#include <map>
+#include <numeric>
 #include <stdexcept>
 
 namespace {
@@ -19,6 +22,8 @@ constexpr const char* usage = R"(usage: kelvm-accuracy [options] --function NAME
   --function NAME      measure this function; may be given several times
   --family NAME      every function of a family
   --all              every function
+  --exhaustive       all 2^32 inputs, NaNs included, of float functions with one real source; statuses are not looked at
+  --from A --to B    first and last of them as bit patterns
   --points N         random elements a function (default 1000000), beside a few thousand steps that meet every table row
   --range LO:HI      only first sources in this range
   --range2 LO:HI     the same for the second source
@@ -34,7 +39,8 @@ constexpr const char* usage = R"(usage: kelvm-accuracy [options] --function NAME
 struct Settings {
   std::string limits = KELVM_LIMITS;
   std::vector<std::string> libraries, functions, families;
-  bool all = false, mpfr_only = false, brief = false, check = false, check_table = false;
+  bool all = false, exhaustive = false, mpfr_only = false, brief = false, check = false, check_table = false;
+  std::uint32_t from = 0, to = 0xffffffff;
   std::uint64_t points = 1000000, seed = 1;
   unsigned threads = 2;
   std::optional<accuracy::Range> range1, range2;
@@ -61,46 +67,43 @@ std::uint64_t count(const std::string& text) {
   return static_cast<std::uint64_t>(value);
 }
 
+std::uint32_t pattern(const std::string& text) {
+  char* end;
+  const unsigned long long value = std::strtoull(text.c_str(), &end, 0);
+  if (text.empty() || *end || value > 0xffffffff) throw std::invalid_argument("not a 32-bit pattern: " + text);
+  return static_cast<std::uint32_t>(value);
+}
+
 Settings parse(int argc, char** argv) {
   Settings s;
+  const std::map<std::string, bool*> switches = {
+      {"--all", &s.all},     {"--exhaustive", &s.exhaustive}, {"--mpfr-only", &s.mpfr_only},
+      {"--brief", &s.brief}, {"--check", &s.check},           {"--check-table", &s.check_table}};
+  const std::map<std::string, std::function<void(const std::string&)>> values = {
+      {"--library", [&](const std::string& v) { s.libraries.push_back(v); }},
+      {"--limits", [&](const std::string& v) { s.limits = v; }},
+      {"--function", [&](const std::string& v) { s.functions.push_back(v); }},
+      {"--family", [&](const std::string& v) { s.families.push_back(v); }},
+      {"--from", [&](const std::string& v) { s.from = pattern(v); }},
+      {"--to", [&](const std::string& v) { s.to = pattern(v); }},
+      {"--points", [&](const std::string& v) { s.points = count(v); }},
+      {"--seed", [&](const std::string& v) { s.seed = count(v); }},
+      {"--threads", [&](const std::string& v) { s.threads = unsigned(std::min<std::uint64_t>(count(v), 256)); }},
+      {"--range", [&](const std::string& v) { s.range1 = range(v); }},
+      {"--range2", [&](const std::string& v) { s.range2 = range(v); }}};
   for (int i = 1; i < argc; ++i) {
     const std::string option = argv[i];
-    const auto value = [&]() -> std::string {
-      if (++i == argc) throw std::invalid_argument(option + " needs a value");
-      return argv[i];
-    };
-    if (option == "--library")
-      s.libraries.push_back(value());
-    else if (option == "--limits")
-      s.limits = value();
-    else if (option == "--function")
-      s.functions.push_back(value());
-    else if (option == "--family")
-      s.families.push_back(value());
-    else if (option == "--all")
-      s.all = true;
-    else if (option == "--points")
-      s.points = count(value());
-    else if (option == "--seed")
-      s.seed = count(value());
-    else if (option == "--threads")
-      s.threads = static_cast<unsigned>(std::min<std::uint64_t>(count(value()), 256));
-    else if (option == "--range")
-      s.range1 = range(value());
-    else if (option == "--range2")
-      s.range2 = range(value());
-    else if (option == "--mpfr-only")
-      s.mpfr_only = true;
-    else if (option == "--brief")
-      s.brief = true;
-    else if (option == "--check")
-      s.check = true;
-    else if (option == "--check-table")
-      s.check_table = true;
-    else
+    if (const auto found = switches.find(option); found != switches.end()) {
+      *found->second = true;
+    } else if (const auto with = values.find(option); with == values.end()) {
       throw std::invalid_argument("unknown option " + option);
+    } else {
+      if (++i == argc) throw std::invalid_argument(option + " needs a value");
+      with->second(argv[i]);
+    }
   }
   if (s.libraries.empty()) s.libraries.push_back(KELVM_DEFAULT_LIBRARY);
+  if (s.from > s.to) throw std::invalid_argument("no patterns from --from to --to");
   return s;
 }
 
@@ -117,6 +120,10 @@ std::vector<harness::Function> chosen_functions(const Settings& s) {
     if (std::none_of(harness::all_functions().begin(), harness::all_functions().end(),
                      [&](const harness::Function& m) { return m.family == family; }))
       throw std::invalid_argument("unknown family " + family);
+  for (const harness::Function& f : chosen)
+    if (s.exhaustive &&
+        (!f.is_float() || f.complex_source() || f.sources() != 1 || f.shape == harness::Shape::ScalarPower))
+      throw std::invalid_argument(std::string(f.name) + " is not a float function with one real source");
   return chosen;
 }
 
@@ -134,6 +141,24 @@ bool table_is_complete(const std::vector<accuracy::Limit>& limits) {
 }
 
 constexpr std::size_t block_length = 2048;
+
+std::vector<reference::Statistics> measure_all_floats(const harness::Library& library,
+                                                      std::span<const harness::Function> functions, const Settings& s) {
+  const std::uint64_t blocks = (s.to - s.from) / block_length + 1;
+  // Blocks far apart follow each other: in increasing order errors may grow from one input to the next for long
+  // stretches, and each new maximum is one more question to MPFR.
+  std::uint64_t stride = blocks * 5 / 8 | 1;
+  while (std::gcd(stride, blocks) != 1) stride += 2;
+  const auto source = [&](std::uint64_t index, std::vector<reference::Arguments>& block) {
+    if (index >= blocks) return false;
+    const std::uint64_t first = s.from + index * stride % blocks * block_length;
+    block.assign(std::min<std::uint64_t>(block_length, s.to - first + 1), reference::Arguments{});
+    for (std::size_t i = 0; i < block.size(); ++i)
+      block[i].parts[0] = std::bit_cast<float>(static_cast<std::uint32_t>(first + i));
+    return true;
+  };
+  return accuracy::measure(library, functions, source, {s.threads, !s.mpfr_only, false, blocks});
+}
 
 // Block `index` depends on the seed and the index alone, so that results do not depend on the number of threads.
 std::vector<reference::Statistics> measure(const harness::Library& library,
@@ -170,7 +195,8 @@ int run(const Settings& s, const std::vector<accuracy::Limit>& limits, const std
     const std::span group(&functions[first], behind - first);
     const auto start = std::chrono::steady_clock::now();
     const std::vector<reference::Statistics> measured =
-        measure(library, group, s, within > 0 ? accuracy::Range{-within, within} : s.range1);
+        s.exhaustive ? measure_all_floats(library, group, s)
+                     : measure(library, group, s, within > 0 ? accuracy::Range{-within, within} : s.range1);
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     for (std::size_t i = 0; i < group.size(); ++i) {
       const reference::Statistics& statistics = measured[i];

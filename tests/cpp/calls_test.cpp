@@ -1,5 +1,6 @@
 // Which function of the C interface a call from C++ reaches, and with what: the functions are replaced by ones that
 // write down how they were called.
+#include "cpp_names.hpp" // CPP_Exp is exp
 #include "unequal.hpp"
 
 #include "kelvm/parallel.hpp"
@@ -68,59 +69,6 @@ extern "C" {
 }
 
 namespace {
-
-// The name of each family in C++.
-#define CPP_Add add
-#define CPP_Sub sub
-#define CPP_Mul mul
-#define CPP_Sqr sqr
-#define CPP_Abs abs
-#define CPP_Div div
-#define CPP_Inv inv
-#define CPP_Conj conj
-#define CPP_MulByConj mul_by_conj
-#define CPP_Ceil ceil
-#define CPP_Floor floor
-#define CPP_Trunc trunc
-#define CPP_Round round
-#define CPP_Rint rint
-#define CPP_NearbyInt nearbyint
-#define CPP_Modf modf
-#define CPP_Sqrt sqrt
-#define CPP_InvSqrt rsqrt
-#define CPP_Cbrt cbrt
-#define CPP_InvCbrt rcbrt
-#define CPP_Pow2o3 pow2o3
-#define CPP_Pow3o2 pow3o2
-#define CPP_Hypot hypot
-#define CPP_Exp exp
-#define CPP_Expm1 expm1
-#define CPP_Ln log
-#define CPP_Log10 log10
-#define CPP_Log1p log1p
-#define CPP_Pow pow
-#define CPP_Powx pow
-#define CPP_Sin sin
-#define CPP_Cos cos
-#define CPP_SinCos sincos
-#define CPP_CIS cis
-#define CPP_Tan tan
-#define CPP_Atan atan
-#define CPP_Atan2 atan2
-#define CPP_Asin asin
-#define CPP_Acos acos
-#define CPP_Sinh sinh
-#define CPP_Cosh cosh
-#define CPP_Tanh tanh
-#define CPP_Asinh asinh
-#define CPP_Acosh acosh
-#define CPP_Atanh atanh
-#define CPP_Erf erf
-#define CPP_Erfc erfc
-#define CPP_ErfInv erf_inv
-#define CPP_ErfcInv erfc_inv
-#define CPP_CdfNorm cdf_norm
-#define CPP_CdfNormInv cdf_norm_inv
 
 // Arrays to call with: 0 and 1 are sources, 2 and 3 destinations.
 template <class C> std::array<kelvm::detail::cpp_type_t<C>, 3> array_of[4];

@@ -30,6 +30,7 @@ const Relation relations[] = {
       "Trunc", "Rint", "NearbyInt", "Modf"},
      opposite,
      opposite},
+    {false, {"Floor"}, opposite, opposite, "Ceil"},
     {false, {"Cos", "Cosh", "Pow2o3", "Abs", "Sqr", "Hypot"}, opposite, same},
     {false, {"Hypot", "Mul", "Add"}, {3, 0, 1, 0}, same},
     {false, {"Div", "Mul", "Atan2"}, {-1, 0, 3, 0}, opposite},
