@@ -230,8 +230,7 @@ const Sample& sample_of(const Callable& s) {
   Sample& sample = place->second;
   if (!is_new) return sample;
 
-  std::vector<Element> elements = special_elements(s.function);
-  for (const Element& e : domain_elements(s.function, 3000)) elements.push_back(e);
+  std::vector<Element> elements = all_elements(s.function, 3000);
   std::shuffle(elements.begin(), elements.end(), std::minstd_rand(7));
   sample.all = alone(s, elements);
   std::vector<int> everything(elements.size());

@@ -59,6 +59,9 @@ std::uint64_t bits_of(bool is_float, double x) {
   return is_float ? std::bit_cast<std::uint32_t>(static_cast<float>(x)) : std::bit_cast<std::uint64_t>(x);
 }
 double rounded(bool is_float, double x) { return is_float ? static_cast<double>(static_cast<float>(x)) : x; }
+double number_of(bool is_float, std::uint64_t bits) {
+  return is_float ? std::bit_cast<float>(static_cast<std::uint32_t>(bits)) : std::bit_cast<double>(bits);
+}
 bool is_finite(bool is_float, std::uint64_t bits) {
   return (bits & format(is_float).infinity) != format(is_float).infinity;
 }
@@ -114,6 +117,12 @@ std::vector<Element> domain_elements(const harness::Function& function, int coun
   for (int i = 0; i < count; ++i)
     for (int place = 0; place < 4; ++place)
       elements[i][place] = bits_of(function.is_float(), arguments[i].parts[place]);
+  return elements;
+}
+
+std::vector<Element> all_elements(const harness::Function& function, int of_the_domain) {
+  std::vector<Element> elements = special_elements(function);
+  for (const Element& e : domain_elements(function, of_the_domain)) elements.push_back(e);
   return elements;
 }
 

@@ -17,8 +17,9 @@ using Element = std::array<std::uint64_t, 4>;
 
 /// The bits of a number in a function's part type.
 std::uint64_t bits_of(bool is_float, double x);
-/// A number as the part type holds it.
+/// A number as the part type holds it, and that of some bits.
 double rounded(bool is_float, double x);
+double number_of(bool is_float, std::uint64_t bits);
 bool is_nan(bool is_float, std::uint64_t bits);
 bool is_signalling(bool is_float, std::uint64_t bits);
 bool is_finite(bool is_float, std::uint64_t bits);
@@ -33,6 +34,8 @@ std::vector<int> places_of(const harness::Function& function);
 std::vector<Element> special_elements(const harness::Function& function);
 /// Numbers from where the family is interesting.
 std::vector<Element> domain_elements(const harness::Function& function, int count);
+/// Those special elements and so many from the domain.
+std::vector<Element> all_elements(const harness::Function& function, int of_the_domain);
 /// Any bits.
 std::vector<Element> random_elements(const harness::Function& function, int count);
 

@@ -2,7 +2,6 @@
 
 #include <boost/math/special_functions/erf.hpp>
 #include <cmath>
-#include <complex>
 #include <numbers>
 
 namespace reference {
@@ -18,28 +17,20 @@ struct Row {
   bool complex;
   EstimateFunction<double> in_double;
   EstimateFunction<long double> in_long_double;
-  double ulps; // bound of the error of each component, in units of the last place of double or long double; or by_norm
+  double ulps; // bound of the error of each component, in units of the last place of double or long double
 };
-constexpr double by_norm = -1;
 
-// Estimates written as a stateless function of one or two numbers of any type.
+// Complex sources have none: they are few enough for MPFR and MPC alone. Estimates written as a stateless function of
+// one or two numbers of any type.
 template <class F, class T> void apply_unary(const double* in, T* out) { out[0] = F{}(T(in[0])); }
 template <class F, class T> void apply_binary(const double* in, T* out) { out[0] = F{}(T(in[0]), T(in[2])); }
 template <class F, class T> void apply_parts(const double* in, T* out) { F{}(in, out); }
-template <class F, class T> void apply_complex(const double* in, T* out) {
-  const std::complex<T> r = F{}(std::complex<T>(in[0], in[1]));
-  out[0] = r.real();
-  out[1] = r.imag();
-}
 
 template <class F> constexpr Row unary(std::string_view family, double ulps, F) {
   return {family, false, apply_unary<F, double>, apply_unary<F, long double>, ulps};
 }
 template <class F> constexpr Row binary(std::string_view family, double ulps, F) {
   return {family, false, apply_binary<F, double>, apply_binary<F, long double>, ulps};
-}
-template <class F> constexpr Row complex(std::string_view family, double ulps, F) {
-  return {family, true, apply_complex<F, double>, apply_complex<F, long double>, ulps};
 }
 // Any number of parts and results: the function gets the arrays.
 template <class F> constexpr Row parts(std::string_view family, bool is_complex, double ulps, F) {
@@ -56,14 +47,6 @@ template <class T> T cdf_norm(T x) {
   const T low = std::fma(t, t, -square), half_low = std::fma(x / 2, x, -half_square);
   const T r = ((half_square - square) + (half_low - low)) / (2 * t);
   return (value - r * 2 * std::numbers::inv_sqrtpi_v<T> * std::exp(-square)) / 2;
-}
-
-// exp(w log z): the error of the exponent, which the phase shares, is that of its size
-void complex_power(const double* in, long double* out) {
-  const std::complex<long double> z(in[0], in[1]), w(in[2], in[3]), exponent = w * std::log(z), r = std::exp(exponent);
-  out[0] = r.real();
-  out[1] = r.imag();
-  out[2] = 0x1p-60L * (4 + std::abs(w) * std::abs(std::log(z)));
 }
 
 constexpr Row table[] = {
@@ -134,35 +117,6 @@ constexpr Row table[] = {
             using T = decltype(x);
             return -std::numbers::sqrt2_v<T> * boost::math::erfc_inv(2 * x, Quiet{});
           }),
-
-    parts("Abs", true, 2,
-          [](const double* in, auto* out) {
-            using T = std::remove_reference_t<decltype(*out)>;
-            out[0] = std::hypot(T(in[0]), T(in[1]));
-          }),
-    parts("Conj", true, 0,
-          [](const double* in, auto* out) {
-            out[0] = in[0];
-            out[1] = -in[1];
-          }),
-    complex("Sqrt", 4, [](auto z) { return std::sqrt(z); }),
-    complex("Exp", 4, [](auto z) { return std::exp(z); }),
-    complex("Ln", 6, [](auto z) { return std::log(z); }),
-    complex("Log10", 6, [](auto z) { return std::log10(z); }),
-    {"Pow", true, nullptr, complex_power, by_norm},
-    {"Powx", true, nullptr, complex_power, by_norm},
-    complex("Sin", 5, [](auto z) { return std::sin(z); }),
-    complex("Cos", 5, [](auto z) { return std::cos(z); }),
-    complex("Tan", 8, [](auto z) { return std::tan(z); }),
-    complex("Sinh", 5, [](auto z) { return std::sinh(z); }),
-    complex("Cosh", 5, [](auto z) { return std::cosh(z); }),
-    complex("Tanh", 9, [](auto z) { return std::tanh(z); }),
-    complex("Asin", 7, [](auto z) { return std::asin(z); }),
-    complex("Acos", 7, [](auto z) { return std::acos(z); }),
-    complex("Atan", 6, [](auto z) { return std::atan(z); }),
-    complex("Asinh", 7, [](auto z) { return std::asinh(z); }),
-    complex("Acosh", 7, [](auto z) { return std::acosh(z); }),
-    complex("Atanh", 6, [](auto z) { return std::atanh(z); }),
 };
 
 } // namespace
@@ -172,12 +126,10 @@ FamilyEstimate estimate_of(const harness::Function& function) {
   FamilyEstimate found;
   for (const Row& row : table) {
     if (row.family != function.family || row.complex != is_complex) continue;
-    if (row.ulps == by_norm)
-      found.in_long_double = {row.in_long_double, 0, true};
-    else if (function.is_float())
-      found.in_double = {row.in_double, row.ulps * 0x1p-52, false};
+    if (function.is_float())
+      found.in_double = {row.in_double, row.ulps * 0x1p-52};
     else
-      found.in_long_double = {row.in_long_double, row.ulps * 0x1p-63, false};
+      found.in_long_double = {row.in_long_double, row.ulps * 0x1p-63};
   }
   return found;
 }

@@ -1,6 +1,6 @@
 // Cheap estimates of the exact functions from the host's mathematics library, used only to pass over results that are
-// certainly unremarkable. Float functions are estimated in double, double
-// functions (and the complex power) in long double.
+// certainly unremarkable. Float functions are estimated in double, double functions in long double; those of complex
+// sources are not.
 #pragma once
 
 #include "exact.hpp"
@@ -9,14 +9,12 @@
 
 namespace reference {
 
-/// Writes the estimates of an element's results, and behind them, where the row bounds the error by norm, the bound;
-/// `in` as in Arguments.
+/// Writes the estimates of an element's results; `in` as in Arguments.
 template <class T> using EstimateFunction = void (*)(const double* in, T* out);
 
 template <class T> struct Estimate {
   EstimateFunction<T> function = nullptr;
-  double bound = 0;     // of the relative error of each component
-  bool by_norm = false; // the function gives the bound, and it is relative to the norm of the pair
+  double bound = 0; // of the relative error of each component
 };
 
 struct FamilyEstimate {
@@ -37,7 +35,7 @@ public:
   const long double* of(const Estimate<long double>&, int element) const { return &in_long_double_[at(element)]; }
 
 private:
-  static constexpr std::size_t width = 3;
+  static constexpr std::size_t width = 2;
   static std::size_t at(int element) { return width * static_cast<std::size_t>(element); }
 
   FamilyEstimate family_;

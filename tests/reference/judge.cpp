@@ -101,8 +101,7 @@ void Judge::block(const Arguments* arguments, const double* const got[2], int el
     const auto by = [&](const auto& estimate) {
       if (!estimate.function) return false;
       const auto* value = estimates.of(estimate, i);
-      return (!two && !estimate.by_norm && quickly_decided(estimate, *value, got[0][i])) ||
-             decided(estimate, value, values);
+      return (!two && quickly_decided(estimate, *value, got[0][i])) || decided(estimate, value, values);
     };
     const bool remarkable = statuses && (statuses[i] != kelStatusOk || !ordinary(values));
     if (!is_sample(sample_state_++) && !remarkable && (by(estimate_.in_double) || by(estimate_.in_long_double)))
@@ -170,8 +169,7 @@ template <class T> bool Judge::quickly_decided(const Estimate<T>& estimate, T va
 // Counts the element and returns true if the estimate alone fixes its place in every statistic.
 template <class T> bool Judge::decided(const Estimate<T>& estimate, const T* c, const double got[2]) {
   const int results = exact_.results();
-  const T bound = estimate.by_norm ? c[2] : static_cast<T>(estimate.bound);
-  const T norm_slack = estimate.by_norm ? bound * std::hypot(c[0], c[1]) : 0;
+  const T bound = static_cast<T>(estimate.bound);
   std::size_t bins[2];
   T error_square = 0, norm_square = 0;
   for (int i = 0; i < results; ++i) {
@@ -182,19 +180,18 @@ template <class T> bool Judge::decided(const Estimate<T>& estimate, const T* c, 
       continue;
     }
     if (value == 0) {
-      if (estimate.by_norm || got[i] != 0) return false;
+      if (got[i] != 0) return false;
       continue;
     }
     const int exponent = std::isinf(value) ? format_.exponent_max + 1 : exponent_of(value);
     if (exponent >= format_.exponent_max) { // next to the border of overflow or beyond
-      if (estimate.by_norm || exponent == format_.exponent_max || !std::isinf(got[i]) ||
-          std::signbit(value) != std::signbit(g))
+      if (exponent == format_.exponent_max || !std::isinf(got[i]) || std::signbit(value) != std::signbit(g))
         return false;
       norm_square += static_cast<T>(overflow_square_);
       continue;
     }
     if (!std::isfinite(got[i])) return false;
-    const T slack = estimate.by_norm ? norm_slack : bound * std::fabs(value), error = std::fabs(g - value);
+    const T slack = bound * std::fabs(value), error = std::fabs(g - value);
     if (!(slack < std::fabs(value) / 4) || (slack == 0 && error != 0)) return false;
     // The exact value may lie in the binade below or above.
     const int lower = exponent_of(std::fabs(value) - slack), upper = exponent_of(std::fabs(value) + slack);
@@ -311,27 +308,24 @@ void Judge::judge(const Arguments& arguments, const double got[2], const kelStat
 
 // The estimate's error as a share of its bound, where the exact value is in the estimate's own normal range.
 template <class T> void Judge::check_estimate(const Estimate<T>& estimate, Worst& here) {
-  T c[3];
+  T c[2];
   estimate.function(here.at.parts, c);
   const auto measurable = [](mpfr_srcptr exact) {
     return mpfr_regular_p(exact) && mpfr_get_exp(exact) > std::numeric_limits<T>::min_exponent &&
            mpfr_get_exp(exact) < std::numeric_limits<T>::max_exponent;
   };
-  if (estimate.by_norm) mpfr_hypot(error_norm_, exact_.result(0), exact_.result(1), MPFR_RNDN);
   for (int i = 0; i < exact_.results(); ++i) {
-    const mpfr_srcptr exact = exact_.result(i), size = estimate.by_norm ? error_norm_ : exact;
+    const mpfr_srcptr exact = exact_.result(i);
     const long double value = c[i];
-    const double bound = estimate.by_norm ? static_cast<double>(c[2]) : estimate.bound;
     here.value = 0;
     if (mpfr_nan_p(exact) || std::isnan(value)) {
-      // Where a power overflows on the way its estimate is no number, and never decides.
-      if (!estimate.by_norm && !(mpfr_nan_p(exact) && std::isnan(value))) here.value = infinity;
-    } else if (measurable(size) && std::isfinite(value) && bound < 0.25) {
+      if (!(mpfr_nan_p(exact) && std::isnan(value))) here.value = infinity;
+    } else if (measurable(exact) && std::isfinite(value)) {
       mpfr_set_ld(norm_, value, MPFR_RNDN);
       mpfr_sub(difference_, norm_, exact, MPFR_RNDA);
       if (!mpfr_zero_p(difference_)) {
-        mpfr_div(difference_, difference_, size, MPFR_RNDA);
-        here.value = magnitude(difference_) / bound;
+        mpfr_div(difference_, difference_, exact, MPFR_RNDA);
+        here.value = magnitude(difference_) / estimate.bound;
       }
     }
     statistics_.estimate.merge(here);

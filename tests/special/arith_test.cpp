@@ -21,8 +21,7 @@ template <class T> T operation(std::string_view family, T a, T b) {
 template <class T> void follows_ieee(const harness::Function& m) {
   const Callable s(m);
   const bool binary = m.sources() == 2;
-  std::vector<Element> elements = special_elements(m);
-  for (const Element& e : domain_elements(m, 2000)) elements.push_back(e);
+  std::vector<Element> elements = all_elements(m, 2000);
   for (const Element& e : random_elements(m, 2000)) elements.push_back(e);
   const int count = static_cast<int>(elements.size());
   const Bytes x = packed(m, 0, elements), y = packed(m, 1, elements);

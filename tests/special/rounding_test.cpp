@@ -25,11 +25,8 @@ double rounded(double x, Direction direction) {
 TEST(Rounding, FollowsTheCallersModeAsIntegersDo) {
   for (const char* name : {"kelsRint_32f", "kelsRint_64f", "kelsNearbyInt_32f", "kelsNearbyInt_64f"}) {
     const harness::Function& f = *harness::find_function(name);
-    const auto number = [&](std::uint64_t bits) -> double {
-      return f.is_float() ? std::bit_cast<float>(static_cast<std::uint32_t>(bits)) : std::bit_cast<double>(bits);
-    };
-    std::vector<Element> elements = special_elements(f);
-    for (const Element& e : domain_elements(f, 20000)) elements.push_back(e);
+    const auto number = [&](std::uint64_t bits) { return number_of(f.is_float(), bits); };
+    std::vector<Element> elements = all_elements(f, 20000);
     std::erase_if(elements, [&](const Element& e) { return !(std::fabs(number(e[0])) < 0x1p62); });
     for (const Direction mode : {nearest, down, up, toward_zero}) {
       const Strip strip = alone(Callable(f), elements, default_csr | mode);

@@ -31,19 +31,6 @@ std::vector<std::uint64_t> parts_of(const harness::Function& m, const void* dst1
   return parts;
 }
 
-testing::AssertionResult matches(const harness::Function& m, const Row& row, const std::vector<std::uint64_t>& parts) {
-  if (row.result.size() != parts.size())
-    return testing::AssertionFailure() << m.name << ": the row has a wrong number of results";
-  for (std::size_t i = 0; i < parts.size(); ++i)
-    if (!row.result[i].matches(m.is_float(), parts[i])) {
-      auto failure = testing::AssertionFailure() << m.name << "(";
-      for (const Value& v : row.source) failure << " " << v.text(m.is_float());
-      return failure << " ) is " << bits(parts[i]).text(m.is_float()) << " in part " << i << ", should be "
-                     << row.result[i].text(m.is_float());
-    }
-  return testing::AssertionSuccess();
-}
-
 /// An ordinary element to stand beside a row's.
 Element neighbour_of(const Callable& s, const Element& row) {
   for (double x : {0.5, 1.5, 0.25, 2.25}) {
@@ -63,14 +50,17 @@ void check_row(const harness::Function& m, const Row& row) {
   const Callable s(m, element);
   const Strip strip = alone(s, {element, neighbour_of(s, element)});
   const auto at = [](const Bytes& b) { return b.empty() ? nullptr : b.data(); };
-  EXPECT_TRUE(matches(m, row, parts_of(m, at(strip.destination[0]), at(strip.destination[1]))));
-  std::ostringstream name;
-  name << m.name << "(";
-  for (const Value& v : row.source) name << " " << v.text(m.is_float());
-  name << " )";
-  EXPECT_EQ(strip.status[0], row.status) << name.str();
+  std::string name(m.name);
+  for (const Value& v : row.source) name += " " + v.text(m.is_float());
+  const std::vector<std::uint64_t> parts = parts_of(m, at(strip.destination[0]), at(strip.destination[1]));
+  ASSERT_EQ(parts.size(), row.result.size()) << name << ": the row has a wrong number of results";
+  for (std::size_t i = 0; i < parts.size(); ++i)
+    EXPECT_TRUE(row.result[i].matches(m.is_float(), parts[i]))
+        << name << " is " << bits(parts[i]).text(m.is_float()) << " in part " << i << ", should be "
+        << row.result[i].text(m.is_float());
+  EXPECT_EQ(strip.status[0], row.status) << name;
   const unsigned flags = row.flags == as_status ? flag_of(row.status) : row.flags;
-  EXPECT_EQ(strip.flags[0], flags) << name.str() << ": raised" << flag_names(strip.flags[0]) << ", should raise"
+  EXPECT_EQ(strip.flags[0], flags) << name << ": raised" << flag_names(strip.flags[0]) << ", should raise"
                                    << flag_names(flags);
 
   constexpr int len = 79;
@@ -78,11 +68,11 @@ void check_row(const harness::Function& m, const Row& row) {
     std::vector<int> order(len, 1);
     order[place] = 0;
     const Strip array = pick(s, strip, order, len);
-    EXPECT_TRUE(as_alone(s, array, 0, len)) << name.str();
+    EXPECT_TRUE(as_alone(s, array, 0, len)) << name;
     if (m.source_size() != m.destination_size()) continue;
     Bytes in_place = array.source[0], other(in_place.size());
     const Ending ending = s.call({in_place.data(), at(array.source[1]), nullptr, in_place.data(), other.data(), len});
-    EXPECT_TRUE(as_alone(s, array, 0, len, ending, in_place.data(), other.data())) << name.str() << " in place";
+    EXPECT_TRUE(as_alone(s, array, 0, len, ending, in_place.data(), other.data())) << name << " in place";
   }
 }
 

@@ -81,12 +81,6 @@ std::vector<std::uint64_t> parts_of(const Function& f, const Strip& strip, int i
   return parts;
 }
 
-std::vector<Element> elements_of(const Function& f) {
-  std::vector<Element> elements = special_elements(f);
-  for (const Element& e : domain_elements(f, 5000)) elements.push_back(e);
-  return elements;
-}
-
 std::string text(const Function& f, const Element& e) {
   std::string text(f.name);
   for (const int place : places_of(f)) text += " " + special::bits(e[place]).text(f.is_float());
@@ -98,7 +92,7 @@ TEST(Symmetry, HoldsBitForBit) {
     for (const Function& f : harness::all_functions()) {
       if (f.complex_source() != relation.complex || std::ranges::count(relation.families, f.family) == 0) continue;
       const Function& g = relation.other.empty() ? f : sibling(f, relation.other);
-      const std::vector<Element> elements = elements_of(f);
+      const std::vector<Element> elements = all_elements(f, 5000);
       std::vector<Element> other = elements;
       for (Element& e : other) e = turned(f, e, relation.source);
       const unsigned csr = default_csr | (f.family == "Modf" ? 0x6000 : 0); // its own mode: the flags stay
@@ -138,12 +132,11 @@ TEST(Bounds, AreKept) {
   for (const auto& row : rows)
     for (const Function& f : harness::all_functions()) {
       if (f.complex_source() || std::ranges::count(row.families, f.family) == 0) continue;
-      const std::vector<Element> elements = elements_of(f);
+      const std::vector<Element> elements = all_elements(f, 5000);
       const Strip strip = alone(Callable(f), elements);
       for (int i = 0; i < strip.count; ++i)
         for (const std::uint64_t bits : parts_of(f, strip, i)) {
-          const double y =
-              f.is_float() ? std::bit_cast<float>(static_cast<std::uint32_t>(bits)) : std::bit_cast<double>(bits);
+          const double y = number_of(f.is_float(), bits);
           EXPECT_TRUE(std::isnan(y) || (y >= rounded(f.is_float(), row.least) && y <= rounded(f.is_float(), row.most)))
               << text(f, elements[i]) << " is " << y;
         }
@@ -154,10 +147,7 @@ using Complex = std::complex<double>;
 
 Complex ask(const Function& f, const std::vector<special::Value>& source) {
   const special::Answer a = special::ask(f, source);
-  const auto number = [&](std::uint64_t bits) -> double {
-    return f.is_float() ? std::bit_cast<float>(static_cast<std::uint32_t>(bits)) : std::bit_cast<double>(bits);
-  };
-  return {number(a.parts[0]), a.parts.size() > 1 ? number(a.parts[1]) : 0};
+  return {number_of(f.is_float(), a.parts[0]), a.parts.size() > 1 ? number_of(f.is_float(), a.parts[1]) : 0};
 }
 
 TEST(ComplexInverse, TheSignOfAZeroTellsTheSideOfACut) {
