@@ -40,15 +40,6 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Functions, Modes, testing::ValuesIn(callables()),
                          [](const auto& info) { return info.param.name(); });
 
-std::vector<Element> elements_of(const Callable& s, const Strip& strip, int count) {
-  std::vector<Element> elements(count, Element{});
-  const std::size_t part = s.function.part_size(), n = s.function.source_size() / part;
-  for (int i = 0; i < count; ++i)
-    for (int source = 0; source < s.function.sources(); ++source)
-      for (std::size_t p = 0; p < n; ++p) elements[i][2 * source + p] = part_of(strip.source[source], part, i * n + p);
-  return elements;
-}
-
 TEST_P(Modes, TheCallersModeIsHonouredOrOverruledAndAlwaysGivenBack) {
   constexpr int len = 107;
   const Computes computes = mode_of(function);
@@ -58,7 +49,8 @@ TEST_P(Modes, TheCallersModeIsHonouredOrOverruledAndAlwaysGivenBack) {
       const unsigned mode = round | flush, own = computes == Computes::toward_zero ? toward_zero : 0;
       // Where the caller's mode decides, the elements one at a time in that mode are the measure.
       const bool callers = computes == Computes::callers;
-      Strip strip = callers ? alone(s, elements_of(s, sample.mixed, len), default_csr | mode) : sample.mixed;
+      Strip strip = callers ? alone(s, {&sample.mixed.elements[0], &sample.mixed.elements[len]}, default_csr | mode)
+                            : sample.mixed;
       std::fill(strip.flags.begin(), strip.flags.end(), 0u);
       for (unsigned found : {0u, unsigned{all_flags}}) {
         const unsigned csr = default_csr | mode | found;
@@ -116,7 +108,7 @@ bool follows(const harness::Function& m, Rule rule) {
 TEST_P(Modes, AnElementRaisesTheFlagOfItsCodeAndNoOther) {
   const bool is_float = function.is_float(), operation = follows(function, Rule::operation);
   const Strip& strip = sample.all;
-  const std::vector<Element> elements = elements_of(s, strip, strip.count);
+  const std::vector<Element>& elements = strip.elements;
   const std::size_t part = function.part_size(), n = function.destination_size() / part;
   // Of two sources or parts, one that is no NaN may decide: infinities, the exponent 0.
   const bool one_part = places_of(function).size() == 1 && function.shape != harness::Shape::ScalarPower;
@@ -193,7 +185,7 @@ TEST_P(Modes, UnmaskedExceptionsTrapWhereAnElementEarnsThemAndOnlyThere) {
   // The IEEE operations in the caller's mode: an exact subnormal number traps as well.
   const unsigned unmasked = computes == Computes::callers ? honest_flags & ~unsigned{underflow} : honest_flags;
   const Strip& found = sample.all;
-  const Strip all = own == 0 ? found : alone(s, elements_of(s, found, found.count), default_csr | own);
+  const Strip all = own == 0 ? found : alone(s, found.elements, default_csr | own);
   std::vector<int> quiet;
   for (int i = 0; i < all.count; ++i)
     if (all.flags[i] == 0 && all.status[i] == kelStatusOk) quiet.push_back(i);

@@ -34,10 +34,7 @@ const unsigned char* at(const Bytes& array, std::size_t offset) {
 
 std::string element_text(const Callable& s, const Strip& strip, int i) {
   std::ostringstream text;
-  text << std::hex;
-  for (int source = 0; source < s.function.sources(); ++source)
-    for (std::size_t p = 0, n = s.function.source_size() / s.function.part_size(); p < n; ++p)
-      text << " 0x" << part_of(strip.source[source], s.function.part_size(), i * n + p);
+  for (const int place : places_of(s.function)) text << std::hex << " 0x" << strip.elements[i][place];
   return text.str();
 }
 
@@ -140,6 +137,7 @@ Strip alone(const Callable& s, const std::vector<Element>& elements, unsigned cs
   const std::size_t size = m.destination_size();
   Strip strip;
   strip.count = static_cast<int>(elements.size());
+  strip.elements = elements;
   for (int i = 0; i < m.sources(); ++i) strip.source[i] = packed(m, i, elements);
   for (int i = 0; i < m.destinations(); ++i) strip.destination[i].resize(elements.size() * size);
   unsigned char room[2][128]; // for a vector too many, which the tests of bounds tell of
@@ -162,6 +160,7 @@ Strip pick(const Callable& s, const Strip& from, const std::vector<int>& indices
   };
   for (int k = 0; k < count; ++k) {
     const int i = indices[k % indices.size()];
+    strip.elements.push_back(from.elements[i]);
     for (int a = 0; a < 2; ++a) {
       append(strip.source[a], from.source[a], s.function.source_size(), i);
       append(strip.destination[a], from.destination[a], s.function.destination_size(), i);

@@ -58,6 +58,7 @@ std::ostream& operator<<(std::ostream& out, const Callable& s);
 /// Elements in a row, and beside each what it gives when it is the only one of a call.
 struct Strip {
   int count = 0;
+  std::vector<Element> elements;
   Bytes source[2], destination[2];
   std::vector<kelStatus> status;
   std::vector<unsigned> flags;

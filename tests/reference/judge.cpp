@@ -101,7 +101,7 @@ void Judge::block(const Arguments* arguments, const double* const got[2], int el
     const auto by = [&](const auto& estimate) {
       if (!estimate.function) return false;
       const auto* value = estimates.of(estimate, i);
-      return (!two && quickly_decided(estimate, *value, got[0][i])) || decided(estimate, value, values);
+      return decided(estimate, value, values);
     };
     const bool remarkable = statuses && (statuses[i] != kelStatusOk || !ordinary(values));
     if (!is_sample(sample_state_++) && !remarkable && (by(estimate_.in_double) || by(estimate_.in_long_double)))
@@ -140,30 +140,6 @@ void Judge::judge_status(const Arguments& arguments, const double got[2], kelSta
   if (status == due) return;
   if (!correct && !prescribed && status == due_status(function_, arguments, got, results)) return;
   statistics_.status.merge({1, arguments, {static_cast<double>(status), 0}, {static_cast<double>(due), 0}});
-}
-
-// decided() for the common case, one real result in the middle of a binade of normal numbers.
-template <class T> bool Judge::quickly_decided(const Estimate<T>& estimate, T value, double got) {
-  const T size = std::fabs(value), slack = static_cast<T>(estimate.bound) * size, error = std::fabs(T(got) - value);
-  if (!(size > 0) || std::isinf(size)) return false;
-  const int exponent = exponent_of(size - slack);
-  if (slack == 0 && error != 0) return false; // next to a power of two half an ulp may be misrounded
-  if (exponent != exponent_of(size + slack) || exponent <= std::max(format_.exponent_normal(), -900) ||
-      exponent >= format_.exponent_max)
-    return false;
-  const double most = scaled(error + slack, format_.unit(exponent));
-  if (!(most <= statistics_.ulp.value) || !(most <= bin_bounds.back()) ||
-      !(error + slack <= T(statistics_.absolute.value)) ||
-      !(error + slack <= T(statistics_.relative.value) * (size - slack)))
-    return false;
-  const std::size_t bin = bin_of(most);
-  if (bin > 0) {
-    if (scaled(error - slack, format_.unit(exponent)) <= below_bin(bin) || error <= slack) return false;
-    ++statistics_.misrounded;
-  }
-  ++statistics_.histogram[bin];
-  ++statistics_.results;
-  return true;
 }
 
 // Counts the element and returns true if the estimate alone fixes its place in every statistic.

@@ -88,7 +88,6 @@ public:
   const Statistics& statistics() const { return statistics_; }
 
 private:
-  template <class T> bool quickly_decided(const Estimate<T>& estimate, T value, double got);
   template <class T> bool decided(const Estimate<T>& estimate, const T* c, const double got[2]);
   void judge(const Arguments& arguments, const double got[2], const kelStatus* status);
   void judge_status(const Arguments& arguments, const double got[2], kelStatus status);

@@ -40,7 +40,7 @@ const Relation relations[] = {
     {false, {"Cos"}, same, {2}, "SinCos"},
     {true,
      {"Exp", "Ln", "Log10", "Sqrt", "Sin", "Cos", "Tan", "Asin", "Acos", "Atan", "Sinh", "Cosh", "Tanh", "Asinh",
-      "Acosh", "Atanh"},
+      "Acosh", "Atanh", "Conj"},
      conjugate,
      conjugate},
     {true, {"Sin", "Tan", "Asin", "Atan", "Sinh", "Tanh", "Asinh", "Atanh"}, opposite, opposite},
