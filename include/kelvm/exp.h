@@ -12,11 +12,11 @@ KELVM_BEGIN_DECLARATIONS
  * +inf gives +inf, -inf gives +0, both without a warning.
  * Warnings: kelStatusOverflow where the result is beyond the largest finite number (result +inf), kelStatusUnderflow
  * where it is below the smallest normal number (result subnormal or +0).
- * Flags: results that are stored constants raise none: the infinities and zeros of the double members, and of 32f_A11
+ * Flags: results that are stored constants raise none: the infinities and zeros of the double functions, and of 32f_A11
  * beyond |x| = 160. All others raise overflow or underflow with their warning, but for a subnormal result that is
  * exact.
- * NaN: the 64f_A53 member gives the NaN with every bit set, 32f_A11 the argument unchanged (also a signalling NaN), the
- * others the argument quieted. In these two a signalling NaN raises nothing.
+ * NaN: the 64f_A53 function gives the NaN with every bit set, 32f_A11 the argument unchanged (also a signalling NaN),
+ * the others the argument quieted. In these two a signalling NaN raises nothing.
  * 64f_A26 gives +inf without a warning from 709.7773 on, where the exact result is still finite, up to 709.7827.
  * 32f_A11 warns of underflow from -87.33655 on down.
  *

@@ -11,7 +11,7 @@ KELVM_BEGIN_DECLARATIONS
  * the zeros themselves; sines are odd, cosines even, and both at most 1 in magnitude.
  *
  * An infinity gives the default NaN (sign bit set, no payload) with kelStatusDomain. A NaN gives the same NaN without a
- * warning; in the 64f members of Sin, Cos and SinCos a NaN whose upper 32 bits are those of an infinity reports
+ * warning; in the 64f functions of Sin, Cos and SinCos a NaN whose upper 32 bits are those of an infinity reports
  * kelStatusDomain as well. */
 
 /** dst[i] = sin src[i]

@@ -157,7 +157,7 @@ std::vector<reference::Statistics> measure_all_floats(const harness::Library& li
       block[i].parts[0] = std::bit_cast<float>(static_cast<std::uint32_t>(first + i));
     return true;
   };
-  return accuracy::measure(library, functions, source, {s.threads, !s.mpfr_only, false});
+  return accuracy::measure(library, functions, source, {s.threads, !s.mpfr_only, false, blocks});
 }
 
 // Block `index` depends on the seed and the index alone, so that results do not depend on the number of threads.
@@ -176,7 +176,7 @@ std::vector<reference::Statistics> measure(const harness::Library& library,
     inputs.fill(random, index * length, block);
     return true;
   };
-  return accuracy::measure(library, functions, source, {s.threads, !s.mpfr_only, true});
+  return accuracy::measure(library, functions, source, {s.threads, !s.mpfr_only, true, blocks});
 }
 
 int run(const Settings& s, const std::vector<accuracy::Limit>& limits, const std::vector<harness::Function>& functions,

@@ -3,23 +3,49 @@
 #include "block.hpp"
 
 #include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <deque>
 #include <exception>
 #include <mutex>
 #include <thread>
+#include <unistd.h>
 
 namespace accuracy {
 namespace {
 
 using reference::Statistics;
 using reference::Worst;
+using Clock = std::chrono::steady_clock;
 
 template <class... T> std::string format(const char* pattern, T... values) {
   char line[400];
   std::snprintf(line, sizeof line, pattern, values...);
   return line;
 }
+
+// Rewrites one line of a terminal; silent elsewhere.
+class Progress {
+public:
+  Progress(std::string_view name, std::uint64_t total) : name_(name), total_(isatty(STDERR_FILENO) ? total : 0) {}
+  ~Progress() {
+    if (total_) std::fprintf(stderr, "\r\033[K");
+  }
+  void show(std::uint64_t done, const Statistics& s) {
+    if (!total_ || Clock::now() - last_ < std::chrono::milliseconds(300)) return;
+    last_ = Clock::now();
+    const double share = static_cast<double>(done) / static_cast<double>(total_);
+    const double seconds = std::chrono::duration<double>(last_ - start_).count();
+    std::fprintf(stderr, "\r\033[K%.*s  %5.1f %%  %.0f s to go  max %.4f ulp, %.2f bits",
+                 static_cast<int>(name_.size()), name_.data(), 100 * share, share > 0 ? seconds / share - seconds : 0,
+                 s.ulp.value, reference::bits_of(s.relative.value));
+  }
+
+private:
+  std::string_view name_;
+  std::uint64_t total_;
+  Clock::time_point start_ = Clock::now(), last_{};
+};
 
 std::string values(const harness::Function& function, const double* parts, bool complex) {
   const int digits = function.is_float() ? 9 : 17;
@@ -57,9 +83,10 @@ bool same_function(const harness::Function& a, const harness::Function& b) {
 std::vector<Statistics> measure(const harness::Library& library, std::span<const harness::Function> functions,
                                 const Source& source, const Options& options) {
   std::vector<Statistics> total(functions.size());
-  std::mutex mutex; // guards total, failure
+  std::mutex mutex; // guards total, failure, progress
   std::exception_ptr failure;
   std::atomic<std::uint64_t> next_block = 0;
+  Progress progress(functions.front().name, options.blocks);
   const auto work = [&] {
     try {
       reference::BlockEstimates estimates(functions.front());
@@ -81,6 +108,7 @@ std::vector<Statistics> measure(const harness::Library& library, std::span<const
         if (index % 16 == 0) {
           const std::lock_guard lock(mutex);
           if (failure) return;
+          progress.show(index, judges.front().statistics());
         }
       }
       const std::lock_guard lock(mutex);

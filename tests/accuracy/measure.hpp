@@ -17,6 +17,7 @@ struct Options {
   unsigned threads = 2;
   bool use_estimate = true;
   bool check_status = true; // element by element
+  std::uint64_t blocks = 0; // how many there will be, for the progress line; 0 shows none
 };
 
 /// What allows functions to be measured together: the same exact function, inputs and result type.
