@@ -36,8 +36,8 @@ template <class P, class V> auto arc_sine(V x, V y) {
   using Number = decltype(P::number(x));
   using T = Lane<V>;
   const Number less = P::one_minus(x), y_squared = square(P::number(y));
-  const Number n = norm_minus_one_by_distance(less, sum(square(less), y_squared));
-  const Number m = sqrt(sum(square(n), T(4) * y_squared));
+  const Number n = norm_minus_one_by_distance(less, square_plus(less, y_squared));
+  const Number m = sqrt(square_plus(n, T(4) * y_squared));
   const Number larger = sqrt(T(0.5) * descending_sum(m, abs(n)));
   const Number cosh_beta = sqrt(one_plus(T(0.5) * descending_sum(m, n)));
   const Number smaller = quotient(y, larger);

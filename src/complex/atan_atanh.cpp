@@ -23,7 +23,7 @@ namespace {
 template <class P, class V> auto arc_tangent(V x, V y) {
   using T = Lane<V>;
   const auto less = P::one_minus(x);
-  const auto distance = normalised(sum(square(less), square(P::number(y))));
+  const auto distance = normalised(square_plus(less, square(P::number(y))));
   const auto re = T(0.25) * P::log1p(quotient(T(4) * x, distance));
   const auto im = T(0.5) * P::angle(P::number(twice(y)), -norm_minus_one_by_distance(less, distance));
   return Pair<decltype(P::number(x))>{re, im};

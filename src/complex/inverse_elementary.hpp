@@ -3,7 +3,6 @@
 // element() brings the others there.
 #pragma once
 
-#include "complex/complex.hpp"
 #include "complex/working_numbers.hpp"
 #include "exp/log_core.hpp"
 #include "trig/atan_core.hpp"
@@ -21,7 +20,7 @@ template <Accuracy Log, Accuracy Angle> struct InverseInDouble {
   template <class V> static V one_minus(V x) { return 1.0 - x; }
   template <class V> static V log1p(V x) { return logarithm_1p<Log>(x); }
   /// The argument whose hyperbolic sine and cosine these are.
-  template <class V> static V asinh(V sinh, V cosh) { return log1p(sinh + sinh * sinh / (1.0 + cosh)); }
+  template <class V> static V asinh(V sinh, V cosh) { return log1p(mul_add(sinh, sinh / (1.0 + cosh), sinh)); }
   /// The angle of (x, y), y >= 0; an acute one has x >= 0 too.
   template <class V> static V angle(V y, V x) { return kelvm::angle<Angle>(y, x); }
   template <class V> static V acute_angle(V y, V x) { return kelvm::angle<Angle>(y, x); }
@@ -32,16 +31,17 @@ template <Accuracy A> struct InFloat {
   template <class V> static V number(V x) { return x; }
   template <class V> static V one_minus(V x) { return 1.0f - x; }
   template <class V> static V log1p(V x) { return float_logarithm_1p<A>(x); }
-  template <class V> static V asinh(V sinh, V cosh) { return log1p(sinh + sinh * sinh / (1.0f + cosh)); }
+  template <class V> static V asinh(V sinh, V cosh) { return log1p(mul_add(sinh, sinh / (1.0f + cosh), sinh)); }
   template <class V> static V acute_angle(V y, V x) {
     const auto steep = x < y;
     const V r = select(steep, x, y) / select(steep, y, x), z = r * r;
-    const V t = r + (r * z) * [z] {
+    const V series = [z] {
       if constexpr (A == Accuracy::bits21)
         return estrin(z, inverse_trig::atan_bits21);
       else
         return estrin(z, inverse_trig::atan_bits11);
     }();
+    const V t = mul_add(r * z, series, r);
     return select(steep, float(0.5 * pi) - t, t);
   }
   template <class V> static V angle(V y, V x) {

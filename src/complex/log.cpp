@@ -25,8 +25,8 @@ template <class Base, class V> V scaled_angle(DoubleWord<V> angle, V y) {
   } else {
     using namespace log_tables;
     const V head = head_of(angle.hi), tail = (angle.hi - head) + angle.lo;
-    const V rest = head * inverse_ln10_tail + tail * inverse_ln10;
-    return with_sign(head * inverse_ln10_head + rest, sign_of(y));
+    const V rest = mul_add(head, splat<V>(inverse_ln10_tail), tail * inverse_ln10);
+    return with_sign(mul_add(head, splat<V>(inverse_ln10_head), rest), sign_of(y));
   }
 }
 template <class Base, class V> V scaled_angle(V angle) {

@@ -22,9 +22,8 @@ template <class V> inline SignMask<V> outside_window(V x, V y, Lane<V> low, Lane
 
 /// x^2 + y^2 with a relative error below 2^-75, where the larger is in [2^-480, 2^500].
 template <class V> inline DoubleWord<V> norm_double_word(V x, V y) {
-  const V x_head = head_of(x), y_head = head_of(y);
-  const DoubleWord<V> h = two_sum(x_head * x_head, y_head * y_head);
-  return fast_two_sum(h.hi, h.lo + ((x - x_head) * (x + x_head) + (y - y_head) * (y + y_head)));
+  const DoubleWord<V> x2 = square_in_parts(x), y2 = square_in_parts(y), h = two_sum(x2.hi, y2.hi);
+  return fast_two_sum(h.hi, h.lo + (x2.lo + y2.lo));
 }
 
 /// |x| and |y|, the larger first.
@@ -90,25 +89,26 @@ template <class Base, class V> inline DoubleWord<V> log_abs_full(V x, V y) {
 template <class Base, Accuracy A, class V> inline V log_abs(V x, V y) {
   x = abs(x);
   const SignMask<V> near = (int_bits(splat<V>(0.5)) - int_bits(x)) & (int_bits(x) - int_bits(splat<V>(2)));
-  const V y_square = y * y, minus_one = (x - 1.0) * (x + 1.0) + y_square, one_more = 1.0 + minus_one;
-  const LogReduced<V> reduced = log_reduce<ShortRows>(select(near, one_more, x * x + y_square));
+  const V y_square = y * y, minus_one = mul_add(x - 1.0, x + 1.0, y_square), one_more = 1.0 + minus_one;
+  const LogReduced<V> reduced = log_reduce<ShortRows>(select(near, one_more, mul_add(x, x, y_square)));
   const Pair<V> row = lookup_pair<Base::rounded>(reduced.row);
   V r;
   if constexpr (A == Accuracy::bits50) {
     const V rest = select(near, (1.0 - one_more) + minus_one, V{});
     r = exact_product_minus_one(reduced.m, row.first) + log1p_correction(reduced, rest, row.first);
   } else {
-    r = select(near & (int_bits(abs(minus_one)) - int_bits(splat<V>(0x1p-7))), minus_one, reduced.m * row.first - 1.0);
+    r = select(near & (int_bits(abs(minus_one)) - int_bits(splat<V>(0x1p-7))), minus_one,
+               mul_sub(reduced.m, row.first, splat<V>(1)));
   }
-  return 0.5 * logarithm_sum<Base, A>(reduced.k * Base::log_of_2 + row.second, r);
+  return 0.5 * logarithm_sum<Base, A>(mul_add(reduced.k, splat<V>(Base::log_of_2), row.second), r);
 }
 
 /// log |z| in float, the larger part between 2^-60 and 2^62.
 template <class Base, Accuracy A, class V> inline V float_log_abs(V x, V y) {
   x = abs(x);
   const SignMask<V> near = (int_bits(splat<V>(0.5f)) - int_bits(x)) & (int_bits(x) - int_bits(splat<V>(2.0f)));
-  const V y_square = y * y, minus_one = (x - 1.0f) * (x + 1.0f) + y_square;
-  const FloatLogReduced<V> reduced = float_log_reduce(select(near, 1.0f + minus_one, x * x + y_square));
+  const V y_square = y * y, minus_one = mul_add(x - 1.0f, x + 1.0f, y_square);
+  const FloatLogReduced<V> reduced = float_log_reduce(select(near, 1.0f + minus_one, mul_add(x, x, y_square)));
   const SignMask<V> small = int_bits(abs(minus_one)) - int_bits(splat<V>(0.33f));
   return 0.5f * float_logarithm<Base, A>(reduced.k, select(near & small, minus_one, reduced.f));
 }

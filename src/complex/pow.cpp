@@ -63,7 +63,7 @@ struct A50 {
   template <class V> static EvenOdd<V> direction(DoubleWord<V> q) {
     const EvenOdd<V> head = Middle::circular(abs(q.hi));
     const V tail = flip_sign(q.lo, sign_of(q.hi));
-    return {head.even - tail * head.odd, head.odd + tail * head.even};
+    return {sub_mul(head.even, tail, head.odd), mul_add(tail, head.even, head.odd)};
   }
   template <class V> static V head(V x) { return x; }
   template <class V> static Middle::Exponential<V> exponential(DoubleWord<V> p) {
@@ -71,12 +71,20 @@ struct A50 {
   }
 };
 
-/// a u + b v with an error of 2^-78 of the larger product: those of the heads are exact.
-template <class V>
-DoubleWord<V> sum_of_products(const SplitFactor<V>& a, const SplitFactor<V>& u, const SplitFactor<V>& b,
-                              const SplitFactor<V>& v) {
-  const DoubleWord<V> sum = two_sum(a.hi * u.hi, b.hi * v.hi);
-  const V rest = (a.hi * u.lo + a.lo * u.value) + (b.hi * v.lo + b.lo * v.value);
+/// a u + b v with an error of 2^-78 of the larger product: those of the upper words are exact, without a fused
+/// operation those of their heads.
+template <class V> DoubleWord<V> sum_of_products(V a, DoubleWord<V> u, V b, DoubleWord<V> v) {
+  DoubleWord<V> sum;
+  V rest;
+  if constexpr (has_fused) {
+    const DoubleWord<V> au = two_product(a, u.hi), bv = two_product(b, v.hi);
+    sum = two_sum(au.hi, bv.hi);
+    rest = mul_add(a, u.lo, au.lo) + mul_add(b, v.lo, bv.lo);
+  } else {
+    const SplitFactor<V> as(a), us(u), bs(b), vs(v);
+    sum = two_sum(as.hi * us.hi, bs.hi * vs.hi);
+    rest = (as.hi * us.lo + as.lo * us.value) + (bs.hi * vs.lo + bs.lo * vs.value);
+  }
   return fast_two_sum(sum.hi, sum.lo + rest);
 }
 
@@ -94,9 +102,7 @@ template <class P> struct WithTails {
     const DoubleWord<V> theta = angle<Accuracy::extended>(y, x);
     const DoubleWord<V> t = fast_two_sum(theta.hi, theta.lo);
 
-    const SplitFactor<V> c_parts(c), d_parts(d), minus_d_parts(-d), l_parts(l), t_parts(t);
-    const DoubleWord<V> p = sum_of_products(c_parts, l_parts, minus_d_parts, t_parts);
-    const DoubleWord<V> q = sum_of_products(c_parts, t_parts, d_parts, l_parts);
+    const DoubleWord<V> p = sum_of_products(c, l, -d, t), q = sum_of_products(c, t, d, l);
     const SignMask<V> beyond = above(larger(abs(p.hi), 0.25 * abs(q.hi)), 690.0);
     const SignMask<V> next_to_one = less(abs(l.hi), splat<V>(0x1p-10)) & less(abs(t.hi), splat<V>(0x1p-10));
 
@@ -123,7 +129,7 @@ template <Accuracy L, Accuracy A, class C> struct Short {
     const V l = log_abs<Natural, L>(larger_part, smaller_part);
     const V t = angle<A>(y, x);
     const V ct = c * t, dl = d * l;
-    const V p = c * l - d * t, q = ct + dl;
+    const V p = mul_sub(c, l, d * t), q = ct + dl;
     const SignMask<V> beyond = above(abs(p), largest_exponent) | above(abs(q), 0x1p12);
     const EvenOdd<V> direction = C::circular(select(beyond, V{}, abs(q)));
     const V near = near_zero * (abs(ct) + abs(dl)) + tiny_angle;
@@ -197,7 +203,7 @@ struct A11 {
   template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
     const V l = float_log_abs<Natural, Accuracy::bits21>(x, y);
     const V t = float_angle<inverse_trig::atan_bits21>(y, x);
-    const V p = c * l - d * t, q = c * t + d * l;
+    const V p = mul_sub(c, l, d * t), q = mul_add(c, t, d * l);
     const SignMask<V> beyond = above(abs(p), 86.0f) | above(abs(q), 128.0f);
     undecided |= movemask(beyond | (int_bits(abs(q)) - 1));
     const EvenOdd<V> direction = SingleA11::circular(select(beyond, V{}, abs(q)));

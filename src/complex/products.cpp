@@ -49,18 +49,25 @@ template <class T, class P, Conjugate C> struct Multiplication : KernelDefaults 
     return multiply_element<T>({a, b, c, C == Conjugate::yes ? -d : d}, status);
   }
 };
-/// The plain formulas.
+/// The plain formulas. Not fused: products commute, and z conj(z) is real.
 template <Conjugate C, class V> Pair<V> plain_product(V a, V b, V c, V d) {
   if constexpr (C == Conjugate::yes)
     return {a * c + b * d, b * c - a * d};
   else
     return {a * c - b * d, a * d + b * c};
 }
+/// The same bits where all products are exact.
+template <Conjugate C, class V> Pair<V> exact_product(V a, V b, V c, V d) {
+  if constexpr (C == Conjugate::yes)
+    return {mul_add(a, c, b * d), mul_sub(b, c, a * d)};
+  else
+    return {mul_sub(a, c, b * d), mul_add(a, d, b * c)};
+}
 
-/// Non-zero results of a size below the limit are undecided.
+/// Results are undecided that are not finite, or below the limit but not zero.
 template <class V> void tell_by_size(Pair<V> z, Lane<V> limit, SizeTest<V>& test) {
-  const V size = size_of(z);
-  test.large(size, largest_finite<Lane<V>>);
+  const V size = either_size(z.first, z.second);
+  test.results(z);
   test.small(size, limit, nonzero(size));
 }
 
@@ -69,10 +76,9 @@ struct FloatFull {
   static constexpr int products_in_flight = 4;
 
   template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeTest<V>& test) {
-    constexpr auto re = [](auto a, auto b, auto c, auto d) { return plain_product<C>(a, b, c, d).first; };
-    constexpr auto im = [](auto a, auto b, auto c, auto d) { return plain_product<C>(a, b, c, d).second; };
-    const Pair<V> z{in_double(re, a, b, c, d), in_double(im, a, b, c, d)};
-    test.large(size_of(z), largest_finite<float>);
+    const Pair<V> z =
+        pair_in_double([](auto a, auto b, auto c, auto d) { return exact_product<C>(a, b, c, d); }, a, b, c, d);
+    test.results(z);
     return z;
   }
 };
@@ -98,7 +104,7 @@ struct DoubleShort {
 enum class Sign { plus, minus };
 
 struct DoubleFull {
-  static constexpr int products_in_flight = 1;
+  static constexpr int products_in_flight = has_fused ? 2 : 1;
 
   /// x y + z w, or x y - z w, rounded. Where the sum of p and q is inexact, the errors are small beside it; where it is
   /// exact, the sum of the errors is exact or no larger than the result: below 1 ulp.
@@ -106,19 +112,24 @@ struct DoubleFull {
   static V sum_of_two(ExactFactor<V> x, ExactFactor<V> y, ExactFactor<V> z, ExactFactor<V> w, SizeTest<V>& test) {
     const DoubleWord<V> p = two_product(x, y), zw = two_product(z, w);
     const DoubleWord<V> q = S == Sign::plus ? zw : DoubleWord<V>{-zw.hi, -zw.lo};
-    // They are exact where the larger one is above the limit; both may have a zero factor.
-    test.small(abs(p.hi) + abs(q.hi), 0x1p-900,
+    // They are exact where one of them is above the limit; both may have a zero factor.
+    test.small(either_size(p.hi, q.hi), 0x1p-895,
                (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
-    const DoubleWord<V> sum = two_sum(p.hi, q.hi);
-    return sum.hi - (0 - (sum.lo + (p.lo + q.lo))); // a zero keeps the sign of the plain sum
+    // two_sum with the sign of its error changed: what is subtracted from a sum of -0 leaves -0.
+    const V sum = p.hi + q.hi, q_part = sum - p.hi;
+    const V minus_error = ((sum - q_part) - p.hi) + (q_part - q.hi);
+    return sum - (minus_error - (p.lo + q.lo));
   }
+  /// An intermediate overflow makes the result a NaN or infinite.
   template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeTest<V>& test) {
-    test.large(size_of(Pair<V>{a, b}) + size_of(Pair<V>{c, d}), 0x1p500);
     const ExactFactor<V> sa(a), sb(b), sc(c), sd(d);
+    Pair<V> z;
     if constexpr (C == Conjugate::yes)
-      return {sum_of_two<Sign::plus>(sa, sc, sb, sd, test), sum_of_two<Sign::minus>(sb, sc, sa, sd, test)};
+      z = {sum_of_two<Sign::plus>(sa, sc, sb, sd, test), sum_of_two<Sign::minus>(sb, sc, sa, sd, test)};
     else
-      return {sum_of_two<Sign::minus>(sa, sc, sb, sd, test), sum_of_two<Sign::plus>(sa, sd, sb, sc, test)};
+      z = {sum_of_two<Sign::minus>(sa, sc, sb, sd, test), sum_of_two<Sign::plus>(sa, sd, sb, sc, test)};
+    test.results(z);
+    return z;
   }
 };
 

@@ -79,17 +79,20 @@ struct FloatFull {
     const Int<V> denominator_parts = int_bits(abs(from_bits<V>(bits(c) | bits(d))));
     return any_above(a, b, limit) | any_above(c, d, limit) | (denominator_parts - 1); // both zero: -1
   }
+  /// Products and norms are exact in double but for one rounding each, a reciprocal serves both parts.
   template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeTest<V>& test) {
-    const V re =
-        in_double([](auto a, auto b, auto c, auto d) { return (a * c + b * d) / (c * c + d * d); }, a, b, c, d);
-    const V im =
-        in_double([](auto a, auto b, auto c, auto d) { return (b * c - a * d) / (c * c + d * d); }, a, b, c, d);
-    test.large(size_of(Pair<V>{re, im}), largest_finite<float>);
-    return {re, im};
+    const Pair<V> z = pair_in_double(
+        [](auto a, auto b, auto c, auto d) {
+          const auto inverse = 1.0 / mul_add(c, c, d * d);
+          return Pair<decltype(a)>{mul_add(a, c, b * d) * inverse, mul_sub(b, c, a * d) * inverse};
+        },
+        a, b, c, d);
+    test.results(z);
+    return z;
   }
 };
 
-/// The textbook formula in the type itself.
+/// The textbook formula in the type itself. Numerators are not fused: z / z is real.
 struct FloatShort {
   static constexpr int quotients_in_flight = 4;
   template <class V> static SignMask<V> special(V a, V b, V c, V d) {
@@ -101,12 +104,12 @@ struct FloatShort {
     const Int<V> larger = c_bits > d_bits ? c_bits : d_bits;
     const V scale = bit_cast<V>(0x7F000000 - (larger & 0x7F800000));
     const V cs = c * scale, ds = d * scale;
-    const V inverse = scale / (cs * cs + ds * ds);
+    const V inverse = scale / mul_add(cs, cs, ds * ds);
     const V numerator_re = a * cs + b * ds, numerator_im = b * cs - a * ds;
-    const V re = numerator_re * inverse, im = numerator_im * inverse;
-    test.small(size_of(Pair<V>{numerator_re, numerator_im}), 0x1p-99f, not_both_zero(a, b));
-    test.large(size_of(Pair<V>{re, im}), largest_finite<float>);
-    return {re, im};
+    const Pair<V> z{numerator_re * inverse, numerator_im * inverse};
+    test.small(either_size(numerator_re, numerator_im), 0x1p-95f, not_both_zero(a, b));
+    test.results(z);
+    return z;
   }
 };
 
@@ -120,9 +123,9 @@ struct DoubleWindow {
 struct DoubleShort : DoubleWindow {
   static constexpr int quotients_in_flight = 2;
   template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeTest<V>& test) {
-    const V inverse = 1.0 / (c * c + d * d);
+    const V inverse = 1.0 / mul_add(c, c, d * d);
     const V re = a * c + b * d, im = b * c - a * d;
-    test.small(size_of(Pair<V>{re, im}), 0x1p-599, not_both_zero(a, b));
+    test.small(either_size(re, im), 0x1p-511, not_both_zero(a, b));
     return {re * inverse, im * inverse};
   }
 };
@@ -130,9 +133,9 @@ struct DoubleShort : DoubleWindow {
 enum class Sign { plus, minus };
 
 struct DoubleFull : DoubleWindow {
-  static constexpr int quotients_in_flight = 4;
+  static constexpr int quotients_in_flight = has_fused ? 2 : 4;
 
-  /// The exact products x y and z w, the second with the sign.
+  /// The products x y and z w, the second with the sign.
   template <class V> struct Products { DoubleWord<V> p, q; };
   template <Sign S, class V> static Products<V> signed_products(DoubleWord<V> p, DoubleWord<V> q) {
     return {p, S == Sign::plus ? q : DoubleWord<V>{-q.hi, -q.lo}};
@@ -144,7 +147,18 @@ struct DoubleFull : DoubleWindow {
     const V head = heads.hi - (0 - middle);
     return {head, (middle - (head - heads.hi)) + tails.lo};
   }
-  /// x y + z w, or x y - z w, without exact products: relative error below 2^-62 where it does not cancel.
+  /// x y, exact with a fused operation; without, that of the upper halves and the rest, to 2^-77.
+  template <class V> static DoubleWord<V> product(const SplitFactor<V>& x, const SplitFactor<V>& y) {
+    if constexpr (has_fused)
+      return two_product(x.value, y.value);
+    else
+      return {x.hi * y.hi, x.lo * y.value + x.hi * y.lo};
+  }
+  /// Numerators that lose more by cancellation need exact sums: the rests are rounded, to 2^-106 of the products or
+  /// 2^-77.
+  static constexpr double least_left = has_fused ? 0x1p-40 : 0x1p-11;
+
+  /// x y + z w, or x y - z w: relative error below 2^-62 where it does not cancel.
   template <class V> struct Numerator {
     DoubleWord<V> value;
     SignMask<V> cancels;
@@ -152,12 +166,11 @@ struct DoubleFull : DoubleWindow {
   template <Sign S, class V>
   static Numerator<V> numerator(const SplitFactor<V>& x, const SplitFactor<V>& y, const SplitFactor<V>& z,
                                 const SplitFactor<V>& w, SizeTest<V>& test) {
-    const V p = x.hi * y.hi, q = z.hi * w.hi, size = abs(p) + abs(q);
-    test.small(size, 0x1p-510, (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
-    const V p_rest = x.lo * y.value + x.hi * y.lo, q_rest = z.lo * w.value + z.hi * w.lo;
-    const DoubleWord<V> sum = two_sum(p, S == Sign::plus ? q : -q);
-    return {{sum.hi, sum.lo + (S == Sign::plus ? p_rest + q_rest : p_rest - q_rest)},
-            int_bits(abs(sum.hi)) - int_bits(0x1p-12 * size)};
+    const auto [p, q] = signed_products<S>(product(x, y), product(z, w));
+    test.small(either_size(p.hi, q.hi), 0x1p-511,
+               (nonzero(x.value) & nonzero(y.value)) | (nonzero(z.value) & nonzero(w.value)));
+    const DoubleWord<V> sum = two_sum(p.hi, q.hi);
+    return {{sum.hi, sum.lo + (p.lo + q.lo)}, int_bits(abs(sum.hi)) - int_bits(least_left * abs(p.hi))};
   }
   template <Sign S, class V>
   static DoubleWord<V> settled(const Numerator<V>& n, ExactFactor<V> x, ExactFactor<V> y, ExactFactor<V> z,
@@ -165,12 +178,20 @@ struct DoubleFull : DoubleWindow {
     const DoubleWord<V> exact = exact_sum(signed_products<S>(two_product(x, y), two_product(z, w)));
     return {select(n.cancels, exact.hi, n.value.hi), select(n.cancels, exact.lo, n.value.lo)};
   }
+  /// So short that its product with another such head is exact or, fused with a sum, rounded once.
+  template <class V> static V factor_head(V x) {
+    if constexpr (has_fused)
+      return x;
+    else
+      return head_of(x);
+  }
   template <class V> static Pair<V> quotient(V a, V b, V c, V d, SizeTest<V>& test) {
     const SplitFactor<V> ca(a), cb(b), cc(c), cd(d);
-    const V c2 = cc.hi * cc.hi, d2 = cd.hi * cd.hi;
-    const V rest = cc.lo * (c + cc.hi) + cd.lo * (d + cd.hi);
-    const V norm = (c2 + d2) + rest, inverse = 1.0 / norm;
-    const V norm_head = head_of(norm), norm_tail = ((larger_of(c2, d2) - norm_head) + smaller_of(c2, d2)) + rest;
+    const DoubleWord<V> c2 = product(cc, cc), d2 = product(cd, cd);
+    const V rest = c2.lo + d2.lo;
+    const V norm = (c2.hi + d2.hi) + rest, inverse = 1.0 / norm;
+    const V norm_head = factor_head(norm);
+    const V norm_tail = ((larger_of(c2.hi, d2.hi) - norm_head) + smaller_of(c2.hi, d2.hi)) + rest;
     Numerator<V> re = numerator<Sign::plus>(ca, cc, cb, cd, test);
     Numerator<V> im = numerator<Sign::minus>(cb, cc, ca, cd, test);
     if (any(re.cancels | im.cancels)) [[unlikely]] {
@@ -179,8 +200,8 @@ struct DoubleFull : DoubleWindow {
       im.value = settled<Sign::minus>(im, hb, hc, ha, hd);
     }
     const auto divide = [&](DoubleWord<V> n) { // a zero keeps its sign
-      const V q = head_of((n.hi - (0 - n.lo)) * inverse);
-      return q - ((q * norm_head - n.hi) + (q * norm_tail - n.lo)) * inverse;
+      const V q = factor_head((n.hi - (0 - n.lo)) * inverse);
+      return sub_mul(q, mul_sub(q, norm_head, n.hi) + mul_sub(q, norm_tail, n.lo), inverse);
     };
     return {divide(re.value), divide(im.value)};
   }

@@ -32,7 +32,7 @@ struct Plain {
   static constexpr double least_y = 0;
   template <class V> static Root<V> root(V x, V y) {
     constexpr Lane<V> half = 0.5;
-    const V t = sqrt(half * (x + sqrt(x * x + y * y)));
+    const V t = sqrt(half * (x + sqrt(mul_add(x, x, y * y))));
     return {t, y * (half / t)};
   }
 };
@@ -40,17 +40,17 @@ struct Plain {
 struct NewtonStepInFloat {
   static constexpr double least_y = 0x1p-76; // what the step adds has its bits, or is nothing
   template <class V> static Root<V> root(V x, V y) {
-    const V m = sqrt(x * x + y * y);
+    const V m = sqrt(mul_add(x, x, y * y));
     const V square = 0.5f * (x + m), t = sqrt(square);
     const V both = 0.5f / (m * square); // one division for 1 / (2 m) and 1 / (2 square)
     const V q = (y * t) * (m * both), inverse = square * both, c = t * inverse;
     const Pair<V> rest = pair_in_double(
         [](auto x, auto y, auto t, auto q) { // products of floats are exact
-          return Pair<decltype(x)>{(x - t * t) + q * q, y - t * (q + q)};
+          return Pair<decltype(x)>{mul_add(q, q, sub_mul(x, t, t)), sub_mul(y, t, q + q)};
         },
         x, y, t, q);
     const V e = rest.first * inverse;
-    return {t + (e * t + (rest.second * q) * inverse), q + (rest.second * c - e * q)};
+    return {t + mul_add(rest.second * q, inverse, e * t), q + mul_sub(rest.second, c, e * q)};
   }
 };
 
@@ -58,17 +58,23 @@ struct NewtonStep {
   static constexpr double least_y = 0x1p-700; // below, the residuals are not exact
   /// The larger of x and y is in [2^-450, 2^500]; y is zero or at least least_y.
   template <class V> static Root<V> root(V x, V y) {
-    const V m = sqrt(x * x + y * y);
+    const V m = sqrt(mul_add(x, x, y * y));
     const V t = sqrt(0.5 * (x + m)), q = y * (0.5 / t);
-    // x + q^2 - t^2 and y - 2 t q, with the heads' products exact
-    const V t_head = head_of(t), q_head = head_of(q), t_tail = t - t_head, q_tail = q - q_head;
-    const DoubleWord<V> sum = two_sum(x, q_head * q_head);
-    const V re = (((sum.hi - t_head * t_head) + sum.lo) + q_tail * (q + q_head)) - t_tail * (t + t_head);
-    const V half_im = ((0.5 * y - q_head * t_head) - q_head * t_tail) - q_tail * t;
+    // x + q^2 - t^2 and y - 2 t q, with exact products where they cancel
+    const DoubleWord<V> t2 = square_in_parts(t), q2 = square_in_parts(q), sum = two_sum(x, q2.hi);
+    const V re = (((sum.hi - t2.hi) + sum.lo) + q2.lo) - t2.lo;
+    V half_im = 0.5 * y;
+    if constexpr (has_fused) {
+      half_im = sub_mul(half_im, q, t);
+    } else {
+      const V t_head = head_of(t), q_head = head_of(q);
+      half_im = ((half_im - q_head * t_head) - q_head * (t - t_head)) - (q - q_head) * t;
+    }
     // times (t - iq) / (2m)
     const V guess = from_bits<V>(0x7FDE6238502484C6 - bits(m)); // about 1 / m, as in root/root.hpp
-    const V inverse = guess * (2 - m * guess), half_re = 0.5 * re;
-    return {t + (half_re * t + half_im * q) * inverse, q + (half_im * t - half_re * q) * inverse};
+    const V inverse = guess * sub_mul(splat<V>(2), m, guess), half_re = 0.5 * re;
+    return {mul_add(mul_add(half_re, t, half_im * q), inverse, t),
+            mul_add(mul_sub(half_im, t, half_re * q), inverse, q)};
   }
 };
 

@@ -2,7 +2,7 @@
 // DoubleWord numbers, each with an error below 2^-74. A formula is a template over the two.
 #pragma once
 
-#include "exact/double_word.hpp"
+#include "complex/complex.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
@@ -13,6 +13,8 @@ template <class V> inline V square(V x) { return x * x; }
 template <class V> inline V product(V x, V y) { return x * y; }
 template <class V> inline V quotient(V x, V y) { return x / y; }
 template <class V> inline V sum(V x, V y) { return x + y; }
+/// x^2 + y
+template <class V> inline V square_plus(V x, V y) { return mul_add(x, x, y); }
 template <class V> inline V one_plus(V x) { return Lane<V>(1) + x; }
 /// |x| >= |y|.
 template <class V> inline V descending_sum(V x, V y) { return x + y; }
@@ -39,29 +41,20 @@ template <class V> inline DoubleWord<V> operator*(double scale, DoubleWord<V> x)
   return {scale * x.hi, scale * x.lo};
 }
 
-/// The product of two single numbers: that of their upper halves is exact.
-template <class V> inline DoubleWord<V> extended_square(V x) {
-  const V upper = head_of(x);
-  return {upper * upper, (x - upper) * (x + upper)};
-}
-template <class V> inline DoubleWord<V> extended_product(V x, V y) {
-  const V x_upper = head_of(x), y_upper = head_of(y);
-  return {x_upper * y_upper, x * (y - y_upper) + (x - x_upper) * y_upper};
-}
-
 template <class V> inline DoubleWord<V> twice(DoubleWord<V> x) { return 2 * x; }
 template <class V> inline DoubleWord<V> square(DoubleWord<V> x) {
-  const DoubleWord<V> s = extended_square(x.hi);
-  return {s.hi, s.lo + 2 * x.hi * x.lo};
+  const DoubleWord<V> s = square_in_parts(x.hi);
+  return {s.hi, mul_add(2 * x.hi, x.lo, s.lo)};
 }
 template <class V> inline DoubleWord<V> product(DoubleWord<V> x, DoubleWord<V> y) {
-  const DoubleWord<V> p = extended_product(x.hi, y.hi);
-  return {p.hi, p.lo + (x.hi * y.lo + x.lo * y.hi)};
+  const DoubleWord<V> p = product_in_parts(x.hi, y.hi);
+  return {p.hi, p.lo + mul_add(x.hi, y.lo, x.lo * y.hi)};
 }
 template <class V> inline DoubleWord<V> sum(DoubleWord<V> x, DoubleWord<V> y) {
   const DoubleWord<V> heads = two_sum(x.hi, y.hi);
   return {heads.hi, heads.lo + (x.lo + y.lo)};
 }
+template <class V> inline DoubleWord<V> square_plus(DoubleWord<V> x, DoubleWord<V> y) { return sum(square(x), y); }
 template <class V> inline DoubleWord<V> one_plus(DoubleWord<V> x) {
   const DoubleWord<V> heads = two_sum(splat<V>(1), x.hi);
   return {heads.hi, heads.lo + x.lo};
@@ -73,13 +66,13 @@ template <class V> inline DoubleWord<V> descending_sum(DoubleWord<V> x, DoubleWo
 /// y is normalised.
 template <class V> inline DoubleWord<V> quotient(V x, DoubleWord<V> y) {
   const V inverse = 1.0 / y.hi, q = x * inverse;
-  const DoubleWord<V> back = extended_product(q, y.hi);
-  return {q, (((x - back.hi) - back.lo) - q * y.lo) * inverse};
+  const DoubleWord<V> back = product_in_parts(q, y.hi);
+  return {q, sub_mul((x - back.hi) - back.lo, q, y.lo) * inverse};
 }
 /// The root is normalised.
 template <class V> inline DoubleWord<V> sqrt(DoubleWord<V> x) {
   const V root = sqrt(x.hi + x.lo), inverse = 1.0 / root;
-  const DoubleWord<V> back = extended_square(root);
+  const DoubleWord<V> back = square_in_parts(root);
   return {root, 0.5 * (((x.hi - back.hi) - back.lo) + x.lo) * inverse};
 }
 

@@ -28,8 +28,9 @@ namespace kelvm::inline KELVM_BUILD {
 /// cos and sin, or cosh and sinh.
 template <class F> struct EvenOdd { F even, odd; };
 enum class Functions { circular, hyperbolic };
-template <Functions Which, class V> inline V signed_product(V a, V b) {
-  return Which == Functions::circular ? -(a * b) : a * b;
+/// sum +- a b, the sign that of the addition theorem of the even function.
+template <Functions Which, class V> inline V add_signed(V sum, V a, V b) {
+  return Which == Functions::circular ? sub_mul(sum, a, b) : mul_add(a, b, sum);
 }
 
 // --- accuracies -----------------------------------------------------------------------------------------------------
@@ -70,11 +71,10 @@ struct Full : InDouble {
 
   /// The head is exact.
   template <class V> static DoubleWord<V> long_product(const DoubleWord<V>& a, const DoubleWord<V>& b) {
-    return {a.hi * b.hi, a.hi * b.lo + a.lo * (b.hi + b.lo)};
+    return {a.hi * b.hi, mul_add(a.hi, b.lo, a.lo * (b.hi + b.lo))};
   }
   template <class V> static V product(const DoubleWord<V>& a, const DoubleWord<V>& b) {
-    const DoubleWord<V> ab = long_product(a, b);
-    return ab.hi + ab.lo;
+    return mul_add(a.hi, b.hi, mul_add(a.hi, b.lo, a.lo * (b.hi + b.lo)));
   }
   /// c^2 + d^2, as a divisor. A quotient's head has 26 bits, so that its product with the head of the sum is exact.
   template <class V> struct SumOfSquares {
@@ -92,7 +92,7 @@ struct Full : InDouble {
     V divides(const DoubleWord<V>& a, const DoubleWord<V>& b) const {
       const DoubleWord<V> ab = long_product(a, b);
       const V quotient = head_of((ab.hi + ab.lo) * inverse);
-      return quotient + ((ab.hi - quotient * value.hi) + (ab.lo - quotient * value.lo)) * inverse;
+      return mul_add(sub_mul(ab.hi, quotient, value.hi) + sub_mul(ab.lo, quotient, value.lo), inverse, quotient);
     }
   };
 
@@ -135,13 +135,13 @@ struct Full : InDouble {
   /// is a multiple of pi/2 but for 2^-53.
   template <class V> static Remainder<V> long_reduce(V y) {
     using namespace factors_tables;
-    const V shifted = y * thirty_two_over_pi + rounding_constant<double>;
+    const V shifted = mul_add(y, splat<V>(thirty_two_over_pi), splat<V>(rounding_constant<double>));
     const V k = shifted - rounding_constant<double>;
-    const V t = y - k * pi_32_0;
-    const V first = t - k * pi_32_1;
-    const V second = ((t - first) - k * pi_32_1) - k * pi_32_2;
+    const V t = sub_mul(y, k, splat<V>(pi_32_0));
+    const V first = sub_mul(t, k, splat<V>(pi_32_1));
+    const V second = sub_mul(sub_mul(t - first, k, splat<V>(pi_32_1)), k, splat<V>(pi_32_2));
     const V head = first + second;
-    return {head, ((first - head) + second) - k * pi_32_3, int_bits(shifted)};
+    return {head, sub_mul((first - head) + second, k, splat<V>(pi_32_3)), int_bits(shifted)};
   }
 
 private:
@@ -150,28 +150,35 @@ private:
     const V head = head_of(a + b);
     return {head, ((a - head) + b) + rest};
   }
+  /// a +- b c + rest likewise, where the product is exact.
+  template <Functions Which, class V> static DoubleWord<V> sum_with_product(V a, V b, V c, V rest) {
+    const V head = head_of(add_signed<Which>(a, b, c));
+    return {head, add_signed<Which>(a - head, b, c) + rest};
+  }
   /// The addition theorem: with odd r = head + beyond, where head has 26 bits, the products with head are exact.
   template <Functions Which, class V, int N, int M>
   static EvenOdd<DoubleWord<V>> added(const EvenOdd<DoubleWord<V>>& a, DoubleWord<V> r, const double (&even_series)[N],
                                       const double (&odd_series)[M]) {
     const V z = r.hi * r.hi, head = head_of(r.hi);
-    const V beyond = ((r.hi - head) + r.lo) + (r.hi * z) * horner(z, odd_series);
+    const V beyond = mul_add(r.hi * z, horner(z, odd_series), (r.hi - head) + r.lo);
     const V c = z * horner(z, even_series);
     const V even = a.even.hi + a.even.lo, odd = a.odd.hi + a.odd.lo;
-    return {sum(a.even.hi, signed_product<Which>(a.odd.hi, head),
-                (a.even.lo + signed_product<Which>(a.odd.lo, head)) + (even * c + signed_product<Which>(odd, beyond))),
-            sum(a.odd.hi, a.even.hi * head, (a.odd.lo + a.even.lo * head) + (even * beyond + odd * c))};
+    return {sum_with_product<Which>(a.even.hi, a.odd.hi, head,
+                                    add_signed<Which>(a.even.lo, a.odd.lo, head) +
+                                        add_signed<Which>(even * c, odd, beyond)),
+            sum_with_product<Functions::hyperbolic>(
+                a.odd.hi, a.even.hi, head, mul_add(a.even.lo, head, a.odd.lo) + mul_add(even, beyond, odd * c))};
   }
 };
 
 /// The addition theorem in plain numbers: c = even r - 1.
 template <Functions Which, class V> inline EvenOdd<V> added(const EvenOdd<V>& a, V c, V odd_r) {
-  return {a.even + (a.even * c + signed_product<Which>(a.odd, odd_r)), a.odd + (a.odd * c + a.even * odd_r)};
+  return {a.even + add_signed<Which>(a.even * c, a.odd, odd_r), a.odd + mul_add(a.even, odd_r, a.odd * c)};
 }
 template <class V, int N, int M>
 inline EvenOdd<V> even_odd(V r, const Lane<V> (&even_series)[N], const Lane<V> (&odd_series)[M]) {
   const V z = r * r;
-  return {z * horner(z, even_series), r + (r * z) * horner(z, odd_series)}; // even less 1
+  return {z * horner(z, even_series), mul_add(r * z, horner(z, odd_series), r)}; // even less 1
 }
 
 /// Where a factor is a plain number.
@@ -181,7 +188,7 @@ struct Plain {
   template <class V> static V product(V a, V b) { return a * b; }
   template <class V> struct SumOfSquares {
     V inverse;
-    SumOfSquares(V c, V d) : inverse(Lane<V>(1) / (c * c + d * d)) {}
+    SumOfSquares(V c, V d) : inverse(Lane<V>(1) / mul_add(c, c, d * d)) {}
     V divides(V a, V b) const { return (a * b) * inverse; }
   };
   template <class V> struct Exponential {
@@ -226,13 +233,14 @@ private:
     Int<V> index;
   };
   template <class V> static Angle<V> reduced_angle(V y) {
-    const V shifted = y * thirty_two_over_pi + rounding_constant<double>;
+    const V shifted = mul_add(y, splat<V>(thirty_two_over_pi), splat<V>(rounding_constant<double>));
     const V k = shifted - rounding_constant<double>;
     if constexpr (E == Accuracy::bits40) { // 2^-71 absolute: floats do not come near multiples of pi / 2
       constexpr double pi_32_rest = factors_tables::pi_32_1 + factors_tables::pi_32_2;
-      return {(y - k * factors_tables::pi_32_0) - k * pi_32_rest, int_bits(shifted)};
+      return {sub_mul(sub_mul(y, k, splat<V>(factors_tables::pi_32_0)), k, splat<V>(pi_32_rest)), int_bits(shifted)};
     } else {
-      return {y - k * parts_of_pi_32[0] - k * parts_of_pi_32[1] - k * parts_of_pi_32[2], int_bits(shifted)};
+      const V t = sub_mul(sub_mul(y, k, splat<V>(parts_of_pi_32[0])), k, splat<V>(parts_of_pi_32[1]));
+      return {sub_mul(t, k, splat<V>(parts_of_pi_32[2])), int_bits(shifted)};
     }
   }
   template <class V> static EvenOdd<V> of_angle(const Angle<V>& angle) {
@@ -272,7 +280,7 @@ template <class P> struct Single : Plain {
   template <class V> static Exponential<V> exponential(V x) {
     const FloatExpReduced<V> reduced = float_exp_reduce(x);
     const V r = reduced.r;
-    return {reduced.scaled(1.0f + (r + (r * r) * estrin(r, P::exponential)))};
+    return {reduced.scaled(1.0f + mul_add(r * r, estrin(r, P::exponential), r))};
   }
   template <class V> static EvenOdd<V> hyperbolic(V x) {
     const FloatExpReduced<V> reduced = float_exp_reduce(x);
@@ -282,9 +290,10 @@ template <class P> struct Single : Plain {
     return added<Functions::hyperbolic>({up + down, up - down}, r.even, r.odd);
   }
   template <Angles = Angles::near, class V> static EvenOdd<V> circular(V y) {
-    const V shifted = y * 0x1.45f306p-1f + rounding_constant<float>;
+    const V shifted = mul_add(y, splat<V>(0x1.45f306p-1f), splat<V>(rounding_constant<float>));
     const V k = shifted - rounding_constant<float>;
-    const V remainder = y - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f;
+    const V t = sub_mul(sub_mul(y, k, splat<V>(1.5703125f)), k, splat<V>(0x1.fb4p-12f));
+    const V remainder = sub_mul(sub_mul(t, k, splat<V>(0x1.444p-24f)), k, splat<V>(0x1.68c234p-39f));
     const EvenOdd<V> r = even_odd(remainder, P::cos, P::sin);
     const V cos_r = 1.0f + r.even;
     const Bits<V> quadrant = bits(shifted);
