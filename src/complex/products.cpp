@@ -64,13 +64,6 @@ template <Conjugate C, class V> Pair<V> exact_product(V a, V b, V c, V d) {
     return {mul_sub(a, c, b * d), mul_add(a, d, b * c)};
 }
 
-/// Results are undecided that are not finite, or below the limit but not zero.
-template <class V> void tell_by_size(Pair<V> z, Lane<V> limit, SizeTest<V>& test) {
-  const V size = either_size(z.first, z.second);
-  test.results(z);
-  test.small(size, limit, nonzero(size));
-}
-
 /// Floats at full precision. A result that overflows float goes to element() for its code.
 struct FloatFull {
   static constexpr int products_in_flight = 4;
@@ -83,20 +76,14 @@ struct FloatFull {
   }
 };
 
-/// The plain formula in the type itself.
-struct FloatShort {
+/// The plain formula in the type itself. Results that are below the limit, but not zero, may have lost bits.
+struct Short {
   static constexpr int products_in_flight = 4;
   template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeTest<V>& test) {
     const Pair<V> z = plain_product<C>(a, b, c, d);
-    tell_by_size(z, 0x1p-119f, test);
-    return z;
-  }
-};
-struct DoubleShort {
-  static constexpr int products_in_flight = 4;
-  template <Conjugate C, class V> static Pair<V> product(V a, V b, V c, V d, SizeTest<V>& test) {
-    const Pair<V> z = plain_product<C>(a, b, c, d);
-    tell_by_size(z, 0x1p-959, test);
+    const V size = either_size(z.first, z.second);
+    test.results(z);
+    test.small(size, sizeof(Lane<V>) == 8 ? Lane<V>(0x1p-959) : Lane<V>(0x1p-119), nonzero(size));
     return z;
   }
 };
@@ -140,17 +127,17 @@ template <class P> using MulByConj64 = Multiplication<double, P, Conjugate::yes>
 
 } // namespace
 
-KELVM_BINARY(kelsMul_32fc_A11, Mul32<FloatShort>)
-KELVM_BINARY(kelsMul_32fc_A21, Mul32<FloatShort>)
+KELVM_BINARY(kelsMul_32fc_A11, Mul32<Short>)
+KELVM_BINARY(kelsMul_32fc_A21, Mul32<Short>)
 KELVM_BINARY(kelsMul_32fc_A24, Mul32<FloatFull>)
-KELVM_BINARY(kelsMul_64fc_A26, Mul64<DoubleShort>)
-KELVM_BINARY(kelsMul_64fc_A50, Mul64<DoubleShort>)
+KELVM_BINARY(kelsMul_64fc_A26, Mul64<Short>)
+KELVM_BINARY(kelsMul_64fc_A50, Mul64<Short>)
 KELVM_BINARY(kelsMul_64fc_A53, Mul64<DoubleFull>)
-KELVM_BINARY(kelsMulByConj_32fc_A11, MulByConj32<FloatShort>)
-KELVM_BINARY(kelsMulByConj_32fc_A21, MulByConj32<FloatShort>)
+KELVM_BINARY(kelsMulByConj_32fc_A11, MulByConj32<Short>)
+KELVM_BINARY(kelsMulByConj_32fc_A21, MulByConj32<Short>)
 KELVM_BINARY(kelsMulByConj_32fc_A24, MulByConj32<FloatFull>)
-KELVM_BINARY(kelsMulByConj_64fc_A26, MulByConj64<DoubleShort>)
-KELVM_BINARY(kelsMulByConj_64fc_A50, MulByConj64<DoubleShort>)
+KELVM_BINARY(kelsMulByConj_64fc_A26, MulByConj64<Short>)
+KELVM_BINARY(kelsMulByConj_64fc_A50, MulByConj64<Short>)
 KELVM_BINARY(kelsMulByConj_64fc_A53, MulByConj64<DoubleFull>)
 
 } // namespace kelvm::inline KELVM_BUILD::complex_products
