@@ -124,7 +124,7 @@ template <class F, class V> inline DoubleWord<V> inverse_double_word(V x) {
   const InverseRow<2, V> row(y);
   V r = row.t;
   if constexpr (F::distance_is_rounded) {
-    const V power = inverse_power_of_two(from_bits<V>(bits(y) & 0x7FF0000000000000u)); // of 2, 1/2 < y power <= 1
+    const V power = from_bits<V>(0x7FE0000000000000u - (bits(y) & 0x7FF0000000000000u)); // of 2, 1/2 < y power <= 1
     r += F::distance_error(x, y) * power;
   }
   const DoubleWord<V> p = split_row_sum(r, lookup_row<F::Tables::full>(row.index));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "exact/double_word.hpp"
+#include "simd/exponent.hpp"
 
 #include <utility>
 

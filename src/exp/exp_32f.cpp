@@ -12,6 +12,7 @@
 #include "exp/exp_tables.hpp"
 #include "frame/export.hpp"
 #include "kelvm/exp.h"
+#include "simd/exponent.hpp"
 #include "simd/table.hpp"
 
 namespace kelvm::inline KELVM_BUILD::exp_32f {

@@ -4,14 +4,17 @@
 //   e^x = 2^(k/N) e^r,   k = round(x N / ln 2),   |r| <= ln 2 / (2N),   N = 128 or 32
 //
 // 2^(k/N) is a table value, by the low bits of k, and a power of two, by the others, which is added to the exponent
-// field. After Tang, "Table-driven implementation of the exponential function in IEEE floating-point arithmetic", 1989.
+// field. r comes of two steps of ln 2 / N (Cody-Waite), the first of which is exact; with a fused multiply-add the
+// second adds its last rounding alone. After Tang, "Table-driven implementation of the exponential function in IEEE
+// floating-point arithmetic", 1989.
 #pragma once
 
 #include "exact/accuracy.hpp"
-#include "exact/double_word.hpp"
+#include "exact/fused_sum.hpp"
 #include "exact/polynomial.hpp"
 #include "exact/scaled_sum.hpp"
 #include "exp/exp_core_tables.hpp"
+#include "simd/exponent.hpp"
 #include "simd/table.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
@@ -35,13 +38,19 @@ template <int N, class V> struct ExpReduced {
   Int<V> row() const { return int_bits(sum) & (N - 1); }
   /// v times 2^floor(k / N), for a normal v and a normal result.
   V scaled(V v) const { return times_power_of_two(v, bits(sum) >> ExpSteps<N>::log_n); }
+  V k() const { return sum - rounding_constant<double>; }
+  /// r rounded, and what the rounding lost.
+  V r() const { return mul_add(k(), splat<V>(-ExpSteps<N>::lo), main); }
+  V r_error() const { return mul_add(k(), splat<V>(-ExpSteps<N>::lo), main - r()); }
+  /// r with an error below 2^-52 |x|, from the x that was reduced: k ln 2 / N is rounded.
+  V r_by_one_step(V x) const { return mul_add(k(), splat<V>(-(ExpSteps<N>::hi + ExpSteps<N>::lo)), x); }
 };
 
 /// |x| < 2^11 for a meaningful result; no flag but inexact is raised for |x| < 2^900.
 template <int N, class V> inline ExpReduced<N, V> exp_reduce(V x) {
-  const V sum = x * ExpSteps<N>::per_step + rounding_constant<double>;
+  const V sum = mul_add(x, splat<V>(ExpSteps<N>::per_step), splat<V>(rounding_constant<double>));
   const V k = sum - rounding_constant<double>;
-  return {sum, x - k * ExpSteps<N>::hi, k * ExpSteps<N>::lo};
+  return {sum, mul_add(k, splat<V>(-ExpSteps<N>::hi), x), k * ExpSteps<N>::lo};
 }
 
 /// 2^(j/128) as a double-word whose upper word has 26 bits.
@@ -69,14 +78,14 @@ template <> inline constexpr auto& expm1_coefficients<Accuracy::bits11> = exp_co
 /// e^(hi + lo) / 2^floor(k / N) as a double-word, its lower word zero but for `full`; x is hi reduced, |lo| < 2^-7.
 template <Accuracy A> inline constexpr int exp_steps = A == Accuracy::full ? 128 : 32;
 template <Accuracy A, class V> inline DoubleWord<V> exp_unscaled(const ExpReduced<exp_steps<A>, V>& x, V lo) {
-  const V r = (x.main - x.rest) + lo;
+  const V r = x.r() + lo;
   if constexpr (A == Accuracy::full) {
-    const V p = r + (r * r) * estrin(r, exp_coefficients<A>);
+    const V p = mul_add(r * r, estrin(r, exp_coefficients<A>), r);
     const DoubleWord<V> t = exp2_short_and_rest(x);
-    return {t.hi, t.lo + (t.hi + t.lo) * p};
+    return {t.hi, mul_add(t.hi + t.lo, p, t.lo)};
   } else {
     const V t = lookup<exp_core_tables::exp2_32>(x.row());
-    return {t + t * (r + (r * r) * estrin(r, exp_coefficients<A>)), V{}};
+    return {mul_add(t, mul_add(r * r, estrin(r, exp_coefficients<A>), r), t), V{}};
   }
 }
 /// e^(hi + lo) where that is a normal number.
@@ -89,14 +98,13 @@ template <Accuracy A, class V> inline V exp_normal(V hi, V lo) {
     return x.scaled(y.hi);
 }
 
-/// e^x where that is a normal number and |x| < 2^7, for the lower accuracies: k ln 2 / 32 is rounded, below 2^-46.
+/// e^x where that is a normal number, for the lower accuracies; |x| < 2^7 for bits40.
 template <Accuracy A, class V> inline V exp_normal(V x) {
   static_assert(A == Accuracy::bits40 || A == Accuracy::bits27);
-  constexpr double step = ExpSteps<32>::hi + ExpSteps<32>::lo;
   const ExpReduced<32, V> reduced = exp_reduce<32>(x);
-  const V r = x - step * (reduced.sum - rounding_constant<double>);
+  const V r = reduced.r_by_one_step(x);
   const V t = lookup<exp_core_tables::exp2_32>(reduced.row());
-  return reduced.scaled(t + t * (r + (r * r) * estrin(r, exp_coefficients<A>)));
+  return reduced.scaled(mul_add(t, mul_add(r * r, estrin(r, exp_coefficients<A>), r), t));
 }
 
 /// e^(hi + lo) for any sum, |lo| < 2^-20 |hi|, rounded once. An overflow raises its flag, an
@@ -122,15 +130,20 @@ template <class V> struct Expm1Parts { V hi, lo, scale; };
 template <class V> inline Expm1Parts<V> expm1_full(V x) {
   const ExpReduced<128, V> reduced = exp_reduce<128>(x);
   const DoubleWord<V> t = exp2_short_and_rest(reduced);
-  const V r = reduced.main - reduced.rest;
-  const V r_error = (reduced.main - r) - reduced.rest;
-  const V beyond_r = (r * r) * estrin(r, expm1_coefficients<Accuracy::full>) + r_error;
-  const V r_head = head_of(r);
+  const V r = reduced.r();
+  const V beyond_r = mul_add(r * r, estrin(r, expm1_coefficients<Accuracy::full>), reduced.r_error());
   const V scale = reduced.scaled(splat<V>(1));
   const DoubleWord<V> constant = two_sum(t.hi, -inverse_power_of_two(scale));
-  const DoubleWord<V> sum = fast_two_sum(constant.hi, t.hi * r_head);
-  const V product_rest = t.hi * (r - r_head) + (t.lo * r + (t.hi + t.lo) * beyond_r);
-  return {sum.hi, ((constant.lo + sum.lo) + t.lo) + product_rest, scale};
+  const V small = mul_add(t.hi + t.lo, beyond_r, t.lo * r);
+  if constexpr (has_fused) {
+    // With k = 1 the constant is but 1.99 times the product; their difference, mid-binade, is exact all the same.
+    const DoubleWord<V> sum = fast_mul_add(t.hi, r, constant.hi);
+    return {sum.hi, ((constant.lo + sum.lo) + t.lo) + small, scale};
+  } else {
+    const V r_head = head_of(r);
+    const DoubleWord<V> sum = fast_two_sum(constant.hi, t.hi * r_head);
+    return {sum.hi, ((constant.lo + sum.lo) + t.lo) + (t.hi * (r - r_head) + small), scale};
+  }
 }
 
 /// e^x - 1, |x| < 708; bits50 within 4 ulps, bits40 and bits27 with relative errors below 2^-43 and 2^-34.
@@ -141,16 +154,16 @@ template <Accuracy A, class V> inline V exp_minus_1(V x) {
   } else if constexpr (A == Accuracy::bits50) {
     const ExpReduced<128, V> reduced = exp_reduce<128>(x);
     const DoubleWord<V> t = exp2_short_and_rest(reduced);
-    const V r = reduced.main - reduced.rest;
-    const V p = r + (r * r) * estrin(r, expm1_coefficients<A>);
+    const V r = reduced.r();
+    const V p = mul_add(r * r, estrin(r, expm1_coefficients<A>), r);
     const V scale = reduced.scaled(splat<V>(1));
-    return ((t.hi - inverse_power_of_two(scale)) + (t.lo + (t.hi + t.lo) * p)) * scale;
+    return ((t.hi - inverse_power_of_two(scale)) + mul_add(t.hi + t.lo, p, t.lo)) * scale;
   } else {
     const ExpReduced<32, V> reduced = exp_reduce<32>(x);
-    const V r = reduced.main - reduced.rest;
-    const V p = r + (r * r) * estrin(r, expm1_coefficients<A>);
+    const V r = reduced.r_by_one_step(x);
+    const V p = mul_add(r * r, estrin(r, expm1_coefficients<A>), r);
     const V t = reduced.scaled(lookup<exp_core_tables::exp2_32>(reduced.row()));
-    return (t - 1.0) + t * p;
+    return mul_add(t, p, t - 1.0);
   }
 }
 
@@ -162,24 +175,25 @@ template <class V> struct FloatExpReduced {
   V scaled(V v) const { return times_power_of_two(v, bits(sum)); }
 };
 template <class V> inline FloatExpReduced<V> float_exp_reduce(V x) {
-  const V sum = x * exp_core_tables::float_per_ln2 + rounding_constant<float>;
+  using namespace exp_core_tables;
+  const V sum = mul_add(x, splat<V>(float_per_ln2), splat<V>(rounding_constant<float>));
   const V k = sum - rounding_constant<float>;
-  return {sum, (x - k * exp_core_tables::float_ln2_hi) - k * exp_core_tables::float_ln2_lo};
+  return {sum, mul_add(k, splat<V>(-float_ln2_lo), mul_add(k, splat<V>(-float_ln2_hi), x))};
 }
 
 /// e^x with a relative error below 2^-12 where that is a normal number.
 template <class V> inline V float_exp_bits11(V x) {
   const FloatExpReduced<V> reduced = float_exp_reduce(x);
   const V r = reduced.r;
-  return reduced.scaled(1.0f + (r + (r * r) * estrin(r, exp_coefficients<Accuracy::bits11>)));
+  return reduced.scaled(1.0f + mul_add(r * r, estrin(r, exp_coefficients<Accuracy::bits11>), r));
 }
 
 /// e^x - 1 for |x| <= 87, with relative errors below 2^-21 and 2^-11.
 template <Accuracy A, class V> inline V float_exp_minus_1(V x) {
   const FloatExpReduced<V> reduced = float_exp_reduce(x);
   const V r = reduced.r, scale = reduced.scaled(splat<V>(1));
-  const V p = r + (r * r) * estrin(r, expm1_coefficients<A>);
-  return (scale - 1.0f) + scale * p;
+  const V p = mul_add(r * r, estrin(r, expm1_coefficients<A>), r);
+  return mul_add(scale, p, scale - 1.0f);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

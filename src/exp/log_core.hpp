@@ -11,21 +11,24 @@
 //   ExactRows   256 rows, |r| < 0.0027. c has so few bits (8 or 9 below its leading one) that r is a double: the
 //               reduction has no error, which full precision near 1 could not do without. ln c has a double-word.
 //               Next to the row of c = 1, where ln x is the difference of ln c and r, |r| < 2^-9.
-//   ShortRows   32 rows, |r| < 0.016, few enough for registers. r and ln c are rounded.
+//   ShortRows   16 rows, |r| < 0.032: with AVX-512 a column fills two registers, from which one permutation takes the
+//               value of every lane. r and ln c are rounded.
 //
 // Base 10 has tables of its own and the factor 1 / ln 10 in the coefficients.
 #pragma once
 
 #include "exact/accuracy.hpp"
-#include "exact/double_word.hpp"
+#include "exact/fused_sum.hpp"
 #include "exact/polynomial.hpp"
 #include "exp/log_tables.hpp"
+#include "simd/exponent.hpp"
 #include "simd/table.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
 // Errors of a logarithm in double arithmetic: `full` within 0.51 ulp; `bits50`, `bits50_of_float`, `bits40` and
-// `bits27` with relative errors below 2^-50.3, 2^-50.3, 2^-43 (from a float) and 2^-28.
+// `bits27` with relative errors below 2^-51, 2^-51, 2^-43 (from a float) and 2^-31. With a fused multiply-add r and its
+// first power lose nothing more; without, r of `bits40` and `bits27` carries the rounding of m c, 2^-53.
 
 /// How the octave of m is divided: 2^bits rows from the double `lowest` on, less half a row.
 struct ExactRows {
@@ -33,8 +36,8 @@ struct ExactRows {
   static constexpr std::uint64_t lowest = 0x3FE6A00000000000;
 };
 struct ShortRows {
-  static constexpr int bits = 5;
-  static constexpr std::uint64_t lowest = 0x3FE6800000000000;
+  static constexpr int bits = 4;
+  static constexpr std::uint64_t lowest = 0x3FE6000000000000;
 };
 template <Accuracy A> using LogRows = std::conditional_t<A == Accuracy::full, ExactRows, ShortRows>;
 
@@ -124,8 +127,8 @@ template <class Base, class V> inline LogParts<V> log_parts(const LogReduced<V>&
   const Pair<V> row = lookup_pair<Base::exact>(x.row);
   // The lower word of log c stands in the low bits of c.
   const V c = from_bits<V>(bits(row.first) & 0xFFFFF80000000000u);
-  return {c, exact_product_minus_one(x.m, c), x.k * Base::log_of_2_hi + row.second,
-          x.k * Base::log_of_2_lo + (row.first - c) * 0x1p-32};
+  return {c, exact_product_minus_one(x.m, c), mul_add(x.k, splat<V>(Base::log_of_2_hi), row.second),
+          mul_add(x.k, splat<V>(Base::log_of_2_lo), (row.first - c) * 0x1p-32)};
 }
 
 /// With r + rest in place of r, |rest| below the last place of m.
@@ -133,9 +136,9 @@ template <class Base, class V> inline LogParts<V> with_rest(LogParts<V> p, V res
   const DoubleWord<V> r = fast_two_sum(p.r, rest);
   p.r = r.hi;
   if constexpr (std::is_same_v<Base, Natural>)
-    p.lo += r.lo - r.lo * r.hi;
+    p.lo += sub_mul(r.lo, r.lo, r.hi);
   else
-    p.lo += r.lo * log_tables::inverse_ln10_head;
+    p.lo = mul_add(r.lo, splat<V>(log_tables::inverse_ln10_head), p.lo);
   return p;
 }
 
@@ -143,14 +146,20 @@ template <class Base, class V> inline LogParts<V> with_rest(LogParts<V> p, V res
 /// of the result, is rounded.
 template <class V> inline DoubleWord<V> ln_full(const LogParts<V>& p) {
   const DoubleWord<V> sum = fast_two_sum(p.hi, p.r);
-  return {sum.hi, (p.lo + sum.lo) + (p.r * p.r) * estrin(p.r, log_tables::ln_full)};
+  return {sum.hi, mul_add(p.r * p.r, estrin(p.r, log_tables::ln_full), p.lo + sum.lo)};
 }
-/// log10 x likewise. The product r / ln 10 is split so that its head is exact.
+/// log10 x likewise. The product r / ln 10 adds to hi without error but for what its lower half loses.
 template <class V> inline DoubleWord<V> log10_full(const LogParts<V>& p) {
+  const V series = estrin(p.r, log_tables::log10_full);
+  if constexpr (has_fused) {
+    const DoubleWord<V> sum = fast_mul_add(p.r, splat<V>(log_tables::inverse_ln10), p.hi);
+    const V lo = mul_add(p.r, splat<V>(log_tables::inverse_ln10_rest), p.lo + sum.lo);
+    return {sum.hi, mul_add(p.r * p.r, series, lo)};
+  }
   const V r_head = head_of(p.r);
   const DoubleWord<V> sum = fast_two_sum(p.hi, r_head * log_tables::inverse_ln10_head);
   const V r_tail = (p.r - r_head) * log_tables::inverse_ln10_head + p.r * log_tables::inverse_ln10_tail;
-  return {sum.hi, ((p.lo + sum.lo) + r_tail) + (p.r * p.r) * estrin(p.r, log_tables::log10_full)};
+  return {sum.hi, ((p.lo + sum.lo) + r_tail) + (p.r * p.r) * series};
 }
 template <class Base, class V> inline DoubleWord<V> logarithm_full(const LogParts<V>& p) {
   if constexpr (std::is_same_v<Base, Natural>)
@@ -162,12 +171,16 @@ template <class Base, class V> inline DoubleWord<V> logarithm_full(const LogPart
 /// ln x as a double-word, |lo| < 2^-16 |hi|, with a relative error below 2^-69: what a power needs.
 template <class V> inline DoubleWord<V> ln_extended(const LogParts<V>& p) {
   const DoubleWord<V> linear = fast_two_sum(p.hi, p.r);
-  // -r^2 / 2 as an exact product of heads and the rest
+  const V series = p.r * estrin(p.r, log_tables::ln_extended);
+  if constexpr (has_fused) {
+    const DoubleWord<V> sum = fast_mul_add(p.r, -0.5 * p.r, linear.hi);
+    return {sum.hi, mul_add(p.r * p.r, series, (linear.lo + sum.lo) + p.lo)};
+  }
+  // -r^2 / 2 as an exact product of upper halves and the rest
   const V r_head = head_of(p.r);
   const V half_square = r_head * (-0.5 * r_head), square_rest = (p.r + r_head) * (-0.5 * (p.r - r_head));
   const DoubleWord<V> sum = fast_two_sum(linear.hi, half_square);
-  const V cubic = (p.r * p.r) * (p.r * estrin(p.r, log_tables::ln_extended));
-  return {sum.hi, ((linear.lo + sum.lo) + p.lo) + (square_rest + cubic)};
+  return {sum.hi, ((linear.lo + sum.lo) + p.lo) + (square_rest + (p.r * p.r) * series)};
 }
 
 /// The coefficients of (ln(1 + r) - r) / r^2 and of log10(1 + r) / r.
@@ -176,6 +189,8 @@ template <> inline constexpr auto& ln_coefficients<Accuracy::bits40> = log_table
 template <> inline constexpr auto& ln_coefficients<Accuracy::bits27> = log_tables::ln_bits27;
 template <> inline constexpr auto& ln_coefficients<Accuracy::bits21> = log_tables::ln_bits21;
 template <> inline constexpr auto& ln_coefficients<Accuracy::bits11> = log_tables::ln_bits11;
+template <Accuracy A> inline constexpr auto& ln1p_coefficients = ln_coefficients<A>; // near 0 without a table
+template <> inline constexpr auto& ln1p_coefficients<Accuracy::bits21> = log_tables::ln1p_bits21;
 template <Accuracy> inline constexpr auto& log10_coefficients = log_tables::log10_bits50;
 template <> inline constexpr auto& log10_coefficients<Accuracy::bits40> = log_tables::log10_bits40;
 template <> inline constexpr auto& log10_coefficients<Accuracy::bits27> = log_tables::log10_bits27;
@@ -183,9 +198,9 @@ template <> inline constexpr auto& log10_coefficients<Accuracy::bits27> = log_ta
 /// rest + log(1 + r), below full precision.
 template <class Base, Accuracy A, class V> inline V logarithm_sum(V rest, V r) {
   if constexpr (std::is_same_v<Base, Natural>)
-    return rest + (r + (r * r) * estrin(r, ln_coefficients<A>));
+    return rest + mul_add(r * r, estrin(r, ln_coefficients<A>), r);
   else
-    return rest + r * estrin(r, log10_coefficients<A>);
+    return mul_add(r, estrin(r, log10_coefficients<A>), rest);
 }
 
 /// The logarithm to base `Base` of a reduced argument.
@@ -195,10 +210,8 @@ template <class Base, Accuracy A, class Reduced> inline auto logarithm(const Red
     return rounded(logarithm_full<Base>(log_parts<Base>(x)));
   } else {
     const Pair<V> row = lookup_pair<Base::rounded>(x.row);
-    const V r = A == Accuracy::bits50 || (A == Accuracy::bits50_of_float && has_fused)
-                    ? exact_product_minus_one(x.m, row.first)
-                    : x.m * row.first - 1.0;
-    return logarithm_sum<Base, A>(x.k * Base::log_of_2 + row.second, r);
+    const V r = A == Accuracy::bits50 ? exact_product_minus_one(x.m, row.first) : mul_sub(x.m, row.first, splat<V>(1));
+    return logarithm_sum<Base, A>(mul_add(x.k, splat<V>(Base::log_of_2), row.second), r);
   }
 }
 
@@ -233,13 +246,13 @@ template <Accuracy A, class V> inline V logarithm_1p(V x) {
     const LogReduced<V> reduced = log_reduce<ShortRows>(sum.hi);
     const Pair<V> row = lookup_pair<Natural::rounded>(reduced.row);
     const V r = exact_product_minus_one(reduced.m, row.first) + log1p_correction(reduced, sum.lo, row.first);
-    return logarithm_sum<Natural, A>(reduced.k * Natural::log_of_2 + row.second, r);
+    return logarithm_sum<Natural, A>(mul_add(reduced.k, splat<V>(Natural::log_of_2), row.second), r);
   } else {
     // Beyond 2^-7 the sum's own error is small enough; below, r is x.
     const LogReduced<V> reduced = log_reduce<ShortRows>(1.0 + x);
     const Pair<V> row = lookup_pair<Natural::rounded>(reduced.row);
-    const V r = select(abs(x) < splat<V>(0x1p-7), x, reduced.m * row.first - 1.0);
-    return logarithm_sum<Natural, A>(reduced.k * Natural::log_of_2 + row.second, r);
+    const V r = select(abs(x) < splat<V>(0x1p-7), x, mul_sub(reduced.m, row.first, splat<V>(1)));
+    return logarithm_sum<Natural, A>(mul_add(reduced.k, splat<V>(Natural::log_of_2), row.second), r);
   }
 }
 
@@ -256,17 +269,17 @@ template <class V> inline FloatLogReduced<V> float_log_reduce(V x) {
 }
 
 template <class Base, Accuracy A, class V> inline V float_logarithm(V k, V f) {
-  constexpr float two = Base::log_of_2, inverse_ln10 = log_tables::inverse_ln10;
+  const V log_of_2 = splat<V>(Base::log_of_2), inverse_ln10 = splat<V>(log_tables::inverse_ln10);
   if constexpr (std::is_same_v<Base, Natural>) {
     if constexpr (A == Accuracy::bits21)
-      return k * two + (f + (f * f) * estrin(f, ln_coefficients<A>));
+      return mul_add(k, log_of_2, mul_add(f * f, estrin(f, ln_coefficients<A>), f));
     else
-      return (k * two + f) + (f * f) * estrin(f, ln_coefficients<A>);
+      return mul_add(f * f, estrin(f, ln_coefficients<A>), mul_add(k, log_of_2, f));
   } else {
     if constexpr (A == Accuracy::bits21)
-      return k * two + (f * inverse_ln10 + (f * f) * estrin(f, log_tables::log10_bits21));
+      return mul_add(k, log_of_2, mul_add(f * f, estrin(f, log_tables::log10_bits21), f * inverse_ln10));
     else
-      return k * two + f * estrin(f, log_tables::log10_bits11);
+      return mul_add(f, estrin(f, log_tables::log10_bits11), k * log_of_2);
   }
 }
 template <class Base, Accuracy A, class V> inline V float_logarithm(V x) {
@@ -278,11 +291,7 @@ template <class Base, Accuracy A, class V> inline V float_logarithm(V x) {
 template <Accuracy A, class V> inline V float_logarithm_1p(V x) {
   const FloatLogReduced<V> reduced = float_log_reduce(1.0f + x);
   const V f = select(abs(x) < splat<V>(0.25f), x, reduced.f);
-  const V rest = reduced.k * float(Natural::log_of_2);
-  if constexpr (A == Accuracy::bits21)
-    return rest + (f + (f * f) * estrin(f, log_tables::ln1p_bits21));
-  else
-    return rest + (f + (f * f) * estrin(f, ln_coefficients<A>));
+  return mul_add(reduced.k, splat<V>(Natural::log_of_2), mul_add(f * f, estrin(f, ln1p_coefficients<A>), f));
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -536,76 +536,44 @@ inline constexpr double lg2_lo = 0x1.3fde623e2566bp-43;
 
 // c, -ln c
 alignas(64) inline constexpr double inverse_and_ln[][2] = {
-    {0x1.6c10000000000p+0, -0x1.689983bca6126p-2},
+    {0x1.7460000000000p+0, -0x1.7fb7a3b5815c7p-2},
     {0x1.6430000000000p+0, -0x1.5234e0670a525p-2},
-    {0x1.5ca0000000000p+0, -0x1.3c3b2736b3f61p-2},
     {0x1.5550000000000p+0, -0x1.268620f34d63dp-2},
-    {0x1.4e60000000000p+0, -0x1.117ee81dfe4c4p-2},
     {0x1.47b0000000000p+0, -0x1.f99dc6c23b409p-3},
-    {0x1.4140000000000p+0, -0x1.d0fb7f2255e51p-3},
     {0x1.3b10000000000p+0, -0x1.a926d3a4ad563p-3},
-    {0x1.3520000000000p+0, -0x1.8230164c1a332p-3},
     {0x1.2f70000000000p+0, -0x1.5c28060c46b76p-3},
-    {0x1.29e0000000000p+0, -0x1.3643cad0588f1p-3},
     {0x1.2490000000000p+0, -0x1.1168e8127e327p-3},
-    {0x1.1f70000000000p+0, -0x1.da6e7637c46a1p-4},
     {0x1.1a80000000000p+0, -0x1.9375e55595edep-4},
-    {0x1.15b0000000000p+0, -0x1.4d1515b987ce3p-4},
     {0x1.1110000000000p+0, -0x1.08498b51e39b1p-4},
-    {0x1.0c90000000000p+0, -0x1.88729e70ee637p-5},
     {0x1.0840000000000p+0, -0x1.03d5d85e73eefp-5},
-    {0x1.0410000000000p+0, -0x1.01f5658735842p-6},
     {0x1p+0, 0},
-    {0x1.f080000000000p-1, 0x1.f7a9b16782856p-6},
     {0x1.e1e0000000000p-1, 0x1.f0c30c1116351p-5},
-    {0x1.d420000000000p-1, 0x1.6ef528c056a2cp-4},
     {0x1.c720000000000p-1, 0x1.e2507702af03bp-4},
-    {0x1.bad0000000000p-1, 0x1.29532f823f523p-3},
     {0x1.af30000000000p-1, 0x1.5fcf075b784a4p-3},
-    {0x1.a420000000000p-1, 0x1.9509aa0044f8fp-3},
     {0x1.99a0000000000p-1, 0x1.c8df7cb9a8f77p-3},
-    {0x1.8fa0000000000p-1, 0x1.fb7d86eee3b90p-3},
     {0x1.8620000000000p-1, 0x1.1661caecb9ba4p-2},
-    {0x1.7d00000000000p-1, 0x1.2e9e2bce12286p-2},
-    {0x1.7460000000000p-1, 0x1.4610bc29c5e18p-2},
 };
 
 inline constexpr double ln2 = 0x1.62e42fefa39efp-1;
 
 // c, -log10 c
 alignas(64) inline constexpr double inverse_and_log10[][2] = {
-    {0x1.6c10000000000p+0, -0x1.39367fff4e441p-3},
+    {0x1.7460000000000p+0, -0x1.4d4aeaff2cbc7p-3},
     {0x1.6430000000000p+0, -0x1.25c331a14ab1fp-3},
-    {0x1.5ca0000000000p+0, -0x1.12acc0ab50c71p-3},
     {0x1.5550000000000p+0, -0x1.ffa3f7091acefp-4},
-    {0x1.4e60000000000p+0, -0x1.db1c59bcc17b1p-4},
     {0x1.47b0000000000p+0, -0x1.b72c395d6c39fp-4},
-    {0x1.4140000000000p+0, -0x1.93e0eb2d852c9p-4},
     {0x1.3b10000000000p+0, -0x1.71483427d2a99p-4},
-    {0x1.3520000000000p+0, -0x1.4f704145c389fp-4},
     {0x1.2f70000000000p+0, -0x1.2e679e20b23a2p-4},
-    {0x1.29e0000000000p+0, -0x1.0d7e1a900d95dp-4},
     {0x1.2490000000000p+0, -0x1.daf621df89f84p-5},
-    {0x1.1f70000000000p+0, -0x1.9c16014f2f0a9p-5},
     {0x1.1a80000000000p+0, -0x1.5e70fd3ee6b34p-5},
-    {0x1.15b0000000000p+0, -0x1.214fc93b91bc2p-5},
     {0x1.1110000000000p+0, -0x1.cb1d314491100p-6},
-    {0x1.0c90000000000p+0, -0x1.54e032485ec78p-6},
     {0x1.0840000000000p+0, -0x1.c361551c01a7ep-7},
-    {0x1.0410000000000p+0, -0x1.c01eb52fcf6e6p-8},
     {0x1p+0, 0},
-    {0x1.f080000000000p-1, 0x1.b579db6dec358p-7},
     {0x1.e1e0000000000p-1, 0x1.af7b5e39094ebp-6},
-    {0x1.d420000000000p-1, 0x1.3ebc410db0cacp-5},
     {0x1.c720000000000p-1, 0x1.a2eed201552dcp-5},
-    {0x1.bad0000000000p-1, 0x1.0240cf678e45ep-4},
     {0x1.af30000000000p-1, 0x1.3193c0b829824p-4},
-    {0x1.a420000000000p-1, 0x1.5fcfb2a78bfefp-4},
     {0x1.99a0000000000p-1, 0x1.8cd5b844e5bbdp-4},
-    {0x1.8fa0000000000p-1, 0x1.b8ccee237d753p-4},
     {0x1.8620000000000p-1, 0x1.e3995cade1ee6p-4},
-    {0x1.7d00000000000p-1, 0x1.06d9bc53c2941p-3},
-    {0x1.7460000000000p-1, 0x1.1b377f14c2837p-3},
 };
 
 inline constexpr double lg2 = 0x1.34413509f79ffp-2;
@@ -642,54 +610,62 @@ inline constexpr double log10_full[] = {
     -0x1.287ab9fbcb965p-4,
     0x1.fc32ed5953214p-5};
 
-// (ln(1+r) - r) / r^2 on [-0.01512, 0.01562]; error 2^-51.1 of the result
+// (ln(1+r) - r) / r^2 on [-0.02943, 0.03125]; error 2^-56.7 of the result
 inline constexpr double ln_bits50[] = {
-    -0x1.000000000062ep-1,
-    0x1.5555555549165p-2,
-    -0x1.ffffff30da529p-3,
-    0x1.99999fa5bed45p-3,
-    -0x1.557047d0de4aap-3,
-    0x1.24498e25373a7p-3};
+    -0x1.fffffffffffd8p-2,
+    0x1.55555555559fcp-2,
+    -0x1.0000000095ac1p-2,
+    0x1.999999887ef6fp-3,
+    -0x1.555542f2fdd22p-3,
+    0x1.2492d2a1710dap-3,
+    -0x1.006a5ce767003p-3,
+    0x1.c4d396fa19aa1p-4};
 
-// log10(1+r) / r on [-0.01512, 0.01562]; error 2^-51.1 of the result
+// log10(1+r) / r on [-0.02943, 0.03125]; error 2^-55.1 of the result
 inline constexpr double log10_bits50[] = {
-    0x1.bcb7b1526e50fp-2,
-    -0x1.bcb7b1526efb6p-3,
-    0x1.287a7636dc261p-3,
-    -0x1.bcb7b09f330cdp-4,
-    0x1.63c6302decf3ap-4,
-    -0x1.2891d3f5349b6p-4,
-    0x1.fb7fc9faa2528p-5};
+    0x1.bcb7b1526e50ep-2,
+    -0x1.bcb7b1526e50fp-3,
+    0x1.287a7636f669ap-3,
+    -0x1.bcb7b152b8973p-4,
+    0x1.63c62728ac0adp-4,
+    -0x1.287a6cca1c0efp-4,
+    0x1.fc435bb51b540p-5,
+    -0x1.bd4f9d93bc31dp-5,
+    0x1.83e749d01adc8p-5};
 
-// (ln(1+r) - r) / r^2 on [-0.01512, 0.01562]; error 2^-43.7 of the result
+// (ln(1+r) - r) / r^2 on [-0.02943, 0.03125]; error 2^-44.2 of the result
 inline constexpr double ln_bits40[] = {
-    -0x1.fffffffff969ap-2,
-    0x1.5555551a6e600p-2,
-    -0x1.000002adc249ap-2,
-    0x1.99b2324148be4p-3,
-    -0x1.5501e8421b82fp-3};
+    -0x1.0000000015a60p-1,
+    0x1.5555555284c00p-2,
+    -0x1.fffff40cd382cp-3,
+    0x1.9999f32350c11p-3,
+    -0x1.55bd02467a98fp-3,
+    0x1.2381bd8bac048p-3};
 
-// log10(1+r) / r on [-0.01512, 0.01562]; error 2^-44.0 of the result
+// log10(1+r) / r on [-0.02943, 0.03125]; error 2^-44.3 of the result
 inline constexpr double log10_bits40[] = {
-    0x1.bcb7b1526e6d9p-2,
-    -0x1.bcb7b15266db3p-3,
-    0x1.287a75f4424abp-3,
-    -0x1.bcb7b64e98355p-4,
-    0x1.63dd285e51221p-4,
-    -0x1.2832f08f6d94fp-4};
+    0x1.bcb7b1526e550p-2,
+    -0x1.bcb7b15296301p-3,
+    0x1.287a7633b2a5dp-3,
+    -0x1.bcb7a6b4cd307p-4,
+    0x1.63c680434cfc1p-4,
+    -0x1.28d5388e81238p-4,
+    0x1.fa3aa52cc7643p-5};
 
-// (ln(1+r) - r) / r^2 on [-0.01512, 0.01562]; error 2^-29.0 of the result
+// (ln(1+r) - r) / r^2 on [-0.02943, 0.03125]; error 2^-31.7 of the result
 inline constexpr double ln_bits27[] = {
-    -0x1.0000008842dc0p-1,
-    0x1.555f961ede164p-2,
-    -0x1.ffb36661c6981p-3};
+    -0x1.fffffd23aabb1p-2,
+    0x1.555569418b0c4p-2,
+    -0x1.003197b434451p-2,
+    0x1.98b90c4b0922cp-3};
 
-// log10(1+r) / r on [-0.01512, 0.01562]; error 2^-29.4 of the result
+// log10(1+r) / r on [-0.02943, 0.03125]; error 2^-31.8 of the result
 inline constexpr double log10_bits27[] = {
-    0x1.bcb7b14808f8cp-2,
-    -0x1.bcb7b27275b6bp-3,
-    0x1.28853518ec542p-3,
-    -0x1.bc7672d088869p-4};
+    0x1.bcb7b1522f0b6p-2,
+    -0x1.bcb7aec72a985p-3,
+    0x1.287a8f1ad5a1dp-3,
+    -0x1.bd0e688fb6edcp-4,
+    0x1.62d3c70d81ec3p-4};
 
 // (ln(1+f) - f) / f^2 on [-0.3333, 0.3333]; error 2^-22.3 of the result
 inline constexpr float ln_bits21[] = {

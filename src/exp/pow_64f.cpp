@@ -5,8 +5,9 @@
 //   A50    double-word, 2^-61           double-word         32 steps               2^-50
 //   A26    one double, 2^-43              one double          32 steps               2^-26
 //
-// y ln x may reach 745: the logarithm needs ten bits more than the result. The heads of y and ln x have 26 bits, so
-// that their product is exact, and so is its reduction in the exponential.
+// y ln x may reach 745: the logarithm needs ten bits more than the result. The product's upper word is exact, and so is
+// its reduction in the exponential: a fused multiply-add gives the lower word, or the upper halves of y and ln x are
+// multiplied, of 26 bits each.
 //
 // The vector formula covers positive normal x, |y| < 2^100 and results in the normal range; the rest goes element by
 // element. Powx is the same with one y; an integer y lets negative x into the vector formula, which differs in the

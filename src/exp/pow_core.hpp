@@ -14,6 +14,10 @@ namespace kelvm::inline KELVM_BUILD {
 /// y (hi + lo) with an exact upper word, |lo| < 2^-24 |hi|, so that it stays small against a step of the exponential.
 template <class V> inline DoubleWord<V> times(V y, DoubleWord<V> unnormalised) {
   const DoubleWord<V> logarithm = normalised(unnormalised);
+  if constexpr (has_fused) {
+    const V product = y * logarithm.hi;
+    return {product, mul_add(y, logarithm.lo, mul_sub(y, logarithm.hi, product))};
+  }
   const V y_head = head_of(y), log_head = head_of(logarithm.hi);
   const V log_rest = (logarithm.hi - log_head) + logarithm.lo;
   return {y_head * log_head, y * log_rest + (y - y_head) * log_head};
@@ -51,7 +55,10 @@ template <class P> struct Power : KernelDefaults {
   template <class V> static V positive(V x, V y, BitMask& undecided) {
     const DoubleWord<V> exponent = P::exponent(log_reduce<typename P::Rows>(x), y);
     undecided |= movemask(above(abs(exponent.hi), largest_exponent));
-    return exp_normal<P::exponential>(exponent.hi, exponent.lo);
+    if constexpr (P::exponential == Accuracy::bits27)
+      return exp_normal<P::exponential>(exponent.hi);
+    else
+      return exp_normal<P::exponential>(exponent.hi, exponent.lo);
   }
   static double any(double x, double y, kelStatus& status) {
     return power(x, y, status, [](double x, double y) {

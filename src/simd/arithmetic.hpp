@@ -1,7 +1,6 @@
 // Arithmetic that operators do not say: signs, roots, rounding, fused operations, exponents.
 #pragma once
 
-#include "simd/memory.hpp"
 #include "simd/registers.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
@@ -68,19 +67,6 @@ template <class V> inline V exponent_of(V v) {
     return from_bits<V>((bits(v) >> 52) | 0x4330000000000000u) - (0x1p52 + 1023);
   else
     return convert<V>(bit_cast<Int<V>>(bits(v) >> 23)) - 127.0f;
-}
-
-/// v 2^n, by n added to the exponent field: v and the result are normal. Of n the low 11 bits count (9 of a float's).
-template <class V> inline V times_power_of_two(V v, std::type_identity_t<Bits<V>> n) {
-  constexpr int fraction_bits = sizeof(Lane<V>) == 8 ? 52 : 23;
-  return from_bits<V>(bits(v) + (n << fraction_bits));
-}
-/// 2^n, normal.
-template <class V> inline V power_of_two(std::type_identity_t<Bits<V>> n) { return times_power_of_two(splat<V>(1), n); }
-/// 1 / v for a power of two v, both normal.
-template <class V> inline V inverse_power_of_two(V v) {
-  static_assert(sizeof(Lane<V>) == 8);
-  return from_bits<V>(0x7FE0000000000000u - bits(v));
 }
 
 /// How round() rounds. Quiet raises no inexact.

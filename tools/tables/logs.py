@@ -57,8 +57,8 @@ class Rows:
         return min((c for c in candidates if not exact or is_exact(c)), key=reach)
 
 
-SHORT_BITS, SHORT_LOWEST = 5, 0x3FE68
-SHORT_COUNTS = (("bits50", 6), ("bits40", 5), ("bits27", 3))
+SHORT_BITS, SHORT_LOWEST = 4, 0x3FE60
+SHORT_COUNTS = (("bits50", 8), ("bits40", 6), ("bits27", 4))
 
 
 def log_tail(first, factor=D(1), terms=40):
