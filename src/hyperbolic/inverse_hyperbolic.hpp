@@ -9,6 +9,7 @@
 // The forms as double-words are below 2^-57 next to the borders of their parts, and better elsewhere.
 #pragma once
 
+#include "exact/quotient.hpp"
 #include "exp/log_core.hpp"
 #include "hyperbolic/inverse_hyperbolic_tables.hpp"
 #include "root/root.hpp"
@@ -22,15 +23,26 @@ template <class V> inline DoubleWord<V> ln_double_word(DoubleWord<V> x) {
   const LogReduced<V> reduced = log_reduce<ExactRows>(x.hi);
   LogParts<V> p = log_parts<Natural>(reduced);
   const V r_tail = log1p_correction(reduced, x.lo, p.c);
-  p.lo += r_tail - r_tail * p.r; // ln(1 + r) has the slope 1 - r
+  p.lo += sub_mul(r_tail, r_tail, p.r); // ln(1 + r) has the slope 1 - r
   return ln_full(p);
+}
+
+/// x^2: rounded and the error, or the square of the upper bits and the rest to 2^-53 of it.
+template <class V> inline DoubleWord<V> square_of(V x) {
+  if constexpr (has_fused) {
+    const V square = x * x;
+    return {square, mul_sub(x, x, square)};
+  } else {
+    const V head = head_of(x);
+    return {head * head, (x - head) * (x + head)};
+  }
 }
 
 /// 0 <= x <= 2^340. Next to 0 the root is 1 + x^2 / 2 to 2^-77, and the logarithm's argument as exact; below 2^-14 two
 /// terms of the series.
 template <class V> inline DoubleWord<V> asinh_double_word(V x) {
-  const V x_head = head_of(x), square = x_head * x_head;
-  const DoubleWord<V> root = square_root<Reciprocal::exact_at_one>(splat<V>(1), square, (x - x_head) * (x + x_head));
+  const DoubleWord<V> square = square_of(x);
+  const DoubleWord<V> root = square_root<Reciprocal::exact_at_one>(splat<V>(1), square.hi, square.lo);
   const DoubleWord<V> sum = fast_two_sum(root.hi, x);
   const DoubleWord<V> y = ln_double_word(DoubleWord<V>{sum.hi, sum.lo + root.lo});
   const auto small = x < splat<V>(0x1p-14);
@@ -40,8 +52,9 @@ template <class V> inline DoubleWord<V> asinh_double_word(V x) {
 /// 1 <= x <= 2^340. The root has the relative accuracy of t = x - 1; where that is rounded, the 1 no longer counts.
 /// Next to 1 the sum with x is exact down to the last bit of the root.
 template <class V> inline DoubleWord<V> acosh_double_word(V x) {
-  const V t = x - 1.0, t_head = head_of(t);
-  const DoubleWord<V> root = square_root(t + t, t_head * t_head, (t - t_head) * (t + t_head));
+  const V t = x - 1.0;
+  const DoubleWord<V> square = square_of(t);
+  const DoubleWord<V> root = square_root(t + t, square.hi, square.lo);
   const DoubleWord<V> sum = fast_two_sum(x, root.hi);
   return ln_double_word(DoubleWord<V>{sum.hi, sum.lo + root.lo});
 }
@@ -56,12 +69,17 @@ template <class V> inline DoubleWord<V> atanh_double_word(V x) {
   const LogReduced<V> reduced = log_reduce<ExactRows>(plus.hi * inverse);
   LogParts<V> p = log_parts<Natural>(reduced);
   const V c = reduced.inverse_power() * p.c;
-  const V plus_head = head_of(plus.hi), minus_head = head_of(minus.hi);
-  const V numerator = (c * plus_head - minus.hi) + c * (plus.hi - plus_head);
-  const DoubleWord<V> sum = fast_two_sum(numerator, c * plus.lo - minus.lo);
-  p.r = head_of(sum.hi * inverse);
-  const V rest = ((sum.hi - p.r * minus_head) - p.r * (minus.hi - minus_head)) + (sum.lo - p.r * minus.lo);
-  const DoubleWord<V> r = fast_two_sum(p.r, rest * inverse);
+  V numerator;
+  if constexpr (has_fused) {
+    numerator = mul_sub(c, plus.hi, minus.hi);
+  } else {
+    const V plus_head = head_of(plus.hi);
+    numerator = (c * plus_head - minus.hi) + c * (plus.hi - plus_head);
+  }
+  const DoubleWord<V> sum = fast_two_sum(numerator, mul_sub(c, plus.lo, minus.lo));
+  auto [quotient, rest] = divide(sum.hi, minus.hi, inverse);
+  rest += sub_mul(sum.lo, quotient, minus.lo);
+  const DoubleWord<V> r = fast_two_sum(quotient, rest * inverse);
   p.r = r.hi;
   p.lo += r.lo;
   const DoubleWord<V> y = ln_full(p);
@@ -72,12 +90,12 @@ template <class V> inline DoubleWord<V> atanh_double_word(V x) {
 
 template <class V, int N> inline V asinh_series(V x, const Lane<V> (&c)[N]) {
   const V z = x * x;
-  return x + (x * z) * horner(z, c);
+  return mul_add(x * z, horner(z, c), x);
 }
 /// x + sqrt(1 + x^2) - 1
 template <class V> inline V asinh_beyond_one(V x) {
-  const V z = x * x;
-  return x + z / (Lane<V>(1) + sqrt(Lane<V>(1) + z));
+  const V one = splat<V>(1);
+  return x + (x * x) / (one + sqrt(mul_add(x, x, one)));
 }
 /// x + sqrt(x^2 - 1) - 1
 template <class V> inline V acosh_beyond_one(V x) {
@@ -103,10 +121,10 @@ template <Accuracy A, class V> inline V asinh_positive(V x) {
   } else if constexpr (A == Accuracy::bits50 || A == Accuracy::bits21) {
     return ln_1p<A>(asinh_beyond_one(x));
   } else if constexpr (A == Accuracy::bits11) {
-    const V y = float_logarithm<Natural, A>(x + sqrt(1.0f + x * x));
+    const V y = float_logarithm<Natural, A>(x + sqrt(mul_add(x, x, splat<V>(1))));
     return select(x < splat<V>(0x1p-3f), asinh_series(x, asinh_bits11), y);
   } else {
-    const V y = logarithm<Natural, A>(log_reduce<LogRows<A>>(x + sqrt(1.0 + x * x)));
+    const V y = logarithm<Natural, A>(log_reduce<LogRows<A>>(x + sqrt(mul_add(x, x, splat<V>(1)))));
     const auto small = x < splat<V>(0x1p-6);
     if constexpr (A == Accuracy::bits40)
       return select(small, asinh_series(x, asinh_bits40), y);

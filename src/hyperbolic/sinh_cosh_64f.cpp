@@ -49,7 +49,7 @@ struct SinhA53 : Sinh {
 template <Accuracy A> struct SinhOfExpm1 : Sinh {
   template <class V> static V formula(V x) {
     const V e = exp_minus_1<A>(abs(x));
-    return with_sign(e - (0.5 * e) * (e / (e + 1.0)), sign_of(x));
+    return with_sign(sub_mul(e, 0.5 * e, e / (e + 1.0)), sign_of(x));
   }
 };
 

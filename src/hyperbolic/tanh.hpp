@@ -10,18 +10,29 @@ namespace kelvm::inline KELVM_BUILD {
 inline constexpr double tanh_saturated = 20;
 template <class V> inline V tanh_clamped(V x, Lane<V> limit) { return smaller_of(abs(x), splat<V>(limit)); }
 
-/// tanh x, 0 <= x <= 20, as a double-word with a relative error below 2^-60, |lo| < 2^-24 head. e = (hi + lo)
-/// scale; the quotient does not depend on the scale. The head has 26 bits, as has that of the denominator: what it
-/// leaves of the dividend is exact but for rounding errors of its small parts.
+/// tanh x, 0 <= x <= 20, as a double-word with a relative error below 2^-60, |lo| < 2^-24 |hi|. e = (hi + lo)
+/// scale; the quotient does not depend on the scale. What its upper word leaves of the dividend is exact but for
+/// rounding errors of the small parts: by a fused operation, which wants a normalised dividend, or with 26 bits for the
+/// quotient and the upper part of the denominator.
 template <class V> inline DoubleWord<V> tanh_double_word(V x) {
   const Expm1Parts<V> e = expm1_full(x + x);
-  const DoubleWord<V> sum = two_sum(e.hi, 2.0 * inverse_power_of_two(e.scale));
-  const V denominator = sum.hi + e.lo;
-  const V denominator_head = head_of(denominator);
-  const V denominator_tail = ((sum.hi - denominator_head) + sum.lo) + e.lo;
-  const V inverse = 1.0 / denominator;
-  const V head = head_of((e.hi + e.lo) * inverse);
-  return {head, ((e.hi - head * denominator_head) + (e.lo - head * denominator_tail)) * inverse};
+  const V two = 2.0 * inverse_power_of_two(e.scale);
+  if constexpr (has_fused) {
+    const DoubleWord<V> dividend = fast_two_sum(e.hi, e.lo);
+    const DoubleWord<V> sum = two_sum(dividend.hi, two);
+    const V inverse = 1.0 / sum.hi;
+    const V quotient = dividend.hi * inverse;
+    const V rest = sub_mul(dividend.hi, quotient, sum.hi) + sub_mul(dividend.lo, quotient, sum.lo + dividend.lo);
+    return {quotient, rest * inverse};
+  } else {
+    const DoubleWord<V> sum = two_sum(e.hi, two);
+    const V denominator = sum.hi + e.lo;
+    const V denominator_head = head_of(denominator);
+    const V denominator_tail = ((sum.hi - denominator_head) + sum.lo) + e.lo;
+    const V inverse = 1.0 / denominator;
+    const V head = head_of((e.hi + e.lo) * inverse);
+    return {head, ((e.hi - head * denominator_head) + (e.lo - head * denominator_tail)) * inverse};
+  }
 }
 
 /// tanh x, 0 <= x <= 20.

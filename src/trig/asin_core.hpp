@@ -28,7 +28,10 @@ struct Acos {
 };
 
 /// (1 - |x|) / 2, exact where |x| >= 1/2.
-template <class V> inline V half_rest_of(V t) { return Lane<V>(0.5) - Lane<V>(0.5) * t; }
+template <class V> inline V half_rest_of(V t) {
+  const V half = splat<V>(Lane<V>(0.5));
+  return sub_mul(half, half, t);
+}
 
 /// The function, of |x| where it is odd, with a series P given by its coefficients, in the arithmetic of the lanes.
 /// |x| <= 1.
@@ -37,7 +40,7 @@ template <class F, class V, int N> inline V inverse_short(V x, V half_rest, cons
   const V t = F::odd ? x : abs(x);
   const auto large = t > splat<V>(T(0.5));
   const V z = smaller_of(half_rest, t * t), s = select(large, sqrt(half_rest), t);
-  const V series = s + (s * z) * estrin(z, coefficients);
+  const V series = mul_add(s * z, estrin(z, coefficients), s);
   const V twice = series + series;
   if constexpr (F::odd) {
     return select(large, pi_below<T> / 2 - twice, series);
@@ -55,8 +58,7 @@ template <class F, class V, int N> inline V inverse_short(V x, const Lane<V> (&c
     return inverse_short<F>(x, half_rest_of(t), coefficients);
 }
 
-/// The function, of |x| where it is odd, as a double-word with an exact upper word below 2^-7 of it; relative error
-/// 2^-57. |x| < 1.
+/// The function, of |x| where it is odd, as a double-word, |lo| < 2^-7 |hi|; relative error 2^-57. |x| < 1.
 template <class F, class V> inline DoubleWord<V> inverse_full(V x) {
   using namespace inverse_trig;
   const V t = abs(x);
@@ -64,18 +66,32 @@ template <class F, class V> inline DoubleWord<V> inverse_full(V x) {
   const V half_rest = half_rest_of(t);
   const V z = smaller_of(half_rest, t * t), s = select(large, sqrt(half_rest), t);
 
-  // s^2 = square + below. Where s is a root, half_rest - square is exact.
-  const V s_head = head_of(s), s_tail = s - s_head;
-  const V square = s_head * s_head, below = (s + s_head) * s_tail;
-  const V left = half_rest - square;
   const V half_inverse_root = from_bits<V>(0x5FD6E8EABBE35593u - (bits(half_rest) >> 1));
-  const V root_tail = zero_unless(large, (left - below) * half_inverse_root);
+  const V higher_terms = ((z * z) * estrin(z, asin_numerator)) / estrin(z, asin_denominator);
 
-  // A(s) = s + s_head sixth + rest, sixth the head of z/6
-  const V sixth = head_of(z * 0x1.5555555555555p-3);
-  const V sixth_tail = ((square - 6.0 * sixth) + select(large, left, below)) * 0x1.5555555555555p-3;
-  const V rest = ((s_tail + root_tail) * sixth + root_tail) +
-                 s * (sixth_tail + ((z * z) * estrin(z, asin_numerator)) / estrin(z, asin_denominator));
+  // A(s) = s + cubic + rest, cubic in place of s z/6: what it lacks is in the rest
+  V cubic, rest;
+  if constexpr (has_fused) {
+    // s^2 - z is the tail of a square, or what a root is short of.
+    const V error = mul_sub(s, s, z);
+    const V root_tail = zero_unless(large, -error * half_inverse_root);
+    const V sixth = z * 0x1.5555555555555p-3;
+    const V z_left = sub_mul(z, splat<V>(6), sixth);
+    const V sixth_tail = select(large, z_left, z_left + error) * 0x1.5555555555555p-3;
+    cubic = s * sixth;
+    const V beyond = mul_sub(s, sixth, cubic) + mul_add(root_tail, sixth, root_tail);
+    rest = mul_add(s, sixth_tail + higher_terms, beyond);
+  } else {
+    // s^2 = square + below. Where s is a root, half_rest - square is exact.
+    const V s_head = head_of(s), s_tail = s - s_head;
+    const V square = s_head * s_head, below = (s + s_head) * s_tail;
+    const V left = half_rest - square;
+    const V root_tail = zero_unless(large, (left - below) * half_inverse_root);
+    const V sixth = head_of(z * 0x1.5555555555555p-3);
+    const V sixth_tail = ((square - 6.0 * sixth) + select(large, left, below)) * 0x1.5555555555555p-3;
+    cubic = s_head * sixth;
+    rest = ((s_tail + root_tail) * sixth + root_tail) + s * (sixth_tail + higher_terms);
+  }
 
   V base, base_tail, factor;
   if constexpr (F::odd) {
@@ -89,8 +105,8 @@ template <class F, class V> inline DoubleWord<V> inverse_full(V x) {
     factor = flip_sign(select(large, splat<V>(2), splat<V>(-1)), sign_of(x));
   }
   const DoubleWord<V> linear = fast_two_sum(base, factor * s);
-  const DoubleWord<V> sum = fast_two_sum(linear.hi, (factor * s_head) * sixth);
-  const V tail = (sum.lo + linear.lo) + (base_tail + factor * rest);
+  const DoubleWord<V> sum = fast_two_sum(linear.hi, factor * cubic);
+  const V tail = (sum.lo + linear.lo) + mul_add(factor, rest, base_tail);
   return {sum.hi, tail};
 }
 

@@ -60,7 +60,8 @@ template <auto& Series> struct AtanSingle : Atan<float> {
     const auto steep = t > one;
     const V q = select(steep, splat<V>(-1), t) / select(steep, t, one);
     const V z = q * q;
-    return flip_sign(zero_unless(steep, splat<V>(pi_below<float> / 2)) + (q + (q * z) * estrin(z, Series)), sign_of(x));
+    const V angle = mul_add(q * z, estrin(z, Series), q);
+    return flip_sign(zero_unless(steep, splat<V>(pi_below<float> / 2)) + angle, sign_of(x));
   }
 };
 

@@ -4,7 +4,7 @@
 //
 //   atan(y/x) = atan c + atan r,   r = (y - c x) / (x + c y)
 //
-// c is y/x rounded to few bits, so that c x and c y are exact in two parts, and y - c x loses nothing by cancellation.
+// c is y/x rounded to few bits, so that y - c x is a double: one fused operation, or c x exact in two parts.
 // For small angles c is 0 and r the quotient itself; c stops at 15.75 or 32, as r goes to 1/c where y/x goes to
 // infinity. atan r is an odd polynomial. After Tang, "Table-lookup algorithms for elementary functions and their error
 // analysis", 1991. Three tables:
@@ -21,6 +21,7 @@
 #include "exact/accuracy.hpp"
 #include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
+#include "exact/quotient.hpp"
 #include "simd/table.hpp"
 #include "trig/inverse_trig_tables.hpp"
 
@@ -63,6 +64,17 @@ template <class Rows, class V> inline AngleRow<V> bounded_angle_row(V y, V x) {
   return Rows::at(y / larger_of(y * (1 / Rows::largest), x));
 }
 
+/// c v exactly, where c has few bits: rounded and the rest, or of v's upper and lower bits.
+template <class V> inline DoubleWord<V> row_product(V c, V v) {
+  if constexpr (has_fused) {
+    const V product = c * v;
+    return {product, mul_sub(c, v, product)};
+  } else {
+    const V upper = from_bits<V>(bits(v) & ~std::uint64_t(0xFF));
+    return {c * upper, c * (v - upper)};
+  }
+}
+
 /// atan r - r over r z, z = r^2.
 template <Accuracy A, class V> inline V atan_series(V z) {
   if constexpr (A == Accuracy::full)
@@ -83,30 +95,34 @@ template <Accuracy A, bool Tails, class V> inline DoubleWord<V> first_quadrant_a
   const auto [table, table_tail] = lookup_pair<inverse_trig::atan_long_rows>(row);
 
   // The products with c are exact, and so is the difference but for y/x beyond the table.
-  const V x_upper = from_bits<V>(bits(x.hi) & ~std::uint64_t(0xFF)), x_lower = x.hi - x_upper;
   DoubleWord<V> numerator, denominator;
   if constexpr (A == Accuracy::extended) {
-    const V y_upper = from_bits<V>(bits(y.hi) & ~std::uint64_t(0xFF)), y_lower = y.hi - y_upper;
-    const DoubleWord<V> difference = fast_two_sum(y.hi, -(c * x_upper));
-    numerator = two_sum(difference.hi, -(c * x_lower));
+    const DoubleWord<V> cx = row_product(c, x.hi), cy = row_product(c, y.hi);
+    const DoubleWord<V> difference = fast_two_sum(y.hi, -cx.hi);
+    numerator = two_sum(difference.hi, -cx.lo);
     numerator.lo += difference.lo;
-    denominator = two_sum(x.hi, c * y_upper);
-    denominator.lo += c * y_lower;
+    denominator = two_sum(x.hi, cy.hi);
+    denominator.lo += cy.lo;
     if constexpr (Tails) {
-      numerator.lo += y.lo - c * x.lo;
-      denominator.lo += x.lo + c * y.lo;
+      numerator.lo += sub_mul(y.lo, c, x.lo);
+      denominator.lo += mul_add(c, y.lo, x.lo);
     }
   } else {
-    numerator = {(y.hi - c * x_upper) - c * x_lower, y.lo - c * x.lo};
-    denominator = {x.hi + c * y.hi, x.lo};
+    if constexpr (has_fused) {
+      numerator.hi = sub_mul(y.hi, c, x.hi);
+    } else {
+      const DoubleWord<V> cx = row_product(c, x.hi);
+      numerator.hi = (y.hi - cx.hi) - cx.lo;
+    }
+    numerator.lo = sub_mul(y.lo, c, x.lo);
+    denominator = {mul_add(c, y.hi, x.hi), x.lo};
   }
 
-  // r, a head of 26 bits and a tail
+  // r and a tail; in the longer form the square of r is exact
   const V reciprocal = 1.0 / denominator.hi;
-  const V r = head_of(numerator.hi * reciprocal);
-  const V upper = head_of(denominator.hi), lower = denominator.hi - upper;
-  V rest = (numerator.hi - r * upper) - r * lower;
-  if constexpr (Tails || A == Accuracy::extended) rest += numerator.lo - r * denominator.lo;
+  constexpr bool is_short = !has_fused || A == Accuracy::extended;
+  auto [r, rest] = divide<is_short>(numerator.hi, denominator.hi, reciprocal);
+  if constexpr (Tails || A == Accuracy::extended) rest += sub_mul(numerator.lo, r, denominator.lo);
   const V r_tail = rest * reciprocal, r_sum = r + r_tail;
 
   const DoubleWord<V> sum = fast_two_sum(table, r);
@@ -114,13 +130,13 @@ template <Accuracy A, bool Tails, class V> inline DoubleWord<V> first_quadrant_a
     // atan r = r - r (z/3 - z^2 P(z)), z = r^2; the head of r z/3 is exact
     const V z_head = r * r, z_tail = (r + r_sum) * r_tail, z = z_head + z_tail;
     const V third = head_of(z * 0x1.5555555555555p-2);
-    const V third_tail = ((z_head - 3.0 * third) + z_tail) * 0x1.5555555555555p-2;
+    const V third_tail = (sub_mul(z_head, splat<V>(3), third) + z_tail) * 0x1.5555555555555p-2;
     const DoubleWord<V> head = fast_two_sum(sum.hi, -(r * third));
-    const V cubic = r_tail * third + r_sum * (third_tail - (z * z) * estrin(z, inverse_trig::atan_extended));
+    const V cubic = mul_add(r_sum, sub_mul(third_tail, z * z, estrin(z, inverse_trig::atan_extended)), r_tail * third);
     return {head.hi, (sum.lo + head.lo) + (table_tail + (r_tail - cubic))};
   } else {
     const V z = r_sum * r_sum;
-    return {sum.hi, (sum.lo + table_tail) + (r_tail + (r_sum * z) * atan_series<A>(z))};
+    return {sum.hi, (sum.lo + table_tail) + mul_add(r_sum * z, atan_series<A>(z), r_tail)};
   }
 }
 
@@ -158,9 +174,9 @@ template <Accuracy A, class V> inline auto angle(V y, V x) {
     y = flip_sign(y, up);
     x = abs(x);
     const auto [c, row] = detail::bounded_angle_row<ShortAngleRows>(y, x);
-    const V r = (y - c * x) / (x + c * y);
+    const V r = sub_mul(y, c, x) / mul_add(c, y, x);
     const V z = r * r;
-    const V t = lookup<inverse_trig::atan_short_rows>(row) + (r + (r * z) * detail::atan_series<A>(z));
+    const V t = lookup<inverse_trig::atan_short_rows>(row) + mul_add(r * z, detail::atan_series<A>(z), r);
     const V bounded = smaller_of(t, splat<V>(pi_hi / 2));
     return V(flip_sign(zero_unless(left, splat<V>(pi_hi)) + flip_sign(bounded, turn), up));
   }
@@ -174,7 +190,7 @@ template <auto& Series, class V> inline V float_angle(V y, V x) {
   const auto left = x < V{};
   const V q = smaller_of(up, right) / select(steep, up, right);
   const V z = q * q;
-  const V t = q + (q * z) * estrin(z, Series);
+  const V t = mul_add(q * z, estrin(z, Series), q);
   const V base = select(steep, splat<V>(pi_below<float> / 2), zero_unless(left, splat<V>(pi_below<float>)));
   const V turned = flip_sign(t, sign_of(zero_unless(left, x)) ^ sign_of(zero_unless(steep, splat<V>(-0.0f))));
   return flip_sign(base + turned, sign_of(y));
@@ -186,14 +202,13 @@ template <Accuracy A, class V> inline V arc_tangent(V t) {
   constexpr bool is_long = A == Accuracy::full;
   using Rows = std::conditional_t<is_long, LongAngleRows, ShortAngleRows>;
   const auto [c, row] = Rows::at(smaller_of(t, splat<V>(Rows::largest)));
-  const V r = (t - c) / (1.0 + c * t);
-  const V z = r * r;
-  const V rest = (r * z) * detail::atan_series<A>(z);
+  const V r = (t - c) / mul_add(c, t, splat<V>(1));
+  const V z = r * r, series = detail::atan_series<A>(z);
   if constexpr (is_long) {
     const auto [table, table_tail] = lookup_pair<inverse_trig::atan_long_rows>(row);
-    return table + (r + (table_tail + rest));
+    return table + (r + mul_add(r * z, series, table_tail));
   } else {
-    const V sum = lookup<inverse_trig::atan_short_rows>(row) + (r + rest);
+    const V sum = lookup<inverse_trig::atan_short_rows>(row) + mul_add(r * z, series, r);
     return smaller_of(sum, splat<V>(pi_hi / 2));
   }
 }
@@ -203,10 +218,10 @@ template <class V> inline V arc_tangent_bits27(V t) {
   constexpr double largest = 7.875;
   const V shifted = smaller_of(t, splat<V>(largest)) + 0x1.8p49; // rounds to a multiple of 1/8
   const V c = shifted - 0x1.8p49;
-  const V r = (t - c) / (1.0 + c * t);
+  const V r = (t - c) / mul_add(c, t, splat<V>(1));
   const V z = r * r;
   const V table = lookup<inverse_trig::atan_eighth_rows>(LowIndex<Int<V>>{int_bits(shifted)});
-  return table + (r + (r * z) * estrin(z, inverse_trig::atan_eighth));
+  return table + mul_add(r * z, estrin(z, inverse_trig::atan_eighth), r);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

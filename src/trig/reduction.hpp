@@ -13,7 +13,7 @@ namespace kelvm::inline KELVM_BUILD {
 
 struct Quadrant {
   int number;           ///< 0 .. 3
-  DoubleWord<double> y; ///< in [-pi/4, pi/4] up to rounding; head = hi + lo rounded
+  DoubleWord<double> y; ///< in [-pi/4, pi/4] up to rounding; hi is y rounded
 };
 
 /// Reduces any finite x: x = number pi/2 + y modulo 2 pi. Odd: -x gives -y and the opposite number.

@@ -26,6 +26,7 @@ struct Tan32 : KernelDefaults {
 };
 
 struct TanA24 : Tan32 {
+  static constexpr int vectors_in_flight = few_vectors_in_flight;
   template <class V> using ResultTest = RoundingTest;
 
   template <class V> static SignMask<V> special(V x) { return above(abs(x), 0x1.5ffffep+16f); } // |x| >= 90112, NaN
@@ -34,7 +35,8 @@ struct TanA24 : Tan32 {
         test,
         [](auto x) {
           const auto shifted = x * thirty_two_over_pi + rounding_constant<double>;
-          return short_tangent(remainder(x, shifted - rounding_constant<double>), int_bits(shifted), tangent_3);
+          return short_tangent(remainder_of_float(x, shifted - rounding_constant<double>), int_bits(shifted),
+                               tangent_3);
         },
         abs(x));
     return flip_sign(y, sign_of(x));
@@ -42,14 +44,16 @@ struct TanA24 : Tan32 {
 };
 
 template <auto& Series> struct TanSingle : Tan32 {
+  static constexpr int vectors_in_flight = 3;
   template <class V> static SignMask<V> special(V x) { return above(abs(x), 10000.0f); }
   template <class V> static V formula(V x) {
     const V magnitude = abs(x);
     const V shifted = magnitude * 0x1.45f306p-1f + rounding_constant<float>;
     const V k = shifted - rounding_constant<float>;
-    const V r = magnitude - k * 1.5703125f - k * 0x1.fb4p-12f - k * 0x1.444p-24f - k * 0x1.68c234p-39f;
+    const auto less = [k](V x, float part) { return sub_mul(x, k, splat<V>(part)); };
+    const V r = less(less(less(less(magnitude, 1.5703125f), 0x1.fb4p-12f), 0x1.444p-24f), 0x1.68c234p-39f);
     const V z = r * r;
-    const V t = r + r * z * estrin(z, Series);
+    const V t = mul_add(r * z, estrin(z, Series), r);
     const Int<V> odd = int_bits(shifted) << 31;
     const V one = splat<V>(1);
     const V quotient = select(odd, one, t) / select(odd, t, one);
