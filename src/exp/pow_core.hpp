@@ -55,10 +55,7 @@ template <class P> struct Power : KernelDefaults {
   template <class V> static V positive(V x, V y, BitMask& undecided) {
     const DoubleWord<V> exponent = P::exponent(log_reduce<typename P::Rows>(x), y);
     undecided |= movemask(above(abs(exponent.hi), largest_exponent));
-    if constexpr (P::exponential == Accuracy::bits27)
-      return exp_normal<P::exponential>(exponent.hi);
-    else
-      return exp_normal<P::exponential>(exponent.hi, exponent.lo);
+    return exp_normal<P::exponential>(exponent.hi, exponent.lo);
   }
   static double any(double x, double y, kelStatus& status) {
     return power(x, y, status, [](double x, double y) {
