@@ -26,10 +26,14 @@ for directory in "$lib" "$lib/glibc-hwcaps/x86-64-v3" "$lib/glibc-hwcaps/x86-64-
   if grep -qaF -e "$source" -e "$build" "$directory/libkelvm.so.6"; then fail "$directory knows where it was built"; fi
 done
 
-echo "== every header alone, as C99 and as C++17"
+echo "== every header alone, as C99 and as C++17, those in C++ as C++20"
 for header in "$work"/moved/include/kelvm/*.h; do
   "$cc" -std=c99 -Wall -Wextra -pedantic -Werror -fsyntax-only -I"$work/moved/include" -x c "$header"
   "$cxx" -std=c++17 -Wall -Wextra -pedantic -Werror -fsyntax-only -I"$work/moved/include" -x c++ -include "$header" \
+    /dev/null
+done
+for header in "$work"/moved/include/kelvm/*.hpp; do
+  "$cxx" -std=c++20 -Wall -Wextra -pedantic -Werror -fsyntax-only -I"$work/moved/include" -x c++ -include "$header" \
     /dev/null
 done
 
