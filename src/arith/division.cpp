@@ -26,7 +26,7 @@ template <class T> T quotient(T x, T y, kelStatus& status) {
 }
 
 /// Whether results may have a code. For a block, the magnitudes tell as 32-bit words, of which the upper one of a
-/// double counts: shifted left, and less the smallest that has none, those in test are the largest. A zero makes a
+/// double counts: shifted left, and less the smallest that has none, those in doubt are the largest. A zero makes a
 /// closer look at single vectors necessary.
 template <class V> struct QuotientTest {
   using T = Lane<V>;

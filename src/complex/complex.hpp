@@ -7,7 +7,7 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// SignMask lanes with a part beyond the limit, infinities and NaNs included.
+/// The lanes with a part beyond the limit, infinities and NaNs included.
 template <class V> inline SignMask<V> any_above(V a, V b, Lane<V> limit) {
   return above(abs(a), limit) | above(abs(b), limit);
 }

@@ -90,7 +90,7 @@ template <class Number> inline Number norm_minus_one_by_distance(Number one_minu
 
 // --- which lanes ----------------------------------------------------------------------------------------------------
 
-/// SignMask lanes with x = 1, y = 0.
+/// The lanes with x = 1, y = 0.
 template <class V> inline SignMask<V> is_one(V x, V y) {
   return ((int_bits(x) ^ int_bits(splat<V>(1))) - 1) & (int_bits(y) - 1);
 }
@@ -107,7 +107,7 @@ template <class T, class P> struct InverseKernel : KernelDefaults {
   static constexpr T low = sizeof(T) == 8 ? T(0x1p-200) : T(0x1p-50);
   static constexpr T high = sizeof(T) == 8 ? T(0x1p200) : T(0x1p30);
 
-  /// SignMask what the formulas do not cover, for x, y >= 0: the point 1, parts out of range, infinities, NaNs.
+  /// The lanes that the formulas do not cover, for x, y >= 0: the point 1, parts out of range, infinities, NaNs.
   template <class V> static SignMask<V> uncovered(V x, V y) {
     if constexpr (floats_in_double)
       return is_one(x, y) | above(x, largest_finite<float>) | above(y, largest_finite<float>);

@@ -13,7 +13,7 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// SignMask what the logarithms below and the angle do not cover: a part above high; an imaginary part below low but
+/// The lanes that the logarithms below and the angle do not cover: a part above high; an imaginary part below low but
 /// not zero, whose angle may be tiny; both parts below low, zero among them.
 template <class V> inline SignMask<V> outside_window(V x, V y, Lane<V> low, Lane<V> high) {
   const Int<V> a = int_bits(abs(x)), b = int_bits(abs(y)), l = int_bits(splat<V>(low)), h = int_bits(splat<V>(high));
@@ -60,7 +60,7 @@ template <class Base, class V> struct NormParts {
   LogParts<V> joined() const { return with_rest<Base>(p, rest); }
 };
 
-/// SignMask norms h within 2^-16 of 1, where norm_double_word is not exact enough. Their row of the tables is that
+/// The norms h within 2^-16 of 1, where norm_double_word is not exact enough. Their row of the tables is that
 /// of 1.
 template <class V> inline SignMask<V> norm_near_one(V h) {
   constexpr std::uint64_t low = 0x3FEFFFE000000000, high = 0x3FF0001000000000;

@@ -64,7 +64,7 @@ private:
     else
       return f(x, y);
   }
-  /// SignMask 0 < |x| < 2^-400.
+  /// The lanes with 0 < |x| < 2^-400.
   template <class V> static SignMask<V> tiny(V x) {
     const Int<V> magnitude = int_bits(abs(x));
     return (magnitude - int_bits(splat<V>(0x1p-400))) & -magnitude;

@@ -22,7 +22,7 @@
 namespace kelvm::inline KELVM_BUILD::complex_power {
 namespace {
 
-/// SignMask magnitudes below limits that are numbers as well.
+/// The magnitudes below limits that are numbers as well.
 template <class V> SignMask<V> less(V x, V limit) { return int_bits(x) - int_bits(limit); }
 template <class V> V larger(V a, V b) { return select(less(a, b), b, a); }
 

@@ -48,7 +48,7 @@ template <class T> Pair<T> divide_element(const Operands& o, kelStatus& status) 
   return with_code<T>(o, default_nan<double>(), default_nan<double>(), status);
 }
 
-/// SignMask lanes with |x| and |y| both below the limit.
+/// The lanes with |x| and |y| both below the limit.
 template <class V> SignMask<V> both_below(V x, V y, Lane<V> limit) {
   const Int<V> l = int_bits(splat<V>(limit));
   return (int_bits(abs(x)) - l) & (int_bits(abs(y)) - l);

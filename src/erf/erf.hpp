@@ -176,7 +176,7 @@ struct CdfNorm {
   template <class T> static constexpr T first_zero = sizeof(T) == 8 ? T(38.4855) : T(14.1702);
 };
 
-/// SignMask what is not covered in vectors: the end of the tail, and NaNs.
+/// The lanes that are not covered in vectors: the end of the tail, and NaNs.
 template <class F, class V> inline SignMask<V> beyond_tail(V x) {
   const SignMask<V> far = above(abs(x), F::template in_vectors<Lane<V>>), nan = above(abs(x), infinity<Lane<V>>);
   const Int<V> sign = int_bits(x);

@@ -54,7 +54,7 @@ struct NormalTables {
   static constexpr auto& bits11 = erf_inverse_tables::normal_bits11;
 };
 
-/// SignMask what lies outside lowest <= x < end, both positive. A negative x is outside.
+/// The lanes outside lowest <= x < end, both positive. A negative x is outside.
 template <class V> inline SignMask<V> outside_half_open(V x, Lane<V> lowest, Lane<V> end) {
   return bit_cast<SignMask<V>>((bits(x) - bits(lowest)) | (bits(end) - 1u - bits(x)));
 }
@@ -118,7 +118,7 @@ template <int RowBits, class V> struct InverseRow {
   }
 };
 
-/// The result at full precision, as a sum of which the tail is below 2^-25 of the head.
+/// The result at full precision, as a double-word, |lo| < 2^-25 |hi|.
 template <class F, class V> inline DoubleWord<V> inverse_double_word(V x) {
   const V y = F::distance(x);
   const InverseRow<2, V> row(y);

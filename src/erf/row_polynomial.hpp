@@ -18,9 +18,9 @@ template <class V, std::size_t N> inline V row_horner(V t, const std::array<V, N
   return row_horner<0, int(N) - 1>(t, c);
 }
 
-/// The polynomial of a row c0_lo, c1_lo, c2, ..., c0_hi, c1_hi in t = t_hi + t_lo, t_hi of 26 bits: the head has 26
-/// bits, the tail is below 2^-7 of it and has an error below 2^-59. The heads of c0 and c1 have 26 bits, so that the
-/// head's parts are exact.
+/// The polynomial of a row c0_lo, c1_lo, c2, ..., c0_hi, c1_hi in t = t_hi + t_lo, t_hi of 26 bits: the upper word
+/// has 26 bits, the lower one is below 2^-7 of it and has an error below 2^-59. c0_hi and c1_hi have 26 bits, so that
+/// the parts of the upper word are exact.
 template <class V, std::size_t N> inline DoubleWord<V> split_row_sum(V t, V t_hi, V t_lo, const std::array<V, N>& c) {
   const V c0_hi = c[N - 2], c1_hi = c[N - 1];
   const V rest = c[0] + t * (c[1] + t * row_horner<2, int(N) - 3>(t, c));

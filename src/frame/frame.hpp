@@ -1,4 +1,4 @@
-// The frame of every function: argument checks, floating-point mode, block loop, hand-over of special lanes, tail,
+// The frame of every function: argument checks, floating-point mode, block loop, scalar path of special lanes, tail,
 // status.
 //
 // A kernel is a struct (stateless, but for the scalar-power shape) that derives from KernelDefaults and has

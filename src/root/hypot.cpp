@@ -24,7 +24,7 @@ template <class V> DoubleWord<V> hypot_parts(V x, V y) {
   return square_root(x_head * x_head, y_head * y_head, (x - x_head) * (x + x_head) + (y - y_head) * (y + y_head));
 }
 
-/// SignMask the pairs of magnitudes of which one is above high, or both are below low and not both zero.
+/// The pairs of magnitudes of which one is above high, or both are below low and not both zero.
 template <class V> SignMask<V> larger_outside(V x, V y, Lane<V> low, Lane<V> high) {
   if constexpr (sizeof(Lane<V>) == 4) // of 32 bits, every instruction set has a maximum of integers
     return outside_but_zero(from_bits<V>(bits(x) > bits(y) ? bits(x) : bits(y)), low, high);
