@@ -89,11 +89,11 @@ TEST(Statuses, ArePrescribedByThePage) {
     returned.erase(kelStatusOk);
     EXPECT_EQ(returned, said.at(key).codes) << m.name;
   }
-  for (const auto& [key, row] : said) {
-    const std::set<bool> expected = row.signals == Signals::varies    ? std::set{false, true}
-                                    : row.signals == Signals::invalid ? std::set{true}
-                                                                      : std::set{false};
-    EXPECT_EQ(raising[key], expected) << key.first << (key.second ? ", complex" : "") << ": signalling NaNs";
+  for (const auto& [key, row] : said) { // where it varies, it may with the compiler, too
+    const std::set<bool> found = raising[key];
+    EXPECT_EQ(found.contains(true), row.signals != Signals::silent) << key.first << (key.second ? ", complex" : "");
+    if (row.signals == Signals::invalid)
+      EXPECT_FALSE(found.contains(false)) << key.first << (key.second ? ", complex" : "") << ": signalling NaNs";
   }
 }
 
