@@ -72,7 +72,7 @@ address_and_undefined() {
   done
 }
 threads() { build tsan --target kelvm-contract && contract tsan 'Threads.*'; }
-other_projects() { tests release -R '^(other_projects|reproducible)$'; }
+other_projects() { tests release -R '^other_projects$'; }
 binary_interface() { scripts/abi; }
 tables() { tools/tables/regenerate; }
 

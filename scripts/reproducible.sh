@@ -8,9 +8,10 @@ trap 'rm -rf "$work"' EXIT
 
 for tree in one another/directory; do
   mkdir -p "$work/$tree"
-  cp -r CMakeLists.txt cmake include src "$work/$tree"
+  tar -c --exclude=./build --exclude=./.git . | tar -x -C "$work/$tree"
   cmake -S "$work/$tree" -B "$work/$tree/build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DKELVM_BUILD_TESTS=OFF \
-    -DKELVM_BUILD_EXAMPLES=OFF >"$work/log" && cmake --build "$work/$tree/build" >>"$work/log" ||
+    -DKELVM_BUILD_EXAMPLES=OFF >"$work/log" &&
+    cmake --build "$work/$tree/build" --target kelvm kelvm_v3 kelvm_v4 >>"$work/log" ||
     { cat "$work/log"; exit 1; }
 done
 for build in sse41 avx2 avx512; do
