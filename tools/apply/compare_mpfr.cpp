@@ -8,7 +8,8 @@ namespace {
 
 class ExactFunction : public Reference {
 public:
-  explicit ExactFunction(const Function& function) : function_(function), exact_(*harness::find_function(function.name)) {
+  explicit ExactFunction(const Function& function)
+      : function_(function), exact_(*harness::find_function(function.name)) {
     mpfr_init2(rest_, reference::Exact::precision);
   }
   ~ExactFunction() override { mpfr_clear(rest_); }
