@@ -67,8 +67,9 @@ clang() {
 address_and_undefined() {
   build asan-ubsan --target kelvm-contract || return
   local set
-  for set in sse41 avx2 avx512; do # 77: this processor cannot run it
-    KELVM_TESTED_BUILD=$set contract asan-ubsan '-*EveryLengthAtEveryOffset*' || [[ $? == 77 ]] || return
+  # Statuses: what signalling NaNs raise depends on the optimiser. 77: this processor cannot run the build.
+  for set in sse41 avx2 avx512; do
+    KELVM_TESTED_BUILD=$set contract asan-ubsan '-*EveryLengthAtEveryOffset*:Statuses.*' || [[ $? == 77 ]] || return
   done
 }
 threads() { build tsan --target kelvm-contract && contract tsan 'Threads.*'; }
