@@ -92,8 +92,9 @@ TEST(Statuses, ArePrescribedByThePage) {
   for (const auto& [key, row] : said) { // where it varies, it may with the compiler, too
     const std::set<bool> found = raising[key];
     EXPECT_EQ(found.contains(true), row.signals != Signals::silent) << key.first << (key.second ? ", complex" : "");
-    if (row.signals == Signals::invalid)
+    if (row.signals == Signals::invalid) {
       EXPECT_FALSE(found.contains(false)) << key.first << (key.second ? ", complex" : "") << ": signalling NaNs";
+    }
   }
 }
 
