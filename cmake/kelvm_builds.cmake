@@ -1,10 +1,24 @@
-# kelvm_add_build(target kind directory vector_bytes flags): the library, SHARED or STATIC, compiled for one instruction
-# set, in a directory of its own below the build tree, so that a program linked against the default build never finds
-# another one by accident.
 file(GLOB_RECURSE KELVM_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*.cpp)
 
-function(kelvm_add_build target kind directory vector_bytes flags)
-  add_library(${target} ${kind} ${KELVM_SOURCES})
+# Kernel files with tables that some processors read faster by gather instructions, others by loads (src/cpu/gathers.hpp).
+# They are compiled both ways, and the loader chooses. That takes their compile time and their size again, so only files
+# with functions that gain more than a few percent are here, by the bytes of a vector.
+set(KELVM_GATHERING_32
+    exp/exp_32f exp/exp_64f exp/expm1_64f
+    hyperbolic/inverse_hyperbolic hyperbolic/sinh_cosh_32f
+    trig/atan trig/atan2)
+set(KELVM_GATHERING_64
+    complex/asin_acos complex/exp complex/log complex/pow complex/sinh_cosh complex/tanh_tan
+    erf/erf_32f erf/erf_64f erf/erf_inverse_32f erf/erf_inverse_64f
+    exp/exp_64f exp/expm1_64f exp/log_64f exp/log1p_64f exp/pow_64f
+    hyperbolic/inverse_hyperbolic hyperbolic/sinh_cosh_64f hyperbolic/tanh
+    trig/atan trig/atan2 trig/sin_cos_64f)
+# What they share.
+set(KELVM_GATHERING_COMMON complex/long_power complex/plane complex/power_element frame/status hyperbolic/factors
+                           trig/reduction)
+
+# kelvm_compile(target vector_bytes flags): how a target with kernel files is compiled for one instruction set.
+function(kelvm_compile target vector_bytes flags)
   target_include_directories(
     ${target}
     PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
@@ -34,6 +48,12 @@ function(kelvm_add_build target kind directory vector_bytes flags)
             $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>
             $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=kelvm>)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:kelvm_warnings>)
+  set_target_properties(${target} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+endfunction()
+
+# kelvm_link(target kind directory): the library in a directory of its own below the build tree, so that a program linked
+# against the default build never finds another one by accident.
+function(kelvm_link target kind directory)
   # Linked as C: nothing of the C++ run-time library may be needed.
   if(kind STREQUAL SHARED)
     target_link_options(
@@ -50,9 +70,30 @@ function(kelvm_add_build target kind directory vector_bytes flags)
                SOVERSION ${PROJECT_VERSION_MAJOR}
                VERSION ${PROJECT_VERSION}
                LINKER_LANGUAGE C
-               CXX_VISIBILITY_PRESET hidden
-               VISIBILITY_INLINES_HIDDEN ON
                LINK_DEPENDS ${PROJECT_SOURCE_DIR}/src/kelvm.map
                LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${directory}
                ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${directory})
+endfunction()
+
+# kelvm_add_build(target kind directory vector_bytes flags): the library, SHARED or STATIC, for one instruction set.
+# Kernel files that are compiled both ways make object libraries, target_by_loads and target_by_gathers.
+function(kelvm_add_build target kind directory vector_bytes flags)
+  set(sources ${KELVM_SOURCES})
+  list(TRANSFORM KELVM_GATHERING_${vector_bytes} REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/src/\\1.cpp" OUTPUT_VARIABLE both)
+  list(TRANSFORM KELVM_GATHERING_COMMON REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/src/\\1.cpp" OUTPUT_VARIABLE common)
+  if(both)
+    list(REMOVE_ITEM sources ${both})
+    add_library(${target}_by_loads OBJECT EXCLUDE_FROM_ALL ${both})
+    add_library(${target}_by_gathers OBJECT EXCLUDE_FROM_ALL ${both} ${common})
+    target_compile_definitions(${target}_by_loads PRIVATE KELVM_BY_GATHERS=0)
+    target_compile_definitions(${target}_by_gathers PRIVATE KELVM_BY_GATHERS=1)
+    foreach(objects ${target}_by_loads ${target}_by_gathers)
+      kelvm_compile(${objects} ${vector_bytes} "${flags}")
+      set_target_properties(${objects} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+      list(APPEND sources $<TARGET_OBJECTS:${objects}>)
+    endforeach()
+  endif()
+  add_library(${target} ${kind} ${sources})
+  kelvm_compile(${target} ${vector_bytes} "${flags}")
+  kelvm_link(${target} ${kind} ${directory})
 endfunction()

@@ -5,8 +5,12 @@
 // The public header declares the name with its argument types, real or complex; the list of all functions has the order
 // of its argument checks. The library is compiled with hidden visibility: these functions and the version query are
 // exported and nothing else.
+//
+// A kernel file that is compiled twice, with lookups by loads and by gathers, defines a hidden function for each, and
+// the exported name is an indirect function: the loader asks which of them it shall be.
 #pragma once
 
+#include "cpu/gathers.hpp"
 #include "frame/frame.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
@@ -51,23 +55,39 @@ inline kelStatus call(Order order, const K& kernel, const From* src, To* dst1, T
 
 #define KELVM_ARGUMENT(i, name) kelvm::Argument<i, decltype(name)>
 
+/// The head of an exported function. Of a file that is compiled twice: of the function that stands behind the name
+/// where the processor prefers that form; the form by loads defines the name.
+#if KELVM_BY_GATHERS
+#  define KELVM_FUNCTION(name, ...) extern "C" kelStatus name##_by_gathers(__VA_ARGS__)
+#elif defined(KELVM_BY_GATHERS)
+#  define KELVM_FUNCTION(name, ...)                                                                                    \
+    extern "C" KELVM_HIDDEN decltype(name) name##_by_gathers, name##_by_loads;                                         \
+    extern "C" KELVM_WHILE_LOADING decltype(name)* name##_chosen() {                                                   \
+      return kelvm::prefers_gathers() ? name##_by_gathers : name##_by_loads;                                           \
+    }                                                                                                                  \
+    extern "C" KELVM_API __attribute__((ifunc(#name "_chosen"))) decltype(name) name;                                  \
+    extern "C" kelStatus name##_by_loads(__VA_ARGS__)
+#else
+#  define KELVM_FUNCTION(name, ...) extern "C" KELVM_API kelStatus name(__VA_ARGS__)
+#endif
+
 #define KELVM_UNARY(name, ...)                                                                                         \
-  extern "C" KELVM_API kelStatus name(KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) dst, int len) {             \
+  KELVM_FUNCTION(name, KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) dst, int len) {                            \
     return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{}, src, dst, len);                                          \
   }
 #define KELVM_BINARY(name, ...)                                                                                        \
-  extern "C" KELVM_API kelStatus name(KELVM_ARGUMENT(0, name) src1, KELVM_ARGUMENT(1, name) src2,                      \
-                                      KELVM_ARGUMENT(2, name) dst, int len) {                                          \
+  KELVM_FUNCTION(name, KELVM_ARGUMENT(0, name) src1, KELVM_ARGUMENT(1, name) src2, KELVM_ARGUMENT(2, name) dst,        \
+                 int len) {                                                                                            \
     return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{}, src1, src2, dst, len);                                   \
   }
 #define KELVM_TWO_OUTPUTS(name, ...)                                                                                   \
-  extern "C" KELVM_API kelStatus name(KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) dst1,                       \
-                                      KELVM_ARGUMENT(2, name) dst2, int len) {                                         \
+  KELVM_FUNCTION(name, KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) dst1, KELVM_ARGUMENT(2, name) dst2,        \
+                 int len) {                                                                                            \
     return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{}, src, dst1, dst2, len);                                   \
   }
 /// The kernel is constructed from the scalar, once a call.
 #define KELVM_SCALAR_POWER(name, ...)                                                                                  \
-  extern "C" KELVM_API kelStatus name(KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) value,                      \
-                                      KELVM_ARGUMENT(2, name) dst, int len) {                                          \
+  KELVM_FUNCTION(name, KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) value, KELVM_ARGUMENT(2, name) dst,        \
+                 int len) {                                                                                            \
     return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{value}, src, dst, len);                                     \
   }

@@ -16,6 +16,9 @@ template <> struct Register<Vec<double, 8>> {
   static V mul_add(V a, V b, V c) { return (V)_mm512_fmadd_pd((__m512d)a, (__m512d)b, (__m512d)c); }
   static V mul_sub(V a, V b, V c) { return (V)_mm512_fmsub_pd((__m512d)a, (__m512d)b, (__m512d)c); }
   static V sub_mul(V c, V a, V b) { return (V)_mm512_fnmadd_pd((__m512d)a, (__m512d)b, (__m512d)c); }
+  static V gather(const double* from, Int<V> at) {
+    return (V)_mm512_mask_i64gather_pd((__m512d)V{}, all, (__m512i)at, from, 8);
+  }
   static BitMask movemask(V v) { return BitMask(_mm512_movepi64_mask((__m512i)v)); }
 };
 
@@ -29,6 +32,9 @@ template <> struct Register<Vec<float, 16>> {
   static V mul_add(V a, V b, V c) { return (V)_mm512_fmadd_ps((__m512)a, (__m512)b, (__m512)c); }
   static V mul_sub(V a, V b, V c) { return (V)_mm512_fmsub_ps((__m512)a, (__m512)b, (__m512)c); }
   static V sub_mul(V c, V a, V b) { return (V)_mm512_fnmadd_ps((__m512)a, (__m512)b, (__m512)c); }
+  static V gather(const float* from, Int<V> at) {
+    return (V)_mm512_mask_i32gather_ps((__m512)V{}, all, (__m512i)at, from, 4);
+  }
   static BitMask movemask(V v) { return BitMask(_mm512_movepi32_mask((__m512i)v)); }
 };
 

@@ -19,6 +19,17 @@
 #  error "kelvm needs at least SSE4.1"
 #endif
 
+// KELVM_BY_GATHERS is defined for kernel files that are compiled twice (frame/export.hpp), with lookups by loads and by
+// gather instructions, these in a namespace of their own.
+#if KELVM_BY_GATHERS
+#  undef KELVM_BUILD
+#  if KELVM_AVX512
+#    define KELVM_BUILD avx512_gathers
+#  else
+#    define KELVM_BUILD avx2_gathers
+#  endif
+#endif
+
 // The build's own flags come after all others on the command line. What they cannot take back is an error.
 #ifdef KELVM_WANTED_VECTOR_BYTES
 #  if (KELVM_WANTED_VECTOR_BYTES == 64) != (KELVM_AVX512 + 0) || (KELVM_WANTED_VECTOR_BYTES == 32) != (KELVM_AVX2 + 0)
@@ -51,6 +62,13 @@ inline constexpr int vector_bytes = 16;
 inline constexpr bool has_fused = false;
 #else
 inline constexpr bool has_fused = true;
+#endif
+
+/// Whether lookups use gather instructions.
+#if KELVM_BY_GATHERS
+inline constexpr bool by_gathers = true;
+#else
+inline constexpr bool by_gathers = false;
 #endif
 
 } // namespace kelvm::inline KELVM_BUILD

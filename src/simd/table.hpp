@@ -4,8 +4,8 @@
 //   constexpr double table[64][2] = {...};
 //   Pair<V> p = lookup_pair<table>(index);     index: Int<V>, every lane within the table
 //
-// Gather instructions are slow on half of the processors in use; loads of what stands together and, with AVX-512,
-// permutations of tables that fit a few registers are faster everywhere.
+// With AVX-512, permutations of tables that fit a few registers are faster everywhere. For others it depends on the
+// processor whether loads of what stands together or gather instructions are, a value at a time: `by_gathers`.
 #pragma once
 
 #include "simd/vec.hpp"
@@ -16,7 +16,7 @@ namespace kelvm::inline KELVM_BUILD {
 
 namespace detail {
 /// The lanes of an index one by one: from the register, two lanes of 32 bits at a time, or through memory where there
-/// are many.
+/// are many and the processor is not of those that prefer gathers, which take long to load from what was just stored.
 template <class I> class IndexLanes {
   static constexpr int lanes_a_word = 8 / sizeof(Lane<I>);
   alignas(sizeof(I)) std::uint64_t words[sizeof(I) / 8];
@@ -25,7 +25,7 @@ template <class I> class IndexLanes {
 public:
   explicit IndexLanes(I index) {
     std::memcpy(words, &index, sizeof index);
-#if KELVM_AVX512
+#if KELVM_AVX512 && !KELVM_BY_GATHERS
     asm("" : "+r"(from)); // or the compiler takes them from the register
 #endif
   }
@@ -46,6 +46,15 @@ public:
   explicit RowsAt(I index) : multiple(index * factor) {}
   const auto* operator[](int i) const { return &Table[0][0] + multiple[i] * (columns / factor); }
 };
+
+/// Whether this many values of a row are gathered; loads of more are faster.
+template <int N> inline constexpr bool gathers = N <= (vector_bytes == 64 ? 4 : 2) && by_gathers;
+
+/// from[index * Step], lane by lane.
+template <int Step, class T, class I> inline auto gathered(const T* from, I index) {
+  using V = Vec<T, lanes<I>>;
+  return (V)Register<Floating<V>>::gather((const Lane<Floating<V>>*)from, index * Step);
+}
 
 #if KELVM_AVX512
 /// Values 0 .. N-1 of a column of the table, N a multiple of two registers, permuted: log2(N / lanes) - 1 blends deep.
@@ -144,6 +153,7 @@ template <const auto& Table, class I> inline auto lookup(I index) {
     if constexpr (detail::fits_registers<T, int(std::size(Table))>)
       return detail::permuted<int(std::size(Table))>(&Table[0], index);
 #endif
+    if constexpr (detail::gathers<1>) return detail::gathered<1>(&Table[0], index);
     const detail::IndexLanes<I> at(index);
     return [&]<int... L>(std::integer_sequence<int, L...>) { return V{Table[at[L]]...}; }
     (std::make_integer_sequence<int, lanes<I>>{});
@@ -164,6 +174,7 @@ template <const auto& Table, class I> inline auto lookup(LowIndex<I> index) {
     if constexpr (detail::fits_registers<T, int(std::size(Table))>)
       return detail::permuted<int(std::size(Table))>(&Table[0], index.whole); // which takes no more bits than it needs
 #endif
+    if constexpr (detail::gathers<1>) return detail::gathered<1>(&Table[0], index.whole & 0xFFFF);
     const detail::IndexLanes<I> at(index.whole);
     return [&]<int... L>(std::integer_sequence<int, L...>) { return V{Table[std::uint16_t(at[L])]...}; }
     (std::make_integer_sequence<int, lanes<I>>{});
@@ -185,6 +196,8 @@ template <const auto& Table, class I> inline auto lookup_pair(I index) {
       return Pair<V>{detail::permuted<rows>(columns[0], index), detail::permuted<rows>(columns[1], index)};
     }
 #endif
+    if constexpr (detail::gathers<2>)
+      return Pair<V>{detail::gathered<2>(&Table[0][0], index), detail::gathered<2>(&Table[0][1], index)};
     const detail::RowsAt<Table, I> row(index);
     return detail::load_pairs<V>([&](int i) { return row[i]; });
   }
@@ -212,6 +225,8 @@ template <const auto& Table, class I> inline auto lookup_row(I index) {
   std::array<V, columns> values;
   if constexpr (lanes<I> == 1) {
     for (int c = 0; c < columns; ++c) values[c] = Table[index][c];
+  } else if constexpr (detail::gathers<columns>) {
+    for (int c = 0; c < columns; ++c) values[c] = detail::gathered<columns>(&Table[0][c], index);
   } else {
     const detail::RowsAt<Table, I> row(index);
     [&]<int... P>(std::integer_sequence<int, P...>) {

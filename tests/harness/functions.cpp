@@ -84,6 +84,7 @@ kelStatus call_at(void* address, const Function& function, const Arguments& argu
 }
 
 bool processor_runs(std::string_view build) {
+  build = build.substr(0, build.find('_'));
   __builtin_cpu_init();
   if (build == "avx512")
     return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq") &&

@@ -69,7 +69,7 @@ private:
 /// Calls the function that lies at an address.
 kelStatus call_at(void* address, const Function& function, const Arguments& arguments);
 
-/// Whether this processor can run the build of that directory name (sse41, avx2, avx512).
+/// Whether this processor can run the build of that directory name (sse41, avx2, avx512; avx2_gathers ...).
 bool processor_runs(std::string_view build);
 
 } // namespace harness
