@@ -74,3 +74,16 @@ for level in v3 v4; do
   fi
 done
 expect $best
+
+echo "== a pinned build"
+pinned() { # code, then an assignment: the build that is loaded with it
+  local picked
+  picked=$(env "$2" "$work/consumer")
+  [[ $picked == "$1" ]] || fail "$picked was loaded, not $1, with $2"
+}
+pinned y8 "LD_PRELOAD=$lib/libkelvm.so.6"
+for level in v3 v4; do
+  "$loader" --help | grep -q "x86-64-$level (supported" || continue
+  pinned $level "LD_PRELOAD=$lib/glibc-hwcaps/x86-64-$level/libkelvm.so.6"
+  pinned $level "LD_LIBRARY_PATH=$lib/glibc-hwcaps/x86-64-$level"
+done
