@@ -1,13 +1,14 @@
 file(GLOB_RECURSE KELVM_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*.cpp)
+list(FILTER KELVM_SOURCES EXCLUDE REGEX /src/registers/)
 
 # Kernel files with tables that some processors read faster by gather instructions, others by loads (src/cpu/gathers.hpp).
 # They are compiled both ways, and the loader chooses. That takes their compile time and their size again, so only files
-# with functions that gain more than a few percent are here, by the bytes of a vector.
-set(KELVM_GATHERING_32
+# with functions that gain more than a few percent are here, by the instruction set.
+set(KELVM_GATHERING_avx2
     exp/exp_32f exp/exp_64f exp/expm1_64f
     hyperbolic/inverse_hyperbolic hyperbolic/sinh_cosh_32f
     trig/atan trig/atan2)
-set(KELVM_GATHERING_64
+set(KELVM_GATHERING_avx512
     complex/asin_acos complex/exp complex/log complex/pow complex/sinh_cosh complex/tanh_tan
     erf/erf_32f erf/erf_64f erf/erf_inverse_32f erf/erf_inverse_64f
     exp/exp_64f exp/expm1_64f exp/log_64f exp/log1p_64f exp/pow_64f
@@ -17,18 +18,25 @@ set(KELVM_GATHERING_64
 set(KELVM_GATHERING_COMMON complex/long_power complex/plane complex/power_element frame/status hyperbolic/factors
                            trig/reduction)
 
-# kelvm_compile(target vector_bytes flags): how a target with kernel files is compiled for one instruction set.
-function(kelvm_compile target vector_bytes flags)
+# kelvm_compile_options(target set): how kernels are compiled for the instruction set sse41, avx2 or avx512.
+set(KELVM_FLAGS_sse41 -march=x86-64 -mtune=generic -msse4.1 -mno-sse4.2 -mno-avx)
+set(KELVM_FLAGS_avx2 -march=x86-64-v3 -mtune=generic -mno-avx512f)
+set(KELVM_FLAGS_avx512 -march=x86-64-v4 -mtune=generic)
+set(KELVM_BYTES_sse41 16)
+set(KELVM_BYTES_avx2 32)
+set(KELVM_BYTES_avx512 64)
+
+function(kelvm_compile_options target set)
   target_include_directories(
     ${target}
     PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
     PRIVATE ${PROJECT_SOURCE_DIR}/src)
-  target_compile_definitions(${target} PRIVATE KELVM_WANTED_VECTOR_BYTES=${vector_bytes})
+  target_compile_definitions(${target} PRIVATE KELVM_WANTED_VECTOR_BYTES=${KELVM_BYTES_${set}})
   # These come after the flags of a parent project or a packager, and what decides on bits and on the processors that run
   # the library is said here in full.
   target_compile_options(
     ${target}
-    PRIVATE ${flags}
+    PRIVATE ${KELVM_FLAGS_${set}}
             -fno-fast-math
             -fno-finite-math-only
             -fno-associative-math
@@ -51,9 +59,9 @@ function(kelvm_compile target vector_bytes flags)
   set_target_properties(${target} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
 
-# kelvm_link(target kind directory): the library in a directory of its own below the build tree, so that a program linked
+# kelvm_link(target kind set): the library in a directory of its own below the build tree, so that a program linked
 # against the default build never finds another one by accident.
-function(kelvm_link target kind directory)
+function(kelvm_link target kind set)
   # Linked as C: nothing of the C++ run-time library may be needed.
   if(kind STREQUAL SHARED)
     target_link_options(
@@ -71,15 +79,15 @@ function(kelvm_link target kind directory)
                VERSION ${PROJECT_VERSION}
                LINKER_LANGUAGE C
                LINK_DEPENDS ${PROJECT_SOURCE_DIR}/src/kelvm.map
-               LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${directory}
-               ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${directory})
+               LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${set}
+               ARCHIVE_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${set})
 endfunction()
 
-# kelvm_add_build(target kind directory vector_bytes flags): the library, SHARED or STATIC, for one instruction set.
+# kelvm_add_build(target kind set): the library, SHARED or STATIC, for one instruction set.
 # Kernel files that are compiled both ways make object libraries, target_by_loads and target_by_gathers.
-function(kelvm_add_build target kind directory vector_bytes flags)
+function(kelvm_add_build target kind set)
   set(sources ${KELVM_SOURCES})
-  list(TRANSFORM KELVM_GATHERING_${vector_bytes} REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/src/\\1.cpp" OUTPUT_VARIABLE both)
+  list(TRANSFORM KELVM_GATHERING_${set} REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/src/\\1.cpp" OUTPUT_VARIABLE both)
   list(TRANSFORM KELVM_GATHERING_COMMON REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/src/\\1.cpp" OUTPUT_VARIABLE common)
   if(both)
     list(REMOVE_ITEM sources ${both})
@@ -88,12 +96,12 @@ function(kelvm_add_build target kind directory vector_bytes flags)
     target_compile_definitions(${target}_by_loads PRIVATE KELVM_BY_GATHERS=0)
     target_compile_definitions(${target}_by_gathers PRIVATE KELVM_BY_GATHERS=1)
     foreach(objects ${target}_by_loads ${target}_by_gathers)
-      kelvm_compile(${objects} ${vector_bytes} "${flags}")
+      kelvm_compile_options(${objects} ${set})
       set_target_properties(${objects} PROPERTIES POSITION_INDEPENDENT_CODE ON)
       list(APPEND sources $<TARGET_OBJECTS:${objects}>)
     endforeach()
   endif()
   add_library(${target} ${kind} ${sources})
-  kelvm_compile(${target} ${vector_bytes} "${flags}")
-  kelvm_link(${target} ${kind} ${directory})
+  kelvm_compile_options(${target} ${set})
+  kelvm_link(${target} ${kind} ${set})
 endfunction()

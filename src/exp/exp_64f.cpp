@@ -87,6 +87,7 @@ struct A26 : OrredTable<A26> {
 template <class P> struct Exp64 : KernelDefaults {
   using Element = double;
   static constexpr bool spurious_underflow = true;
+  static constexpr float quiet_to = 690;
 
   template <class V> struct Reduced {
     V r;

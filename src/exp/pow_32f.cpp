@@ -16,7 +16,7 @@ namespace {
 
 template <class P> struct Pow32f : P {
   using Element = float;
-  static constexpr bool spurious_underflow = true; // y ln x of a tiny y
+  static constexpr bool spurious_underflow = !flags_stay; // y ln x of a tiny y
   template <class V> static SignMask<V> special(V x, V y) { return not_normal_positive(x) | P::special_exponent(y); }
   template <class V> static V formula(V x, V y, typename P::template ResultTest<V>& test) {
     return P::positive(x, y, test);

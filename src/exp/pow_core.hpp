@@ -2,6 +2,7 @@
 // complex powers take it for real operands.
 #pragma once
 
+#include "exact/quiet.hpp"
 #include "exp/exp_core.hpp"
 #include "exp/log_core.hpp"
 #include "exp/pow_special.hpp"
@@ -52,6 +53,8 @@ template <class P> struct Power : KernelDefaults {
   static constexpr double largest_y = 0x1p100;
   static constexpr double largest_exponent = 708; // results are normal up to there
 
+  template <class V> static SignMask<V> noisy(V, V y) { return outside_but_zero(abs(y), 0x1p-200, largest_y); }
+
   template <class V> static V positive(V x, V y, BitMask& undecided) {
     const DoubleWord<V> exponent = P::exponent(log_reduce<typename P::Rows>(x), y);
     undecided |= movemask(above(abs(exponent.hi), largest_exponent));
@@ -95,11 +98,13 @@ private:
 
 /// A power evaluated in double.
 template <class P> struct PowInDouble : KernelDefaults {
-  static constexpr bool spurious_exceptions = true;
+  static constexpr bool spurious_exceptions = !flags_stay;
   template <class V> using ResultTest = RangeTest;
 
   /// An infinite or NaN y shows in y ln x.
-  template <class V> static SignMask<V> special_exponent(V) { return SignMask<V>{}; }
+  template <class V> static SignMask<V> special_exponent(V y) {
+    return flags_stay ? above(abs(y), largest_finite<float>) : SignMask<V>{};
+  }
   static constexpr float largest_y = largest_finite<float>;
 
   template <class V> static V positive(V x, V y, RangeTest& test) {
@@ -114,11 +119,17 @@ template <class P> struct PowInDouble : KernelDefaults {
   }
 
 private:
+  template <class D> static D zero_unless_within(D exponent) {
+    return select(above(abs(exponent), RangeTest::limit), D{}, exponent);
+  }
   template <int Half, class V>
   static Native<double> within(const LogReducedFloats<ShortRows>& x, V y, RangeTest& test) {
     const Native<double> exponent = widen<Half>(y) * logarithm<Natural, P::natural_logarithm>(x.half<Half>());
     test.add(exponent, Half);
-    return exp_normal<P::exponential>(exponent);
+    if constexpr (flags_stay)
+      return exp_normal<P::exponential>(zero_unless_within(exponent));
+    else
+      return exp_normal<P::exponential>(exponent);
   }
 };
 struct PowA24 : PowInDouble<PowA24> {

@@ -8,15 +8,22 @@
 //
 // A kernel file that is compiled twice, with lookups by loads and by gathers, defines a hidden function for each, and
 // the exported name is an indirect function: the loader asks which of them it shall be.
+//
+// With KELVM_IN_REGISTERS the same lines make functions of registers instead, for the library beside:
+// frame/registers.hpp.
 #pragma once
 
 #include "cpu/gathers.hpp"
 #include "frame/frame.hpp"
 
+#if KELVM_IN_REGISTERS
+#  include "frame/registers.hpp"
+#else
+
 namespace kelvm::inline KELVM_BUILD {
 
-#define KELVM_MEMBER(name, family, type, suffix, shape, order) inline constexpr Order order_of_##name = Order::order;
-#include "members.def"
+#  define KELVM_MEMBER(name, family, type, suffix, shape, order) inline constexpr Order order_of_##name = Order::order;
+#  include "members.def"
 
 /// Argument number I of a function type.
 template <int I, class F> struct ArgumentOf;
@@ -53,41 +60,43 @@ inline kelStatus call(Order order, const K& kernel, const From* src, To* dst1, T
 
 } // namespace kelvm::inline KELVM_BUILD
 
-#define KELVM_ARGUMENT(i, name) kelvm::Argument<i, decltype(name)>
+#  define KELVM_ARGUMENT(i, name) kelvm::Argument<i, decltype(name)>
 
 /// The head of an exported function. Of a file that is compiled twice: of the function that stands behind the name
 /// where the processor prefers that form; the form by loads defines the name.
-#if KELVM_BY_GATHERS
-#  define KELVM_FUNCTION(name, ...) extern "C" kelStatus name##_by_gathers(__VA_ARGS__)
-#elif defined(KELVM_BY_GATHERS)
-#  define KELVM_FUNCTION(name, ...)                                                                                    \
-    extern "C" KELVM_HIDDEN decltype(name) name##_by_gathers, name##_by_loads;                                         \
-    extern "C" KELVM_WHILE_LOADING decltype(name)* name##_chosen() {                                                   \
-      return kelvm::prefers_gathers() ? name##_by_gathers : name##_by_loads;                                           \
-    }                                                                                                                  \
-    extern "C" KELVM_API __attribute__((ifunc(#name "_chosen"))) decltype(name) name;                                  \
-    extern "C" kelStatus name##_by_loads(__VA_ARGS__)
-#else
-#  define KELVM_FUNCTION(name, ...) extern "C" KELVM_API kelStatus name(__VA_ARGS__)
-#endif
+#  if KELVM_BY_GATHERS
+#    define KELVM_FUNCTION(name, ...) extern "C" kelStatus name##_by_gathers(__VA_ARGS__)
+#  elif defined(KELVM_BY_GATHERS)
+#    define KELVM_FUNCTION(name, ...)                                                                                  \
+      extern "C" KELVM_HIDDEN decltype(name) name##_by_gathers, name##_by_loads;                                       \
+      extern "C" KELVM_WHILE_LOADING decltype(name)* name##_chosen() {                                                 \
+        return kelvm::prefers_gathers() ? name##_by_gathers : name##_by_loads;                                         \
+      }                                                                                                                \
+      extern "C" KELVM_API __attribute__((ifunc(#name "_chosen"))) decltype(name) name;                                \
+      extern "C" kelStatus name##_by_loads(__VA_ARGS__)
+#  else
+#    define KELVM_FUNCTION(name, ...) extern "C" KELVM_API kelStatus name(__VA_ARGS__)
+#  endif
 
-#define KELVM_UNARY(name, ...)                                                                                         \
-  KELVM_FUNCTION(name, KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) dst, int len) {                            \
-    return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{}, src, dst, len);                                          \
-  }
-#define KELVM_BINARY(name, ...)                                                                                        \
-  KELVM_FUNCTION(name, KELVM_ARGUMENT(0, name) src1, KELVM_ARGUMENT(1, name) src2, KELVM_ARGUMENT(2, name) dst,        \
-                 int len) {                                                                                            \
-    return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{}, src1, src2, dst, len);                                   \
-  }
-#define KELVM_TWO_OUTPUTS(name, ...)                                                                                   \
-  KELVM_FUNCTION(name, KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) dst1, KELVM_ARGUMENT(2, name) dst2,        \
-                 int len) {                                                                                            \
-    return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{}, src, dst1, dst2, len);                                   \
-  }
+#  define KELVM_UNARY(name, ...)                                                                                       \
+    KELVM_FUNCTION(name, KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) dst, int len) {                          \
+      return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{}, src, dst, len);                                        \
+    }
+#  define KELVM_BINARY(name, ...)                                                                                      \
+    KELVM_FUNCTION(name, KELVM_ARGUMENT(0, name) src1, KELVM_ARGUMENT(1, name) src2, KELVM_ARGUMENT(2, name) dst,      \
+                   int len) {                                                                                          \
+      return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{}, src1, src2, dst, len);                                 \
+    }
+#  define KELVM_TWO_OUTPUTS(name, ...)                                                                                 \
+    KELVM_FUNCTION(name, KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) dst1, KELVM_ARGUMENT(2, name) dst2,      \
+                   int len) {                                                                                          \
+      return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{}, src, dst1, dst2, len);                                 \
+    }
 /// The kernel is constructed from the scalar, once a call.
-#define KELVM_SCALAR_POWER(name, ...)                                                                                  \
-  KELVM_FUNCTION(name, KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) value, KELVM_ARGUMENT(2, name) dst,        \
-                 int len) {                                                                                            \
-    return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{value}, src, dst, len);                                     \
-  }
+#  define KELVM_SCALAR_POWER(name, ...)                                                                                \
+    KELVM_FUNCTION(name, KELVM_ARGUMENT(0, name) src, KELVM_ARGUMENT(1, name) value, KELVM_ARGUMENT(2, name) dst,      \
+                   int len) {                                                                                          \
+      return kelvm::call(kelvm::order_of_##name, __VA_ARGS__{value}, src, dst, len);                                   \
+    }
+
+#endif

@@ -120,6 +120,7 @@ template <int N, class F> inline void unrolled(F f) {
 /// The block loop of kernel K over arrays of shape S. Results are bit for bit those of one element alone, so blocks,
 /// single vectors and the tail may divide the array as they like.
 template <class K, Shape S> class Loop {
+protected:
   using T = typename K::Element;
   using V = Native<T>;
   static constexpr int width = native_lanes<T>;
@@ -275,6 +276,13 @@ template <class K, Shape S> class Loop {
     Outputs<V> out = collect<V>(spread(tame, [&](auto... x) { return kernel.wide_formula(x...); }));
     finish(kernel, in, out, movemask(outside) & valid, outcome);
     return out;
+  }
+  /// One vector, whatever it holds.
+  static Outputs<V> any_vector(const K& kernel, const Inputs<V>& in, Outcome& outcome) {
+    if constexpr (K::has_wide_formula) {
+      if (any(special(kernel, in))) return one_wide_vector(kernel, in, all_lanes<V>, outcome);
+    }
+    return one_vector(kernel, in, all_lanes<V>, outcome);
   }
   /// compute(in, valid, out) for one vector after the other, the last one perhaps not full, until it says false: how
   /// many elements that were.

@@ -53,6 +53,10 @@ template <class T> struct Hypot : KernelDefaults {
   static constexpr T low = sizeof(T) == 8 ? T(0x1p-450) : T(0x1p-60);
   static constexpr T high = sizeof(T) == 8 ? T(0x1p500) : T(0x1p62);
   template <class V> static SignMask<V> special(V x, V y) { return larger_outside(abs(x), abs(y), low, high); }
+  /// The smaller square.
+  template <class V> static SignMask<V> noisy(V x, V y) {
+    return outside_but_zero(abs(x), low, high) | outside_but_zero(abs(y), low, high);
+  }
   template <class V> static V formula(V x, V y) { return sqrt(x * x + y * y); }
   static T element(T x, T y, kelStatus& status) { return hypot_element(x, y, status); }
 };

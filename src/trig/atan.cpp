@@ -55,12 +55,13 @@ struct AtanA24 : Atan<float> {
 };
 
 template <auto& Series> struct AtanSingle : Atan<float> {
+  static constexpr float quiet_to = 0x1p40f; // q z
   template <class V> static V formula(V x) {
     const V t = abs(x), one = splat<V>(1);
     const auto steep = t > one;
     const V q = select(steep, splat<V>(-1), t) / select(steep, t, one);
     const V z = q * q;
-    const V angle = mul_add(q * z, estrin(z, Series), q);
+    const V angle = mul_add(q * z, estrin(for_powers(z), Series), q);
     return flip_sign(zero_unless(steep, splat<V>(pi_below<float> / 2)) + angle, sign_of(x));
   }
 };

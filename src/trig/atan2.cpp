@@ -41,6 +41,15 @@ template <class T> struct Atan2 : KernelDefaults {
   template <class V> static SignMask<V> special(V y, V x) {
     return outside(abs(y), least, most) | outside(abs(x), least, most);
   }
+  /// By the difference of the exponents: quotients beyond 2^40 and their reciprocals. Subnormal floats have none.
+  template <class V> static SignMask<V> noisy(V y, V x) {
+    constexpr Lane<Int<V>> limit = Lane<Int<V>>(40) << (sizeof(T) == 8 ? 52 : 23);
+    const Int<V> difference = int_bits(abs(y)) - int_bits(abs(x));
+    SignMask<V> apart = (limit - difference) | (limit + difference);
+    if constexpr (sizeof(T) == 4)
+      apart |= bit_cast<SignMask<V>>(below(abs(y), smallest_normal<T>) | below(abs(x), smallest_normal<T>));
+    return apart;
+  }
 };
 
 template <Accuracy A> struct Atan2Double : Atan2<double> {

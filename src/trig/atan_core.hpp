@@ -21,6 +21,7 @@
 #include "exact/accuracy.hpp"
 #include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
+#include "exact/quiet.hpp"
 #include "exact/quotient.hpp"
 #include "simd/table.hpp"
 #include "trig/inverse_trig_tables.hpp"
@@ -190,7 +191,7 @@ template <auto& Series, class V> inline V float_angle(V y, V x) {
   const auto left = x < V{};
   const V q = smaller_of(up, right) / select(steep, up, right);
   const V z = q * q;
-  const V t = mul_add(q * z, estrin(z, Series), q);
+  const V t = mul_add(q * z, estrin(for_powers(z), Series), q);
   const V base = select(steep, splat<V>(pi_below<float> / 2), zero_unless(left, splat<V>(pi_below<float>)));
   const V turned = flip_sign(t, sign_of(zero_unless(left, x)) ^ sign_of(zero_unless(steep, splat<V>(-0.0f))));
   return flip_sign(base + turned, sign_of(y));

@@ -6,6 +6,7 @@
 //
 // A21, A11: x = k pi/2 + r in single precision, pi/2 in four parts, |r| <= pi/4; tan r by a polynomial of degree 13 or
 // 7, -1 / tan r for odd k. Error 2^-21.4 and 2^-13, next to zeros and poles as well. |x| > 10000 in double.
+#include "exact/quiet.hpp"
 #include "exact/rounding_test.hpp"
 #include "frame/export.hpp"
 #include "kelvm/trig.h"
@@ -53,7 +54,7 @@ template <auto& Series> struct TanSingle : Tan32 {
     const auto less = [k](V x, float part) { return sub_mul(x, k, splat<V>(part)); };
     const V r = less(less(less(less(magnitude, 1.5703125f), 0x1.fb4p-12f), 0x1.444p-24f), 0x1.68c234p-39f);
     const V z = r * r;
-    const V t = mul_add(r * z, estrin(z, Series), r);
+    const V t = mul_add(r * z, estrin(for_powers(z), Series), r);
     const Int<V> odd = int_bits(shifted) << 31;
     const V one = splat<V>(1);
     const V quotient = select(odd, one, t) / select(odd, t, one);
