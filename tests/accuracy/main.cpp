@@ -1,4 +1,5 @@
 // kelvm-accuracy: measures functions of the library against MPFR.
+#include "intervals.hpp"
 #include "limits.hpp"
 #include "measure.hpp"
 
@@ -31,6 +32,8 @@ constexpr const char* usage = R"(usage: kelvm-accuracy [options] --function NAME
   --threads N        (default 2)
   --mpfr-only        do without the estimate that lets MPFR pass over unremarkable results
   --brief            one line a function
+  --intervals N      instead of the report, for drawing: JSON, an object a line, of the largest error in each of N
+                     intervals of the source; --points is shared among them
   --limits FILE      the limits table (default: the source tree's)
   --check            compare with the limits: exit status 1 if a function exceeds its row or has none
   --check-table      only see that the table has one row for every function, in list order
@@ -42,6 +45,7 @@ struct Settings {
   bool all = false, exhaustive = false, mpfr_only = false, brief = false, check = false, check_table = false;
   std::uint32_t from = 0, to = 0xffffffff;
   std::uint64_t points = 1000000, seed = 1;
+  int intervals = 0;
   unsigned threads = 2;
   std::optional<accuracy::Range> range1, range2;
 };
@@ -87,6 +91,7 @@ Settings parse(int argc, char** argv) {
       {"--from", [&](const std::string& v) { s.from = pattern(v); }},
       {"--to", [&](const std::string& v) { s.to = pattern(v); }},
       {"--points", [&](const std::string& v) { s.points = count(v); }},
+      {"--intervals", [&](const std::string& v) { s.intervals = int(std::min<std::uint64_t>(count(v), 10000)); }},
       {"--seed", [&](const std::string& v) { s.seed = count(v); }},
       {"--threads", [&](const std::string& v) { s.threads = unsigned(std::min<std::uint64_t>(count(v), 256)); }},
       {"--range", [&](const std::string& v) { s.range1 = range(v); }},
@@ -179,6 +184,45 @@ std::vector<reference::Statistics> measure(const harness::Library& library,
   return accuracy::measure(library, functions, source, {s.threads, !s.mpfr_only, true, blocks});
 }
 
+// In ulps, by norm of complex results; the absolute error where that is what a function holds.
+void print_intervals(const harness::Library& library, std::span<const harness::Function> functions, const Settings& s,
+                     const std::vector<accuracy::Limit>& limits) {
+  const accuracy::Axis axis = accuracy::axis_of(functions.front());
+  const std::vector<double> bounds = axis.bounds(s.intervals);
+  std::vector<std::string> errors(functions.size());
+  const auto measure_of = [&](const harness::Function& function) {
+    const accuracy::Limit* limit = accuracy::find_limit(limits, function.name);
+    return limit && limit->absolute > 0 ? "absolute" : function.complex_destination() ? "norm" : "ulp";
+  };
+  for (int interval = 0; interval < s.intervals; ++interval) {
+    const std::size_t length = 64, points = std::max<std::uint64_t>(s.points / s.intervals, 1),
+                      blocks = (points + length - 1) / length;
+    const auto source = [&](std::uint64_t index, std::vector<reference::Arguments>& block) {
+      if (index >= blocks) return false;
+      block.assign(std::min(length, points - index * length), reference::Arguments{});
+      accuracy::Random random{s.seed << 40 ^ (interval * blocks + index) * 0xd1342543de82ef95};
+      accuracy::fill(random, functions.front(), axis, {bounds[interval], bounds[interval + 1]}, block);
+      return true;
+    };
+    const auto measured = accuracy::measure(library, functions, source, {s.threads, !s.mpfr_only, false, 0});
+    for (std::size_t i = 0; i < functions.size(); ++i) {
+      const std::string_view measure = measure_of(functions[i]);
+      const reference::Worst& worst = measure == "absolute" ? measured[i].absolute
+                                      : measure == "norm"   ? measured[i].norm_ulp
+                                                            : measured[i].ulp;
+      char text[32] = "null"; // JSON has no infinity
+      if (std::isfinite(worst.value)) std::snprintf(text, sizeof text, "%.4g", worst.value);
+      errors[i] += (interval ? ", " : "") + std::string(text);
+    }
+  }
+  for (std::size_t i = 0; i < functions.size(); ++i)
+    std::printf("{\"name\": \"%s\", \"measure\": \"%s\", \"logarithmic\": %s, \"range\": [%.17g, %.17g], \"second\": "
+                "[%.17g, %.17g], \"errors\": [%s]}\n",
+                std::string(functions[i].name).c_str(), measure_of(functions[i]), axis.logarithmic ? "true" : "false",
+                axis.range.lo, axis.range.hi, axis.second.lo, axis.second.hi, errors[i].c_str());
+  std::fflush(stdout);
+}
+
 int run(const Settings& s, const std::vector<accuracy::Limit>& limits, const std::vector<harness::Function>& functions,
         const harness::Library& library) {
   const auto within_of = [&](const harness::Function& function) {
@@ -193,6 +237,10 @@ int run(const Settings& s, const std::vector<accuracy::Limit>& limits, const std
                              within_of(functions[behind]) == within;)
       ++behind;
     const std::span group(&functions[first], behind - first);
+    if (s.intervals) {
+      print_intervals(library, group, s, limits);
+      continue;
+    }
     const auto start = std::chrono::steady_clock::now();
     const std::vector<reference::Statistics> measured =
         s.exhaustive ? measure_all_floats(library, group, s)
