@@ -1,6 +1,7 @@
 # cpack: Debian packages (library, development files, program, Python). scripts/deb makes and checks them; the build tree
 # should be configured with the prefix /usr (preset "package").
 set(CPACK_PACKAGE_VENDOR "kelvm developers")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
 set(CPACK_PACKAGE_CONTACT "kelvm developers <kelvm@localhost>" CACHE STRING "Maintainer of the packages")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
