@@ -15,23 +15,17 @@
 namespace kelvm::inline KELVM_BUILD {
 
 namespace detail {
-/// The lanes of an index one by one: from the register, two lanes of 32 bits at a time, or through memory where there
-/// are many and the processor is not of those that prefer gathers, which take long to load from what was just stored.
+/// The lanes of an index one by one, two lanes of 32 bits at a time. Compilers take them from the register; through
+/// memory they would wait for the whole vector to be stored.
 template <class I> class IndexLanes {
   static constexpr int lanes_a_word = 8 / sizeof(Lane<I>);
-  alignas(sizeof(I)) std::uint64_t words[sizeof(I) / 8];
-  const std::uint64_t* from = words;
+  std::uint64_t words[sizeof(I) / 8];
 
 public:
-  explicit IndexLanes(I index) {
-    std::memcpy(words, &index, sizeof index);
-#if KELVM_AVX512 && !KELVM_BY_GATHERS
-    asm("" : "+r"(from)); // or the compiler takes them from the register
-#endif
-  }
+  explicit IndexLanes(I index) { std::memcpy(words, &index, sizeof index); }
   IndexLanes(const IndexLanes&) = delete;
   std::size_t operator[](int i) const {
-    const std::uint64_t word = from[i / lanes_a_word];
+    const std::uint64_t word = words[i / lanes_a_word];
     if constexpr (lanes_a_word == 1) return word;
     return i % 2 == 0 ? std::uint32_t(word) : word >> 32;
   }
@@ -75,9 +69,10 @@ template <int N, class I, class T> inline Vec<T, lanes<I>> permuted(const T* col
       return (V)_mm512_mask_mov_ps((__m512)low, _mm512_test_epi32_mask((__m512i)index, (__m512i)bit), (__m512)high);
   }
 }
-/// Whether permuting beats loading.
+/// Whether permuting beats loading, or gathering: tables up to so many rows.
+template <class T> inline constexpr int most_permuted = sizeof(T) == 4 ? 256 : by_gathers ? 32 : 64;
 template <class T, int N>
-inline constexpr bool fits_registers = N % (2 * native_lanes<T>) == 0 && N <= (sizeof(T) == 8 ? 64 : 256);
+inline constexpr bool fits_registers = N % (2 * native_lanes<T>) == 0 && N <= most_permuted<T>;
 
 /// A table of rows as columns.
 template <const auto& Table, int Rows, int Columns, class T> struct ColumnsOf {
@@ -137,6 +132,45 @@ template <class V, class At> inline Pair<V> load_pairs(At at) {
                      __builtin_shufflevector(low, high, (I / 4 * 4 + I % 2 * 2 + 1 + I / 2 % 2 * n)...)};
     }
     (std::make_integer_sequence<int, n>{});
+  }
+}
+
+/// Whether rows of four are loaded whole.
+template <class V> inline constexpr bool loads_fours = lanes<V> == 8 || lanes<V> == 16;
+
+/// Four neighbours in memory for each lane, transposed.
+template <class V, class At> inline std::array<V, 4> load_fours(At at) {
+  constexpr int n = lanes<V>;
+  const auto row = [&](int i) { return load<Vec<Lane<V>, 4>>(at(i)); };
+  if constexpr (sizeof(Lane<V>) == 8) {
+    // Lanes i and i + 2.
+    const auto two = [&](int i) { return join(row(i), row(i + 2)); };
+    const Pair<V> low = zip(Pair<V>{two(0), two(1)}), high = zip(Pair<V>{two(4), two(5)});
+    // 128 bits of one column, then of the other.
+    const auto columns = [](V low, V high) {
+      return [=]<int... I>(std::integer_sequence<int, I...>) {
+        return Pair<V>{__builtin_shufflevector(low, high, (I % 4 / 2 * 4 + I % 2 + I / 4 * 8)...),
+                       __builtin_shufflevector(low, high, (I % 4 / 2 * 4 + I % 2 + I / 4 * 8 + 2)...)};
+      }
+      (std::make_integer_sequence<int, 8>{});
+    };
+    const auto [c0, c2] = columns(low.first, high.first);
+    const auto [c1, c3] = columns(low.second, high.second);
+    return {c0, c1, c2, c3};
+  } else {
+    // Lanes i, i + 4, ...
+    const auto every_fourth = [&](int i) {
+      if constexpr (n == 8)
+        return join(row(i), row(i + 4));
+      else
+        return join(join(row(i), row(i + 4)), join(row(i + 8), row(i + 12)));
+    };
+    const Pair<V> even = zip(Pair<V>{every_fourth(0), every_fourth(1)}),
+                  odd = zip(Pair<V>{every_fourth(2), every_fourth(3)});
+    using Twos = Vec<double, n / 2>;
+    const auto [c0, c1] = zip(Pair<Twos>{(Twos)even.first, (Twos)odd.first});
+    const auto [c2, c3] = zip(Pair<Twos>{(Twos)even.second, (Twos)odd.second});
+    return {(V)c0, (V)c1, (V)c2, (V)c3};
   }
 }
 } // namespace detail
@@ -229,6 +263,7 @@ template <const auto& Table, class I> inline auto lookup_row(I index) {
     for (int c = 0; c < columns; ++c) values[c] = detail::gathered<columns>(&Table[0][c], index);
   } else {
     const detail::RowsAt<Table, I> row(index);
+    if constexpr (columns == 4 && detail::loads_fours<V>) return detail::load_fours<V>([&](int i) { return row[i]; });
     [&]<int... P>(std::integer_sequence<int, P...>) {
       (([&] {
          const Pair<V> two = detail::load_pairs<V>([&](int i) { return row[i] + 2 * P; });
