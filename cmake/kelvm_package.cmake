@@ -29,7 +29,10 @@ of an element depend on its value alone.
 .")
 set(library libkelvm${PROJECT_VERSION_MAJOR})
 set(control ${PROJECT_BINARY_DIR}/debian)
-file(WRITE ${control}/shlibs "libkelvm ${PROJECT_VERSION_MAJOR} ${library} (>= ${PROJECT_VERSION})\n")
+file(WRITE ${control}/shlibs "")
+foreach(name libkelvm libkelvm_simd libkelvm_simd_fast)
+  file(APPEND ${control}/shlibs "${name} ${PROJECT_VERSION_MAJOR} ${library} (>= ${PROJECT_VERSION})\n")
+endforeach()
 file(WRITE ${control}/triggers "activate-noawait ldconfig\n")
 
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${library})
@@ -37,7 +40,9 @@ set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${control}/shlibs ${control}/triggers)
 set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "vector math library
 ${about}
-This package has the shared library, built for SSE4.1, AVX2 and AVX-512.")
+This package has the shared library, built for SSE4.1, AVX2 and AVX-512,
+and the libraries of functions of registers, which compilers call from
+vectorised loops.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkelvm-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${library} (= ${PROJECT_VERSION})")

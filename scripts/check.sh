@@ -45,7 +45,7 @@ formatting() {
 }
 # Not the accuracy tests, here and for clang: the bits are those of the library that passed them.
 unoptimised() {
-  build debug --target kelvm kelvm_v3 kelvm_v4 kelvm-identity kelvm-special kelvm-contract &&
+  build debug --target kelvm kelvm_v3 kelvm_v4 kelvm_simd kelvm-identity kelvm-special kelvm-contract &&
     tests debug -R '^(identity|special\.)' && contract debug '*ADestination*:*TheCallersMode*'
 }
 one_definition() {
@@ -54,6 +54,7 @@ one_definition() {
     mapfile -t objects < <(find build/debug/CMakeFiles -regex ".*/$library\(_by_[a-z]*\)?\.dir/src/.*\.o")
     scripts/one_definition "${objects[@]}" || return
   done
+  scripts/one_definition build/debug/CMakeFiles/kelvm_simd_*.dir/src/*/*.o # all in one library
 }
 not_inlined() { build no-inline --target kelvm-identity && tests no-inline -R '^identity'; }
 # All kernel files in one translation unit, then the bits of that.

@@ -43,6 +43,7 @@ consumers=$source/tests/install
   -DCMAKE_PREFIX_PATH="$work/moved" -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF >"$work/log" && "$cmake" --build "$work/cmake" >>"$work/log" ||
   fail "$(cat "$work/log")"
 "$work/cmake/consumer" || fail "the consumer found wrong results"
+"$work/cmake/loop" || fail "the loop computed wrong results"
 if [[ -e $work/cmake/consumer_f90 ]]; then
   "$work/cmake/consumer_f90" | grep -q '^exp(   1.0) = 2.718281828459045' || fail "wrong results in Fortran"
 fi
@@ -53,6 +54,11 @@ echo "== pkg-config"
 export LD_LIBRARY_PATH=$lib
 "$work/consumer" || fail "the consumer found wrong results"
 [[ $(pkg-config --modversion kelvm) == 6.* ]] || fail "version $(pkg-config --modversion kelvm)"
+
+echo "== loops through the library of functions of registers"
+# shellcheck disable=SC2046 # the flags are words
+"$cc" -O3 -Wall -Wextra -Werror "$consumers/loop.c" -o "$work/loop" $(pkg-config --cflags --libs kelvm_simd)
+"$work/loop" || fail "the loop computed wrong results"
 
 echo "== the loader picks the build"
 loader=$(readelf -l "$work/consumer" | sed -n 's/.*interpreter: \(.*\)\].*/\1/p')

@@ -4,8 +4,11 @@
 #include "driver.hpp"
 
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <random>
+#include <sstream>
 #include <xmmintrin.h>
 
 namespace {
@@ -257,6 +260,66 @@ TEST(Scalars, BitsAreThoseOfTheArrayFunction) {
         ASSERT_EQ(std::memcmp(second, strip.destination[1].data() + i * size, size), 0);
       }
     }
+  }
+}
+
+/// The names that a shared object wants from others.
+std::string wanted_by(const std::string& path) {
+  std::string names;
+  FILE* const nm = popen(("nm -D --undefined-only " + path).c_str(), "r");
+  char line[256];
+  while (nm && std::fgets(line, sizeof line, nm)) {
+    const std::string_view word(line);
+    names += word.substr(word.rfind(' '), word.find_first_of("@\n") - word.rfind(' '));
+    names += '\n';
+  }
+  if (nm) pclose(nm);
+  return names;
+}
+
+/// The modules of loops.c that CMakeLists.txt lists for the letter: compilers call the functions, and rightly.
+TEST(Loops, AreVectorisedAndComputeTheBitsOfTheArrayFunctions) {
+  const char* const paths = std::getenv("KELVM_TESTED_LOOPS");
+  if (!paths) GTEST_SKIP() << "no modules of loops: set KELVM_TESTED_LOOPS";
+  std::istringstream list(paths);
+  for (std::string path; std::getline(list, path, ':');) {
+    const harness::Library module(path);
+    const std::string wanted = wanted_by(path);
+    const bool own_names = path.find("kelvm_names") != path.npos;
+    int vectorised = 0;
+    for (const Named& named : named()) {
+      const Function& function = named.function();
+      if (named.name.starts_with("kelvm_") != own_names) continue;
+      if (function.suffix != "A24" && function.suffix != "A53") continue;
+      const char* forms = function.shape == harness::Shape::Binary       ? "vv_"
+                          : function.shape == harness::Shape::TwoOutputs ? "vvv_"
+                                                                         : "v_";
+      const std::string variant = std::string(" _ZGV") + tested().letter + "N" +
+                                  std::to_string(tested().lanes(function)) + forms + named.name + "\n";
+      if (wanted.find(variant) == wanted.npos) {
+        // Of sincos g++ takes the C library's nowhere, and with AVX alone has no registers for eight pointers.
+        EXPECT_TRUE(!KELVM_COMPILER_IS_GNU || named.name.find("sincos") != named.name.npos)
+            << path << " does not call" << variant;
+        continue;
+      }
+      ++vectorised;
+      constexpr int count = 1024; // a multiple of all lengths: no element is computed alone
+      const std::vector<Element> elements = domain_elements(function, count);
+      const Bytes x = packed(function, 0, elements), y = function.sources() == 2 ? packed(function, 1, elements) : x;
+      Bytes expected[2], found[2];
+      for (Bytes* results : {expected, found})
+        for (int d = 0; d < 2; ++d) results[d].resize(count * function.destination_size());
+      named.array.call({x.data(), y.data(), nullptr, expected[0].data(), expected[1].data(), count});
+      const std::string symbol = "loop_" + named.name.substr(own_names ? 6 : 0);
+      void* const loop = module.symbol(symbol.c_str());
+      ASSERT_NE(loop, nullptr) << symbol;
+      harness::call_at(loop, function, {x.data(), y.data(), nullptr, found[0].data(), found[1].data(), count});
+      EXPECT_EQ(found[0], expected[0]) << path << " " << named.name;
+      if (function.destinations() == 2) {
+        EXPECT_EQ(found[1], expected[1]) << path << " " << named.name;
+      }
+    }
+    EXPECT_GE(vectorised, 10) << path;
   }
 }
 
