@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /*
  * Scalar functions with variants for registers: in a loop over double kelvm_exp(double) g++ calls the variant of its
  * vector length, without -ffast-math and with IEEE arithmetic elsewhere. In the libraries kelvm_simd and, less accurate

@@ -1,7 +1,7 @@
+// SPDX-License-Identifier: MIT
 // Functions of registers, for code written with intrinsics: kelvm::simd::exp(x) for an x of type __m128d, __m256d,
-// __m512d,
-// __m128, __m256 or __m512, as far as the code is compiled for the set. In the libraries kelvm_simd and, less accurate
-// and faster, kelvm_simd_fast; the linker's choice. For C++11 and later.
+// __m512d, __m128, __m256 or __m512, as far as the code is compiled for the set. In the libraries kelvm_simd and, less
+// accurate and faster, kelvm_simd_fast; the linker's choice. For C++11 and later.
 //
 // What they compute and promise is that of kelvm/loops.h. The vector types of other libraries hold such a register;
 // docs/vectorised-loops.md has an example with xsimd, Highway and std::experimental::simd.
@@ -10,8 +10,7 @@
 
 #include <immintrin.h>
 
-// The functions have the names of the x86-64 vector function ABI. Macros: register and lanes of doubles, then of
-// floats.
+// The functions have the names of the x86-64 vector function ABI.
 #define KELVM_SIMD_UNARY_OF(function, letter, doubles, lanes, floats, more_lanes)                                      \
   doubles function(doubles x) __asm__("_ZGV" #letter "N" #lanes "v_kelvm_" #function);                                 \
   floats function(floats x) __asm__("_ZGV" #letter "N" #more_lanes "v_kelvm_" #function "f");
