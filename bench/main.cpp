@@ -27,6 +27,7 @@ constexpr const char* usage =
   --range LO:HI      arguments of the first source, uniform; each family has a range of its own
   --rounds N         batches of each contender (40)
   --peers            show every contender, not only the best peer that counts
+  --loops            also loops that the compiler vectorises by calling functions of registers: of kelvm_simd and others
   --no-peers         measure our functions alone
   --json FILE        write all figures
   --libraries DIR    where the builds lie, each in a directory of its name
@@ -38,7 +39,7 @@ struct Options {
   std::vector<int> lengths = {4, 16, 1024, 1000000};
   std::optional<Range> range;
   int rounds = 40;
-  bool show_peers = false, measure_peers = true;
+  bool show_peers = false, measure_peers = true, loops = false;
   std::string json, libraries = KELVM_BUILDS, peers = KELVM_PEER_MODULES;
 };
 
@@ -102,6 +103,8 @@ Options parse(int argc, char** argv) {
       if (options.rounds < 1) throw BadOption("--rounds wants a count");
     } else if (option == "--peers")
       options.show_peers = true;
+    else if (option == "--loops")
+      options.loops = true;
     else if (option == "--no-peers")
       options.measure_peers = false;
     else if (option == "--json")
@@ -339,6 +342,7 @@ int run(const Options& options) {
     builds.push_back({build, harness::Library(options.libraries + "/" + build + "/libkelvm.so")});
     if (!options.measure_peers) continue;
     peers.emplace_back(options.peers, build);
+    if (options.loops) peers.emplace_back(options.peers + "/loops", build);
     if (peers.back().modules() == 0) std::fprintf(stderr, "no peer modules for %s were built\n", build.c_str());
   }
   const double per_ns = ticks_per_ns();

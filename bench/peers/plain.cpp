@@ -1,11 +1,16 @@
 // Loops over the C library's functions and over plain arithmetic. Compiled twice for each instruction set: with -O3
 // (contenders libm and loop) and with -Ofast, where the compiler takes the C library's vector variants and may
-// rearrange (contenders gcc-mvec and ofast). The optimisation is the contender.
+// rearrange (contenders gcc-mvec and ofast). The optimisation is the contender. With KELVM_LOOP_NAME the vector
+// variants are those of another library.
 #include "sweep.hpp"
 
 #include <cmath>
 
-#ifdef __FAST_MATH__
+#if defined(KELVM_LOOP_NAME)
+#  define FUNCTION_NAME KELVM_LOOP_NAME
+#  define FUNCTION_ULP 0
+#  define ARITHMETIC_NAME KELVM_LOOP_NAME "-ofast"
+#elif defined(__FAST_MATH__)
 #  define FUNCTION_NAME "gcc-mvec"
 #  define FUNCTION_ULP 4
 #  define ARITHMETIC_NAME "ofast"
