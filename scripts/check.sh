@@ -21,7 +21,7 @@ build() { # PRESET [BUILD-ARGUMENT...]
 }
 
 plain_packages=(g++ cmake ninja-build pkgconf libgtest-dev libgmock-dev libmpfr-dev libmpc-dev libboost-dev libtbb-dev
-  gfortran mandoc python3-{dev,numpy,scipy,pandas,xarray,dask,distributed,pytest,hypothesis,pip,venv})
+  gfortran mandoc python3-{dev,numpy,matplotlib,scipy,pandas,xarray,dask,distributed,pytest,hypothesis,pip,venv})
 need_packages "${plain_packages[@]}"
 build release
 tests release

@@ -5,6 +5,25 @@ import re
 from typing import NamedTuple
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
+TITLES = {
+    "Add": "sums", "Sub": "differences", "Mul": "products", "Sqr": "squares", "Abs": "absolute values",
+    "Div": "quotients", "Inv": "reciprocals", "Conj": "complex conjugates",
+    "MulByConj": "products with complex conjugates", "Ceil": "rounding up", "Floor": "rounding down",
+    "Trunc": "rounding toward zero", "Round": "rounding to nearest, halfway cases away from zero",
+    "Rint": "rounding in the current mode", "NearbyInt": "rounding in the current mode, never inexact",
+    "Modf": "integral and fractional parts", "Sqrt": "square roots", "InvSqrt": "reciprocal square roots",
+    "Cbrt": "cube roots", "InvCbrt": "reciprocal cube roots", "Pow2o3": "powers of 2/3", "Pow3o2": "powers of 3/2",
+    "Hypot": "lengths of the hypotenuse", "Exp": "exponentials", "Expm1": "exponentials minus 1",
+    "Ln": "natural logarithms", "Log10": "decimal logarithms", "Log1p": "natural logarithms of 1 plus the argument",
+    "Pow": "powers", "Powx": "powers with one exponent for all elements", "Sin": "sines", "Cos": "cosines",
+    "SinCos": "sines and cosines together", "CIS": "complex numbers of a given angle, cos x + i sin x",
+    "Tan": "tangents", "Atan": "inverse tangents", "Atan2": "angles of points in the plane",
+    "Asin": "inverse sines", "Acos": "inverse cosines", "Sinh": "hyperbolic sines", "Cosh": "hyperbolic cosines",
+    "Tanh": "hyperbolic tangents", "Asinh": "inverse hyperbolic sines", "Acosh": "inverse hyperbolic cosines",
+    "Atanh": "inverse hyperbolic tangents", "Erf": "error function", "Erfc": "complementary error function",
+    "ErfInv": "inverse error function", "ErfcInv": "inverse complementary error function",
+    "CdfNorm": "normal distribution function", "CdfNormInv": "quantiles of the normal distribution",
+}
 
 
 class Function(NamedTuple):
@@ -70,13 +89,32 @@ def declarations():
 
 def table(path, columns):
     """The rows of a Markdown table of functions, as {function: {column: text}} with these columns."""
-    lines = [[cell.strip() for cell in line.strip("| \n").split(" | ")] for line in (ROOT / path).open()
-             if line.startswith("| ")]
-    names = [name.strip() for name in lines[0]]
-    return {row[0]: {c: row[names.index(c)] for c in columns if names.index(c) < len(row)} for row in lines[1:]}
+    lines = [[cell.strip() for cell in line.strip()[1:-1].split("|")]
+             for line in (ROOT / path).read_text().splitlines() if line.startswith("| ")]
+    return {row[0]: {c: row[lines[0].index(c)] for c in columns} for row in lines[1:]}
 
 
 def limits():
     """What the tests hold each function to: pairs of a measure and its bound."""
     rows = (line.split() for line in (ROOT / "tests/accuracy/limits.txt").read_text().splitlines())
     return {row[0]: list(zip(row[1::2], row[2::2])) for row in rows if row and row[0].startswith("kels")}
+
+
+def promise(function):
+    """The error that the suffix allows."""
+    if function.suffix in ("A24", "A53"):
+        return "1 ulp"
+    return "exact" if function.suffix == "exact" else f"2^-{function.bits}"
+
+
+def tested(function, bounds):
+    """The error that the tests allow; `bounds` as from limits()."""
+    measure, bound = bounds[function.name][0]
+    return {"ulp": f"{bound} ulp", "bits": f"2^-{bound}", "absolute": f"{bound} absolute"}[measure]
+
+
+def worst(function, errors):
+    """The largest error measured, in the measure of the promise; `errors` is the row of docs/accuracy.md."""
+    if errors["Max ulp"]:
+        return f"{float(errors['Max ulp']):.4f} ulp"
+    return errors["Max relative error"] or f"{errors['Max absolute error']} absolute"

@@ -174,8 +174,10 @@ def _accuracy(names, measured):
         if name in measured:
             row = measured[name]
             ulp, of = (row["By norm"], " by norm") if row["By norm"] else (row["Max ulp"], "")
-            if float(ulp):
-                line += f"; {float(ulp):.4g} ulp{of}, {row['Max relative error']} relative"
+            errors = [f"{float(ulp):.4g} ulp{of}"] if ulp else []
+            errors += [f"{row[f'Max {kind} error']} {kind}" for kind in ("relative", "absolute") if row[f"Max {kind} error"]]
+            if ulp != "0.000000":
+                line += "; " + ", ".join(errors)
             line += f" ({row['Elements']} arguments; {name})"
         lines.append(line)
     return "\n\nAccuracy, and the largest error that was measured:\n\n" + "\n".join(lines)
