@@ -45,17 +45,17 @@ template <class K, class E> inline typename K::Element* parts(E* p) {
 template <class K, class From, class To>
 inline kelStatus call(Order order, const K& kernel, const From* src, To* dst, int len) {
   constexpr Shape shape{1, parts_of<K, From>, 1, parts_of<K, To>};
-  return call<shape>(order, kernel, {{parts<K>(src)}, {parts<K>(dst)}}, len);
+  return call<shape>(order, kernel, {parts<K>(src), nullptr, parts<K>(dst), nullptr}, len);
 }
 template <class K, class From, class To>
 inline kelStatus call(Order order, const K& kernel, const From* src1, const From* src2, To* dst, int len) {
   constexpr Shape shape{2, parts_of<K, From>, 1, parts_of<K, To>};
-  return call<shape>(order, kernel, {{parts<K>(src1), parts<K>(src2)}, {parts<K>(dst)}}, len);
+  return call<shape>(order, kernel, {parts<K>(src1), parts<K>(src2), parts<K>(dst), nullptr}, len);
 }
 template <class K, class From, class To>
 inline kelStatus call(Order order, const K& kernel, const From* src, To* dst1, To* dst2, int len) {
   constexpr Shape shape{1, parts_of<K, From>, 2, parts_of<K, To>};
-  return call<shape>(order, kernel, {{parts<K>(src)}, {parts<K>(dst1), parts<K>(dst2)}}, len);
+  return call<shape>(order, kernel, {parts<K>(src), nullptr, parts<K>(dst1), parts<K>(dst2)}, len);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

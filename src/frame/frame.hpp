@@ -41,6 +41,15 @@ struct NoResultTest {
   BitMask lanes() const { return 0; }
 };
 
+/// An interval of absolute values.
+struct Magnitudes {
+  double from, to;
+};
+/// High powers and products with remainders of those are far above the smallest normal number, their exponentials too.
+template <class T>
+inline constexpr Magnitudes everyday = sizeof(T) == 4 ? Magnitudes{0x1p-10, 8} : Magnitudes{0x1p-20, 512};
+inline constexpr Magnitudes no_magnitudes{1, 0};
+
 struct KernelDefaults {
   static constexpr Mode mode = Mode::nearest;
   /// Vectors of a block, computed together so that one does not wait for its own results.
@@ -54,6 +63,9 @@ struct KernelDefaults {
   /// The same with invalid and overflow: a formula that takes special elements as they come and tells them by the
   /// result, which makes them undecided.
   static constexpr bool spurious_exceptions = false;
+  /// Elements all of whose parts have these magnitudes raise no spurious flag: short calls that have no others leave
+  /// the control word alone.
+  template <class T> static constexpr Magnitudes quiet_magnitudes = everyday<T>;
   /// A destination may overlap a source in any way; the result is that of a forward loop over the elements.
   static constexpr bool any_overlap = false;
   /// 2: a complex function that computes each part by itself. Its arrays are taken as arrays of parts, twice as long;
@@ -78,36 +90,30 @@ struct Shape {
   constexpr int outputs() const { return destinations * destination_parts; }
 };
 
+/// The second source and the second destination are null in shapes that have none. Four members, not two arrays: they
+/// stay in registers.
 template <class T, Shape S> struct Arrays {
-  const T* source[S.sources];
-  T* destination[S.destinations];
+  const T *source1, *source2;
+  T *destination1, *destination2;
 
-  static Arrays of(const T* source1, const T* source2, T* destination1, T* destination2) {
-    Arrays arrays{{source1}, {destination1}};
-    if constexpr (S.sources == 2) arrays.source[1] = source2;
-    if constexpr (S.destinations == 2) arrays.destination[1] = destination2;
-    return arrays;
-  }
-  const T* second_source() const { return S.sources == 2 ? source[S.sources - 1] : nullptr; }
+  template <int I> const T* source() const { return I == 0 ? source1 : source2; }
+  template <int I> T* destination() const { return I == 0 ? destination1 : destination2; }
   Arrays from(std::ptrdiff_t element) const {
-    Arrays rest = *this;
-    for (const T*& p : rest.source) p += element * S.source_parts;
-    for (T*& p : rest.destination) p += element * S.destination_parts;
-    return rest;
+    const std::ptrdiff_t from = element * S.source_parts, to = element * S.destination_parts;
+    return {source1 + from, S.sources == 2 ? source2 + from : nullptr, destination1 + to,
+            S.destinations == 2 ? destination2 + to : nullptr};
   }
-  T* second_destination() const { return S.destinations == 2 ? destination[S.destinations - 1] : nullptr; }
   bool has_null() const {
-    bool null = false;
-    for (const T* p : source) null |= p == nullptr;
-    for (const T* p : destination) null |= p == nullptr;
-    return null;
+    return source1 == nullptr || (S.sources == 2 && source2 == nullptr) || destination1 == nullptr ||
+           (S.destinations == 2 && destination2 == nullptr);
   }
-  /// Whether some destination starts inside a source, less than `bytes` behind its start.
+  /// Whether the destination of a function with one starts inside a source, less than `bytes` behind its start.
   bool overlaps_within(std::size_t bytes) const {
-    for (const T* s : source)
-      for (const T* d : destination)
-        if (reinterpret_cast<std::uintptr_t>(d) - reinterpret_cast<std::uintptr_t>(s) - 1 < bytes - 1) return true;
-    return false;
+    static_assert(S.destinations == 1);
+    const auto starts_inside = [&](const T* source) {
+      return reinterpret_cast<std::uintptr_t>(destination1) - reinterpret_cast<std::uintptr_t>(source) - 1 < bytes - 1;
+    };
+    return starts_inside(source1) || (S.sources == 2 && starts_inside(source2));
   }
 };
 
@@ -164,7 +170,7 @@ protected:
   template <Lanes O> static Inputs<V> load_block(const Arrays<T, S>& arrays, std::ptrdiff_t i) {
     Inputs<V> in;
     unrolled<S.sources>([&](auto s) {
-      const T* from = arrays.source[s] + i * S.source_parts;
+      const T* from = arrays.template source<s>() + i * S.source_parts;
       if constexpr (S.source_parts == 1) {
         in.of[s] = load<V>(from);
       } else {
@@ -180,7 +186,7 @@ protected:
   static Inputs<V> load_tail(const Arrays<T, S>& arrays, std::ptrdiff_t i, int count) {
     Inputs<V> in;
     unrolled<S.sources>([&](auto s) {
-      const T* from = arrays.source[s] + i * S.source_parts;
+      const T* from = arrays.template source<s>() + i * S.source_parts;
       if constexpr (S.source_parts == 1) {
         in.of[s] = load_first<V>(from, count, splat<V>(load<T>(from)));
       } else {
@@ -197,7 +203,7 @@ protected:
   }
   template <Lanes O> static void store_block(const Arrays<T, S>& arrays, std::ptrdiff_t i, const Outputs<V>& out) {
     unrolled<S.destinations>([&](auto d) {
-      T* to = arrays.destination[d] + i * S.destination_parts;
+      T* to = arrays.template destination<d>() + i * S.destination_parts;
       if constexpr (S.destination_parts == 1) {
         store<V>(to, out.of[d]);
       } else {
@@ -210,7 +216,7 @@ protected:
   }
   static void store_tail(const Arrays<T, S>& arrays, std::ptrdiff_t i, int count, const Outputs<V>& out) {
     unrolled<S.destinations>([&](auto d) {
-      T* to = arrays.destination[d] + i * S.destination_parts;
+      T* to = arrays.template destination<d>() + i * S.destination_parts;
       if constexpr (S.destination_parts == 1) {
         store_first<V>(to, count, out.of[d]);
       } else {
@@ -284,19 +290,25 @@ protected:
     }
     return one_vector(kernel, in, all_lanes<V>, outcome);
   }
+  /// Lanes, by their sign bits, for which the formula may raise a flag that is not earned.
+  static SignMask<V> not_quiet(const Inputs<V>& in) {
+    constexpr T from = K::template quiet_magnitudes<T>.from, to = K::template quiet_magnitudes<T>.to;
+    return spread(in, [](auto... x) { return (outside(abs(x), from, to) | ...); });
+  }
   /// compute(in, valid, out) for one vector after the other, the last one perhaps not full, until it says false: how
-  /// many elements that were.
+  /// many elements that were. The formula is there once for both: short calls wait for its code and constants.
   template <class F> static std::ptrdiff_t each_vector(const Arrays<T, S>& arrays, std::ptrdiff_t len, F compute) {
     std::ptrdiff_t i = 0;
     for (; i < len; i += width) {
+      const int count = int(len - i);
+      const bool full = count >= width;
+      const Inputs<V> in = full ? load_block<Lanes::ordered>(arrays, i) : load_tail(arrays, i, count);
       Outputs<V> out;
-      if (const int count = int(len - i); count < width) {
-        if (!compute(load_tail(arrays, i, count), (1u << count) - 1u, out)) break;
-        store_tail(arrays, i, count, out);
-      } else {
-        if (!compute(load_block<Lanes::ordered>(arrays, i), all_lanes<V>, out)) break;
+      if (!compute(in, full ? all_lanes<V> : (1u << count) - 1u, out)) break;
+      if (full)
         store_block<Lanes::ordered>(arrays, i, out);
-      }
+      else
+        store_tail(arrays, i, count, out);
     }
     return i;
   }
@@ -308,13 +320,13 @@ protected:
   static Outcome elsewhere(Run* loop, const K& kernel, const Arrays<T, S>& arrays, std::ptrdiff_t i,
                            std::ptrdiff_t count) {
     const Arrays<T, S> from = arrays.from(i);
-    return loop(kernel, from.source[0], from.second_source(), from.destination[0], from.second_destination(), count);
+    return loop(kernel, from.source1, from.source2, from.destination1, from.destination2, count);
   }
   /// For a kernel with a wide formula, elements of which some are not covered by the other.
   [[gnu::noinline]] static Outcome run_wide(const K& kernel, const T* source1, const T* source2, T* destination1,
                                             T* destination2, std::ptrdiff_t len) {
-    const auto arrays = Arrays<T, S>::of(source1, source2, destination1, destination2);
-    Outcome outcome;
+    const Arrays<T, S> arrays{source1, source2, destination1, destination2};
+    Outcome outcome{kelStatusOk, may_be_spurious};
     each_vector(arrays, len, [&](const Inputs<V>& in, BitMask valid, Outputs<V>& out) {
       out = one_wide_vector(kernel, in, valid, outcome);
       return true;
@@ -328,9 +340,11 @@ public:
   /// For any arrays, and for few elements: one vector after the other.
   [[gnu::noinline, gnu::flatten]] static Outcome run_by_vector(const K& kernel, const T* source1, const T* source2,
                                                                T* destination1, T* destination2, std::ptrdiff_t len) {
-    const auto arrays = Arrays<T, S>::of(source1, source2, destination1, destination2);
+    const Arrays<T, S> arrays{source1, source2, destination1, destination2};
     Outcome outcome;
+    SignMask<V> spurious{};
     const std::ptrdiff_t done = each_vector(arrays, len, [&](const Inputs<V>& in, BitMask valid, Outputs<V>& out) {
+      if constexpr (spurious_flags<K> != 0) spurious |= not_quiet(in);
       if (K::has_wide_formula && any(special(kernel, in))) [[unlikely]]
         return false;
       out = one_vector(kernel, in, valid, outcome);
@@ -340,6 +354,7 @@ public:
       if (done < len) [[unlikely]]
         outcome.add(elsewhere(&run_wide, kernel, arrays, done, len - done));
     }
+    if constexpr (spurious_flags<K> != 0) outcome.earned |= any(spurious) ? may_be_spurious : 0;
     return outcome;
   }
 
@@ -347,8 +362,8 @@ public:
   /// several functions is still inlined whole, or its vectors would go through memory.
   [[gnu::noinline, gnu::flatten]] static Outcome run(const K& kernel, const T* source1, const T* source2,
                                                      T* destination1, T* destination2, std::ptrdiff_t len) {
-    const auto arrays = Arrays<T, S>::of(source1, source2, destination1, destination2);
-    Outcome outcome;
+    const Arrays<T, S> arrays{source1, source2, destination1, destination2};
+    Outcome outcome{kelStatusOk, may_be_spurious};
     std::ptrdiff_t i = 0;
     constexpr auto special_loop = [] {
       if constexpr (K::has_wide_formula)
@@ -389,9 +404,9 @@ private:
   [[gnu::noinline]] static Outcome element_by_element(const K& kernel, const Arrays<T, S>& arrays, std::ptrdiff_t len) {
     for (std::ptrdiff_t i = 0; i < len; ++i) {
       Inputs<T> x;
-      unrolled<S.sources>([&](auto s) { x.of[s] = load<T>(arrays.source[s] + i); });
+      unrolled<S.sources>([&](auto s) { x.of[s] = load<T>(arrays.template source<s>() + i); });
       NoResultTest undecided;
-      store<T>(arrays.destination[0] + i, formula<T>(kernel, x, undecided).of[0]);
+      store<T>(arrays.destination1 + i, formula<T>(kernel, x, undecided).of[0]);
     }
     return {};
   }
@@ -407,8 +422,8 @@ inline kelStatus call(Order order, const K& kernel, const Arrays<typename K::Ele
   using L = Loop<K, S>;
   const std::ptrdiff_t count = std::ptrdiff_t(len) * K::parts_by_themselves;
   const auto loop = count < L::block && !K::any_overlap ? &L::run_by_vector : &L::run;
-  return in_mode<K::mode, spurious_flags<K>>(loop, kernel, arrays.source[0], arrays.second_source(),
-                                             arrays.destination[0], arrays.second_destination(), count);
+  return in_mode<K::mode, spurious_flags<K>>(loop, kernel, arrays.source1, arrays.source2, arrays.destination1,
+                                             arrays.destination2, count);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -31,6 +31,10 @@ constexpr unsigned flag_of(kelStatus code) {
   }
 }
 
+/// Beside the flags in Outcome::earned: the formula may have raised others. One word for both, so that an outcome is
+/// returned in a register without a way through memory.
+inline constexpr unsigned may_be_spurious = 0x80000000;
+
 /// How a loop ended: the code of its last exceptional element, and the flags that any of them earned.
 struct Outcome {
   kelStatus status = kelStatusOk;
@@ -80,7 +84,8 @@ inline kelStatus in_mode(Outcome (*loop)(Parameters...), const Arguments&... arg
     if (((found ^ (unsigned(M) | honest_masks)) & (mode_mask | honest_masks)) != 0) [[unlikely]]
       return in_changed_mode<M, SpuriousFlags, Parameters...>(loop, arguments...);
     const Outcome outcome = loop(arguments...);
-    if constexpr (SpuriousFlags != 0) {
+    // Reading the control word takes as long as a short call's arithmetic on some processors.
+    if (SpuriousFlags != 0 && (outcome.earned & may_be_spurious) != 0) {
       const unsigned left = _mm_getcsr();
       if (const unsigned spurious = unearned<SpuriousFlags>(left & ~found, outcome); spurious != 0) [[unlikely]]
         _mm_setcsr(left & ~spurious);

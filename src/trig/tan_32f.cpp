@@ -18,6 +18,7 @@ namespace {
 struct Tan32 : KernelDefaults {
   using Element = float;
   static constexpr bool spurious_underflow = true; // powers of small remainders
+  template <class> static constexpr Magnitudes quiet_magnitudes = no_magnitudes;
 
   static float element(float x, kelStatus& status) {
     if (is_nan(x)) return default_nan<float>();

@@ -1,7 +1,9 @@
 // The floating-point environment: the caller's mode, its control words, and the exception flags.
 #include "driver.hpp"
+#include "inputs.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <csignal>
 #include <cstdint>
 #include <random>
@@ -202,6 +204,37 @@ TEST_P(Modes, UnmaskedExceptionsTrapWhereAnElementEarnsThemAndOnlyThere) {
       ASSERT_TRUE(as_alone(s, all, i, 1, csr));
       ASSERT_EQ(traps.seen(), all.flags[i] & unmasked) << s << ": element " << i << " of its sample";
     }
+  }
+}
+
+/// Numbers of everyday magnitudes, many of them next to where remainders, logarithms or roots are small.
+double everyday_number(accuracy::Random& random) {
+  const double any = std::exp2(random.uniform(-22, 12));
+  const double multiple = std::round(any) * (random.one_in(2) ? M_PI / 64 : M_LN2 / 64);
+  const double beside = 1 + std::exp2(random.uniform(-53, -1)) * (random.one_in(2) ? 1 : -1);
+  return (random.one_in(2) ? 1 : -1) * (random.one_in(2) ? any : random.one_in(2) ? multiple : beside);
+}
+
+// Long calls look for flags that no element has earned, short ones only where an element may raise such.
+TEST_P(Modes, ShortCallsRaiseTheFlagsOfLongOnes) {
+  constexpr int few = 3, many = 150; // less than any block, more than any
+  accuracy::Random random{61};
+  Bytes dst1(many * function.destination_size()), dst2 = dst1;
+  const auto flags_of = [&](const std::vector<Element>& elements) {
+    const Bytes x = packed(function, 0, elements), y = packed(function, 1, elements);
+    return s.call({x.data(), y.data(), nullptr, dst1.data(), dst2.data(), static_cast<int>(elements.size())}).flags();
+  };
+  for (int i = 0; i < 10000; ++i) {
+    std::vector<Element> elements(few, Element{});
+    for (Element& e : elements)
+      for (std::uint64_t& part : e) part = bits_of(function.is_float(), everyday_number(random));
+    const unsigned raised = flags_of(elements);
+    if (raised == 0) continue;
+    for (int k = few; k < many; ++k) elements.push_back(elements[k - few]);
+    std::ostringstream text;
+    for (int k = 0; k < few; ++k)
+      for (int place : places_of(function)) text << (place == 0 ? "; 0x" : " 0x") << std::hex << elements[k][place];
+    ASSERT_EQ(raised & ~flags_of(elements), 0u) << s << text.str();
   }
 }
 
