@@ -31,6 +31,7 @@ constexpr double from_pattern(std::uint64_t bits) { return __builtin_bit_cast(do
 
 struct A53 {
   static constexpr int log_n = 6;
+  static constexpr float quiet_to = 0x1p100f;
   static constexpr double n_over_ln2 = from_pattern(0x40571547652B82FE);
   static constexpr double last_subnormal = from_pattern(0xC086232BDD7ABCD3);     // -708.396...
   static constexpr double first_scaled_twice = from_pattern(0x40862E37E7D8BA72); // 709.777...
@@ -53,6 +54,7 @@ struct A53 {
 /// A50 and A26: 2^(j/N) as a fraction field that is or-ed into the scale.
 template <class P> struct OrredTable {
   static constexpr int log_n = 7;
+  static constexpr float quiet_to = 700; // products with a small scale
   static constexpr double n_over_ln2 = from_pattern(0x40671547652B82FE);
 
   template <class V> static V scaled(V r, Int<V> j, V scale) {
@@ -87,7 +89,7 @@ struct A26 : OrredTable<A26> {
 template <class P> struct Exp64 : KernelDefaults {
   using Element = double;
   static constexpr bool spurious_underflow = true;
-  static constexpr float quiet_to = 690;
+  static constexpr float quiet_to = P::quiet_to;
 
   template <class V> struct Reduced {
     V r;

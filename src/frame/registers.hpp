@@ -109,14 +109,15 @@ template <class K, class T> inline Native<T> alone(T x) {
 #define KELVM_JOINED(a, b) KELVM_JOINED_AS_IS(a, b)
 /// The name of this build's function.
 #define KELVM_REGISTERS_NAME(name) KELVM_JOINED(name##_, KELVM_BUILD)
-#define KELVM_REGISTERS_TYPES(name, shape, ...)                                                                        \
+#define KELVM_REGISTERS_TYPES(name, sources, destinations, ...)                                                        \
   using Kernel_##name = __VA_ARGS__;                                                                                   \
   using Lane_##name = Kernel_##name::Element;                                                                          \
   using Vector_##name = kelvm::Native<Lane_##name>;                                                                    \
-  using Registers_##name = kelvm::InRegisters<kelvm::in_registers(#name), kelvm::Shape shape, Kernel_##name>;
+  using Registers_##name =                                                                                             \
+      kelvm::InRegisters<kelvm::in_registers(#name), kelvm::Shape{sources, 1, destinations, 1}, Kernel_##name>;
 
 #define KELVM_UNARY(name, ...)                                                                                         \
-  KELVM_REGISTERS_TYPES(name, (1, 1, 1, 1), __VA_ARGS__)                                                               \
+  KELVM_REGISTERS_TYPES(name, 1, 1, __VA_ARGS__)                                                                       \
   extern "C" [[gnu::flatten]] Vector_##name KELVM_REGISTERS_NAME(name)(Vector_##name x) {                              \
     return Registers_##name::compute(x).of[0];                                                                         \
   }                                                                                                                    \
@@ -127,7 +128,7 @@ template <class K, class T> inline Native<T> alone(T x) {
     return KELVM_REGISTERS_NAME(name)(kelvm::alone<Kernel_##name>(x))[0];                                              \
   }
 #define KELVM_BINARY(name, ...)                                                                                        \
-  KELVM_REGISTERS_TYPES(name, (2, 1, 1, 1), __VA_ARGS__)                                                               \
+  KELVM_REGISTERS_TYPES(name, 2, 1, __VA_ARGS__)                                                                       \
   extern "C" [[gnu::flatten]] Vector_##name KELVM_REGISTERS_NAME(name)(Vector_##name x, Vector_##name y) {             \
     return Registers_##name::compute(x, y).of[0];                                                                      \
   }                                                                                                                    \
@@ -140,7 +141,7 @@ template <class K, class T> inline Native<T> alone(T x) {
   }
 /// The results go to memory: the function of a whole register stores as many lanes behind each pointer, unaligned.
 #define KELVM_TWO_OUTPUTS(name, ...)                                                                                   \
-  KELVM_REGISTERS_TYPES(name, (1, 1, 2, 1), __VA_ARGS__)                                                               \
+  KELVM_REGISTERS_TYPES(name, 1, 2, __VA_ARGS__)                                                                       \
   extern "C" [[gnu::flatten]] void KELVM_REGISTERS_NAME(name)(Vector_##name x, Lane_##name * first,                    \
                                                               Lane_##name * second) {                                  \
     const auto out = Registers_##name::compute(x);                                                                     \

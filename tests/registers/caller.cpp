@@ -67,7 +67,7 @@ template <class V, class T, int N> void call_scattered_as(void* function, const 
         function)(x, to[0], to[1], to[2], to[3], to[4], to[5], to[6], to[7]);
 }
 
-void call(void* function, const Function& of, const Arguments& a) {
+void call_plainly(void* function, const Function& of, const Arguments& a) {
   of.is_float() ? call_as<Vector_32f, float>(function, of, a) : call_as<Vector_64f, double>(function, of, a);
 }
 void call_masked(void* function, const Function& of, const Arguments& a, unsigned mask) {
@@ -83,6 +83,6 @@ void call_scattered(void* function, const Function& of, const Arguments& a) {
 
 #define CALLER(letter) CALLER_AS_IS(letter)
 #define CALLER_AS_IS(letter)                                                                                           \
-  extern constinit const Caller caller_##letter = {#letter[0], KELVM_ABI_LANES_64f, KELVM_ABI_LANES_32f,               \
-                                                   ::call,     call_masked,         call_scattered};
+  extern constinit const Caller caller_##letter = {#letter[0],   KELVM_ABI_LANES_64f, KELVM_ABI_LANES_32f,             \
+                                                   call_plainly, call_masked,         call_scattered};
 CALLER(KELVM_ABI_LETTER)
