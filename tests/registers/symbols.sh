@@ -39,7 +39,7 @@ diff "$work/expected" "$work/exported" || { echo "exported names differ (< expec
 sed -n 's/^KELVM_LOOP[A-Z_]* [a-z]* \(kelvm_[a-z0-9_]*\)(.*/\1/p' "$source/include/kelvm/loops.h" | sort >"$work/declared"
 grep '^kelvm_' "$work/exported" | diff - "$work/declared" || { echo "kelvm/loops.h differs (> declared)"; exit 1; }
 
-if nm -D --undefined-only "$library" | grep -Ev ' (mem(cpy|set)|__stack_chk_fail|__cxa_finalize|__gmon_start__|_ITM_.*)(@|$)'; then
+if nm -D --undefined-only "$library" | grep -Ev ' (mem(cpy|set)|__stack_chk_fail|__cxa_finalize|__gmon_start__|_ITM_.*|__(asan|ubsan|tsan|sanitizer)_.*)(@|$)'; then
   echo "imported names"
   exit 1
 fi
