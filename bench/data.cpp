@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <random>
 
 namespace bench {
@@ -67,21 +68,25 @@ Ranges default_ranges(const harness::Function& function) {
   return {around, around};
 }
 
-Data::Data(const harness::Function& function, Ranges ranges, std::ptrdiff_t elements)
+Data::Data(const harness::Function& function, Ranges ranges, std::ptrdiff_t elements, int percent_nan)
     : function_(function), elements_(elements < minimum ? minimum : elements) {
   std::mt19937_64 random(20);
+  const auto put = [&](char* to, double x) {
+    const float single = float(x);
+    std::memcpy(to, function.is_float() ? static_cast<const void*>(&single) : &x, function.part_size());
+  };
   const auto fill = [&](Place place, std::size_t parts, Range range) {
     arrays_[int(place)].resize(parts * function.part_size() + 2 * page);
     std::uniform_real_distribution<double> uniform(range.lo, range.hi);
     char* to = at(place);
-    for (std::size_t i = 0; i < parts; ++i, to += function.part_size()) {
-      const double x = range.lo == range.hi ? range.lo : uniform(random);
-      const float single = float(x);
-      std::memcpy(to, function.is_float() ? static_cast<const void*>(&single) : &x, function.part_size());
-    }
+    for (std::size_t i = 0; i < parts; ++i, to += function.part_size())
+      put(to, range.lo == range.hi ? range.lo : uniform(random));
   };
   const std::size_t source_parts = function.complex_source() ? 2 : 1;
   fill(Place::source1, elements_ * source_parts, ranges.first);
+  char* to = at(Place::source1);
+  for (std::ptrdiff_t i = 0; percent_nan != 0 && i < elements_; ++i, to += function.source_size())
+    if (std::uniform_int_distribution(0, 99)(random) < percent_nan) put(to, std::numeric_limits<double>::quiet_NaN());
   if (function.sources() == 2) fill(Place::source2, elements_ * source_parts, ranges.second);
   fill(Place::scalar, source_parts, ranges.second);
   for (int d = 0; d < function.destinations(); ++d)

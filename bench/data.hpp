@@ -26,7 +26,8 @@ public:
   /// At least `minimum` elements are made, so that short calls can walk over different ones.
   static constexpr std::ptrdiff_t minimum = 1024;
 
-  Data(const harness::Function& function, Ranges ranges, std::ptrdiff_t elements);
+  /// That percentage of the first source's elements, in random places, are NaNs (of a complex one, the real parts).
+  Data(const harness::Function& function, Ranges ranges, std::ptrdiff_t elements, int percent_nan = 0);
 
   /// The arrays from their start; destinations are written by whoever is called.
   Call call(std::ptrdiff_t n) const;

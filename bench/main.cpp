@@ -25,6 +25,7 @@ constexpr const char* usage =
   --build LIST       sse41, avx2, avx512 or all (the default), separated by commas; those this processor runs
   --length LIST      elements a call (4,16,1024,1000000); complex functions get half of those from 1024 on
   --range LO:HI      arguments of the first source, uniform; each family has a range of its own
+  --nan PERCENT      so many of the first source's elements are NaNs
   --rounds N         batches of each contender (40)
   --peers            show every contender, not only the best peer that counts
   --loops            also loops that the compiler vectorises by calling functions of registers: of kelvm_simd and others
@@ -38,6 +39,7 @@ struct Options {
   std::vector<std::string> builds;
   std::vector<int> lengths = {4, 16, 1024, 1000000};
   std::optional<Range> range;
+  int percent_nan = 0;
   int rounds = 40;
   bool show_peers = false, measure_peers = true, loops = false;
   std::string json, libraries = KELVM_BUILDS, peers = KELVM_PEER_MODULES;
@@ -98,6 +100,9 @@ Options parse(int argc, char** argv) {
       if (bounds.size() != 2) throw BadOption("--range wants LO:HI");
       options.range = Range{number<double>(bounds[0]), number<double>(bounds[1])};
       if (!(options.range->lo < options.range->hi)) throw BadOption("--range wants LO below HI");
+    } else if (option == "--nan") {
+      options.percent_nan = number<int>(value());
+      if (options.percent_nan < 0 || options.percent_nan > 100) throw BadOption("--nan wants a percentage");
     } else if (option == "--rounds") {
       options.rounds = number<int>(value());
       if (options.rounds < 1) throw BadOption("--rounds wants a count");
@@ -183,7 +188,7 @@ Result measure(const Function& function, const Options& options, const std::vect
     }
   }
   for (int length : result.lengths) {
-    Data data(function, result.ranges, length);
+    Data data(function, result.ranges, length, options.percent_nan);
     const Call call = data.call(length);
     const int rounds = length <= 100000 ? options.rounds : std::max(3, options.rounds / 8);
     const auto timings = interleaved(int(contenders.size()), rounds, [&](int c, long calls) {
