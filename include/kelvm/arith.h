@@ -33,7 +33,8 @@ KELVM_API kelStatus kelsSqr_64f_A53(const double* src, double* dst, int len);
 KELVM_API kelStatus kelsAbs_32f_A24(const float* src, float* dst, int len);
 KELVM_API kelStatus kelsAbs_64f_A53(const double* src, double* dst, int len);
 
-/* Division. */
+/* Division. At the reduced accuracies (A11, A21, A26, A50) the bits may differ between processors, and a result that
+ * is a number of the type is held to the accuracy only. */
 
 /** dst[i] = src1[i] / src2[i]: the IEEE quotient at A24 and A53, within 2^-11, 2^-21, 2^-26 or 2^-50 of it at the other
  * accuracies; subnormal arguments and results are honoured. An infinity over a finite value gives an infinity, a finite

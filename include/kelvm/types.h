@@ -33,7 +33,7 @@
  * caller's mode the operations themselves trap.
  *
  * An element's result depends on its value alone: not on its index, its neighbours, the length or the alignment of the
- * arrays, nor on the processor.
+ * arrays, nor, as README.md has it, on the processor; where it may, the function's declaration says so.
  */
 #ifndef KELVM_TYPES_H
 #define KELVM_TYPES_H

@@ -1,11 +1,22 @@
-// Quotient and reciprocal: the processor's division, correctly rounded, at every accuracy. An integer guess at the
-// reciprocal with polynomial or Newton steps, the way without estimate instructions, is slower at every accuracy and
-// vector width.
+// Quotient and reciprocal. A24, A53: the processor's division. Reduced accuracies, where the processor has an estimate
+// r of 1 / y (floats; doubles in the AVX-512 build): Newton's steps r + r (1 - y r), each of which squares the error,
+// and x r.
+//
+//         steps   r to 2^-14 (AVX-512)       to 1.5 2^-12
+//   A11   none    2^-14                      2^-11.4
+//   A21   one     Inv 2^-23.4                2^-21.9, Inv 2^-22.3; at SSE4.1 the division is faster
+//   A26   one     2^-27.9
+//   A50   two     2^-51.9, Inv 2^-52.8
+//
+// A reciprocal below the normal range leaves fewer bits, 2^-50.6 of a quotient of doubles. What is missing is done by
+// the processor's division; an integer guess at the reciprocal with polynomial or Newton steps is slower.
 //
 // A quotient's own flags are those that its element earns, so Div divides first and looks at the result: what is not an
 // ordinary number or a zero from a zero dividend goes to element(), which finds the code.
 #include "frame/export.hpp"
+#include "frame/range_test.hpp"
 #include "kelvm/arith.h"
+#include "simd/estimate.hpp"
 
 namespace kelvm::inline KELVM_BUILD::real_division {
 namespace {
@@ -25,27 +36,26 @@ template <class T> T quotient(T x, T y, kelStatus& status) {
   return q;
 }
 
-/// Whether results may have a code. For a block, the magnitudes tell as 32-bit words, of which the upper one of a
-/// double counts: shifted left, and less the smallest that has none, those in doubt are the largest. A zero makes a
-/// closer look at single vectors necessary.
+/// Whether results may have a code: what is not between the least and the largest number that have none, by a margin
+/// for what estimates err. A zero makes a closer look at the vectors of a block necessary.
 template <class V> struct QuotientTest {
   using T = Lane<V>;
 
   void add(V dividend, V quotient) {
-    const Words words = bit_cast<Words>(quotient), above_least = (words + words) - 2 * least;
-    farthest = above_least > farthest ? above_least : farthest;
+    const auto words = bit_cast<typename Range::Words>(quotient);
+    range.add(words + words); // without the sign
     const V magnitude = abs(quotient);
-    const Bits<V> small = below(magnitude, from_bits<T>(bits(smallest_normal<T>) + 1));
-    undecided |= (small & -bits(abs(dividend))) | beyond(magnitude, largest_finite<T>);
+    undecided |= (below(magnitude, from_word<T>(least, false)) & -bits(abs(dividend))) |
+                 beyond(magnitude, from_word<T>(largest, true));
   }
-  bool any() const { return movemask(bit_cast<Bits<V>>((farthest >> 1) + (0x7FFFFFFF - (largest - least)))) != 0; }
+  bool any() const { return range.outside(); }
   BitMask lanes() const { return movemask(undecided); }
 
 private:
-  using Words = Vec<std::uint32_t, sizeof(V) / 4>;
-  static constexpr std::uint32_t least = sizeof(T) == 8 ? 0x00100001 : 0x00800001;
-  static constexpr std::uint32_t largest = sizeof(T) == 8 ? 0x7FEFFFFF : 0x7F7FFFFF;
-  Words farthest{};
+  static constexpr std::uint32_t least = sizeof(T) == 8 ? 0x00100001 : 0x00801000;
+  static constexpr std::uint32_t largest = sizeof(T) == 8 ? 0x7FEFFFFE : 0x7F7FDFFF;
+  using Range = WordRange<V, 2 * least, 2 * largest + 1>;
+  Range range;
   Bits<V> undecided{};
 };
 
@@ -53,7 +63,7 @@ template <class T> struct Div : KernelDefaults {
   using Element = T;
   template <class V> using ResultTest = QuotientTest<V>;
   template <class V> static SignMask<V> special(V, V) { return SignMask<V>{}; }
-  template <class V> static V formula(V x, V y, ResultTest<V>& test) {
+  template <class V> static V formula(V x, V y, QuotientTest<V>& test) {
     const V q = x / y;
     test.add(x, q);
     return q;
@@ -71,19 +81,54 @@ template <class T> struct Inv : KernelDefaults {
   static T element(T x, kelStatus& status) { return quotient(T(1), x, status); }
 };
 
+/// About 1 / y, after so many of Newton's steps.
+template <int Steps, class V> V reciprocal(V y) {
+  V r = reciprocal_estimate(y);
+  unrolled<Steps>([&](auto) { r = mul_add(r, sub_mul(splat<V>(1), y, r), r); });
+  return r;
+}
+
+template <class T, int Steps> struct EstimatedDiv : AnyOperands<Div<T>> {
+  template <class V> static V formula(V x, V y, QuotientTest<V>& test) {
+    const V q = x * reciprocal<Steps>(y);
+    test.add(x, q);
+    return q;
+  }
+};
+template <class T, int Steps> struct EstimatedInv : Inv<T> {
+  static constexpr int vectors_in_flight = 4;
+  /// So that no step underflows.
+  static constexpr T high = sizeof(T) == 8 ? T(0x1p960) : T(0x1p96);
+  template <class V> static SignMask<V> special(V x) { return outside(abs(x), smallest_normal<T>, high); }
+  template <class V> static V formula(V x) { return reciprocal<Steps>(x); }
+};
+
+/// By measurement: on floats, a step without fused operations costs more than the divider, and a quotient's step and
+/// test together more than that of 64 bytes.
+template <class T, int Steps>
+inline constexpr bool estimates_win = has_estimates<T> && (Steps == 0 || has_fused || sizeof(T) == 8);
+template <class T, int Steps>
+inline constexpr bool estimated_quotients_win = estimates_win<T, Steps> &&
+                                                (Steps == 0 || vector_bytes == 32 || sizeof(T) == 8);
+
+template <class T, int Steps>
+using ReducedDiv = std::conditional_t<estimated_quotients_win<T, Steps>, EstimatedDiv<T, Steps>, Div<T>>;
+template <class T, int Steps>
+using ReducedInv = std::conditional_t<estimates_win<T, Steps>, EstimatedInv<T, Steps>, Inv<T>>;
+
 } // namespace
 
-KELVM_BINARY(kelsDiv_32f_A11, Div<float>)
-KELVM_BINARY(kelsDiv_32f_A21, Div<float>)
+KELVM_BINARY(kelsDiv_32f_A11, ReducedDiv<float, 0>)
+KELVM_BINARY(kelsDiv_32f_A21, ReducedDiv<float, 1>)
 KELVM_BINARY(kelsDiv_32f_A24, Div<float>)
-KELVM_BINARY(kelsDiv_64f_A26, Div<double>)
-KELVM_BINARY(kelsDiv_64f_A50, Div<double>)
+KELVM_BINARY(kelsDiv_64f_A26, ReducedDiv<double, 1>)
+KELVM_BINARY(kelsDiv_64f_A50, ReducedDiv<double, 2>)
 KELVM_BINARY(kelsDiv_64f_A53, Div<double>)
-KELVM_UNARY(kelsInv_32f_A11, Inv<float>)
-KELVM_UNARY(kelsInv_32f_A21, Inv<float>)
+KELVM_UNARY(kelsInv_32f_A11, ReducedInv<float, 0>)
+KELVM_UNARY(kelsInv_32f_A21, ReducedInv<float, 1>)
 KELVM_UNARY(kelsInv_32f_A24, Inv<float>)
-KELVM_UNARY(kelsInv_64f_A26, Inv<double>)
-KELVM_UNARY(kelsInv_64f_A50, Inv<double>)
+KELVM_UNARY(kelsInv_64f_A26, ReducedInv<double, 1>)
+KELVM_UNARY(kelsInv_64f_A50, ReducedInv<double, 2>)
 KELVM_UNARY(kelsInv_64f_A53, Inv<double>)
 
 } // namespace kelvm::inline KELVM_BUILD::real_division

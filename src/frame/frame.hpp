@@ -63,6 +63,8 @@ struct KernelDefaults {
   /// The same with invalid and overflow: a formula that takes special elements as they come and tells them by the
   /// result, which makes them undecided.
   static constexpr bool spurious_exceptions = false;
+  /// A signalling NaN, which has no code, earns invalid with spurious_exceptions, too: its lane has to reach element().
+  static constexpr bool signalling_nan_earns_invalid = false;
   /// Elements all of whose parts have these magnitudes raise no spurious flag: short calls that have no others leave
   /// the control word alone.
   template <class T> static constexpr Magnitudes quiet_magnitudes = everyday<T>;
@@ -242,6 +244,10 @@ protected:
       kelStatus status = kelStatusOk;
       const Outputs<T> y = collect<T>(spread(x, [&](auto... parts) { return kernel.element(parts..., status); }));
       outcome.add(status);
+      if constexpr (K::signalling_nan_earns_invalid)
+        unrolled<S.inputs()>([&](auto k) {
+          if (is_signalling_nan(x.of[k])) outcome.earned |= flag_of(kelStatusDomain);
+        });
       unrolled<S.outputs()>([&](auto k) { out.of[k][i] = y.of[k]; });
     }
   }

@@ -21,6 +21,10 @@ template <class T> inline T default_nan() {
 }
 /// Whether x is a NaN, by its bits: a signalling one raises nothing.
 template <class T> inline bool is_nan(T x) { return int_bits(abs(x)) > int_bits(T(__builtin_inf())); }
+template <class T> inline bool is_signalling_nan(T x) {
+  constexpr Bits<T> quiet = Bits<T>(1) << (sizeof(T) == 8 ? 51 : 22);
+  return is_nan(x) && (bits(x) & quiet) == 0;
+}
 template <class T> inline bool is_infinite(T x) { return abs(x) == infinity<T>; }
 template <class T> inline bool is_finite(T x) { return int_bits(abs(x)) < int_bits(infinity<T>); }
 

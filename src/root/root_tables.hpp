@@ -7,9 +7,6 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// (1 - d)^(-1/2) for |d| <= 6.82e-2 to the relative error 2^-15.2.
-inline constexpr float inverse_sqrt_11[] = {0x1.ffffeap-1f, 0x1.008f52p-1f, 0x1.81440cp-2f};
-
 /// (1 - d)^(-1/2) for |d| <= 6.82e-2 to the relative error 2^-20.3.
 inline constexpr double inverse_sqrt_20[] = {0x1.ffffe71241823p-1, 0x1.ffff97396e14bp-2, 0x1.814e98b513559p-2, 0x1.41703e1d2b091p-2};
 

@@ -1,0 +1,25 @@
+// Kernels into which any operands go: what the formula cannot do shows in a number that has to be in a range.
+#pragma once
+
+#include "frame/frame.hpp"
+#include "simd/word_range.hpp"
+
+namespace kelvm::inline KELVM_BUILD {
+
+/// A kernel that takes elements as they come and has a ResultTest for those that its formula does not cover.
+template <class K> struct AnyOperands : K {
+  static constexpr bool spurious_underflow = true;
+  static constexpr bool spurious_exceptions = true;
+  static constexpr bool signalling_nan_earns_invalid = true;
+  template <class V, class... More> static SignMask<V> special(V, More...) { return SignMask<V>{}; }
+};
+
+/// The upper 32 bits of a double with the lower ones all set or not, all bits of a float.
+template <class T> constexpr T from_word(std::uint32_t word, bool filled) {
+  if constexpr (sizeof(T) == 8)
+    return __builtin_bit_cast(T, std::uint64_t(word) << 32 | (filled ? 0xFFFFFFFFu : 0));
+  else
+    return __builtin_bit_cast(T, word);
+}
+
+} // namespace kelvm::inline KELVM_BUILD
