@@ -1,5 +1,6 @@
 // Rounding to integral values, and the split into integral and fractional part. Every result is exact.
 #include "frame/export.hpp"
+#include "frame/range_test.hpp"
 #include "kelvm/arith.h"
 
 namespace kelvm::inline KELVM_BUILD::rounding_family {
@@ -18,30 +19,44 @@ template <class T> using Trunc = Rounded<T, Rounding::to_zero>;
 template <class T> using Rint = Rounded<T, Rounding::current>;
 template <class T> using NearbyInt = Rounded<T, Rounding::current_quiet>;
 
-/// To nearest, halfway cases away from zero: ties-to-even, then one step away from zero where that went toward zero
-/// by exactly a half. Adding the correction, +0 where there is none, makes every zero result +0; for an infinity the
-/// difference is inf - inf and raises invalid.
+/// What a block adds up, which is a NaN where an element is not finite.
+template <class V> struct FiniteTest {
+  V sum{};
+  SignMask<V> undecided{};
+
+  bool any() const { return kelvm::any(above(abs(sum), largest_finite<Lane<V>>)); }
+  BitMask lanes() const { return movemask(undecided); }
+};
+
+/// To nearest, halfway cases away from zero: the largest number below a half added to the magnitude, and cut off.
+/// Adding +0 makes every zero result +0.
 template <class T> struct Round : KernelDefaults {
   using Element = T;
-  static constexpr bool covers_everything = true;
-  template <class V> static V formula(V x) {
-    const Bits<V> sign = sign_of(x);
-    const V nearest = round<Rounding::nearest_even>(x);
-    const V away = flip_sign(x - nearest, sign);
-    return nearest + zero_unless(away == splat<V>(0.5), with_sign(splat<V>(1), sign));
+  template <class V> using ResultTest = FiniteTest<V>;
+  template <class V> static SignMask<V> special(V) { return SignMask<V>{}; }
+  template <class V> static V formula(V x, FiniteTest<V>& test) {
+    test.sum = mul_add(x, V{}, test.sum); // for an infinity it raises invalid
+    test.undecided |= above(abs(x), largest_finite<T>);
+    return round<Rounding::to_zero>(x + with_sign(splat<V>(T(0.5) * below_one<T>), sign_of(x))) + V{};
+  }
+  static T element(T x, kelStatus&) {
+    if (is_infinite(x)) ownRaiseFpException(kelStatusDomain);
+    return x + x;
   }
 };
 
-/// Integral part toward zero and fractional part, both with the sign of x. Exact in every mode; the mode is what makes
-/// the call's flags end with it.
-template <class T> struct Modf : KernelDefaults {
+/// Integral part toward zero and fractional part, both with the sign of x. Nothing is rounded, so that the mode says no
+/// more than where the call's flags end.
+template <class T> struct Modf : AnyOperands<KernelDefaults> {
   using Element = T;
-  static constexpr Mode mode = Mode::toward_zero;
-
-  template <class V> static SignMask<V> special(V x) { return above(abs(x), largest_finite<T>); }
-  template <class V> static Pair<V> formula(V x) {
-    const V integral = round<Rounding::to_zero>(x);
-    return {integral, with_sign(x - integral, sign_of(x))};
+  static constexpr Mode mode = Mode::toward_zero_exactly;
+  template <class V> using ResultTest = FiniteTest<V>;
+  template <class V> static Pair<V> formula(V x, FiniteTest<V>& test) {
+    const V integral = round<Rounding::to_zero_quiet>(x);
+    const V fraction = x - integral;
+    test.sum += fraction;
+    test.undecided |= above(abs(x), largest_finite<T>);
+    return {integral, with_sign(fraction, sign_of(x))};
   }
   static Pair<T> element(T x, kelStatus&) {
     if (is_nan(x)) return {x + x, x + x};

@@ -12,8 +12,9 @@ inline constexpr unsigned mode_mask = 0xE040;
 /// The sticky flags of MXCSR, the same without inexact and denormal operand, and the bits that mask those exceptions.
 inline constexpr unsigned all_flags = 0x3F, honest_flags = 0x1D, honest_masks = honest_flags << 7;
 
-/// What a kernel computes in. The values of the fixed modes are the fields' bits.
-enum class Mode : unsigned { nearest = 0, toward_zero = 0x6000, callers = ~0u };
+/// What a kernel computes in. The values of the fixed modes are the fields' bits. toward_zero_exactly: a kernel that
+/// rounds nothing computes to nearest as well, which no caller can tell from toward zero.
+enum class Mode : unsigned { nearest = 0, toward_zero_exactly = 0x6000, callers = ~0u };
 
 /// The IEEE flag of a warning code, as a bit of the control word.
 constexpr unsigned flag_of(kelStatus code) {
@@ -81,11 +82,15 @@ inline kelStatus in_mode(Outcome (*loop)(Parameters...), const Arguments&... arg
     return loop(arguments...).status;
   } else {
     const unsigned found = _mm_getcsr();
-    if (((found ^ (unsigned(M) | honest_masks)) & (mode_mask | honest_masks)) != 0) [[unlikely]]
+    const bool near = M == Mode::toward_zero_exactly && (found & (mode_mask | honest_masks)) == honest_masks;
+    if (!near && ((found ^ (unsigned(M) | honest_masks)) & (mode_mask | honest_masks)) != 0) [[unlikely]]
       return in_changed_mode<M, SpuriousFlags, Parameters...>(loop, arguments...);
     const Outcome outcome = loop(arguments...);
-    // Reading the control word takes as long as a short call's arithmetic on some processors.
-    if (SpuriousFlags != 0 && (outcome.earned & may_be_spurious) != 0) {
+    if (near) { // the flags are those at entry, as where the mode changes
+      if (_mm_getcsr() != found) [[unlikely]]
+        _mm_setcsr(found);
+      // Reading the control word takes as long as a short call's arithmetic on some processors.
+    } else if (SpuriousFlags != 0 && (outcome.earned & may_be_spurious) != 0) {
       const unsigned left = _mm_getcsr();
       if (const unsigned spurious = unearned<SpuriousFlags>(left & ~found, outcome); spurious != 0) [[unlikely]]
         _mm_setcsr(left & ~spurious);

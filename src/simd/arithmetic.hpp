@@ -70,7 +70,15 @@ template <class V> inline V exponent_of(V v) {
 }
 
 /// How round() rounds. Quiet raises no inexact.
-enum class Rounding : int { nearest_even = 0, down = 1, up = 2, to_zero = 3, current = 4, current_quiet = 12 };
+enum class Rounding : int {
+  nearest_even = 0,
+  down = 1,
+  up = 2,
+  to_zero = 3,
+  current = 4,
+  to_zero_quiet = 11,
+  current_quiet = 12
+};
 
 template <Rounding How, class V> inline V round(V v) {
   constexpr int control = int(How);
