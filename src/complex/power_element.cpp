@@ -16,6 +16,7 @@
 #include <algorithm>
 
 namespace kelvm::inline KELVM_BUILD {
+namespace element_powers {
 namespace {
 
 using Double2 = DoubleWord<double>;
@@ -274,8 +275,13 @@ Pair<double> infinite_power_above(const PowerOperands& o) {
 }
 
 } // namespace
+} // namespace element_powers
 
-Pair<double> finite_power(const PowerOperands& o) { return with_upper_half(o, finite_power_above); }
-Pair<double> infinite_power(const PowerOperands& o) { return with_upper_half(o, infinite_power_above); }
+Pair<double> finite_power(const PowerOperands& o) {
+  return element_powers::with_upper_half(o, element_powers::finite_power_above);
+}
+Pair<double> infinite_power(const PowerOperands& o) {
+  return element_powers::with_upper_half(o, element_powers::infinite_power_above);
+}
 
 } // namespace kelvm::inline KELVM_BUILD
