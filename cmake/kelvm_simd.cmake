@@ -45,7 +45,7 @@ endfunction()
 
 # Kernels of functions that are not of registers have constants without a use. Behind the flags that ask for warnings.
 add_library(kelvm_unused_constants INTERFACE)
-target_compile_options(kelvm_unused_constants INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-unused-const-variable>)
+target_compile_options(kelvm_unused_constants INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-unused-const-variable;-Wno-unused-variable>)
 
 foreach(set sse41 avx2 avx512)
   kelvm_add_simd_objects(kelvm_simd_kernels_${set} ${set} ${kelvm_simd_kernels})

@@ -54,7 +54,7 @@ struct A53 {
 /// A50 and A26: 2^(j/N) as a fraction field that is or-ed into the scale.
 template <class P> struct OrredTable {
   static constexpr int log_n = 7;
-  static constexpr float quiet_to = 700; // products with a small scale
+  static constexpr float quiet_to = 665; // products of a small scale and a tiny remainder
   static constexpr double n_over_ln2 = from_pattern(0x40671547652B82FE);
 
   template <class V> static V scaled(V r, Int<V> j, V scale) {

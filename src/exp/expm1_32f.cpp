@@ -39,7 +39,7 @@ struct Expm1A24 : KernelDefaults {
 
 template <Accuracy A> struct Expm1Single : KernelDefaults {
   using Element = float;
-  static constexpr float quiet_to = 80;            // the scale of e^x
+  static constexpr float quiet_to = 66;            // the scale of e^x
   static constexpr bool spurious_underflow = true; // x^2 of a tiny x
   template <class V> static SignMask<V> special(V x) { return above(abs(x), covered); }
   template <class V> static V formula(V x) { return with_sign(float_exp_minus_1<A>(x), sign_of(x)); }

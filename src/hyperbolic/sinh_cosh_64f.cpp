@@ -42,7 +42,7 @@ struct Sinh : KernelDefaults {
 };
 
 struct SinhA53 : Sinh {
-  static constexpr float quiet_to = 680; // rests of the scale of e^-|x|
+  static constexpr float quiet_to = 630; // rests of the scale of e^-|x|
   static constexpr int vectors_in_flight = 2;
   template <class V> static V formula(V x) { return with_sign(rounded(Full::hyperbolic(abs(x)).odd), sign_of(x)); }
 };
@@ -58,7 +58,7 @@ template <class Accuracy> struct Cosh : KernelDefaults {
   using Element = double;
   static constexpr int vectors_in_flight = few_vectors_in_flight;
   static constexpr bool spurious_underflow = true;
-  static constexpr float quiet_to = 680;
+  static constexpr float quiet_to = 630;
   template <class V> static SignMask<V> special(V x) { return above(abs(x), 708.0); }
   template <class V> static V formula(V x) { return rounded(Accuracy::hyperbolic(abs(x)).even); }
   static double element(double x, kelStatus& status) {
