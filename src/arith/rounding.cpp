@@ -58,6 +58,7 @@ template <class T> struct Modf : AnyOperands<KernelDefaults> {
     test.undecided |= above(abs(x), largest_finite<T>);
     return {integral, with_sign(fraction, sign_of(x))};
   }
+  template <class V> static Pair<V> nan_result(V nan) { return {nan, nan}; }
   static Pair<T> element(T x, kelStatus&) {
     if (is_nan(x)) return {x + x, x + x};
     return {x, with_sign(T(0), sign_of(x))};

@@ -28,6 +28,7 @@ constexpr double from_pattern(std::uint64_t bits) { return __builtin_bit_cast(do
 //   unscaled(r, j)        2^(j/N) e^r
 //   scaled(r, j, scale)   the same times scale, a power of two, in the order of operations of ordinary elements
 //   nan(x)                the result for a NaN
+//   nan_result(x)         the same for quiet ones
 
 struct A53 {
   static constexpr int log_n = 6;
@@ -49,6 +50,7 @@ struct A53 {
   }
   template <class V> static V scaled(V r, Int<V> j, V scale) { return unscaled(r, j) * scale; }
   static double nan(double) { return from_pattern(0xFFFFFFFFFFFFFFFF); }
+  template <class V> static V nan_result(V) { return from_bits<V>(splat<Bits<V>>(0xFFFFFFFFFFFFFFFF)); }
 };
 
 /// A50 and A26: 2^(j/N) as a fraction field that is or-ed into the scale.
@@ -63,6 +65,7 @@ template <class P> struct OrredTable {
   }
   template <class V> static V unscaled(V r, Int<V> j) { return scaled(r, j, splat<V>(1.0)); }
   static double nan(double x) { return x + x; }
+  template <class V> static V nan_result(V nan) { return nan; }
 };
 
 struct A50 : OrredTable<A50> {
@@ -117,6 +120,7 @@ template <class P> struct Exp64 : KernelDefaults {
     return P::scaled(z.r, z.j, z.power());
   }
 
+  template <class V> static V nan_result(V nan) { return P::nan_result(nan); }
   static double element(double x, kelStatus& status) {
     if (is_nan(x)) return P::nan(x);
     if (x == infinity<double>) return x;

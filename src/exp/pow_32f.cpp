@@ -36,6 +36,7 @@ template <class P> struct Powx32f : P {
   template <class V> V formula(V x, typename P::template ResultTest<V>& test) const {
     return y.result(P::positive(y.base(x), splat<V>(y.tame), test), x);
   }
+  template <class V> SignMask<V> nan_lanes(V x) const { return y.nan_lanes(x); }
   float element(float x, kelStatus& status) const { return power_of_any<P>(x, y.value, status); }
 };
 

@@ -37,6 +37,7 @@ template <class P> struct Powx64f : Power<P> {
   template <class V> V formula(V x, BitMask& undecided) const {
     return y.result(Power<P>::positive(y.base(x), splat<V>(y.tame), undecided), x);
   }
+  template <class V> SignMask<V> nan_lanes(V x) const { return y.nan_lanes(x); }
   double element(double x, kelStatus& status) const { return Power<P>::any(x, y.value, status); }
 };
 

@@ -37,6 +37,8 @@ template <class T> struct Exponent {
     if (p != Parity::fraction) base_sign = sign_bit<T>;
     if (p == Parity::odd) result_sign = sign_bit<T>;
   }
+  /// The bases whose power is a NaN: with 0 there are none.
+  template <class V> SignMask<V> nan_lanes(V x) const { return value == 0 ? SignMask<V>{} : quiet_nans(x); }
   template <class V> V base(V x) const { return from_bits<V>(bits(x) & ~base_sign); }
   template <class V> V result(V positive, V x) const { return from_bits<V>(bits(positive) | (bits(x) & result_sign)); }
 };

@@ -19,7 +19,12 @@
 // any() tells whether a lane of the block may be undecided, lanes(), asked after a single vector, which are.
 //
 // A kernel with `has_wide_formula` has a second pair, wide_special and wide_formula, that takes the place of the first
-// in vectors with marked lanes: slower and covering more, with the bits of formula where that covers a lane.
+// in vectors with marked lanes: slower and covering more, with the bits of formula where that covers a lane. It may
+// have a WideResultTest.
+//
+// Quiet NaNs are marked by special and yet common: missing values. What they give is told by element, and for whole
+// vectors by nan_result; nan_lanes are those elements that give it. Kernels of one real source get both from
+// KernelDefaults, others may define them.
 //
 // Two sources, or a complex one, are two parameters (x, y); two complex sources are four: real and imaginary part of
 // the first, then of the second. Two destinations, or a complex one, are a Pair.
@@ -28,6 +33,7 @@
 #include "frame/mode.hpp"
 #include "frame/status.hpp"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace kelvm::inline KELVM_BUILD {
@@ -57,6 +63,9 @@ struct KernelDefaults {
   static constexpr bool covers_everything = false;
   template <class V> using ResultTest = NoResultTest;
   static constexpr bool has_wide_formula = false;
+  template <class V> using WideResultTest = NoResultTest;
+  template <class V> static SignMask<V> nan_lanes(V x) { return quiet_nans(x); }
+  template <class V> static V nan_result(V nan) { return nan; }
   /// The formula may raise underflow for elements that do not earn it (products of tiny intermediate values); the frame
   /// takes it back unless an element() call reports kelStatusUnderflow.
   static constexpr bool spurious_underflow = false;
@@ -256,10 +265,28 @@ protected:
     unrolled<S.inputs()>([&](auto k) { tame.of[k] = select(marked, splat<V>(K::safe_input), in.of[k]); });
     return tame;
   }
-  /// The marked lanes of in, and those that the formula leaves undecided, go to element().
+  /// Whether the kernel has nan_lanes and nan_result.
+  static constexpr bool answers_nans = []<int... I>(std::integer_sequence<int, I...>) {
+    return requires(const K& kernel, const Inputs<V>& in) { kernel.nan_lanes(in.of[I]...); };
+  }
+  (std::make_integer_sequence<int, S.inputs()>{});
+  static SignMask<V> nan_lanes(const K& kernel, const Inputs<V>& in) {
+    return spread(in, [&](auto... x) { return kernel.nan_lanes(x...); });
+  }
+  static void answer_nans(const K& kernel, const Inputs<V>& in, Outputs<V>& out, SignMask<V> nans) {
+    const auto answer = collect<V>(spread(in, [&](auto... x) { return kernel.nan_result(x...); }));
+    unrolled<S.outputs()>([&](auto k) { out.of[k] = select(nans, answer.of[k], out.of[k]); });
+  }
+  /// The marked lanes of in, and those that the formula leaves undecided, go to element(), but for NaNs.
   static void finish(const K& kernel, const Inputs<V>& in, Outputs<V>& out, BitMask left, Outcome& outcome) {
     if (left == 0) [[likely]]
       return;
+    if constexpr (answers_nans) {
+      const SignMask<V> nans = nan_lanes(kernel, in);
+      answer_nans(kernel, in, out, nans);
+      left &= ~movemask(nans);
+      if (left == 0) return;
+    }
     // Copies in memory for a function, made vector by vector so that the originals stay in registers.
     Inputs<V> x;
     Outputs<V> y;
@@ -285,8 +312,14 @@ protected:
   static Outputs<V> one_wide_vector(const K& kernel, const Inputs<V>& in, BitMask valid, Outcome& outcome) {
     const SignMask<V> outside = spread(in, [&](auto... x) { return kernel.wide_special(x...); });
     const Inputs<V> tame = with_safe_inputs(in, outside);
-    Outputs<V> out = collect<V>(spread(tame, [&](auto... x) { return kernel.wide_formula(x...); }));
-    finish(kernel, in, out, movemask(outside) & valid, outcome);
+    typename K::template WideResultTest<V> undecided{};
+    Outputs<V> out = collect<V>(spread(tame, [&](auto... x) {
+      if constexpr (std::is_same_v<decltype(undecided), NoResultTest>)
+        return kernel.wide_formula(x...);
+      else
+        return kernel.wide_formula(x..., undecided);
+    }));
+    finish(kernel, in, out, (movemask(outside) | lanes_of(undecided)) & valid, outcome);
     return out;
   }
   /// One vector, whatever it holds.
@@ -329,8 +362,8 @@ protected:
     return loop(kernel, from.source1, from.source2, from.destination1, from.destination2, count);
   }
   /// For a kernel with a wide formula, elements of which some are not covered by the other.
-  [[gnu::noinline]] static Outcome run_wide(const K& kernel, const T* source1, const T* source2, T* destination1,
-                                            T* destination2, std::ptrdiff_t len) {
+  [[gnu::noinline, gnu::flatten]] static Outcome run_wide(const K& kernel, const T* source1, const T* source2,
+                                                          T* destination1, T* destination2, std::ptrdiff_t len) {
     const Arrays<T, S> arrays{source1, source2, destination1, destination2};
     Outcome outcome{kelStatusOk, may_be_spurious};
     each_vector(arrays, len, [&](const Inputs<V>& in, BitMask valid, Outputs<V>& out) {
@@ -364,6 +397,39 @@ public:
     return outcome;
   }
 
+  /// For whole blocks, of a kernel that answers NaNs: where data has missing values most vectors have some, so they
+  /// take no branch. Where there are other special elements, a block's length is computed elsewhere.
+  [[gnu::noinline, gnu::flatten]] static Outcome run_with_nans(const K& kernel, const T* source1, const T* source2,
+                                                               T* destination1, T* destination2, std::ptrdiff_t len) {
+    const auto arrays = Arrays<T, S>::of(source1, source2, destination1, destination2);
+    Outcome outcome;
+    for (std::ptrdiff_t i = 0; i < len; i += block) {
+      Inputs<V> in[K::vectors_in_flight];
+      Outputs<V> out[K::vectors_in_flight];
+      SignMask<V> others{};
+      ResultTest undecided{};
+      unrolled<K::vectors_in_flight>([&](auto v) {
+        in[v] = load_block<Lanes::any>(arrays, i + v * width);
+        others |= special(kernel, in[v]) & ~nan_lanes(kernel, in[v]);
+      });
+      if (any(others)) [[unlikely]] {
+        outcome.add(elsewhere(other_special_loop, kernel, arrays, i, block));
+        continue;
+      }
+      unrolled<K::vectors_in_flight>([&](auto v) {
+        const SignMask<V> nans = nan_lanes(kernel, in[v]);
+        out[v] = formula<V>(kernel, with_safe_inputs(in[v], nans), undecided);
+        answer_nans(kernel, in[v], out[v], nans);
+      });
+      if (some(undecided)) [[unlikely]] {
+        outcome.add(elsewhere(&run_by_vector, kernel, arrays, i, block));
+        continue;
+      }
+      unrolled<K::vectors_in_flight>([&](auto v) { store_block<Lanes::any>(arrays, i + v * width, out[v]); });
+    }
+    return outcome;
+  }
+
   /// For many elements: blocks, and by vector those blocks that hold special elements. Flattened: a formula spread over
   /// several functions is still inlined whole, or its vectors would go through memory.
   [[gnu::noinline, gnu::flatten]] static Outcome run(const K& kernel, const T* source1, const T* source2,
@@ -371,12 +437,6 @@ public:
     const Arrays<T, S> arrays{source1, source2, destination1, destination2};
     Outcome outcome{kelStatusOk, may_be_spurious};
     std::ptrdiff_t i = 0;
-    constexpr auto special_loop = [] {
-      if constexpr (K::has_wide_formula)
-        return &run_wide;
-      else
-        return &run_by_vector;
-    }();
     if constexpr (K::any_overlap) {
       if (arrays.overlaps_within(block * sizeof(T))) [[unlikely]]
         return element_by_element(kernel, arrays, len);
@@ -391,7 +451,10 @@ public:
         marked |= special(kernel, in[v]);
       });
       if (!K::covers_everything && any(marked)) [[unlikely]] {
-        outcome.add(elsewhere(special_loop, kernel, arrays, i, block));
+        // NaNs seldom come alone.
+        const std::ptrdiff_t blocks = answers_nans ? std::min<std::ptrdiff_t>((len - i) / block, 8) : 1;
+        outcome.add(elsewhere(special_loop, kernel, arrays, i, blocks * block));
+        i += (blocks - 1) * block;
         continue;
       }
       unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], undecided); });
@@ -406,6 +469,19 @@ public:
   }
 
 private:
+  /// What blocks with special elements go to, and those that hold others than NaNs.
+  static constexpr Run* other_special_loop = [] {
+    if constexpr (K::has_wide_formula)
+      return &run_wide;
+    else
+      return &run_by_vector;
+  }();
+  static constexpr Run* special_loop = [] {
+    if constexpr (!K::covers_everything && answers_nans)
+      return &run_with_nans;
+    else
+      return other_special_loop;
+  }();
   /// The forward loop that defines what overlapping arrays give (real elements, no special ones).
   [[gnu::noinline]] static Outcome element_by_element(const K& kernel, const Arrays<T, S>& arrays, std::ptrdiff_t len) {
     for (std::ptrdiff_t i = 0; i < len; ++i) {

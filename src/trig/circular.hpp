@@ -29,6 +29,7 @@ template <class P> struct Circular : KernelDefaults {
 
   template <class V> static SignMask<V> special(V x) { return above(abs(x), P::last); }
   template <class V> static SignMask<V> wide_special(V x) { return above(abs(x), largest_finite<Element>); }
+  template <class V> static V nan_result(V) { return splat<V>(default_nan<Element>()); }
 
 protected:
   /// The result for an infinity or a NaN. An infinity is told from a NaN by the upper word of a double alone, so that a
@@ -59,6 +60,7 @@ template <class P> struct SinCos : Circular<P> {
   using T = typename P::Element;
   template <class V> static Pair<V> formula(V x) { return P::sine_cosine(P::reduce(x)); }
   template <class V> static Pair<V> wide_formula(V x) { return P::sine_cosine(P::reduce_any(x)); }
+  template <class V> static Pair<V> nan_result(V) { return {splat<V>(default_nan<T>()), splat<V>(default_nan<T>())}; }
   static Pair<T> element(T x, kelStatus& status) {
     if (!is_finite(x)) {
       const T nan = SinCos::not_finite(x, status);

@@ -20,8 +20,9 @@ struct Tan32 : KernelDefaults {
   static constexpr bool spurious_underflow = true; // powers of small remainders
   template <class> static constexpr Magnitudes quiet_magnitudes = no_magnitudes;
 
+  template <class V> static V nan_result(V) { return splat<V>(default_nan<float>()); }
   static float element(float x, kelStatus& status) {
-    if (is_nan(x)) return default_nan<float>();
+    if (is_nan(x)) return nan_result(x);
     if (is_infinite(x)) return domain_error<float>(status);
     return round_to_float(tangent_of(x));
   }

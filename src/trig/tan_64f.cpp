@@ -91,8 +91,9 @@ template <class P> struct Tan64 : KernelDefaults {
   template <class V> static V formula(V x) { return flip_sign(P::of(abs(x)), sign_of(x)); }
   template <class V> static SignMask<V> wide_special(V x) { return above(abs(x), largest_finite<double>); }
   template <class V> static V wide_formula(V x) { return flip_sign(P::of_any(abs(x)), sign_of(x)); }
+  template <class V> static V nan_result(V) { return splat<V>(default_nan<double>()); }
   static double element(double x, kelStatus& status) {
-    return is_nan(x) ? default_nan<double>() : domain_error<double>(status);
+    return is_nan(x) ? nan_result(x) : domain_error<double>(status);
   }
 };
 
