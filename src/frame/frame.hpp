@@ -401,8 +401,8 @@ public:
   /// take no branch. Where there are other special elements, a block's length is computed elsewhere.
   [[gnu::noinline, gnu::flatten]] static Outcome run_with_nans(const K& kernel, const T* source1, const T* source2,
                                                                T* destination1, T* destination2, std::ptrdiff_t len) {
-    const auto arrays = Arrays<T, S>::of(source1, source2, destination1, destination2);
-    Outcome outcome;
+    const Arrays<T, S> arrays{source1, source2, destination1, destination2};
+    Outcome outcome{kelStatusOk, may_be_spurious};
     for (std::ptrdiff_t i = 0; i < len; i += block) {
       Inputs<V> in[K::vectors_in_flight];
       Outputs<V> out[K::vectors_in_flight];

@@ -2,13 +2,13 @@
 //
 //   using Element = double;
 //   static constexpr double last = ...;             the largest |x| that reduce() covers
-//   static constexpr bool has_wide_formula = ...;   whether there is a reduce_any(), for any finite x, with the bits of
-//                                                   reduce() where that covers x
 //   template <class V> auto reduce(V x), auto reduce_any(V x)
 //   V sine(r), V cosine(r)                          of such a reduced argument
 //   Pair<V> sine_cosine(r)                          the bits of sine and cosine
+//   template <class V> using WideResultTest = ...;  reduce_any(x, test) takes one where it is not NoResultTest
 //
-// Elements that no reduction of P covers are computed in double, with the arithmetic of the most accurate functions.
+// reduce_any() is for any finite x, with the results of reduce() where that covers x. Elements beyond `last` are
+// computed in double, with the arithmetic of the most accurate functions, floats too.
 #pragma once
 
 #include "frame/export.hpp"
@@ -25,10 +25,12 @@ template <class P> struct Circular : KernelDefaults {
   using Element = typename P::Element;
   static constexpr bool spurious_underflow = true; // powers of small remainders
   static constexpr int vectors_in_flight = P::vectors_in_flight;
-  static constexpr bool has_wide_formula = P::has_wide_formula;
+  static constexpr bool has_wide_formula = true;
+  template <class V> using WideResultTest = typename P::template WideResultTest<V>;
 
   template <class V> static SignMask<V> special(V x) { return above(abs(x), P::last); }
   template <class V> static SignMask<V> wide_special(V x) { return above(abs(x), largest_finite<Element>); }
+
   template <class V> static V nan_result(V) { return splat<V>(default_nan<Element>()); }
 
 protected:
@@ -42,7 +44,9 @@ protected:
 
 template <class P> struct Sin : Circular<P> {
   template <class V> static V formula(V x) { return P::sine(P::reduce(x)); }
-  template <class V> static V wide_formula(V x) { return P::sine(P::reduce_any(x)); }
+  template <class V, class... Test> static V wide_formula(V x, Test&... test) {
+    return P::sine(P::reduce_any(x, test...));
+  }
   static typename P::Element element(typename P::Element x, kelStatus& status) {
     return is_finite(x) ? typename P::Element(sine_of(x)) : Sin::not_finite(x, status);
   }
@@ -50,7 +54,9 @@ template <class P> struct Sin : Circular<P> {
 
 template <class P> struct Cos : Circular<P> {
   template <class V> static V formula(V x) { return P::cosine(P::reduce(x)); }
-  template <class V> static V wide_formula(V x) { return P::cosine(P::reduce_any(x)); }
+  template <class V, class... Test> static V wide_formula(V x, Test&... test) {
+    return P::cosine(P::reduce_any(x, test...));
+  }
   static typename P::Element element(typename P::Element x, kelStatus& status) {
     return is_finite(x) ? typename P::Element(cosine_of(x)) : Cos::not_finite(x, status);
   }
@@ -59,7 +65,9 @@ template <class P> struct Cos : Circular<P> {
 template <class P> struct SinCos : Circular<P> {
   using T = typename P::Element;
   template <class V> static Pair<V> formula(V x) { return P::sine_cosine(P::reduce(x)); }
-  template <class V> static Pair<V> wide_formula(V x) { return P::sine_cosine(P::reduce_any(x)); }
+  template <class V, class... Test> static Pair<V> wide_formula(V x, Test&... test) {
+    return P::sine_cosine(P::reduce_any(x, test...));
+  }
   template <class V> static Pair<V> nan_result(V) { return {splat<V>(default_nan<T>()), splat<V>(default_nan<T>())}; }
   static Pair<T> element(T x, kelStatus& status) {
     if (!is_finite(x)) {
@@ -75,7 +83,9 @@ template <class P> struct SinCos : Circular<P> {
 template <class P> struct CIS : SinCos<P> {
   using T = typename P::Element;
   template <class V> static Pair<V> formula(V x) { return exchanged(SinCos<P>::formula(x)); }
-  template <class V> static Pair<V> wide_formula(V x) { return exchanged(SinCos<P>::wide_formula(x)); }
+  template <class V, class... Test> static Pair<V> wide_formula(V x, Test&... test) {
+    return exchanged(SinCos<P>::wide_formula(x, test...));
+  }
   static Pair<T> element(T x, kelStatus& status) {
     if (is_nan(x)) return {default_nan<T>(), default_nan<T>()};
     return exchanged(SinCos<P>::element(x, status));

@@ -6,12 +6,13 @@
 //   A21    float         10000       4             degree 9     2^-22
 //   A11    float         10000       2 or 4        degree 7     1.6e-4 absolute (cosine 2^-19 relative)
 //
-// Larger elements are computed in double. Zeros keep their sign, and tiny elements are their own sines, by the formulas
-// themselves.
+// Larger elements are computed in double and rounded to float as the results of the double functions are: by vectors
+// (trig/large_floats.hpp), where that decides. Zeros keep their sign, and tiny elements are their own sines, by the
+// formulas themselves.
 #include "exact/polynomial.hpp"
 #include "kelvm/trig.h"
 #include "trig/circular.hpp"
-#include "trig/trig_fits.hpp"
+#include "trig/large_floats.hpp"
 
 namespace kelvm::inline KELVM_BUILD::sin_cos_32f {
 namespace {
@@ -31,12 +32,19 @@ template <class V> inline HalfTurns<V> odd_quarter_turns(V x) {
   return {(shifted - rounding_constant<float>)-0.5f, bits(shifted) << 31};
 }
 
+/// Arguments of any size, with the test of their results.
+template <class V> struct AnySize {
+  V x;
+  RoundingTest& test;
+};
+
 template <class P> struct SinCos32 {
   using Element = float;
   static constexpr int vectors_in_flight = 4;
-  static constexpr bool has_wide_formula = false;
+  template <class V> using WideResultTest = RoundingTest;
 
   template <class V> static V reduce(V x) { return x; }
+  template <class V> static AnySize<V> reduce_any(V x, RoundingTest& test) { return {x, test}; }
 
   template <class V> static V sine(V x) {
     const HalfTurns<V> k = half_turns(x);
@@ -49,6 +57,25 @@ template <class P> struct SinCos32 {
     return flip_sign(P::cosine(magnitude, h.count), h.sign);
   }
   template <class V> static Pair<V> sine_cosine(V x) { return {sine(x), cosine(x)}; }
+
+  template <class V> static V sine(const AnySize<V>& a) {
+    return of_any_size(
+        a.x, P::last, a.test, [](auto x) { return sine_of_large(HalfTurnsOfLarge(x)); }, [](V x) { return sine(x); });
+  }
+  template <class V> static V cosine(const AnySize<V>& a) {
+    return of_any_size(
+        a.x, P::last, a.test, [](auto x) { return cosine_of_large(HalfTurnsOfLarge(x)); },
+        [](V x) { return cosine(x); });
+  }
+  template <class V> static Pair<V> sine_cosine(const AnySize<V>& a) {
+    return of_any_size(
+        a.x, P::last, a.test,
+        [](auto x) {
+          const HalfTurnsOfLarge turns(x);
+          return Pair<decltype(x)>{sine_of_large(turns), cosine_of_large(turns)};
+        },
+        [](V x) { return sine_cosine(x); });
+  }
 };
 
 struct A24 : SinCos32<A24> {

@@ -17,7 +17,7 @@ namespace {
 struct A53 {
   using Element = double;
   static constexpr int vectors_in_flight = few_vectors_in_flight;
-  static constexpr bool has_wide_formula = true;
+  template <class V> using WideResultTest = NoResultTest;
   static constexpr double last = 0x1.5ffffffffffffp+16; // below 90112
 
   template <class V> static V sine(const Remainder<V>& r) { return rounded(kelvm::sine<0>(r, SmallAngle(r.hi))); }
@@ -33,7 +33,7 @@ struct A53 {
 struct A26 {
   using Element = double;
   static constexpr int vectors_in_flight = 4;
-  static constexpr bool has_wide_formula = true;
+  template <class V> using WideResultTest = NoResultTest;
   static constexpr double last = 0x1.60000ffffffffp+16; // below 90112.0625
 
   template <class V> struct Parts { V cos_a, sin_a, cos_r, sin_r; };

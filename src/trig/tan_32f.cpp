@@ -1,24 +1,37 @@
 // Tangent, float, computed of |x|, so that rounding cannot make it other than odd.
 //
 // A24: in double as the short forms of tangent.hpp, to 2^-46, which decides the rounding to float of all but one
-// element in two million; the others, and |x| >= 90112, are computed to 2^-58 and rounded once: correctly rounded
-// everywhere.
+// element in two million; the others are computed to 2^-58 and rounded once: correctly rounded everywhere. |x| >= 90112
+// likewise, by another reduction (trig/large_floats.hpp).
 //
 // A21, A11: x = k pi/2 + r in single precision, pi/2 in four parts, |r| <= pi/4; tan r by a polynomial of degree 13 or
-// 7, -1 / tan r for odd k. Error 2^-21.4 and 2^-13, next to zeros and poles as well. |x| > 10000 in double.
+// 7, -1 / tan r for odd k. Error 2^-21.4 and 2^-13, next to zeros and poles as well. |x| > 10000 as at A24.
 #include "exact/quiet.hpp"
 #include "exact/rounding_test.hpp"
 #include "frame/export.hpp"
 #include "kelvm/trig.h"
+#include "trig/large_floats.hpp"
 #include "trig/tangent.hpp"
 
 namespace kelvm::inline KELVM_BUILD::tan_32f {
 namespace {
 
+/// tan x of a large float: a multiple of pi/32, in the last bits of a sum, and a remainder.
+template <class V> inline V tangent_of_large(V x) {
+  constexpr double round_to_32nds = rounding_constant<double> / 32;
+  const HalfTurnsOfLarge<V> turns(x);
+  const V shifted = turns.rounded() + round_to_32nds;
+  return short_tangent(turns.less(shifted - round_to_32nds) * pi_hi, int_bits(shifted), tangent_4);
+}
+
 struct Tan32 : KernelDefaults {
   using Element = float;
   static constexpr bool spurious_underflow = true; // powers of small remainders
   template <class> static constexpr Magnitudes quiet_magnitudes = no_magnitudes;
+  static constexpr bool has_wide_formula = true;
+  template <class V> using WideResultTest = RoundingTest;
+
+  template <class V> static SignMask<V> wide_special(V x) { return above(abs(x), largest_finite<float>); }
 
   template <class V> static V nan_result(V) { return splat<V>(default_nan<float>()); }
   static float element(float x, kelStatus& status) {
@@ -32,7 +45,12 @@ struct TanA24 : Tan32 {
   static constexpr int vectors_in_flight = few_vectors_in_flight;
   template <class V> using ResultTest = RoundingTest;
 
-  template <class V> static SignMask<V> special(V x) { return above(abs(x), 0x1.5ffffep+16f); } // |x| >= 90112, NaN
+  static constexpr float last = 0x1.5ffffep+16f; // below 90112
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), last); }
+  template <class V> static V wide_formula(V x, RoundingTest& test) {
+    return of_any_size(
+        x, last, test, [](auto x) { return tangent_of_large(x); }, [&](V x) { return formula(x, test); });
+  }
   template <class V> static V formula(V x, RoundingTest& test) {
     const V y = in_double_decided<46>(
         test,
@@ -48,7 +66,12 @@ struct TanA24 : Tan32 {
 
 template <auto& Series> struct TanSingle : Tan32 {
   static constexpr int vectors_in_flight = 3;
-  template <class V> static SignMask<V> special(V x) { return above(abs(x), 10000.0f); }
+  static constexpr float last = 10000;
+  template <class V> static SignMask<V> special(V x) { return above(abs(x), last); }
+  template <class V> static V wide_formula(V x, RoundingTest& test) {
+    return of_any_size(
+        x, last, test, [](auto x) { return tangent_of_large(x); }, [](V x) { return formula(x); });
+  }
   template <class V> static V formula(V x) {
     const V magnitude = abs(x);
     const V shifted = magnitude * 0x1.45f306p-1f + rounding_constant<float>;

@@ -22,6 +22,18 @@ inline constexpr float sine_half_pi_single[3] = {
     -0x1.84b79p-13f,
 };
 
+/// sin(pi t) / t by powers of t^2, |t| <= 1/2: 2^-52.3
+inline constexpr double sine_half_turn[8] = {
+    0x1.921fb54442d17p1,
+    -0x1.4abbce625bd48p2,
+    0x1.466bc67750871p1,
+    -0x1.32d2cce1553ddp-1,
+    0x1.5078323ce4f9ap-4,
+    -0x1.e3061f4e089dp-8,
+    0x1.e89c21f1247f4p-12,
+    -0x1.6254650e8704cp-16,
+};
+
 /// (tan r - r) / r^3 by powers of r^2, |r| <= pi/64: tan r to 2^-68.6
 inline constexpr double tangent_5[5] = {
     0x1.5555555555555p-2,

@@ -209,4 +209,43 @@ inline constexpr std::uint64_t two_over_pi[20] = {
     0x56033046FC7B6BAB,
 };
 
+/// 1/pi for floats of 8 exponents, 2^(8 j + 1) <= |x| < 2^(8 j + 9), without the bits whose products with them
+/// are multiples of 2: two parts of 29 bits and the rest.
+inline constexpr double one_over_pi_parts[16][2] = {
+    {0x1.45f306cp-2, 0x1.c9c882ap-30},
+    {0x1.45f306cp-2, 0x1.c9c882ap-30},
+    {0x1.45f306cp-2, 0x1.c9c882ap-30},
+    {0x1.45f306dp-2, 0x1.9391054p-31},
+    {0x1.f306dc9p-10, 0x1.91054a7p-39},
+    {0x1.06dc9c8p-18, 0x1.054a7fp-47},
+    {0x1.b939104p-27, 0x1.4a7f09dp-55},
+    {0x1.391054ap-35, 0x1.fc2757cp-65},
+    {0x1.1054a7ep-43, 0x1.09d5f47p-71},
+    {0x1.529fc2p-53, 0x1.d5f47d4p-79},
+    {0x1.4fe13a8p-60, 0x1.f47d4d3p-87},
+    {0x1.f84eafap-66, 0x1.f534ddcp-97},
+    {0x1.3abe8f8p-76, 0x1.4d37703p-103},
+    {0x1.5f47d4cp-83, 0x1.377036dp-111},
+    {0x1.a3ea69bp-90, 0x1.7036d8ap-119},
+    {0x1.ea69bb8p-98, 0x1.b6c52bp-130},
+};
+inline constexpr double one_over_pi_rest[16] = {
+    0x1.4fe13abe8fa9ap-60,
+    0x1.4fe13abe8fa9ap-60,
+    0x1.4fe13abe8fa9ap-60,
+    0x1.4fe13abe8fa9ap-60,
+    0x1.e13abe8fa9a6fp-68,
+    0x1.3abe8fa9a6eep-76,
+    0x1.7d1f534ddc0dbp-85,
+    0x1.1f534ddc0db63p-93,
+    0x1.a9a6ee06db14bp-100,
+    0x1.a6ee06db14acdp-108,
+    0x1.dc0db6295993cp-117,
+    0x1.b6c52b3278872p-130,
+    0x1.b6295993c439p-133,
+    0x1.14acc9e21c821p-140,
+    0x1.5993c439041fep-149,
+    0x1.93c439041fe51p-157,
+};
+
 } // namespace kelvm::inline KELVM_BUILD

@@ -1,5 +1,8 @@
-// Makes src/trig/trig_tables.hpp: sines, cosines and tangents of multiples of pi/32, and the bits of 2/pi.
+// Makes src/trig/trig_tables.hpp: sines, cosines and tangents of multiples of pi/32, the bits of 2/pi, and parts of
+// 1/pi by exponent.
 #include "emit.hpp"
+
+#include <algorithm>
 
 namespace {
 
@@ -78,6 +81,33 @@ int main() {
     mpfr_sub_ui(rest, rest, word, MPFR_RNDN);
     std::printf("    0x%016lX,\n", word);
   }
+  std::puts("};\n\n/// 1/pi for floats of 8 exponents, 2^(8 j + 1) <= |x| < 2^(8 j + 9), without the bits whose "
+            "products with them\n"
+            "/// are multiples of 2: two parts of 29 bits and the rest.");
+  double parts[16][3];
+  for (int j = 0; j < 16; ++j) {
+    // In units of the last dropped bit.
+    const int dropped = std::max(0, 8 * j - 23);
+    mpfr_const_pi(rest, MPFR_RNDN);
+    mpfr_ui_div(rest, 1, rest, MPFR_RNDN);
+    mpfr_mul_2si(rest, rest, dropped, MPFR_RNDN);
+    mpfr_frac(rest, rest, MPFR_RNDZ);
+    mpfr_t part;
+    mpfr_init2(part, 2000);
+    for (int k = 0; k < 3; ++k) {
+      mpfr_mul_2si(part, rest, 29 * (k + 1), MPFR_RNDN);
+      if (k < 2) mpfr_floor(part, part);
+      mpfr_mul_2si(part, part, -29 * (k + 1), MPFR_RNDN);
+      mpfr_sub(rest, rest, part, MPFR_RNDN);
+      mpfr_mul_2si(part, part, -dropped, MPFR_RNDN);
+      parts[j][k] = mpfr_get_d(part, MPFR_RNDN);
+    }
+    mpfr_clear(part);
+  }
+  std::puts("inline constexpr double one_over_pi_parts[16][2] = {");
+  for (const auto& p : parts) std::printf("    {%a, %a},\n", p[0], p[1]);
+  std::puts("};\ninline constexpr double one_over_pi_rest[16] = {");
+  for (const auto& p : parts) std::printf("    %a,\n", p[2]);
   mpfr_clear(rest);
   std::puts("};");
   footer();
