@@ -16,7 +16,15 @@ struct Quadrant {
   DoubleWord<double> y; ///< in [-pi/4, pi/4] up to rounding; hi is y rounded
 };
 
+/// The same of several; only the low two bits of the numbers count.
+template <class V> struct Quadrants {
+  Int<V> number;
+  DoubleWord<V> y;
+};
+
 /// Reduces any finite x: x = number pi/2 + y modulo 2 pi. Odd: -x gives -y and the opposite number.
 Quadrant reduce_to_quadrant(double x);
+/// The same bits, of vectors.
+void reduce_to_quadrants(Native<double> x, Quadrants<Native<double>>& reduced);
 
 } // namespace kelvm::inline KELVM_BUILD

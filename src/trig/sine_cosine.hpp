@@ -43,38 +43,22 @@ template <class V> struct WithinReach {
   V y, lo;
   Int<V> index;
 
-  /// Wide registers would have to be saved over the calls: they get a function of their own.
-  explicit WithinReach(V x) {
-    if constexpr (sizeof(V) > 16)
-      fill_apart(x);
-    else
-      fill(x);
-  }
-
-private:
-  [[gnu::noinline]] void fill_apart(V x) { fill(x); }
-  void fill(V x) {
-    // Lane by lane in scalars, not arrays: a vector loaded right after its lanes were stored waits for all of them.
-    [&]<int... I>(std::integer_sequence<int, I...>) {
-      const Lanes of[] = {Lanes(lane(x, I))...};
-      y = V{of[I].y...};
-      lo = V{of[I].lo...};
-      index = Int<V>{of[I].index...};
+  explicit WithinReach(V x) : y(x), lo{}, index{} {
+    const SignMask<V> far = above(abs(x), 0x1.fffffffffffffp16);
+    if constexpr (lanes<V> == 1) {
+      if (!any(far)) return;
+      const Quadrant reduced = reduce_to_quadrant(x);
+      y = reduced.y.hi;
+      lo = reduced.y.lo;
+      index = 16 * reduced.number;
+    } else {
+      Quadrants<V> reduced;
+      reduce_to_quadrants(select(far, x, splat<V>(0x1p17)), reduced);
+      y = select(far, reduced.y.hi, x);
+      lo = zero_unless(far < 0, reduced.y.lo);
+      index = select(far, 16 * reduced.number, index);
     }
-    (std::make_integer_sequence<int, lanes<V>>{});
   }
-
-  struct Lanes {
-    double y, lo = 0;
-    std::int64_t index = 0;
-    explicit Lanes(double x) : y(x) {
-      if (abs(x) < 0x1p17) return;
-      const Quadrant quadrant = reduce_to_quadrant(x);
-      y = quadrant.y.hi;
-      lo = quadrant.y.lo;
-      index = 16 * quadrant.number;
-    }
-  };
 };
 
 /// reduce() for any finite doubles.
