@@ -24,21 +24,24 @@
 namespace kelvm::inline KELVM_BUILD::cube_roots {
 namespace {
 
+/// c0 + c1 d
+template <class V> V two_terms(double c0, double c1, V d) { return mul_add(splat<V>(c1), d, splat<V>(c0)); }
+
 // The three functions of a positive x, the first and last for zero as well.
 
 struct RefinedOnce {
   using Element = double;
   template <class V> static V cbrt(V x, V r) {
-    const V c = (x * r) * r, d = 1 - c * r;
-    return c + c * (d * (2.0 / 3 + 5.0 / 9 * d));
+    const V c = (x * r) * r, d = sub_mul(splat<V>(1), c, r);
+    return mul_add(c, d * two_terms(2.0 / 3, 5.0 / 9, d), c);
   }
   template <class V> static V inverse(V x, V r) {
     const V d = residual<3>(x, r);
-    return r + r * (d * (1.0 / 3 + 2.0 / 9 * d));
+    return mul_add(r, d * two_terms(1.0 / 3, 2.0 / 9, d), r);
   }
   template <class V> static V power_2_3(V x, V r) {
-    const V y = x * r, d = 1 - y * (r * r);
-    return y + y * (d * (1.0 / 3 + 2.0 / 9 * d));
+    const V y = x * r, d = sub_mul(splat<V>(1), y, r * r);
+    return mul_add(y, d * two_terms(1.0 / 3, 2.0 / 9, d), y);
   }
 };
 
@@ -53,13 +56,13 @@ template <class T, const auto& Cbrt, const auto& InverseCbrt> struct OneStep {
   template <class V> static V cbrt(V x) {
     const V r = first_guess<3>(x);
     const V c = (x * r) * r;
-    return c * estrin(1 - c * r, Cbrt);
+    return c * estrin(sub_mul(splat<V>(1), c, r), Cbrt);
   }
   template <class V> static V inverse(V x) { return inverse_root<3>(x, InverseCbrt); }
   template <class V> static V power_2_3(V x) {
     const V r = first_guess<3>(x);
     const V y = x * r;
-    return y * estrin(1 - y * (r * r), InverseCbrt);
+    return y * estrin(sub_mul(splat<V>(1), y, r * r), InverseCbrt);
   }
 };
 using A26 = OneStep<double, cbrt_26, inverse_cbrt_26>;

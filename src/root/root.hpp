@@ -32,9 +32,9 @@ template <int N, class V> inline V first_guess(V x) {
 /// The residual 1 - x r^N, its error about the rounding errors of 1.
 template <int N, class V> inline V residual(V x, V r) {
   if constexpr (N == 2)
-    return Lane<V>(1) - (x * r) * r;
+    return sub_mul(splat<V>(1), x * r, r);
   else
-    return Lane<V>(1) - (x * r) * (r * r);
+    return sub_mul(splat<V>(1), x * r, r * r);
 }
 
 /// x^(-1/N) as refined by the coefficients, which name their accuracy.
