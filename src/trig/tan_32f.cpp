@@ -4,8 +4,9 @@
 // element in two million; the others are computed to 2^-58 and rounded once: correctly rounded everywhere. |x| >= 90112
 // likewise, by another reduction (trig/large_floats.hpp).
 //
-// A21, A11: x = k pi/2 + r in single precision, pi/2 in four parts, |r| <= pi/4; tan r by a polynomial of degree 13 or
-// 7, -1 / tan r for odd k. Error 2^-21.4 and 2^-13, next to zeros and poles as well. |x| > 10000 as at A24.
+// A21, A11: x = k pi/2 + r in single precision, pi/2 in four parts, or in three where products are fused, |r| <= pi/4;
+// tan r by a polynomial of degree 13 or 7, -1 / tan r for odd k. Error 2^-21.4 and 2^-13, next to zeros and poles as
+// well. |x| > 10000 as at A24.
 #include "exact/quiet.hpp"
 #include "exact/rounding_test.hpp"
 #include "frame/export.hpp"
@@ -77,7 +78,8 @@ template <auto& Series> struct TanSingle : Tan32 {
     const V shifted = magnitude * 0x1.45f306p-1f + rounding_constant<float>;
     const V k = shifted - rounding_constant<float>;
     const auto less = [k](V x, float part) { return sub_mul(x, k, splat<V>(part)); };
-    const V r = less(less(less(less(magnitude, 1.5703125f), 0x1.fb4p-12f), 0x1.444p-24f), 0x1.68c234p-39f);
+    const V r = has_fused ? less(less(less(magnitude, 0x1.921fb6p+0f), -0x1.777a5cp-25f), -0x1.ee59dap-50f)
+                          : less(less(less(less(magnitude, 1.5703125f), 0x1.fb4p-12f), 0x1.444p-24f), 0x1.68c234p-39f);
     const V z = r * r;
     const V t = mul_add(r * z, estrin(for_powers(z), Series), r);
     const Int<V> odd = int_bits(shifted) << 31;
