@@ -10,7 +10,7 @@ from minimax import rational, to_float
 
 getcontext().prec = 80
 
-LIMIT = 6  # 1 - tanh 6 is below 2^-16
+LIMITS = {"bits21": D("7.9"), "bits11": D(6)}  # 1 - tanh 7.9 and 1 - tanh 6 are below 2^-21.7 and 2^-16
 
 
 def tanh_ratio(z):
@@ -31,10 +31,13 @@ namespace kelvm::inline KELVM_BUILD::tanh_tables {
 
 // clang-format off
 """)
-    numerator, denominator, e = rational(tanh_ratio, lambda z: 1 / tanh_ratio(z), 2, 3, D(LIMIT) ** 2, to_float,
-                                         lowest=1)
-    array("numerator_bits11", f"tanh x / x by powers of x^2, |x| <= {LIMIT}; error 2^{e:.1f} of tanh x", numerator, "float")
-    array("denominator_bits11", "its denominator", denominator, "float")
+    for name, degree in (("bits21", 4), ("bits11", 2)):
+        limit = LIMITS[name]
+        numerator, denominator, e = rational(tanh_ratio, lambda z: 1 / tanh_ratio(z), degree, max(degree, 3), limit ** 2,
+                                             to_float, lowest=1)
+        array(f"numerator_{name}", f"tanh x / x by powers of x^2, |x| <= {limit}; error 2^{e:.1f} of tanh x", numerator,
+              "float")
+        array(f"denominator_{name}", "its denominator", denominator, "float")
     print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::tanh_tables")
 
 
