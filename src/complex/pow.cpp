@@ -4,9 +4,9 @@
 //          arithmetic   ln z               w ln z           e^p                cos q, sin q
 //   A53    double       double-word        double-word      double-word        double-word        0.52 ulp a part
 //   A50    double       double-word        double-word      32 steps, 2^-52    double-word        2^-50 by norm
-//   A26    double       2^-43              one double       2^-33              2^-40              2^-32 by norm
+//   A26    double       2^-43              one double       2^-28              2^-40              2^-28 by norm
 //   A24    double       2^-50              one double       2^-42              2^-50              0.51 ulp a part
-//   A21    double       2^-43              one double       2^-33              2^-40              2^-23 by norm
+//   A21    double       2^-43              one double       2^-28              2^-40              2^-23 by norm
 //   A11    float        2^-21              one float        2^-13              2^-16              2^-11 by norm
 //
 // An error of ln z counts w ln z times: A53 and A50 need its tail. Where cos q or sin q is next to zero, an error of q
@@ -49,8 +49,8 @@ struct A53 {
   template <class V> static V head(const DoubleWord<V>& x) { return x.hi; }
 
   template <class V> static Full::Exponential<V> exponential(DoubleWord<V> p) {
-    const ExpReduced<128, V> reduced = exp_reduce<128>(p.hi);
-    const DoubleWord<V> e = exp_unscaled<Accuracy::full>(reduced, p.lo);
+    const ExpReduced<V> reduced = exp_reduce(p.hi);
+    const DoubleWord<V> e = exp_unscaled(reduced, p.lo);
     return {{e.hi, e.lo}, reduced.scaled(splat<V>(1))};
   }
 };
@@ -67,7 +67,7 @@ struct A50 {
   }
   template <class V> static V head(V x) { return x; }
   template <class V> static Middle::Exponential<V> exponential(DoubleWord<V> p) {
-    return {exp_normal<Accuracy::bits50>(p.hi, p.lo)};
+    return {exp_normal<Accuracy::bits50>(p.hi, p.lo, p.hi)};
   }
 };
 

@@ -244,9 +244,9 @@ Pair<double> finite_power_above(const PowerOperands& o) {
   // No sine is so small that e^4000 times it is in range.
   Double2 re = value_of(e.size);
   if (abs(re.hi) > 4000) re = {with_sign(4000.0, sign_of(re.hi)), 0};
-  const ExpReduced<128, double> reduced = exp_reduce<128>(re.hi);
-  const Double2 size = exp_unscaled<Accuracy::full>(reduced, re.lo);
-  return parts_of({fast_two_sum(size.hi, size.lo), int(std::int64_t(bits(reduced.sum) << 13) >> 20)}, direction);
+  const ExpReduced<double> reduced = exp_reduce(re.hi);
+  const Double2 size = exp_unscaled(reduced, re.lo);
+  return parts_of({fast_two_sum(size.hi, size.lo), reduced.exponent()}, direction);
 }
 
 Pair<double> infinite_power_above(const PowerOperands& o) {

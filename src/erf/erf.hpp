@@ -13,17 +13,19 @@
 //   erf(r + t) = erf(r) + s I(r, t),   erfc(r + t) = erfc(r) - s I(r, t),   Phi(-a) = erfc(a / sqrt(2)) / 2
 //   s = 2 / sqrt(pi) e^(-r^2),         I = the integral of e^(-2 r u - u^2) from u = 0 to t
 // r the nearest step, its value and slope s from a table, I / t as a series in w = r t and t^2. Exact where t = 0: at
-// zero, and from where erf is 1. Only erf in float at 11 bits is x times a polynomial in x^2, without a table.
+// zero, and from where erf is 1. Only erf in float arithmetic has no table: x times a rational function of x^2 at 21
+// bits, a polynomial at 11.
 //
 //          erf: steps   erfc, Phi: steps   error
-//   A53                                    0.503, 0.51, 0.51 ulp
+//   A53                                    0.503, 0.53, 0.53 ulp
 //   A50    1/128        1/128              2^-50.5, 2^-51, 2^-51
 //   A26    1/128        1/128              2^-32, 2^-30, 2^-30
 //   A24    1/128        1/128              2^-41 in double, correctly rounded to float
-//   A21    1/32         1/64               2^-22, 2^-22.5, 2^-22.5
+//   A21                 1/64               2^-21.6, 2^-22.5, 2^-22.5
 //   A11                 1/64               2^-12, 2^-15, 2^-15
 #pragma once
 
+#include "erf/erf_single_tables.hpp"
 #include "erf/erf_tables.hpp"
 #include "erf/row_polynomial.hpp"
 #include "exact/accuracy.hpp"
@@ -86,28 +88,31 @@ template <int First, int Second, int Third> struct SlopeTerms {
   static constexpr int first = First, second = Second, third = Third;
 };
 
-/// erf(r + t) - erf(r), slope the derivative at r: the integral, e^(-u^2) as 1 - u^2 + u^4 / 2, term by term.
-template <class Terms, class V> inline V rise(V slope, V r, V t) {
+/// erf(r + t) - erf(r) over t slope, slope the derivative at r: the integral, e^(-u^2) as 1 - u^2 + u^4 / 2, term by
+/// term.
+template <class Terms, class V> inline V mean_slope(V r, V t) {
   using T = Lane<V>;
   static constexpr SlopeSeries<T, 1, 1, Terms::first> first(1);
   const V w = r * t;
-  V sum = w * estrin(w, first.c);
-  if constexpr (Terms::second > 0) {
+  const V sum = mul_add(w, estrin(w, first.c), splat<V>(1));
+  if constexpr (Terms::second == 0) {
+    return sum;
+  } else {
     static constexpr SlopeSeries<T, 3, 0, Terms::second> second(-1);
+    const V square = t * t;
     V of_square = estrin(w, second.c);
     if constexpr (Terms::third > 0) {
       static constexpr SlopeSeries<T, 5, 0, Terms::third> third(0.5);
-      of_square += (t * t) * estrin(w, third.c);
+      of_square = mul_add(square, estrin(w, third.c), of_square);
     }
-    sum += (t * t) * of_square;
+    return mul_add(square, of_square, sum);
   }
-  return (slope * t) * (1 + sum);
 }
 
 // --- erf -----------------------------------------------------------------------------------------------------------
 
-/// The last row of the tables, on which erf is 1 in the type.
-template <class T> inline constexpr T erf_saturated = sizeof(T) == 8 ? T(6.0) : T(3.96875);
+/// The last row of the tables, on which erf is 1 in double; in float arithmetic 1 - erf is below 2^-21.5 from there on.
+template <class T> inline constexpr T erf_saturated = sizeof(T) == 8 ? T(6.0) : T(3.625);
 /// Smaller arguments, but for 0, are not for the vector formulas: powers of a double would underflow, and a float's
 /// result may be subnormal.
 template <class T> inline constexpr T erf_tiny = sizeof(T) == 8 ? T(0x1p-400) : T(0x1p-126);
@@ -139,11 +144,11 @@ template <Accuracy A, class V> inline V erf_positive(V a) {
                                      std::conditional_t<A == bits40, SlopeTerms<3, 2, 1>, SlopeTerms<2, 1, 0>>>;
     const EvenRow<7, V> row(a);
     const auto [value, slope] = lookup_pair<erf_tables::erf_and_slope>(row.index);
-    return value + rise<Terms>(slope, row.middle, row.t);
+    return mul_add(slope * row.t, mean_slope<Terms>(row.middle, row.t), value);
   } else if constexpr (A == bits21) {
-    const EvenRow<5, V> row(a);
-    const auto [value, slope] = lookup_pair<erf_tables::float_erf_and_slope>(row.index);
-    return value + rise<SlopeTerms<2, 1, 0>>(slope, row.middle, row.t);
+    const V z = a * a;
+    const V y = a * horner(z, erf_single_tables::numerator) / horner(z, erf_single_tables::denominator);
+    return select(a < splat<V>(erf_saturated<T>), y, splat<V>(1));
   } else {
     a = at_most(a, 2.75f);
     return at_most(a * estrin(a * a, erf_tables::erf_bits11), 1);
@@ -188,21 +193,21 @@ template <class F, class V> inline Int<V> is_opposite(V x) {
   return F::tail_is_negative ? ~negative : negative;
 }
 
-/// e^(-a^2) Q(a), or with a^2 / 2, at full precision, but for the scale 2^floor(k / 128) in `power`.
+/// e^(-a^2) Q(a), or with a^2 / 2, at full precision, but for the scale 2^floor(k / 32) in `power`.
 template <class V> struct ErrorTail {
   DoubleWord<V> value;
-  ExpReduced<128, V> power;
+  ExpReduced<V> power;
 };
 template <class F, class V> inline ErrorTail<V> error_tail(V a) {
   const V a_hi = head_of(a);
-  const ExpReduced<128, V> power = exp_reduce<128>(-F::square_factor * (a_hi * a_hi));
-  const V r = power.main - (power.rest + (F::square_factor * (a - a_hi)) * (a + a_hi));
+  const ExpReduced<V> power = exp_reduce(-F::square_factor * (a_hi * a_hi));
+  const V r = power.main - mul_add(F::square_factor * (a - a_hi), a + a_hi, power.rest);
   const DoubleWord<V> e = exp2_short_and_rest(power);
-  const V e_tail = e.lo + (e.hi + e.lo) * (r + (r * r) * estrin(r, exp_core_tables::exp_full));
+  const V e_tail = mul_add(e.hi + e.lo, mul_add(r * r, estrin(r, exp_core_tables::exp_full), r), e.lo);
   const BinadeRow<4, V> row(a);
   const V t_hi = head_of(row.t);
   const DoubleWord<V> q = split_row_sum(row.t, t_hi, (row.t - t_hi) + row.t_error, lookup_row<F::full>(row.index));
-  return {{e.hi * q.hi, e.hi * q.lo + e_tail * (q.hi + q.lo)}, power};
+  return {{e.hi * q.hi, mul_add(e_tail, q.hi + q.lo, e.hi * q.lo)}, power};
 }
 
 /// The whole less the tail where opposite, else the tail; from a tail that is already scaled.
@@ -247,12 +252,12 @@ template <class F, Accuracy A, class V> inline V error_complement(V x) {
                                        std::conditional_t<A == bits40, SlopeTerms<6, 4, 1>, SlopeTerms<6, 3, 0>>>;
       const auto row = complement_row<F, 7, A == bits50>(a);
       const auto [value, slope] = lookup_pair<erf_tables::erfc_and_slope>(row.index);
-      tail = value - rise<Terms>(slope, row.middle, row.t);
+      tail = sub_mul(value, slope * row.t, mean_slope<Terms>(row.middle, row.t));
     } else {
       using Terms = std::conditional_t<A == bits21, SlopeTerms<4, 2, 0>, SlopeTerms<2, 0, 0>>;
       const auto row = complement_row<F, 6, A == bits21>(a);
       const auto [value, slope] = lookup_pair<erf_tables::float_erfc_and_slope>(row.index);
-      tail = value - rise<Terms>(slope, row.middle, row.t);
+      tail = sub_mul(value, slope * row.t, mean_slope<Terms>(row.middle, row.t));
     }
     return either_side<F>(F::whole == 2 ? tail : T(0.5) * tail, opposite);
   }
@@ -264,7 +269,7 @@ inline constexpr int erf_decided_bits = 40, error_complement_decided_bits = 40;
 template <class F> inline double end_of_tail(double a) {
   const ErrorTail<double> tail = error_tail<F>(a);
   const DoubleWord<double> v = fast_two_sum(64 * tail.value.hi, 64 * tail.value.lo);
-  return ScaledSum{v, int(std::int64_t(bits(tail.power.sum) << 13) >> (13 + 7)) - 6}.rounded();
+  return ScaledSum{v, tail.power.exponent() - 6}.rounded();
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -10,15 +10,15 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// A bound on the relative error.
 enum class Accuracy {
-  extended,        ///< 2^-68, as a double-word: what is multiplied before it is rounded
-  full,            ///< 2^-56, as a double-word, to be rounded once; 0.51 to 0.55 ulp where it is rounded already
-  bits50,          ///< 2^-50
-  bits50_of_float, ///< 2^-50 of an argument of 24 bits, whose products with the numbers of a table are exact
-  bits49,          ///< 2^-49
-  bits40,          ///< 2^-40: decides nearly every rounding to float
-  bits27,          ///< 2^-27
-  bits21,          ///< 2^-21, in float arithmetic
-  bits11,          ///< 2^-11, in float arithmetic
+  extended, ///< 2^-68, as a double-word: what is multiplied before it is rounded
+  full,     ///< 2^-56, as a double-word, to be rounded once; 0.51 to 0.55 ulp where it is rounded already
+  bits50,   ///< 2^-50
+  bits49,   ///< 2^-49
+  bits46,   ///< 2^-46 of a float
+  bits40,   ///< 2^-40: decides nearly every rounding to float
+  bits27,   ///< 2^-27
+  bits21,   ///< 2^-21, in float arithmetic
+  bits11,   ///< 2^-11, in float arithmetic
 };
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -1,4 +1,4 @@
-// e^x - 1 of floats (exp/exp_core.hpp). A24 is correctly rounded: double arithmetic, and a second evaluation to 2^-62
+// e^x - 1 of floats (exp/exp_core.hpp). A24 is correctly rounded: double arithmetic, and a second evaluation to 2^-58
 // for the results that lie within 2^-42 of a midpoint between two floats. A21 and A11 stay in float arithmetic. The
 // result has the sign of x, -0 included.
 //

@@ -1,5 +1,5 @@
-// ln(1 + x) of floats (exp/log_core.hpp). A24 is correctly rounded as the logarithm is; in double 1 + x is exact
-// wherever the sum is used. The result has the sign of x, -0 included.
+// ln(1 + x) of floats (exp/log_core.hpp). A24 is correctly rounded as the logarithm is. The result has the sign of x,
+// -0 included.
 //
 // Exceptional inputs: -1 is a pole, what is below a domain error, +inf stays, NaN is quieted.
 #include "exact/rounding_test.hpp"
@@ -24,14 +24,26 @@ struct Log1pA24 : KernelDefaults {
   using Element = float;
   static constexpr bool spurious_underflow = true; // a subnormal result, which is x
   template <class V> using ResultTest = RoundingTest;
-  template <class V> static SignMask<V> special(V x) { return out_of_domain(x); }
+  /// The lanes of all but -1 < x < 2^126: 2^-k is a normal float.
+  template <class V> static SignMask<V> special(V x) {
+    const V sum = 1.0f + x;
+    return bit_cast<SignMask<V>>((bits(sum) - 0x00800000u) | (0x7E7FFFFFu - bits(sum)));
+  }
   template <class V> static V formula(V x, RoundingTest& test) {
-    const V y = in_double_decided<42>(
-        test, [](auto d) { return logarithm_1p<Accuracy::bits40>(d); }, x);
-    return with_sign(y, sign_of(x));
+    const auto sum = log_reduce_floats<ShortRows>(1.0f + x); // its row is near enough
+    const V inverse_power = bit_cast<V>((127 - sum.k) << 23);
+    return with_sign(narrow_decided<42>(test, of_half<0>(x, sum, inverse_power), of_half<1>(x, sum, inverse_power)),
+                     sign_of(x));
   }
   static float element(float x, kelStatus& status) {
     return in_domain(x, status, [](double d) { return round_sum_to_float(logarithm_1p_double_word(d)); });
+  }
+
+private:
+  template <int Half, class V>
+  static Native<double> of_half(V x, const LogReducedFloats<ShortRows>& sum, V inverse_power) {
+    const auto reduced = sum.template half<Half>();
+    return logarithm_1p_of<Accuracy::bits40>(widen<Half>(x), reduced.k, reduced.row, widen<Half>(inverse_power));
   }
 };
 

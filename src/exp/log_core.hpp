@@ -26,9 +26,9 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-// Errors of a logarithm in double arithmetic: `full` within 0.51 ulp; `bits50`, `bits50_of_float`, `bits40` and
-// `bits27` with relative errors below 2^-51, 2^-51, 2^-43 (from a float) and 2^-31. With a fused multiply-add r and its
-// first power lose nothing more; without, r of `bits40` and `bits27` carries the rounding of m c, 2^-53.
+// Errors of a logarithm in double arithmetic: `full` within 0.51 ulp; `bits50`, `bits46` (from a float), `bits40` (from
+// a float) and `bits27` with relative errors below 2^-51, 2^-49, 2^-43 and 2^-31. With a fused multiply-add r and its
+// first power lose nothing more; without, r of `bits27` carries the rounding of m c, 2^-53; from a float m c is exact.
 
 /// How the octave of m is divided: 2^bits rows from the double `lowest` on, less half a row.
 struct ExactRows {
@@ -38,6 +38,11 @@ struct ExactRows {
 struct ShortRows {
   static constexpr int bits = 4;
   static constexpr std::uint64_t lowest = 0x3FE6000000000000;
+};
+/// No table: m from 2/3 to 4/3.
+struct OneRow {
+  static constexpr int bits = 0;
+  static constexpr std::uint64_t lowest = 0x3FED555555555555; // 2/3 and half an octave
 };
 template <Accuracy A> using LogRows = std::conditional_t<A == Accuracy::full, ExactRows, ShortRows>;
 
@@ -96,15 +101,18 @@ template <class Rows> inline LogReduced<double> log_reduce_any(double x) {
   return reduced;
 }
 
-/// m c - 1, which is a double: through a fused operation, or from two products of a split m.
-template <class V> inline V exact_product_minus_one(V m, V c) {
+/// x c + d with one rounding, where c has few bits and x c is near -d: through a fused operation, or from two products
+/// of a split x.
+template <class V> inline V exact_mul_add(V x, V c, V d) {
   if constexpr (has_fused) {
-    return mul_sub(m, c, splat<V>(1));
+    return mul_add(x, c, d);
   } else {
-    const V head = head_of(m);
-    return (head * c - 1.0) + (m - head) * c;
+    const V head = head_of(x);
+    return (head * c + d) + (x - head) * c;
   }
 }
+/// m c - 1, which is a double.
+template <class V> inline V exact_product_minus_one(V m, V c) { return exact_mul_add(m, c, splat<V>(-1)); }
 
 /// What the bases differ in.
 struct Natural {
@@ -185,6 +193,7 @@ template <class V> inline DoubleWord<V> ln_extended(const LogParts<V>& p) {
 
 /// The coefficients of (ln(1 + r) - r) / r^2 and of log10(1 + r) / r.
 template <Accuracy> inline constexpr auto& ln_coefficients = log_tables::ln_bits50;
+template <> inline constexpr auto& ln_coefficients<Accuracy::bits46> = log_tables::ln_bits46;
 template <> inline constexpr auto& ln_coefficients<Accuracy::bits40> = log_tables::ln_bits40;
 template <> inline constexpr auto& ln_coefficients<Accuracy::bits27> = log_tables::ln_bits27;
 template <> inline constexpr auto& ln_coefficients<Accuracy::bits21> = log_tables::ln_bits21;
@@ -215,6 +224,21 @@ template <class Base, Accuracy A, class Reduced> inline auto logarithm(const Red
   }
 }
 
+/// ln x without a table: k ln 2 + 2 artanh((m - 1) / (m + 1)), with a relative error below 2^-41.
+template <class V> inline V logarithm_by_quotient(const LogReduced<V>& x) {
+  const V s = (x.m - 1.0) / (x.m + 1.0);
+  return mul_add(s, estrin(s * s, log_tables::ln_by_quotient), x.k * log_tables::ln2);
+}
+
+/// ln(1 + x) below full precision, from the k and the row of 1 + x, rounded, and 2^-k: r = (1 + x) 2^-k c - 1 is taken
+/// from x, with one rounding; c 2^-k - 1 is exact but where k ln 2 is large. For bits40 x is a float or positive.
+template <Accuracy A, class Row, class V> inline V logarithm_1p_of(V x, V k, Row row, V inverse_power) {
+  const auto [inverse, ln] = lookup_pair<Natural::rounded>(row);
+  const V c = inverse * inverse_power, d = c - 1.0;
+  const V r = A == Accuracy::bits40 ? mul_add(x, c, d) : exact_mul_add(x, c, d);
+  return logarithm_sum<Natural, A>(mul_add(k, splat<V>(Natural::log_of_2), ln), r);
+}
+
 /// What 1 + x is short of the sum rounded to double adds to r.
 template <class V> inline V log1p_correction(const LogReduced<V>& sum, V rest, V c) {
   return (rest * sum.inverse_power()) * c;
@@ -241,18 +265,9 @@ template <class V> inline DoubleWord<V> logarithm_1p_double_word(DoubleWord<V> x
 template <Accuracy A, class V> inline V logarithm_1p(V x) {
   if constexpr (A == Accuracy::full) {
     return rounded(logarithm_1p_double_word(x));
-  } else if constexpr (A == Accuracy::bits50) {
-    const DoubleWord<V> sum = two_sum(splat<V>(1), x);
-    const LogReduced<V> reduced = log_reduce<ShortRows>(sum.hi);
-    const Pair<V> row = lookup_pair<Natural::rounded>(reduced.row);
-    const V r = exact_product_minus_one(reduced.m, row.first) + log1p_correction(reduced, sum.lo, row.first);
-    return logarithm_sum<Natural, A>(mul_add(reduced.k, splat<V>(Natural::log_of_2), row.second), r);
   } else {
-    // Beyond 2^-7 the sum's own error is small enough; below, r is x.
-    const LogReduced<V> reduced = log_reduce<ShortRows>(1.0 + x);
-    const Pair<V> row = lookup_pair<Natural::rounded>(reduced.row);
-    const V r = select(abs(x) < splat<V>(0x1p-7), x, mul_sub(reduced.m, row.first, splat<V>(1)));
-    return logarithm_sum<Natural, A>(mul_add(reduced.k, splat<V>(Natural::log_of_2), row.second), r);
+    const LogReduced<V> sum = log_reduce<ShortRows>(1.0 + x);
+    return logarithm_1p_of<A>(x, sum.k, sum.row, sum.inverse_power());
   }
 }
 

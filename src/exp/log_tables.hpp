@@ -633,6 +633,16 @@ inline constexpr double log10_bits50[] = {
     -0x1.bd4f9d93bc31dp-5,
     0x1.83e749d01adc8p-5};
 
+// (ln(1+r) - r) / r^2 on [-0.02943, 0.03125]; error 2^-50.3 of the result
+inline constexpr double ln_bits46[] = {
+    -0x1.00000000000e6p-1,
+    0x1.5555555599a76p-2,
+    -0x1.fffffff487707p-3,
+    0x1.99998bcd140efp-3,
+    -0x1.5555ce9a28278p-3,
+    0x1.24f82002eeeefp-3,
+    -0x1.fd988146e48c4p-4};
+
 // (ln(1+r) - r) / r^2 on [-0.02943, 0.03125]; error 2^-44.2 of the result
 inline constexpr double ln_bits40[] = {
     -0x1.0000000015a60p-1,
@@ -666,6 +676,15 @@ inline constexpr double log10_bits27[] = {
     0x1.287a8f1ad5a1dp-3,
     -0x1.bd0e688fb6edcp-4,
     0x1.62d3c70d81ec3p-4};
+
+// ln m / s, s = (m - 1) / (m + 1), by powers of s^2, |s| <= 1/5; error 2^-42.4 of ln m
+inline constexpr double ln_by_quotient[] = {
+    0x1.ffffffffff9e2p+0,
+    0x1.5555555aaf23fp-1,
+    0x1.99998d7a6437cp-2,
+    0x1.24974bf4bcbccp-2,
+    0x1.c53f1da938de4p-3,
+    0x1.9cd92758c8632p-3};
 
 // (ln(1+f) - f) / f^2 on [-0.3333, 0.3333]; error 2^-22.3 of the result
 inline constexpr float ln_bits21[] = {

@@ -1,17 +1,16 @@
 // Powers of doubles: x^y = e^(y ln x), with the cores of exp/log_core.hpp and exp/exp_core.hpp.
 //
 //          ln x                           y ln x              e^                     error
-//   A53    double-word, 2^-69           double-word         128 steps, two parts   0.52 ulp
-//   A50    double-word, 2^-61           double-word         32 steps               2^-50
-//   A26    one double, 2^-43              one double          32 steps               2^-26
+//   A53    double-word, 2^-69             double-word         32 steps, two parts    0.53 ulp
+//   A50    double-word, 2^-61             double-word         32 steps               2^-50
+//   A26    one double, 2^-42, no table    one double          no table, 2^-28        2^-26
 //
 // y ln x may reach 745: the logarithm needs ten bits more than the result. The product's upper word is exact, and so is
-// its reduction in the exponential: a fused multiply-add gives the lower word, or the upper halves of y and ln x are
-// multiplied, of 26 bits each.
+// its reduction in the exponential, by the multiple of ln 2 / 32 next to both words: a fused multiply-add gives the
+// lower word, or the upper halves of y and ln x are multiplied, of 26 bits each.
 //
-// The vector formula covers positive normal x, |y| < 2^100 and results in the normal range; the rest goes element by
-// element. Powx is the same with one y; an integer y lets negative x into the vector formula, which differs in the
-// sign.
+// The vector formula covers positive normal x and results in the normal range; the rest goes element by element. Powx
+// is the same with one y; an integer y lets negative x into the vector formula, which differs in the sign.
 #include "exp/pow_core.hpp"
 #include "frame/export.hpp"
 #include "kelvm/exp.h"
@@ -20,21 +19,21 @@ namespace kelvm::inline KELVM_BUILD::pow_64f {
 namespace {
 
 template <class P> struct Pow64f : Power<P> {
-  template <class V> static SignMask<V> special(V x, V y) {
-    return not_normal_positive(x) | above(abs(y), Power<P>::largest_y);
-  }
-  template <class V> static V formula(V x, V y, BitMask& undecided) { return Power<P>::positive(x, y, undecided); }
+  template <class V> using Test = typename Power<P>::template ResultTest<V>;
+  template <class V> static SignMask<V> special(V x, V) { return not_normal_positive(x); }
+  template <class V> static V formula(V x, V y, Test<V>& undecided) { return Power<P>::positive(x, y, undecided); }
   static double element(double x, double y, kelStatus& status) { return Power<P>::any(x, y, status); }
 };
 
 template <class P> struct Powx64f : Power<P> {
+  template <class V> using Test = typename Power<P>::template ResultTest<V>;
   Exponent<double> y;
 
   explicit Powx64f(double exponent) : y(exponent, Power<P>::largest_y) {}
   template <class V> SignMask<V> special(V x) const {
     return y.ordinary ? not_normal_positive(y.base(x)) : ~SignMask<V>{};
   }
-  template <class V> V formula(V x, BitMask& undecided) const {
+  template <class V> V formula(V x, Test<V>& undecided) const {
     return y.result(Power<P>::positive(y.base(x), splat<V>(y.tame), undecided), x);
   }
   template <class V> SignMask<V> nan_lanes(V x) const { return y.nan_lanes(x); }

@@ -12,53 +12,67 @@ namespace kelvm::inline KELVM_BUILD {
 
 // --- doubles --------------------------------------------------------------------------------------------------------
 
-/// y (hi + lo) with an exact upper word, |lo| < 2^-24 |hi|, so that it stays small against a step of the exponential.
-template <class V> inline DoubleWord<V> times(V y, DoubleWord<V> unnormalised) {
-  const DoubleWord<V> logarithm = normalised(unnormalised);
+/// What e is raised to, as hi + lo with an exact upper word, |lo| < 2^-9 |hi|, and their sum, rounded.
+template <class V> struct PowerOfE { V hi, lo, near; };
+
+/// y (hi + lo).
+template <class V> inline PowerOfE<V> times(V y, DoubleWord<V> logarithm) {
+  V hi, lo;
   if constexpr (has_fused) {
-    const V product = y * logarithm.hi;
-    return {product, mul_add(y, logarithm.lo, mul_sub(y, logarithm.hi, product))};
+    hi = y * logarithm.hi;
+    lo = mul_add(y, logarithm.lo, mul_sub(y, logarithm.hi, hi));
+  } else {
+    const V y_head = head_of(y), log_head = head_of(logarithm.hi);
+    const V log_rest = (logarithm.hi - log_head) + logarithm.lo;
+    hi = y_head * log_head;
+    lo = y * log_rest + (y - y_head) * log_head;
   }
-  const V y_head = head_of(y), log_head = head_of(logarithm.hi);
-  const V log_rest = (logarithm.hi - log_head) + logarithm.lo;
-  return {y_head * log_head, y * log_rest + (y - y_head) * log_head};
+  return {hi, lo, hi + lo};
 }
 
 struct PowA53 {
   using Rows = ExactRows;
   static constexpr Accuracy exponential = Accuracy::full;
-  template <class V> static DoubleWord<V> exponent(const LogReduced<V>& x, V y) {
+  template <class V> static PowerOfE<V> exponent(const LogReduced<V>& x, V y) {
     return times(y, ln_extended(log_parts<Natural>(x)));
   }
 };
 struct PowA50 {
   using Rows = ExactRows;
   static constexpr Accuracy exponential = Accuracy::bits50;
-  template <class V> static DoubleWord<V> exponent(const LogReduced<V>& x, V y) {
+  template <class V> static PowerOfE<V> exponent(const LogReduced<V>& x, V y) {
     return times(y, ln_full(log_parts<Natural>(x)));
   }
 };
 struct PowA26 {
-  using Rows = ShortRows;
+  using Rows = OneRow;
   static constexpr Accuracy exponential = Accuracy::bits27;
-  template <class V> static DoubleWord<V> exponent(const LogReduced<V>& x, V y) {
-    return {y * logarithm<Natural, Accuracy::bits40>(x), V{}};
+  template <class V> static PowerOfE<V> exponent(const LogReduced<V>& x, V y) {
+    const V product = y * logarithm_by_quotient(x);
+    return {product, V{}, product};
   }
 };
 
 template <class P> struct Power : KernelDefaults {
   using Element = double;
-  template <class V> using ResultTest = BitMask;
-  static constexpr bool spurious_underflow = true; // y ln x of a tiny y
+  static constexpr bool spurious_underflow = true, spurious_exceptions = true; // y ln x of a tiny, infinite or NaN y
   static constexpr double largest_y = 0x1p100;
   static constexpr double largest_exponent = 708; // results are normal up to there
 
   template <class V> static SignMask<V> noisy(V, V y) { return outside_but_zero(abs(y), 0x1p-200, largest_y); }
 
-  template <class V> static V positive(V x, V y, BitMask& undecided) {
-    const DoubleWord<V> exponent = P::exponent(log_reduce<typename P::Rows>(x), y);
-    undecided |= movemask(above(abs(exponent.hi), largest_exponent));
-    return exp_normal<P::exponential>(exponent.hi, exponent.lo);
+  /// The lanes that leave it; a NaN or infinite y shows there too.
+  template <class V> struct ResultTest {
+    SignMask<V> out_of_range{};
+    void add(SignMask<V> mask) { out_of_range |= mask; }
+    bool any() const { return lanes() != 0; }
+    BitMask lanes() const { return movemask(out_of_range); }
+  };
+
+  template <class V> static V positive(V x, V y, ResultTest<V>& undecided) {
+    const PowerOfE<V> exponent = P::exponent(log_reduce<typename P::Rows>(x), y);
+    undecided.add(above(abs(exponent.near), largest_exponent));
+    return in_range(exponent);
   }
   static double any(double x, double y, kelStatus& status) {
     return power(x, y, status, [](double x, double y) {
@@ -66,9 +80,19 @@ template <class P> struct Power : KernelDefaults {
       // Beyond, the power is out of range for every x.
       if (y > largest_y) y = largest_y;
       if (y < -largest_y) y = -largest_y;
-      const DoubleWord<double> exponent = P::exponent(reduced, y);
-      return exp_any<P::exponential>(exponent.hi, exponent.lo);
+      const PowerOfE<double> exponent = P::exponent(reduced, y);
+      if (abs(exponent.near) <= largest_exponent) return in_range(exponent);
+      const DoubleWord<double> normal = normalised(DoubleWord<double>{exponent.hi, exponent.lo});
+      return exp_any(normal.hi, normal.lo);
     });
+  }
+
+private:
+  template <class V> static V in_range(const PowerOfE<V>& exponent) {
+    if constexpr (P::exponential == Accuracy::bits27)
+      return exp_normal<P::exponential>(exponent.hi);
+    else
+      return exp_normal<P::exponential>(exponent.hi, exponent.lo, exponent.near);
   }
 };
 
@@ -133,12 +157,12 @@ private:
   }
 };
 struct PowA24 : PowInDouble<PowA24> {
-  static constexpr Accuracy natural_logarithm = Accuracy::bits50_of_float;
+  static constexpr Accuracy natural_logarithm = Accuracy::bits46;
   static constexpr Accuracy exponential = Accuracy::bits40;
 };
 struct PowA21 : PowInDouble<PowA21> {
   static constexpr Accuracy natural_logarithm = Accuracy::bits27;
-  static constexpr Accuracy exponential = Accuracy::bits27;
+  static constexpr Accuracy exponential = Accuracy::bits21;
 };
 struct PowA11 : KernelDefaults {
   static constexpr float largest_exponent = 87, largest_y = 0x1p100;

@@ -25,9 +25,9 @@ ScaledSum any_exponential(double x) {
   if (is_nan(x)) return plain(x);
   if (is_infinite(x)) return plain(x > 0 ? x : 0.0);
   if (abs(x) > 2000) x = with_sign(2000.0, sign_of(x)); // beyond the range whatever the other factor
-  const ExpReduced<128, double> reduced = exp_reduce<128>(x);
-  const DoubleWord<double> y = exp_unscaled<Accuracy::full>(reduced, 0.0);
-  return {fast_two_sum(y.hi, y.lo), int(std::int64_t(bits(reduced.sum) << 13) >> 20)};
+  const ExpReduced<double> reduced = exp_reduce(x);
+  const DoubleWord<double> y = exp_unscaled(reduced, 0.0);
+  return {fast_two_sum(y.hi, y.lo), reduced.exponent()};
 }
 
 EvenOdd<ScaledSum> any_hyperbolic(double x) {

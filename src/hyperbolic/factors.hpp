@@ -13,8 +13,8 @@
 //
 // Both pairs come from an addition theorem, a from a table and r small:
 //   odd(a + r) = odd a + even a odd r + odd a (even r - 1),   even(a + r) = even a +- odd a odd r + even a (even r - 1)
-// for sin and cos with a = k pi/32, for sinh and cosh with a = k ln 2 / N, where cosh a +- sinh a = 2^(+-k/N). Next to
-// a zero of the function a is that zero, and the result as accurate as r.
+// for sin and cos with a = k pi/32, for sinh and cosh with a = k ln 2 / 32, where cosh a +- sinh a = 2^(+-k/32). Next
+// to a zero of the function a is that zero, and the result as accurate as r.
 #pragma once
 
 #include "exact/polynomial.hpp"
@@ -46,22 +46,20 @@ struct InDouble {
   static constexpr double last_angle = 0x1.5ffffffffffffp+16; // below 90112
   static constexpr double largest_exponent = 708;
 
-  /// 2^(k/128) / 2 and 2^(-k/128) / 2, each as a head of 26 bits and the rest; k from exp_reduce of an x >= 0.
+  /// 2^(k/32) / 2 and 2^(-k/32) / 2, each as a head of 26 bits and the rest; k from exp_reduce of an x >= 0.
   template <class V> struct HalfPowers {
     DoubleWord<V> up, down;
-    explicit HalfPowers(const ExpReduced<128, V>& x) : up(half_power(x)), down(half_power(opposite(x))) {}
+    explicit HalfPowers(const ExpReduced<V>& x) : up(half_power(x)), down(half_power(opposite(x))) {}
 
   private:
-    static DoubleWord<V> half_power(const ExpReduced<128, V>& x) {
+    static DoubleWord<V> half_power(const ExpReduced<V>& x) {
       const DoubleWord<V> power = exp2_short_and_rest(x);
       const V scale = x.scaled(splat<V>(0.5));
       return {power.hi * scale, power.lo * scale};
     }
   };
   /// k with its sign changed. (The sum is 1.5 2^52 + k.)
-  template <int N, class V> static ExpReduced<N, V> opposite(const ExpReduced<N, V>& x) {
-    return {0x1.8p53 - x.sum, V{}, V{}};
-  }
+  template <class V> static ExpReduced<V> opposite(const ExpReduced<V>& x) { return {0x1.8p53 - x.sum, V{}, V{}}; }
 };
 
 /// Heads and rests throughout, one rounding at the end: 0.52 ulp.
@@ -102,13 +100,13 @@ struct Full : InDouble {
     V times(const DoubleWord<V>& factor) const { return product(value, factor) * scale; }
   };
   template <class V> static Exponential<V> exponential(V x) {
-    const ExpReduced<128, V> reduced = exp_reduce<128>(x);
-    const DoubleWord<V> e = exp_unscaled<Accuracy::full>(reduced, V{});
+    const ExpReduced<V> reduced = exp_reduce(x);
+    const DoubleWord<V> e = exp_unscaled(reduced, V{});
     return {{e.hi, e.lo}, reduced.scaled(splat<V>(1))};
   }
 
   template <class V> static EvenOdd<DoubleWord<V>> hyperbolic(V x) {
-    const ExpReduced<128, V> reduced = exp_reduce<128>(x);
+    const ExpReduced<V> reduced = exp_reduce(x);
     const HalfPowers<V> power(reduced);
     const V r = reduced.main - reduced.rest, r_tail = (reduced.main - r) - reduced.rest;
     const DoubleWord<V> cosh_a = sum(power.up.hi, power.down.hi, power.up.lo + power.down.lo);
@@ -199,18 +197,23 @@ struct Plain {
 
 /// In double, an exponential of accuracy E, the same angles as above with the coefficients of P.
 template <Accuracy E, class P> struct Rounded : Plain, InDouble {
-  template <class V> static Exponential<V> exponential(V x) { return {exp_normal<E>(x, V{})}; }
+  template <class V> static Exponential<V> exponential(V x) {
+    if constexpr (E == Accuracy::bits50)
+      return {exp_normal<E>(x, V{}, x)};
+    else
+      return {exp_normal<E>(x)};
+  }
   template <class V> static EvenOdd<V> hyperbolic(V x) {
-    const ExpReduced<P::steps, V> reduced = exp_reduce<P::steps>(x);
+    const ExpReduced<V> reduced = exp_reduce(x);
     const EvenOdd<V> r = even_odd(reduced.main - reduced.rest, P::cosh, P::sinh);
-    if constexpr (P::steps == 128) { // with rests: sinh a by cancellation
+    if constexpr (P::has_rests) { // of the powers: sinh a by cancellation
       const HalfPowers<V> power(reduced);
       const EvenOdd<V> a{power.up.hi + (power.down.hi + (power.up.lo + power.down.lo)),
                          (power.up.hi - power.down.hi) + (power.up.lo - power.down.lo)};
       return added<Functions::hyperbolic>(a, r.even, r.odd);
     } else {
-      const auto half_power = [](const ExpReduced<32, V>& x) {
-        return lookup<exp_core_tables::exp2_32>(x.row()) * x.scaled(splat<V>(0.5));
+      const auto half_power = [](const ExpReduced<V>& x) {
+        return lookup<exp_core_tables::exp2>(x.row()) * x.scaled(splat<V>(0.5));
       };
       const V up = half_power(reduced), down = half_power(opposite(reduced));
       return added<Functions::hyperbolic>({up + down, up - down}, r.even, r.odd);
@@ -250,14 +253,14 @@ private:
   }
 };
 struct LongSeries {
-  static constexpr int steps = 128;
+  static constexpr bool has_rests = true;
   static constexpr const auto& sin = factors_tables::sin_full;
   static constexpr const auto& cos = factors_tables::cos_full;
   static constexpr const auto& sinh = factors_tables::sinh_full;
   static constexpr const auto& cosh = factors_tables::cosh_full;
 };
 struct ShortSeries {
-  static constexpr int steps = 32;
+  static constexpr bool has_rests = false;
   static constexpr const auto& sin = factors_tables::sin_short;
   static constexpr const auto& cos = factors_tables::cos_short;
   static constexpr const auto& sinh = factors_tables::sinh_short;

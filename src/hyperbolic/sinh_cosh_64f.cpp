@@ -1,16 +1,16 @@
 // sinh and cosh of doubles.
 //
-//   |x| = k ln 2 / 128 + r,   sinh a, cosh a of a = k ln 2 / 128 from 2^(+-k/128),
+//   |x| = k ln 2 / 32 + r,   sinh a, cosh a of a = k ln 2 / 32 from 2^(+-k/32),
 //   sinh(a + r) = sinh a + cosh a sinh r + sinh a (cosh r - 1),   cosh(a + r) with the roles exchanged
 //
-// For k = 0 the sum is the series of sinh r alone, as accurate as r. A53 keeps heads and rests throughout, 2^-59 before
+// For k = 0 the sum is the series of sinh r alone, as accurate as r. A53 keeps heads and rests throughout, 2^-58 before
 // the one rounding; cosh A50 and A26 have plain numbers, steps of ln 2 / 32 and a shorter series. Signs are put back at
 // the end.
 //
 // sinh A50 and A26, where sinh a would need rests next to 0, come from the exponential less 1: within two ulps or
 // three, and 2^-35.5.
 //
-// Exceptional inputs: beyond 708, where 2^(k/128) approaches the end of the range, one element at a time with its power
+// Exceptional inputs: beyond 708, where 2^(k/32) approaches the end of the range, one element at a time with its power
 // of two apart; overflow beyond 710.4758; infinities stay (cosh: +inf), NaNs are quieted.
 #include "frame/export.hpp"
 #include "hyperbolic/factors.hpp"
@@ -24,7 +24,7 @@ template <class V> inline V rounded(V y) { return y; }
 /// cosh for A50: nothing cancels in it, so that steps of ln 2 / 32 without rests do. The series are Taylor's, the next
 /// terms below 2^-60.
 struct CoshSeriesA50 {
-  static constexpr int steps = 32;
+  static constexpr bool has_rests = false;
   static constexpr double sinh[] = {0x1.5555555555555p-3, 0x1.1111111111111p-7, 0x1.a01a01a01a01ap-13};
   static constexpr double cosh[] = {0.5, 0x1.5555555555555p-5, 0x1.6c16c16c16c17p-10};
 };

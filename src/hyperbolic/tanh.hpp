@@ -10,7 +10,7 @@ namespace kelvm::inline KELVM_BUILD {
 inline constexpr double tanh_saturated = 20;
 template <class V> inline V tanh_clamped(V x, Lane<V> limit) { return smaller_of(abs(x), splat<V>(limit)); }
 
-/// tanh x, 0 <= x <= 20, as a double-word with a relative error below 2^-60, |lo| < 2^-24 |hi|. e = (hi + lo)
+/// tanh x, 0 <= x <= 20, as a double-word with a relative error below 2^-57, |lo| < 2^-24 |hi|. e = (hi + lo)
 /// scale; the quotient does not depend on the scale. What its upper word leaves of the dividend is exact but for
 /// rounding errors of the small parts: by a fused operation, which wants a normalised dividend, or with 26 bits for the
 /// quotient and the upper part of the denominator.

@@ -37,44 +37,37 @@ namespace kelvm::inline KELVM_BUILD::exp_core_tables {
 
 // clang-format off
 """)
-    for n, suffix in ((128, "128"), (32, "32")):
-        step = LN2 / n
-        constant(f"per_step_{suffix}", 1 / step)
-        # k below 2^18: products with the high part are exact
-        high = down_to(step, 34 + n.bit_length() - 1)
-        constant(f"step_{suffix}_hi", high)
-        constant(f"step_{suffix}_lo", step - dec(high))
-        print()
+    step = LN2 / 32
+    constant("per_step", 1 / step)
+    # products of the high part with integers below 2^16 are exact, and of 32 times it with those below 2^11
+    high = down_to(step, 39)
+    constant("step_hi", high)
+    constant("step_lo", step - dec(high))
+    print()
     pairs = []
-    for j in range(128):
-        t = (LN2 * j / 128).exp() if j else D(1)
+    for j in range(32):
+        t = (LN2 * j / 32).exp() if j else D(1)
         high = down_to(t, 25)
         pairs.append((high, t - dec(high)))
-    pair_table("exp2_short_and_rest_128", "2^(j/128): its upper 26 bits and the rest", pairs)
-    print("// 2^(j/32)\nalignas(64) inline constexpr double exp2_32[] = {")
+    pair_table("exp2_short_and_rest", "2^(j/32): its upper 26 bits and the rest", pairs)
+    print("// 2^(j/32)\nalignas(64) inline constexpr double exp2[] = {")
     for j in range(32):
         print(f"    {hexf((LN2 * j / 32).exp() if j else D(1))},")
     print("};\n")
 
-    def expm1(name, n, count, ctype="double"):
-        """The error is that of e^r."""
-        high = LN2 / (2 * n) * D("1.001")
-        c, e = minimax(exp_tail(2), lambda x: x * x, range(count), -high, high,
-                       to_float if ctype == "float" else to_double)
-        array(name, f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / {2 * n}; error 2^{e:.1f} of e^r", c, ctype)
+    def series(name, of, weight, count):
+        high = LN2 / 64 * D("1.001")
+        c, e = minimax(exp_tail(2), weight, range(count), -high, high)
+        array(name, f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 64; error 2^{e:.1f} of {of}", c)
 
-    def expm1_relative(name, n, count):
-        high = LN2 / (2 * n) * D("1.001")
-        c, e = minimax(exp_tail(2), lambda x: x, range(count), -high, high)
-        array(name, f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / {2 * n}; error 2^{e:.1f} of e^r - 1", c)
-
-    expm1_relative("expm1_full", 128, 5)
-    expm1("exp_full", 128, 4)
-    for name, count in (("exp_bits50", 4), ("exp_bits40", 3), ("exp_bits27", 2)):
-        expm1(name, 32, count)
-    expm1_relative("expm1_bits50", 128, 4)
-    for name, count in (("expm1_bits40", 4), ("expm1_bits27", 3)):
-        expm1_relative(name, 32, count)
+    for name, count in (("full", 5), ("bits50", 4), ("bits40", 3)):
+        series(f"exp_{name}", "e^r", lambda x: x * x, count)
+    for name, count in (("full", 6), ("bits50", 5), ("bits40", 4), ("bits27", 3)):
+        series(f"expm1_{name}", "e^r - 1", lambda x: x, count)
+    for name, count in (("bits27", 7), ("bits21", 6)):
+        high = LN2 / 2 * D("1.001")
+        c, e = minimax(exp_tail(1), lambda x: x / x.exp(), range(count - 1), -high, high)
+        array(f"exp_{name}", f"e^r on |r| <= ln 2 / 2; error 2^{e:.1f}", [1.0] + c)
 
     high = LN2 / 2 * D("1.001")
     c, e = minimax(exp_tail(2), lambda x: x * x, range(2), -high, high, to_float)

@@ -58,7 +58,8 @@ class Rows:
 
 
 SHORT_BITS, SHORT_LOWEST = 4, 0x3FE60
-SHORT_COUNTS = (("bits50", 8), ("bits40", 6), ("bits27", 4))
+SHORT_COUNTS = (("bits50", 8), ("bits46", 7), ("bits40", 6), ("bits27", 4))
+ONLY_NATURAL = ("bits46",)
 
 
 def log_tail(first, factor=D(1), terms=40):
@@ -68,6 +69,11 @@ def log_tail(first, factor=D(1), terms=40):
 
 def one(x):
     return D(1)
+
+
+def quotient_series(z, terms=60):
+    """ln m / s with s = (m - 1) / (m + 1) = sqrt z."""
+    return 2 * sum(z**k / (2 * k + 1) for k in range(terms))
 
 
 def bases():
@@ -138,7 +144,10 @@ namespace kelvm::inline KELVM_BUILD::log_tables {
     logarithm("log10_full", exact, 2, 6, inv, "(log10(1+r) - r/ln 10) / r^2")
     for name, count in SHORT_COUNTS:
         logarithm(f"ln_{name}", short, 2, count, D(1), "(ln(1+r) - r) / r^2")
-        logarithm(f"log10_{name}", short, 1, count + 1, inv, "log10(1+r) / r")
+        if name not in ONLY_NATURAL:
+            logarithm(f"log10_{name}", short, 1, count + 1, inv, "log10(1+r) / r")
+    c, e = minimax(quotient_series, lambda z: 1 / quotient_series(z), range(6), D(0), D("0.2001") ** 2)
+    array("ln_by_quotient", f"ln m / s, s = (m - 1) / (m + 1), by powers of s^2, |s| <= 1/5; error 2^{e:.1f} of ln m", c)
     single = (D(-1) / 3, D(1) / 3)
     logarithm("ln_bits21", single, 2, 7, D(1), "(ln(1+f) - f) / f^2", "float")
     logarithm("ln1p_bits21", single, 2, 8, D(1), "(ln(1+f) - f) / f^2", "float")

@@ -1,0 +1,46 @@
+#!/usr/bin/env python3
+"""Coefficients of a rational error function: writes src/erf/erf_single_tables.hpp.
+
+    tools/tables/erf_single.py > src/erf/erf_single_tables.hpp
+"""
+from decimal import Decimal as D, getcontext
+
+from emit import array
+from minimax import rational, to_float
+
+getcontext().prec = 60
+
+LIMIT = D("3.625")  # 1 - erf 3.625 is below 2^-21.5
+
+
+PI = D("3.14159265358979323846264338327950288419716939937510582097494459")
+
+
+def erf_ratio(z):
+    """erf x / x, z = x^2, by the series of erf."""
+    total, term, k = D(1), D(1), 0
+    while abs(term) > D(10) ** -45:
+        k += 1
+        term *= -z / k
+        total += term / (2 * k + 1)
+    return 2 / PI.sqrt() * total
+
+
+def main():
+    print("""// Coefficients of a rational error function. Generated: do not edit.
+//   tools/tables/erf_single.py > src/erf/erf_single_tables.hpp
+#pragma once
+
+#include "simd/isa.hpp"
+
+namespace kelvm::inline KELVM_BUILD::erf_single_tables {
+
+// clang-format off
+""")
+    numerator, denominator, e = rational(erf_ratio, lambda z: 1 / erf_ratio(z), 5, 5, LIMIT ** 2, to_float)
+    array("numerator", f"erf x / x by powers of x^2, |x| <= {LIMIT}; error 2^{e:.1f} of erf x", numerator, "float")
+    array("denominator", "its denominator", denominator, "float")
+    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::erf_single_tables")
+
+
+main()
