@@ -11,8 +11,8 @@ set(KELVM_GATHERING_avx2
 set(KELVM_GATHERING_avx512
     complex/asin_acos complex/exp complex/log complex/pow complex/sinh_cosh complex/tanh_tan
     erf/erf_32f erf/erf_64f erf/erf_inverse_32f erf/erf_inverse_64f
-    exp/exp_64f exp/expm1_64f exp/log_64f exp/log1p_64f exp/pow_64f
-    hyperbolic/inverse_hyperbolic hyperbolic/sinh_cosh_64f hyperbolic/tanh
+    exp/exp_64f exp/log_64f exp/log1p_64f exp/pow_64f
+    hyperbolic/inverse_hyperbolic
     trig/atan trig/atan2 trig/sin_cos_64f)
 # What they share.
 set(KELVM_GATHERING_COMMON complex/long_power complex/plane complex/power_element frame/status hyperbolic/factors

@@ -26,6 +26,7 @@ template <class P> struct Pow32f : P {
 
 template <class P> struct Powx32f : P {
   using Element = float;
+  template <class> static constexpr Magnitudes quiet_magnitudes = no_magnitudes; // the exponent decides
   static constexpr bool spurious_underflow = true;
   Exponent<float> y;
 

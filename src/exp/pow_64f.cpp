@@ -26,6 +26,7 @@ template <class P> struct Pow64f : Power<P> {
 };
 
 template <class P> struct Powx64f : Power<P> {
+  template <class> static constexpr Magnitudes quiet_magnitudes = no_magnitudes; // the exponent decides
   template <class V> using Test = typename Power<P>::template ResultTest<V>;
   Exponent<double> y;
 

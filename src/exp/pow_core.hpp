@@ -59,6 +59,7 @@ template <class P> struct Power : KernelDefaults {
   static constexpr double largest_y = 0x1p100;
   static constexpr double largest_exponent = 708; // results are normal up to there
 
+  template <class> static constexpr Magnitudes quiet_magnitudes{0x1p-20, 16};
   template <class V> static SignMask<V> noisy(V, V y) { return outside_but_zero(abs(y), 0x1p-200, largest_y); }
 
   /// The lanes that leave it; a NaN or infinite y shows there too.

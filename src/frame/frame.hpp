@@ -47,9 +47,10 @@ struct NoResultTest {
   BitMask lanes() const { return 0; }
 };
 
-/// An interval of absolute values.
+/// An interval of absolute values, of numbers of both signs or of positive ones alone.
 struct Magnitudes {
   double from, to;
+  bool both_signs = true;
 };
 /// High powers and products with remainders of those are far above the smallest normal number, their exponentials too.
 template <class T>
@@ -332,7 +333,8 @@ protected:
   /// Lanes, by their sign bits, for which the formula may raise a flag that is not earned.
   static SignMask<V> not_quiet(const Inputs<V>& in) {
     constexpr T from = K::template quiet_magnitudes<T>.from, to = K::template quiet_magnitudes<T>.to;
-    return spread(in, [](auto... x) { return (outside(abs(x), from, to) | ...); });
+    constexpr bool both_signs = K::template quiet_magnitudes<T>.both_signs;
+    return spread(in, [](auto... x) { return (outside(both_signs ? abs(x) : x, from, to) | ...); });
   }
   /// compute(in, valid, out) for one vector after the other, the last one perhaps not full, until it says false: how
   /// many elements that were. The formula is there once for both: short calls wait for its code and constants.

@@ -97,6 +97,7 @@ template <class T> struct SqrtOfSubnormals : Sqrt<T> {
   }
 };
 template <class T> struct SqrtOfNormals : AnyOperands<Sqrt<T>> {
+  template <class> static constexpr Magnitudes quiet_magnitudes{0x1p-10, 512, false};
   template <class V> using ResultTest = IntervalTest<V, 0x00800000, 0x7F7FFFFF>;
 };
 template <class T, int Terms>
@@ -265,6 +266,10 @@ template <class T> struct Pow3o2 : KernelDefaults {
 
 template <class T, int Terms> struct EstimatedPow3o2 : AnyOperands<Pow3o2<T>> {
   static constexpr int vectors_in_flight = 4;
+  template <class> static constexpr Magnitudes quiet_magnitudes{0x1p-10, 512, false};
+  template <class V> static SignMask<V> special(V x) {
+    return flags_stay ? outside(x, Pow3o2<T>::low, Pow3o2<T>::high) : SignMask<V>{};
+  }
   template <class V>
   using ResultTest = IntervalTest<V, sizeof(T) == 8 ? 0x17F00000 : 0x16000000,
                                   sizeof(T) == 8 ? 0x6A6FFFFF : 0x69FFFFFF>; // 2^-640 to 2^680, 2^-83 to 2^85

@@ -15,5 +15,5 @@ struct Third : KernelDefaults {
 } // namespace kelvm::inline KELVM_BUILD
 
 kelStatus KELVM_PROBE(const double* x, double* y, int len) {
-  return kelvm::call<kelvm::Shape{1, 1, 1, 1}>(kelvm::Order::CountFirst, kelvm::Third{}, {{x}, {y}}, len);
+  return kelvm::call<kelvm::Shape{1, 1, 1, 1}>(kelvm::Order::CountFirst, kelvm::Third{}, {x, nullptr, y, nullptr}, len);
 }

@@ -12,6 +12,7 @@
 
 #include <atomic>
 #include <cstdio>
+#include <cstring>
 #include <map>
 #include <mutex>
 #include <string>
@@ -23,9 +24,9 @@ namespace kelvm::inline KELVM_BUILD {
 /// What was met of the table of one name, of which each source file may have a copy.
 class Rows {
 public:
-  Rows(std::string_view name, std::size_t count) : name_(name), met_(count) {}
+  Rows(std::string_view name, std::size_t count, std::size_t filling) : name_(name), met_(count), filling_(filling) {}
   ~Rows() {
-    for (std::size_t i = 0; i < met_.size(); ++i)
+    for (std::size_t i = filling_; i < met_.size(); ++i)
       if (!met_[i]) std::printf("row %zu is never met: %s\n", i, name_.c_str());
   }
   template <class I> void record(I index) {
@@ -40,16 +41,23 @@ public:
 private:
   std::string name_;
   std::vector<std::atomic<bool>> met_;
+  std::size_t filling_;
 };
 
-inline Rows& rows_of(std::string_view name, std::size_t count) {
+inline Rows& rows_of(std::string_view name, std::size_t count, std::size_t filling) {
   static std::mutex mutex;
   const std::lock_guard lock(mutex);
   static std::map<std::string_view, Rows> all;
-  return all.try_emplace(name, name, count).first->second;
+  return all.try_emplace(name, name, count, filling).first->second;
+}
+/// Rows that repeat the next one fill a table up to the size of a register.
+template <const auto& Table> inline std::size_t filling_rows() {
+  std::size_t i = 0;
+  while (i + 1 < std::size(Table) && std::memcmp(&Table[i], &Table[i + 1], sizeof(Table[i])) == 0) ++i;
+  return i;
 }
 template <const auto& Table> inline Rows& recorded() {
-  static Rows& rows = rows_of(__PRETTY_FUNCTION__, std::size(Table));
+  static Rows& rows = rows_of(__PRETTY_FUNCTION__, std::size(Table), filling_rows<Table>());
   return rows;
 }
 
