@@ -9,7 +9,7 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// A kernel that takes elements as they come and has a ResultTest for those that its formula does not cover.
 template <class K> struct AnyOperands : K {
-  static constexpr bool spurious_underflow = !flags_stay;
+  static constexpr bool spurious_underflow = true;
   static constexpr bool spurious_exceptions = !flags_stay;
   static constexpr bool signalling_nan_earns_invalid = true;
   template <class V, class... More> static SignMask<V> special(V, More...) { return SignMask<V>{}; }
