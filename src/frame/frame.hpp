@@ -395,8 +395,10 @@ public:
       if (done < len) [[unlikely]]
         outcome.add(elsewhere(&run_wide, kernel, arrays, done, len - done));
     }
-    if constexpr (spurious_flags<K> != 0) outcome.earned |= any(spurious) ? may_be_spurious : 0;
-    return outcome;
+    if constexpr (spurious_flags<K> != 0) // put together in a register: half of it stored would be waited for
+      return {outcome.status, outcome.earned | (any(spurious) ? may_be_spurious : 0)};
+    else
+      return outcome;
   }
 
   /// For whole blocks, of a kernel that answers NaNs: where data has missing values most vectors have some, so they
