@@ -204,7 +204,7 @@ template <class V> Quadrants<V> reduce_lanes(V x) {
     }
     const Bits<V> sign = sign_of(x);
     const Int<V> negative = int_bits(x) < 0;
-    reduced.number = (reduced.number ^ negative) - negative;
+    reduced.number = ((reduced.number ^ negative) - negative) & 3;
     reduced.y.hi = flip_sign(reduced.y.hi, sign);
     reduced.y.lo = flip_sign(reduced.y.lo, sign);
   }

@@ -16,7 +16,7 @@ struct Quadrant {
   DoubleWord<double> y; ///< in [-pi/4, pi/4] up to rounding; hi is y rounded
 };
 
-/// The same of several; only the low two bits of the numbers count.
+/// The same of several.
 template <class V> struct Quadrants {
   Int<V> number;
   DoubleWord<V> y;
