@@ -38,7 +38,7 @@ template <> struct Erf32<Accuracy::bits40> : ErfSpecial {
 struct Single : KernelDefaults {
   using Element = float;
   static constexpr bool spurious_underflow = true;
-  [[maybe_unused]] static constexpr float quiet_to = 8; // remainders of the tail
+  static constexpr float quiet_to = 8; // remainders of the tail
 };
 
 template <class F> struct ComplementSpecial : Single {

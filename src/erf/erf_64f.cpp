@@ -26,7 +26,6 @@ template <class F, Accuracy A> struct Complement64 : KernelDefaults {
   static constexpr int vectors_in_flight = A == Accuracy::bits27 ? 4 : 3;
   static constexpr bool spurious_underflow = true;
   static constexpr float quiet_to = 25; // remainders of the tail
-  template <class> static constexpr Magnitudes quiet_magnitudes{0x1p-20, 8};
   template <class V> static SignMask<V> special(V x) { return beyond_tail<F>(x); }
   template <class V> static V formula(V x) { return error_complement<F, A>(x); }
   static double element(double x, kelStatus& status) {

@@ -32,7 +32,7 @@ constexpr double from_pattern(std::uint64_t bits) { return __builtin_bit_cast(do
 
 struct A53 {
   static constexpr int log_n = 6;
-  [[maybe_unused]] static constexpr float quiet_to = 0x1p100f;
+  static constexpr float quiet_to = 0x1p100f;
   static constexpr double n_over_ln2 = from_pattern(0x40571547652B82FE);
   static constexpr double last_subnormal = from_pattern(0xC086232BDD7ABCD3);     // -708.396...
   static constexpr double first_scaled_twice = from_pattern(0x40862E37E7D8BA72); // 709.777...

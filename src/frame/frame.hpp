@@ -78,6 +78,8 @@ struct KernelDefaults {
   /// Elements all of whose parts have these magnitudes raise no spurious flag: short calls that have no others leave
   /// the control word alone.
   template <class T> static constexpr Magnitudes quiet_magnitudes = everyday<T>;
+  /// Larger magnitudes may raise underflow, of such kernels as those that compute e^-|x|.
+  static constexpr float quiet_to = infinity<float>;
   /// A destination may overlap a source in any way; the result is that of a forward loop over the elements.
   static constexpr bool any_overlap = false;
   /// 2: a complex function that computes each part by itself. Its arrays are taken as arrays of parts, twice as long;
@@ -332,7 +334,8 @@ protected:
   }
   /// Lanes, by their sign bits, for which the formula may raise a flag that is not earned.
   static SignMask<V> not_quiet(const Inputs<V>& in) {
-    constexpr T from = K::template quiet_magnitudes<T>.from, to = K::template quiet_magnitudes<T>.to;
+    constexpr T from = K::template quiet_magnitudes<T>.from;
+    constexpr T to = std::min(T(K::template quiet_magnitudes<T>.to), T(K::quiet_to));
     constexpr bool both_signs = K::template quiet_magnitudes<T>.both_signs;
     return spread(in, [](auto... x) { return (outside(both_signs ? abs(x) : x, from, to) | ...); });
   }

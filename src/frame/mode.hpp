@@ -89,8 +89,8 @@ inline kelStatus in_mode(Outcome (*loop)(Parameters...), const Arguments&... arg
     if (near) { // the flags are those at entry, as where the mode changes
       if (_mm_getcsr() != found) [[unlikely]]
         _mm_setcsr(found);
-      // Reading the control word takes as long as a short call's arithmetic on some processors.
     } else if (SpuriousFlags != 0 && (outcome.earned & may_be_spurious) != 0) {
+      // Only then: reading the control word takes as long as a short call's arithmetic on some processors.
       const unsigned left = _mm_getcsr();
       if (const unsigned spurious = unearned<SpuriousFlags>(left & ~found, outcome); spurious != 0) [[unlikely]]
         _mm_setcsr(left & ~spurious);

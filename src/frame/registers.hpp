@@ -8,11 +8,10 @@
 // with the bits of the array function, under names for the linker alone. There is no status, and the floating-point
 // mode is the caller's. Reading the flags costs as much as a function, so elements whose formula might raise one that
 // they do not earn are told by their values, and computed apart with the others that are not ordinary. In general those
-// are the magnitudes below 2^-60, 2^-28 for floats, but not zero. Kernels where it is otherwise have
+// are the magnitudes below 2^-60, 2^-28 for floats, but not zero, and those beyond the kernel's quiet_to. Kernels of
+// two sources have
 //
-//   static constexpr float quiet_to = ...;      the formula may raise underflow for magnitudes from there on too
-//   template <class V> static SignMask<V> noisy(V x, V y)
-//                                               for two sources: the lanes for which it may
+//   template <class V> static SignMask<V> noisy(V x, V y)    the lanes for which the formula may raise underflow
 #pragma once
 
 #include "frame/frame.hpp"
@@ -68,13 +67,8 @@ private:
     else if constexpr (S.sources == 2)
       return Base::spread(in, [](auto... x) { return K::noisy(x...); });
     else
-      return outside_but_zero(abs(in.of[0]), sizeof(T) == 8 ? T(0x1p-60) : T(0x1p-28), quiet_to());
-  }
-  static constexpr T quiet_to() {
-    if constexpr (requires { K::quiet_to; })
-      return K::quiet_to;
-    else
-      return largest_finite<T>;
+      return outside_but_zero(abs(in.of[0]), sizeof(T) == 8 ? T(0x1p-60) : T(0x1p-28),
+                              std::min(T(K::quiet_to), largest_finite<T>));
   }
 
   /// Flags that no lane earns are taken back. Exceptions that are not masked trap at the end.

@@ -21,14 +21,14 @@ template <class T> inline T default_nan() {
 }
 /// Whether x is a NaN, by its bits: a signalling one raises nothing.
 template <class T> inline bool is_nan(T x) { return int_bits(abs(x)) > int_bits(T(__builtin_inf())); }
+/// The bits of the largest signalling NaN.
+template <class T> inline constexpr Int<T> last_signalling_nan = sizeof(T) == 8 ? 0x7FF7FFFFFFFFFFFF : 0x7FBFFFFF;
 template <class T> inline bool is_signalling_nan(T x) {
-  constexpr Bits<T> quiet = Bits<T>(1) << (sizeof(T) == 8 ? 51 : 22);
-  return is_nan(x) && (bits(x) & quiet) == 0;
+  return is_nan(x) && int_bits(abs(x)) <= last_signalling_nan<T>;
 }
 /// The lanes that are quiet NaNs.
 template <class V> inline SignMask<V> quiet_nans(V x) {
-  constexpr Int<Lane<V>> last_signalling = sizeof(Lane<V>) == 8 ? 0x7FF7FFFFFFFFFFFF : 0x7FBFFFFF;
-  return splat<Int<V>>(last_signalling) - int_bits(abs(x));
+  return splat<Int<V>>(last_signalling_nan<Lane<V>>) - int_bits(abs(x));
 }
 template <class T> inline bool is_infinite(T x) { return abs(x) == infinity<T>; }
 template <class T> inline bool is_finite(T x) { return int_bits(abs(x)) < int_bits(infinity<T>); }

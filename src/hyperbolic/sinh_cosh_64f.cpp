@@ -42,7 +42,7 @@ struct Sinh : KernelDefaults {
 };
 
 struct SinhA53 : Sinh {
-  [[maybe_unused]] static constexpr float quiet_to = 630; // rests of the scale of e^-|x|
+  static constexpr float quiet_to = 630; // rests of the scale of e^-|x|
   static constexpr int vectors_in_flight = 2;
   template <class V> static V formula(V x) { return with_sign(rounded(Full::hyperbolic(abs(x)).odd), sign_of(x)); }
 };
