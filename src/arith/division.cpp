@@ -89,7 +89,7 @@ template <int Steps, class V> V reciprocal(V y) {
 }
 
 template <class T, int Steps> struct EstimatedDiv : AnyOperands<Div<T>> {
-  template <class> static constexpr Magnitudes quiet_magnitudes{0x1p-30, 0x1p30};
+  static constexpr Magnitudes quiet_magnitudes{0x1p-30, 0x1p30};
   template <class V> static V formula(V x, V y, QuotientTest<V>& test) {
     const V q = x * reciprocal<Steps>(y);
     test.add(x, q);

@@ -38,8 +38,6 @@ template <class T, class P, Conjugate C> struct Multiplication : KernelDefaults 
   using Element = T;
   static constexpr bool spurious_underflow = true;
   static constexpr bool spurious_exceptions = true;
-  /// Compilers may compute both sides of a choice.
-  template <class> static constexpr Magnitudes quiet_magnitudes = no_magnitudes;
   static constexpr int vectors_in_flight = P::products_in_flight;
   template <class V> using ResultTest = SizeTest<V>;
 

@@ -61,8 +61,6 @@ template <class T, class P> struct Division : KernelDefaults {
   static constexpr int vectors_in_flight = P::quotients_in_flight;
   static constexpr bool spurious_underflow = true;
   static constexpr bool spurious_exceptions = true;
-  /// Compilers may compute both sides of a choice.
-  template <class> static constexpr Magnitudes quiet_magnitudes = no_magnitudes;
   template <class V> using ResultTest = SizeTest<V>;
 
   template <class V> static SignMask<V> special(V a, V b, V c, V d) { return P::special(a, b, c, d); }

@@ -22,7 +22,8 @@ struct ErfSpecial : KernelDefaults {
   }
 };
 template <Accuracy A> struct Erf32 : ErfSpecial {
-  static constexpr bool spurious_underflow = true; // squares of tiny arguments
+  static constexpr bool spurious_underflow = true; // powers of tiny arguments
+  static constexpr Magnitudes quiet_magnitudes{A == Accuracy::bits11 ? 0x1p-14 : 0x1p-28, largest_finite<float>};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), infinity<float>); }
   template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
 };

@@ -14,10 +14,16 @@
 namespace kelvm::inline KELVM_BUILD::pow_32f {
 namespace {
 
+/// Exponents y for which powers of y ln x may be too small, or which are no numbers.
+template <class P, class V> inline SignMask<V> noisy_exponent(V y) {
+  return outside_but_zero(abs(y), P::smallest_y, 0x1p100f);
+}
+
 template <class P> struct Pow32f : P {
   using Element = float;
   static constexpr bool spurious_underflow = !flags_stay; // y ln x of a tiny y
   template <class V> static SignMask<V> special(V x, V y) { return not_normal_positive(x) | P::special_exponent(y); }
+  template <class V> static SignMask<V> noisy(V, V y) { return noisy_exponent<P>(y); }
   template <class V> static V formula(V x, V y, typename P::template ResultTest<V>& test) {
     return P::positive(x, y, test);
   }
@@ -26,7 +32,7 @@ template <class P> struct Pow32f : P {
 
 template <class P> struct Powx32f : P {
   using Element = float;
-  template <class> static constexpr Magnitudes quiet_magnitudes = no_magnitudes; // the exponent decides
+  template <class V> SignMask<V> noisy(V) const { return noisy_exponent<P>(splat<V>(y.tame)); }
   static constexpr bool spurious_underflow = true;
   Exponent<float> y;
 

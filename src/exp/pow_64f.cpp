@@ -26,7 +26,7 @@ template <class P> struct Pow64f : Power<P> {
 };
 
 template <class P> struct Powx64f : Power<P> {
-  template <class> static constexpr Magnitudes quiet_magnitudes = no_magnitudes; // the exponent decides
+  template <class V> SignMask<V> noisy(V x) const { return Power<P>::noisy(x, splat<V>(y.tame)); }
   template <class V> using Test = typename Power<P>::template ResultTest<V>;
   Exponent<double> y;
 

@@ -59,7 +59,6 @@ template <class P> struct Power : KernelDefaults {
   static constexpr double largest_y = 0x1p100;
   static constexpr double largest_exponent = 708; // results are normal up to there
 
-  template <class> static constexpr Magnitudes quiet_magnitudes{0x1p-20, 16};
   template <class V> static SignMask<V> noisy(V, V y) { return outside_but_zero(abs(y), 0x1p-200, largest_y); }
 
   /// The lanes that leave it; a NaN or infinite y shows there too.
@@ -130,7 +129,7 @@ template <class P> struct PowInDouble : KernelDefaults {
   template <class V> static SignMask<V> special_exponent(V y) {
     return flags_stay ? above(abs(y), largest_finite<float>) : SignMask<V>{};
   }
-  static constexpr float largest_y = largest_finite<float>;
+  static constexpr float smallest_y = 0x1p-60f, largest_y = largest_finite<float>;
 
   template <class V> static V positive(V x, V y, RangeTest& test) {
     const auto reduced = log_reduce_floats<ShortRows>(x);
@@ -166,7 +165,7 @@ struct PowA21 : PowInDouble<PowA21> {
   static constexpr Accuracy exponential = Accuracy::bits21;
 };
 struct PowA11 : KernelDefaults {
-  static constexpr float largest_exponent = 87, largest_y = 0x1p100;
+  static constexpr float largest_exponent = 87, smallest_y = 0x1p-30f, largest_y = 0x1p100;
   template <class V> using ResultTest = BitMask;
   template <class V> static SignMask<V> special_exponent(V y) { return above(abs(y), largest_y); }
 

@@ -52,7 +52,7 @@ struct Magnitudes {
   double from, to;
   bool both_signs = true;
 };
-/// High powers and products with remainders of those are far above the smallest normal number, their exponentials too.
+/// Powers of those and products with their remainders are far above the smallest normal number, exponentials too.
 template <class T>
 inline constexpr Magnitudes everyday = sizeof(T) == 4 ? Magnitudes{0x1p-10, 8} : Magnitudes{0x1p-20, 512};
 inline constexpr Magnitudes no_magnitudes{1, 0};
@@ -75,10 +75,7 @@ struct KernelDefaults {
   static constexpr bool spurious_exceptions = false;
   /// A signalling NaN, which has no code, earns invalid with spurious_exceptions, too: its lane has to reach element().
   static constexpr bool signalling_nan_earns_invalid = false;
-  /// Elements all of whose parts have these magnitudes raise no spurious flag: short calls that have no others leave
-  /// the control word alone.
-  template <class T> static constexpr Magnitudes quiet_magnitudes = everyday<T>;
-  /// Larger magnitudes may raise underflow, of such kernels as those that compute e^-|x|.
+  /// Larger magnitudes may raise underflow, of such kernels of one source as those that compute e^-|x|.
   static constexpr float quiet_to = infinity<float>;
   /// A destination may overlap a source in any way; the result is that of a forward loop over the elements.
   static constexpr bool any_overlap = false;
@@ -249,6 +246,7 @@ protected:
   /// The marked lanes of a vector, one by one in increasing index.
   [[gnu::noinline]] static void scalar_path(const K& kernel, const Inputs<V>& in, Outputs<V>& out, BitMask marked,
                                             Outcome& outcome) {
+    outcome.earned |= may_be_spurious;
     for (BitMask left = marked; left != 0; left &= left - 1) {
       const int i = __builtin_ctz(left);
       Inputs<T> x;
@@ -332,12 +330,30 @@ protected:
     }
     return one_vector(kernel, in, all_lanes<V>, outcome);
   }
-  /// Lanes, by their sign bits, for which the formula may raise a flag that is not earned.
-  static SignMask<V> not_quiet(const Inputs<V>& in) {
-    constexpr T from = K::template quiet_magnitudes<T>.from;
-    constexpr T to = std::min(T(K::template quiet_magnitudes<T>.to), T(K::quiet_to));
-    constexpr bool both_signs = K::template quiet_magnitudes<T>.both_signs;
-    return spread(in, [](auto... x) { return (outside(both_signs ? abs(x) : x, from, to) | ...); });
+  /// Unmarked lanes, by their sign bits, for which the formula may raise a flag that is not earned.
+  static SignMask<V> noisy(const K& kernel, const Inputs<V>& in) {
+    if constexpr (spurious_flags<K> == 0) {
+      return SignMask<V>{};
+    } else if constexpr (S.inputs() == 1 && requires { kernel.noisy(in.of[0]); }) {
+      return kernel.noisy(in.of[0]);
+    } else if constexpr (S.inputs() == 2 && requires { kernel.noisy(in.of[0], in.of[1]); }) {
+      return kernel.noisy(in.of[0], in.of[1]);
+    } else {
+      constexpr Magnitudes quiet = quiet_magnitudes();
+      if constexpr (S.inputs() == 1 && quiet.both_signs)
+        return outside_but_zero(abs(in.of[0]), quiet.from, quiet.to);
+      else
+        return spread(in,
+                      [=](auto... x) { return (outside(quiet.both_signs ? abs(x) : x, quiet.from, quiet.to) | ...); });
+    }
+  }
+  static constexpr Magnitudes quiet_magnitudes() {
+    if constexpr (requires { K::quiet_magnitudes; })
+      return K::quiet_magnitudes;
+    else if constexpr (S.inputs() == 1)
+      return {sizeof(T) == 8 ? 0x1p-60 : 0x1p-28, std::min(double(K::quiet_to), double(largest_finite<T>))};
+    else
+      return everyday<T>;
   }
   /// compute(in, valid, out) for one vector after the other, the last one perhaps not full, until it says false: how
   /// many elements that were. The formula is there once for both: short calls wait for its code and constants.
@@ -388,7 +404,7 @@ public:
     Outcome outcome;
     SignMask<V> spurious{};
     const std::ptrdiff_t done = each_vector(arrays, len, [&](const Inputs<V>& in, BitMask valid, Outputs<V>& out) {
-      if constexpr (spurious_flags<K> != 0) spurious |= not_quiet(in);
+      spurious |= noisy(kernel, in);
       if (K::has_wide_formula && any(special(kernel, in))) [[unlikely]]
         return false;
       out = one_vector(kernel, in, valid, outcome);

@@ -48,7 +48,7 @@ public:
     if constexpr (Listed) {
       const K kernel;
       const Inputs in{{x...}};
-      if (any(Base::special(kernel, in) | noisy(in))) [[unlikely]]
+      if (any(Base::special(kernel, in) | Base::noisy(kernel, in))) [[unlikely]]
         return compute_apart(x...);
       typename Base::ResultTest undecided{};
       const Outputs out = Base::template formula<V>(kernel, in, undecided);
@@ -61,16 +61,6 @@ public:
   }
 
 private:
-  static SignMask<V> noisy(const Inputs& in) {
-    if constexpr (spurious_flags<K> == 0)
-      return SignMask<V>{};
-    else if constexpr (S.sources == 2)
-      return Base::spread(in, [](auto... x) { return K::noisy(x...); });
-    else
-      return outside_but_zero(abs(in.of[0]), sizeof(T) == 8 ? T(0x1p-60) : T(0x1p-28),
-                              std::min(T(K::quiet_to), largest_finite<T>));
-  }
-
   /// Flags that no lane earns are taken back. Exceptions that are not masked trap at the end.
   template <class... X> [[gnu::noinline]] static Outputs compute_apart(X... x) {
     const unsigned found = _mm_getcsr();

@@ -97,7 +97,7 @@ template <class T> struct SqrtOfSubnormals : Sqrt<T> {
   }
 };
 template <class T> struct SqrtOfNormals : AnyOperands<Sqrt<T>> {
-  template <class> static constexpr Magnitudes quiet_magnitudes{0x1p-40, 0x1p60, false};
+  static constexpr Magnitudes quiet_magnitudes{0x1p-40, 0x1p60, false};
   template <class V> using ResultTest = IntervalTest<V, 0x00800000, 0x7F7FFFFF>;
 };
 template <class T, int Terms>
@@ -266,7 +266,7 @@ template <class T> struct Pow3o2 : KernelDefaults {
 
 template <class T, int Terms> struct EstimatedPow3o2 : AnyOperands<Pow3o2<T>> {
   static constexpr int vectors_in_flight = 4;
-  template <class> static constexpr Magnitudes quiet_magnitudes{0x1p-40, 0x1p60, false};
+  static constexpr Magnitudes quiet_magnitudes{0x1p-40, 0x1p60, false};
   template <class V> static SignMask<V> special(V x) {
     return flags_stay ? outside(x, Pow3o2<T>::low, Pow3o2<T>::high) : SignMask<V>{};
   }

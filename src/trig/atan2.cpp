@@ -41,9 +41,10 @@ template <class T> struct Atan2 : KernelDefaults {
   template <class V> static SignMask<V> special(V y, V x) {
     return outside(abs(y), least, most) | outside(abs(x), least, most);
   }
-  /// By the difference of the exponents: quotients beyond 2^40 and their reciprocals. Subnormal floats have none.
+  /// By the difference of the exponents: quotients beyond 2^40 and their reciprocals, or where powers of floats are not
+  /// kept from underflow 2^12. Subnormal floats have none.
   template <class V> static SignMask<V> noisy(V y, V x) {
-    constexpr Lane<Int<V>> limit = Lane<Int<V>>(40) << (sizeof(T) == 8 ? 52 : 23);
+    constexpr Lane<Int<V>> limit = sizeof(T) == 8 ? 40L << 52 : (flags_stay ? 40L : 12L) << 23;
     const Int<V> difference = int_bits(abs(y)) - int_bits(abs(x));
     SignMask<V> apart = (limit - difference) | (limit + difference);
     if constexpr (sizeof(T) == 4)

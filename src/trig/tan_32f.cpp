@@ -28,7 +28,6 @@ template <class V> inline V tangent_of_large(V x) {
 struct Tan32 : KernelDefaults {
   using Element = float;
   static constexpr bool spurious_underflow = true; // powers of small remainders
-  template <class> static constexpr Magnitudes quiet_magnitudes = no_magnitudes;
   static constexpr bool has_wide_formula = true;
   template <class V> using WideResultTest = RoundingTest;
 
@@ -66,6 +65,9 @@ struct TanA24 : Tan32 {
 };
 
 template <auto& Series> struct TanSingle : Tan32 {
+  /// Up to the first multiple of pi/2, next to which remainders are tiny, where the series has a fourth power of z.
+  static constexpr Magnitudes quiet_magnitudes =
+      flags_stay || std::size(Series) < 5 ? Magnitudes{0x1p-28, largest_finite<float>} : Magnitudes{0x1p-14, 1.5};
   static constexpr int vectors_in_flight = 3;
   static constexpr float last = 10000;
   template <class V> static SignMask<V> special(V x) { return above(abs(x), last); }
