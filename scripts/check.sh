@@ -79,7 +79,7 @@ other_projects() { tests release -R '^other_projects$'; }
 binary_interface() { scripts/abi; }
 tables() { tools/tables/regenerate; }
 
-need_packages clang clang-format libclang-rt-14-dev git python3 sollya libgmp-dev abigail-tools
+need_packages clang clang-format libclang-rt-14-dev git python3-gmpy2 sollya abigail-tools
 passed=0 failed=0 summary=
 for step in formatting unoptimised one_definition not_inlined unity clang address_and_undefined threads other_projects \
   binary_interface tables; do

@@ -1,5 +1,6 @@
-// Constants for angles of many words. Generated: do not edit.
-//   tools/tables/long_constants.py > src/complex/long_constants.hpp
+// Constants for angles of many words. Made by tools/tables/long_constants.py, run by tools/tables/regenerate: do not
+// edit.
+// clang-format off
 #pragma once
 
 #include "simd/isa.hpp"
@@ -7,8 +8,6 @@
 #include <cstdint>
 
 namespace kelvm::inline KELVM_BUILD::long_constants {
-
-// clang-format off
 
 /// The fraction bits of ln 2, highest first.
 inline constexpr std::uint64_t ln2[48] = {
@@ -41,7 +40,5 @@ inline constexpr std::uint64_t two_over_pi[48] = {
     0x64ABD770F87C6357, 0xB07AE715175649C0, 0xD9D63B3884A7CB23, 0x24778AD623545AB9,
     0x1F001B0AF1DFCE19, 0xFF319F6A1E666157, 0x9947FBACD87F7EB7, 0x652289E83260BFE6,
 };
-
-// clang-format on
 
 } // namespace kelvm::inline KELVM_BUILD::long_constants

@@ -1,6 +1,9 @@
-"""What the Python table programs share: exact values and C++ output."""
+"""What the table programs share: exact values and C++ output."""
 from decimal import Decimal as D
 from fractions import Fraction as F
+from pathlib import Path
+import sys
+import textwrap
 
 
 def dec(q):
@@ -18,22 +21,45 @@ def down_to(d, bits):
     return F(int(n), 1 << bits)
 
 
-def hexf(x):
-    return float(x).hex().replace("0x1.0000000000000p", "0x1p").replace("0x0.0p+0", "0")
+def hexf(x, ctype="double"):
+    significand, exponent = float(x).hex().split("p")
+    return significand.rstrip("0").rstrip(".") + "p" + exponent + ("f" if ctype == "float" else "")
 
 
-def array(name, comment, coefficients, ctype="double"):
-    suffix = "f" if ctype == "float" else ""
-    body = ",\n    ".join(hexf(c) + suffix for c in coefficients)
-    print(f"// {comment}\ninline constexpr {ctype} {name}[] = {{\n    {body}}};\n")
+def header(what, namespace="", include=""):
+    """The first lines of the table that this program prints; `what` it has. footer() prints the last."""
+    program = Path(sys.argv[0]).name
+    comment(f"{what}. Made by tools/tables/{program}, run by tools/tables/regenerate: do not edit.")
+    if "minimax" in sys.modules:
+        comment("Of each fit: the interval; what the errors are relative to, which is the weight; the error of the fit with "
+                "these coefficients; a bound of that of its evaluation, by Horner's rule without fused steps.")
+    print('// clang-format off\n#pragma once\n\n#include "simd/isa.hpp"\n')
+    if include:
+        print(f"#include <{include}>\n")
+    print(f"namespace kelvm::inline KELVM_BUILD{'::' if namespace else ''}{namespace} {{\n")
 
 
-def pair_table(name, comment, data):
-    print(f"// {comment}\nalignas(64) inline constexpr double {name}[][2] = {{")
-    for a, b in data:
-        print(f"    {{{hexf(a)}, {hexf(b)}}},")
+def footer(namespace=""):
+    print(f"}} // namespace kelvm::inline KELVM_BUILD{'::' if namespace else ''}{namespace}")
+
+
+def comment(text):
+    print(textwrap.fill(text, 120, initial_indent="// ", subsequent_indent="// "))
+
+
+def array(name, text, values, ctype="double", aligned=False):
+    comment(text)
+    print(f"{'alignas(64) ' if aligned else ''}inline constexpr {ctype} {name}[] = {{")
+    print("    " + ",\n    ".join(hexf(v, ctype) for v in values) + "};\n")
+
+
+def table(name, text, rows, ctype="double", aligned=True):
+    comment(text)
+    print(f"{'alignas(64) ' if aligned else ''}inline constexpr {ctype} {name}[{len(rows)}][{len(rows[0])}] = {{")
+    for row in rows:
+        print("{" + ",".join(hexf(v, ctype) for v in row) + "},")
     print("};\n")
 
 
 def constant(name, value, ctype="double"):
-    print(f"inline constexpr {ctype} {name} = {hexf(value)}{'f' if ctype == 'float' else ''};")
+    print(f"inline constexpr {ctype} {name} = {hexf(value, ctype)};")

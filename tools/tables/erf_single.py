@@ -1,11 +1,8 @@
-#!/usr/bin/env python3
-"""Coefficients of a rational error function: writes src/erf/erf_single_tables.hpp.
-
-    tools/tables/erf_single.py > src/erf/erf_single_tables.hpp
-"""
+#!/usr/bin/python3
+"""Coefficients of a rational error function: prints src/erf/erf_single_tables.hpp."""
 from decimal import Decimal as D, getcontext
 
-from emit import array
+from emit import array, footer, header
 from minimax import rational, to_float
 
 getcontext().prec = 60
@@ -27,20 +24,11 @@ def erf_ratio(z):
 
 
 def main():
-    print("""// Coefficients of a rational error function. Generated: do not edit.
-//   tools/tables/erf_single.py > src/erf/erf_single_tables.hpp
-#pragma once
-
-#include "simd/isa.hpp"
-
-namespace kelvm::inline KELVM_BUILD::erf_single_tables {
-
-// clang-format off
-""")
+    header("Coefficients of a rational error function", "erf_single_tables")
     numerator, denominator, e = rational(erf_ratio, lambda z: 1 / erf_ratio(z), 5, 5, LIMIT ** 2, to_float)
-    array("numerator", f"erf x / x by powers of x^2, |x| <= {LIMIT}; error 2^{e:.1f} of erf x", numerator, "float")
+    array("numerator", f"erf x / x by powers of x^2, |x| <= {LIMIT}; errors of erf x: {e}", numerator, "float")
     array("denominator", "its denominator", denominator, "float")
-    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::erf_single_tables")
+    footer("erf_single_tables")
 
 
 main()

@@ -1,13 +1,9 @@
-#!/usr/bin/env python3
-"""Tables and coefficients of the exponential core: writes src/exp/exp_core_tables.hpp.
-
-    tools/tables/exp_core.py > src/exp/exp_core_tables.hpp
-"""
+#!/usr/bin/python3
+"""Tables and coefficients of the exponential core: prints src/exp/exp_core_tables.hpp."""
 from decimal import Decimal as D, getcontext
-from fractions import Fraction as F
 
-from emit import array, constant, dec, down_to, hexf, pair_table
-from minimax import minimax, to_double, to_float
+from emit import array, constant, dec, down_to, footer, header, table
+from minimax import UNIT, evaluation_error, minimax, points, to_float
 
 getcontext().prec = 80
 LN2 = D(2).ln()
@@ -27,16 +23,7 @@ def exp_tail(first, terms=30):
 
 
 def main():
-    print("""// Tables and coefficients of the exponential core. Generated: do not edit.
-//   tools/tables/exp_core.py > src/exp/exp_core_tables.hpp
-#pragma once
-
-#include "simd/isa.hpp"
-
-namespace kelvm::inline KELVM_BUILD::exp_core_tables {
-
-// clang-format off
-""")
+    header("Tables and coefficients of the exponential core", "exp_core_tables")
     step = LN2 / 32
     constant("per_step", 1 / step)
     # products of the high part with integers below 2^16 are exact, and of 32 times it with those below 2^11
@@ -49,16 +36,13 @@ namespace kelvm::inline KELVM_BUILD::exp_core_tables {
         t = (LN2 * j / 32).exp() if j else D(1)
         high = down_to(t, 25)
         pairs.append((high, t - dec(high)))
-    pair_table("exp2_short_and_rest", "2^(j/32): its upper 26 bits and the rest", pairs)
-    print("// 2^(j/32)\nalignas(64) inline constexpr double exp2[] = {")
-    for j in range(32):
-        print(f"    {hexf((LN2 * j / 32).exp() if j else D(1))},")
-    print("};\n")
+    table("exp2_short_and_rest", "2^(j/32): its upper 26 bits and the rest", pairs)
+    array("exp2", "2^(j/32)", [(LN2 * j / 32).exp() if j else D(1) for j in range(32)], aligned=True)
 
     def series(name, of, weight, count):
         high = LN2 / 64 * D("1.001")
         c, e = minimax(exp_tail(2), weight, range(count), -high, high)
-        array(name, f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 64; error 2^{e:.1f} of {of}", c)
+        array(name, f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 64; errors of {of}: {e}", c)
 
     for name, count in (("full", 5), ("bits50", 4), ("bits40", 3)):
         series(f"exp_{name}", "e^r", lambda x: x * x, count)
@@ -67,20 +51,22 @@ namespace kelvm::inline KELVM_BUILD::exp_core_tables {
     for name, count in (("bits27", 7), ("bits21", 6)):
         high = LN2 / 2 * D("1.001")
         c, e = minimax(exp_tail(1), lambda x: x / x.exp(), range(count - 1), -high, high)
-        array(f"exp_{name}", f"e^r on |r| <= ln 2 / 2; error 2^{e:.1f}", [1.0] + c)
+        c, xs = [1.0] + c, points(-high, high, 100)
+        e.evaluation = evaluation_error(c, xs, [1 / x.exp() for x in xs], UNIT["double"])
+        array(f"exp_{name}", f"e^r on |r| <= ln 2 / 2; relative errors: {e}", c)
 
     high = LN2 / 2 * D("1.001")
     c, e = minimax(exp_tail(2), lambda x: x * x, range(2), -high, high, to_float)
-    array("float_exp_bits11", f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; error 2^{e:.1f} of e^r", c, "float")
+    array("float_exp_bits11", f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; errors of e^r: {e}", c, "float")
     for name, count in (("float_expm1_bits21", 5), ("float_expm1_bits11", 3)):
         c, e = minimax(exp_tail(2), lambda x: x, range(count), -high, high, to_float)
-        array(name, f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; error 2^{e:.1f} of e^r - 1", c, "float")
+        array(name, f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; errors of e^r - 1: {e}", c, "float")
     step = LN2
     high = down_to(step, 15)
     constant("float_ln2_hi", high, "float")
     constant("float_ln2_lo", to_float(step - dec(high)), "float")
     constant("float_per_ln2", to_float(1 / LN2), "float")
-    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::exp_core_tables")
+    footer("exp_core_tables")
 
 
 main()

@@ -1,12 +1,9 @@
-#!/usr/bin/env python3
-"""Angles and coefficients of the hyperbolic and complex functions' factors: writes src/hyperbolic/factors_tables.hpp.
-
-    tools/tables/factors.py > src/hyperbolic/factors_tables.hpp
-"""
+#!/usr/bin/python3
+"""Angles and coefficients of the hyperbolic and complex functions' factors: prints src/hyperbolic/factors_tables.hpp."""
 from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
-from emit import array, constant, dec, double, hexf
+from emit import array, constant, dec, double, footer, header, table
 from minimax import minimax, to_double, to_float
 
 getcontext().prec = 80
@@ -52,25 +49,15 @@ def nearest(d, bits):
 
 
 def main():
-    print("""// Tables and coefficients of sines, cosines, hyperbolic sines and cosines. Generated: do not edit.
-//   tools/tables/factors.py > src/hyperbolic/factors_tables.hpp
-#pragma once
-
-#include "simd/isa.hpp"
-
-namespace kelvm::inline KELVM_BUILD::factors_tables {
-
-// clang-format off
-
-// sin a and cos a, a = j pi/32: each rounded to a multiple of 2^-26, and the rest
-alignas(64) inline constexpr double sine_cosine[64][4] = {""")
+    header("Tables and coefficients of sines, cosines, hyperbolic sines and cosines", "factors_tables")
+    rows = []
     for j in range(64):
         row = []
         for d in (sine_of_angle(j), sine_of_angle(j + 16)):
             head = nearest(d, 26)
-            row += [hexf(head), hexf(double(d - dec(head)))]
-        print(f"    {{{', '.join(row)}}},")
-    print("};\n")
+            row += [head, double(d - dec(head))]
+        rows.append(row)
+    table("sine_cosine", "sin a and cos a, a = j pi/32: each rounded to a multiple of 2^-26, and the rest", rows)
 
     left = PI / 32
     parts = []
@@ -90,7 +77,7 @@ alignas(64) inline constexpr double sine_cosine[64][4] = {""")
             c, e = minimax(series(first, 1 if h else -1), lambda z: z, range(count), D(0), high, rounded)
             what = f"({kind}{h} r - r) / r^3" if first == 3 else f"({kind}{h} r - 1) / r^2"
             error = "relative" if first == 3 else "absolute"
-            array(f"{kind}{h}_{name}", f"{what} by powers of r^2, |r| <= {label}: {error} error 2^{e:.1f}", c, ctype)
+            array(f"{kind}{h}_{name}", f"{what} by powers of r^2, |r| <= {label}; {error} errors: {e}", c, ctype)
 
     fits("full", "pi/64", PI / 64, 3, 4)
     fits("short", "pi/64", PI / 64, 2, 2)
@@ -101,7 +88,7 @@ alignas(64) inline constexpr double sine_cosine[64][4] = {""")
     fits("short", "ln 2 / 64", ln2 / 64, 1, 2, "double", "h")
     fits("single_bits21", "ln 2 / 2", ln2 / 2, 2, 3, "float", "h")
     fits("single_bits11", "ln 2 / 2", ln2 / 2, 1, 2, "float", "h")
-    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::factors_tables")
+    footer("factors_tables")
 
 
 main()

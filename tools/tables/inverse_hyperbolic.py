@@ -1,11 +1,8 @@
-#!/usr/bin/env python3
-"""Coefficients of asinh next to 0: writes src/hyperbolic/inverse_hyperbolic_tables.hpp.
-
-    tools/tables/inverse_hyperbolic.py > src/hyperbolic/inverse_hyperbolic_tables.hpp
-"""
+#!/usr/bin/python3
+"""Coefficients of asinh next to 0: prints src/hyperbolic/inverse_hyperbolic_tables.hpp."""
 from decimal import Decimal as D, getcontext
 
-from emit import array
+from emit import array, footer, header
 from minimax import minimax, to_double, to_float
 
 getcontext().prec = 80
@@ -21,23 +18,14 @@ def tail_of_asinh(z, terms=40):
 
 
 def main():
-    print("""// Coefficients of asinh next to 0. Generated: do not edit.
-//   tools/tables/inverse_hyperbolic.py > src/hyperbolic/inverse_hyperbolic_tables.hpp
-#pragma once
-
-#include "simd/isa.hpp"
-
-namespace kelvm::inline KELVM_BUILD::inverse_hyperbolic_tables {
-
-// clang-format off
-""")
+    header("Coefficients of asinh next to 0", "inverse_hyperbolic_tables")
     for name, log_high, count, ctype in (("full", 14, 1, "double"), ("bits40", 6, 2, "double"), ("bits27", 6, 1, "double"),
                                          ("bits11", 3, 1, "float")):
         high = D(1) / 4**log_high * D("1.001")
         c, e = minimax(tail_of_asinh, lambda z: z, range(count), 0, high, to_float if ctype == "float" else to_double)
-        array(f"asinh_{name}", f"(asinh x - x) / x^3 by powers of x^2, |x| <= 2^-{log_high}; error 2^{e:.1f} of asinh x",
+        array(f"asinh_{name}", f"(asinh x - x) / x^3 by powers of x^2, |x| <= 2^-{log_high}; errors of asinh x: {e}",
               c, ctype)
-    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::inverse_hyperbolic_tables")
+    footer("inverse_hyperbolic_tables")
 
 
 main()

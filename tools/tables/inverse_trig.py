@@ -1,12 +1,9 @@
-#!/usr/bin/env python3
-"""Tables and coefficients of the inverse circular functions: writes src/trig/inverse_trig_tables.hpp.
-
-    tools/tables/inverse_trig.py > src/trig/inverse_trig_tables.hpp
-"""
+#!/usr/bin/python3
+"""Tables and coefficients of the inverse circular functions: prints src/trig/inverse_trig_tables.hpp."""
 from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
-from emit import array, dec, double, hexf, pair_table
+from emit import array, dec, double, footer, header, table
 from minimax import minimax, rational, to_double, to_float
 
 getcontext().prec = 80
@@ -77,7 +74,7 @@ def acos_factor(x):
 def angle_polynomial(name, largest, first, count, what):
     """Coefficients of z^0 ... of the series of atan(r) / r from its term `first` on, z = r^2, |r| <= largest."""
     c, e = minimax(lambda z: atan_series(z, first), lambda z: z**first, range(count), D(0), largest**2, to_double)
-    array(name, f"{what}, z = r^2, |r| <= {largest:.4g}; error 2^{e:.1f} of the result", c)
+    array(name, f"{what}, z = r^2, |r| <= {largest:.4g}; errors of the result: {e}", c)
 
 
 def eighth_table():
@@ -89,29 +86,17 @@ def eighth_table():
                    range(2), D(0), largest**2, to_double)
     z = largest**2
     rows[-1] = double(PI / 2 - largest * (1 + z * (D(c[0]) + z * D(c[1]))) - D(2) ** -45)
-    body = ",\n    ".join(map(hexf, rows))
-    print("// atan c: c = 0, 1/8, 1/4 ... 63/8, the last one such that no sum is above pi/2\n"
-          f"alignas(64) inline constexpr double atan_eighth_rows[] = {{\n    {body}}};\n")
+    array("atan_eighth_rows", "atan c: c = 0, 1/8, 1/4 ... 63/8, the last one such that no sum is above pi/2", rows,
+          aligned=True)
     array("atan_eighth", "(atan(r) / r - 1) / z, z = r^2, |r| <= 1/16, and to 8/63 with c = 63/8; "
-          f"error 2^{e:.1f} of the result", c)
+          f"errors of the result: {e}", c)
 
 
 def main():
-    print("""// Tables and coefficients of the inverse circular functions. Generated: do not edit.
-//   tools/tables/inverse_trig.py > src/trig/inverse_trig_tables.hpp
-#pragma once
-
-#include "simd/isa.hpp"
-
-namespace kelvm::inline KELVM_BUILD::inverse_trig {
-
-// clang-format off
-""")
-    pair_table("atan_long_rows", "atan c, head and tail: c = 0, then 64 rows an octave from 1/32 to 32",
-               [head_tail(atan(dec(c))) for c in long_rows()])
-    body = ",\n    ".join(hexf(double(atan(D(i) / 4))) for i in range(SHORT_ROWS))
-    print("// atan c: c = 0, 1/4, 1/2 ... 63/4\n"
-          f"alignas(64) inline constexpr double atan_short_rows[] = {{\n    {body}}};\n")
+    header("Tables and coefficients of the inverse circular functions", "inverse_trig")
+    table("atan_long_rows", "atan c, head and tail: c = 0, then 64 rows an octave from 1/32 to 32",
+          [head_tail(atan(dec(c))) for c in long_rows()])
+    array("atan_short_rows", "atan c: c = 0, 1/4, 1/2 ... 63/4", [atan(D(i) / 4) for i in range(SHORT_ROWS)], aligned=True)
     long_r, short_r = D("0.03127"), D("0.1251")
     angle_polynomial("atan_extended", long_r, 2, 4, "(atan(r) / r - 1 + z/3) / z^2")
     angle_polynomial("atan_full", long_r, 1, 4, "(atan(r) / r - 1) / z")
@@ -120,18 +105,18 @@ namespace kelvm::inline KELVM_BUILD::inverse_trig {
     eighth_table()
     for name, count in (("atan_bits21", 7), ("atan_bits11", 3)):
         c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1), to_float)
-        array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; error 2^{e:.1f} of the result", c, "float")
+        array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; errors of the result: {e}", c, "float")
     numerator, denominator, e = rational(lambda z: asin_series(z, 2), lambda z: z**2 * asin_weight(z), 4, 4, D("0.25"))
-    array("asin_numerator", f"(asin(s) / s - 1 - z/6) / z^2, z = s^2 <= 1/4; error 2^{e:.1f} of the result", numerator)
+    array("asin_numerator", f"(asin(s) / s - 1 - z/6) / z^2, z = s^2 <= 1/4; errors of the result: {e}", numerator)
     array("asin_denominator", "its denominator", denominator)
     for name, count, ctype in (("asin_bits50", 11, "double"), ("asin_bits40", 8, "double"), ("asin_bits27", 5, "double"),
                                ("asin_bits21", 4, "float"), ("asin_bits11", 2, "float")):
         c, e = minimax(lambda z: asin_series(z, 1), lambda z: z * asin_weight(z), range(count), D(0), D("0.25"),
                        to_double if ctype == "double" else to_float)
-        array(name, f"(asin(s) / s - 1) / z, z = s^2 <= 1/4; error 2^{e:.1f} of the result", c, ctype)
+        array(name, f"(asin(s) / s - 1) / z, z = s^2 <= 1/4; errors of the result: {e}", c, ctype)
     c, e = minimax(acos_factor, lambda x: 1 / acos_factor(x), range(3), D(0), D(1), to_float)
-    array("acos_bits11", f"acos(x) / sqrt(1 - x) on [0, 1]; error 2^{e:.1f} of the result", c, "float")
-    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::inverse_trig")
+    array("acos_bits11", f"acos(x) / sqrt(1 - x) on [0, 1]; errors of the result: {e}", c, "float")
+    footer("inverse_trig")
 
 
 main()

@@ -1,14 +1,12 @@
-#!/usr/bin/env python3
-"""Tables and coefficients of the logarithm core: writes src/exp/log_tables.hpp.
-
-    tools/tables/logs.py > src/exp/log_tables.hpp
+#!/usr/bin/python3
+"""Tables and coefficients of the logarithm core: prints src/exp/log_tables.hpp.
 
 Logarithms come from Python's decimal, whose ln is correctly rounded.
 """
 from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
-from emit import array, constant, dec, double, down_to, pair_table
+from emit import array, constant, dec, double, down_to, footer, header, table
 from minimax import minimax, to_double, to_float
 
 getcontext().prec = 80
@@ -92,8 +90,8 @@ def exact_tables(rows):
             first = c + F(n, 1 << 52)
             assert F(float(first)) == first and F(float(hi)) == hi
             packed.append((first, hi))
-        pair_table(f"inverse_and_exact_{word}",
-                   f"c + 2^32 times the low part of -{word} c; its high part, a multiple of 2^-42", packed)
+        table(f"inverse_and_exact_{word}",
+              f"c + 2^32 times the low part of -{word} c; its high part, a multiple of 2^-42", packed)
         l2 = D(2).ln() * scale
         hi = down_to(l2, 42)
         constant(f"{suffix}2_hi", hi)
@@ -103,23 +101,14 @@ def exact_tables(rows):
 
 def rounded_tables(rows):
     for suffix, word, scale in bases():
-        pair_table(f"inverse_and_{word}", f"c, -{word} c",
-                   [(c, double(-ln(c) * scale) if c != 1 else D(0)) for c in rows.c])
+        table(f"inverse_and_{word}", f"c, -{word} c",
+              [(c, double(-ln(c) * scale) if c != 1 else D(0)) for c in rows.c])
         constant(f"{suffix}2", D(2).ln() * scale)
         print()
 
 
 def main():
-    print("""// Tables and coefficients of the logarithm core. Generated: do not edit.
-//   tools/tables/logs.py > src/exp/log_tables.hpp
-#pragma once
-
-#include "simd/isa.hpp"
-
-namespace kelvm::inline KELVM_BUILD::log_tables {
-
-// clang-format off
-""")
+    header("Tables and coefficients of the logarithm core", "log_tables")
     exact = Rows(8, 0x3FE6A, 9, exact=True)
     exact_tables(exact)
     short = Rows(SHORT_BITS, SHORT_LOWEST, 12)
@@ -133,11 +122,11 @@ namespace kelvm::inline KELVM_BUILD::log_tables {
     print()
 
     def logarithm(name, rows, first, count, factor, what, ctype="double"):
-        """The error is that of the logarithm relative to x."""
+        """The errors are those of the logarithm relative to x."""
         low, high = (dec(rows.smallest), dec(rows.largest)) if isinstance(rows, Rows) else rows
         c, e = minimax(log_tail(first, factor), lambda x: x ** (first - 1) / factor, range(count), low, high,
                        to_float if ctype == "float" else to_double)
-        array(name, f"{what} on [{low:.4g}, {high:.4g}]; error 2^{e:.1f} of the result", c, ctype)
+        array(name, f"{what} on [{low:.4g}, {high:.4g}]; errors relative to the argument less 1: {e}", c, ctype)
 
     logarithm("ln_full", exact, 2, 6, D(1), "(ln(1+r) - r) / r^2")
     logarithm("ln_extended", exact, 3, 6, D(1), "(ln(1+r) - r + r^2/2) / r^3")
@@ -147,14 +136,14 @@ namespace kelvm::inline KELVM_BUILD::log_tables {
         if name not in ONLY_NATURAL:
             logarithm(f"log10_{name}", short, 1, count + 1, inv, "log10(1+r) / r")
     c, e = minimax(quotient_series, lambda z: 1 / quotient_series(z), range(6), D(0), D("0.2001") ** 2)
-    array("ln_by_quotient", f"ln m / s, s = (m - 1) / (m + 1), by powers of s^2, |s| <= 1/5; error 2^{e:.1f} of ln m", c)
+    array("ln_by_quotient", f"ln m / s, s = (m - 1) / (m + 1), by powers of s^2, |s| <= 1/5; errors of ln m: {e}", c)
     single = (D(-1) / 3, D(1) / 3)
     logarithm("ln_bits21", single, 2, 7, D(1), "(ln(1+f) - f) / f^2", "float")
     logarithm("ln1p_bits21", single, 2, 8, D(1), "(ln(1+f) - f) / f^2", "float")
     logarithm("log10_bits21", single, 2, 8, inv, "(log10(1+f) - f/ln 10) / f^2", "float")
     logarithm("ln_bits11", single, 2, 4, D(1), "(ln(1+f) - f) / f^2", "float")
     logarithm("log10_bits11", single, 1, 4, inv, "log10(1+f) / f", "float")
-    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::log_tables")
+    footer("log_tables")
 
 
 main()

@@ -1,9 +1,8 @@
-#!/usr/bin/env python3
-"""ln 2 and 2/pi to 3072 bits: writes src/complex/long_constants.hpp.
-
-    tools/tables/long_constants.py > src/complex/long_constants.hpp
-"""
+#!/usr/bin/python3
+"""ln 2 and 2/pi to 3072 bits: prints src/complex/long_constants.hpp."""
 from decimal import Decimal as D, getcontext
+
+from emit import footer, header
 
 WORDS = 48
 getcontext().prec = 1000
@@ -29,22 +28,11 @@ def words(name, comment, value):
 
 
 def main():
-    print("""// Constants for angles of many words. Generated: do not edit.
-//   tools/tables/long_constants.py > src/complex/long_constants.hpp
-#pragma once
-
-#include "simd/isa.hpp"
-
-#include <cstdint>
-
-namespace kelvm::inline KELVM_BUILD::long_constants {
-
-// clang-format off
-""")
+    header("Constants for angles of many words", "long_constants", "cstdint")
     pi = 16 * arc_cotangent(5) - 4 * arc_cotangent(239)  # Machin
     words("ln2", "ln 2", D(2).ln())
     words("two_over_pi", "2/pi", 2 / pi)
-    print("// clang-format on\n\n} // namespace kelvm::inline KELVM_BUILD::long_constants")
+    footer("long_constants")
 
 
 main()
