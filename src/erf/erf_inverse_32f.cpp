@@ -1,7 +1,8 @@
 // Inverse error functions and inverse normal distribution, float (erf/erf_inverse.hpp).
 //
 // A24 is correctly rounded: double arithmetic, and the evaluation of the 64f_A53 function for the results that lie
-// within 2^-44 of a midpoint between two floats. A21 and A11 stay in float arithmetic.
+// within 2^-44 of a midpoint between two floats. Before, the error is the fit's, 2^-44.5, and at most two roundings:
+// the distance, the factor and t are exact. A21 and A11 stay in float arithmetic.
 //
 // Exceptional inputs as in double. erfinv below 2^-24 is x sqrt(pi) / 2, in double, rounded once.
 #include "erf/erf_inverse.hpp"

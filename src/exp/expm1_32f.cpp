@@ -2,6 +2,10 @@
 // for the results that lie within 2^-42 of a midpoint between two floats. A21 and A11 stay in float arithmetic. The
 // result has the sign of x, -0 included.
 //
+// The error of A24 before it is rounded: with k = +-1, |x| from ln 2 / 64 on, the table value's 2^-53 is 2^-46.5 of the
+// result, the fit's 2^-46, and other roundings are four of the result: 2^-45.2. From there on the two fall, and the
+// reduction's 2^-52 |x| rises to 2^-45.5.
+//
 // Exceptional inputs: an overflow beyond 88.72; -inf gives -1, +inf stays, NaN is quieted.
 #include "exact/rounding_test.hpp"
 #include "exp/exp_core.hpp"

@@ -1,7 +1,8 @@
 // tanh (hyperbolic/tanh.hpp). Double A53: 2^-57 before the one rounding. Float A24 is correctly rounded: double
-// arithmetic, and a second evaluation to 2^-57 for the results that lie within 2^-42 of a midpoint between two floats.
-// A21 and A11 stay in float arithmetic, as x times a rational function of x^2 up to 7.9 or 6 and 1 from there on,
-// within 2^-21.7 or 2^-16. Exceptional inputs: NaNs, quieted.
+// arithmetic, with the error of e^2x - 1 (2^-45.2, see exp/expm1_32f.cpp) and two roundings, and a second evaluation to
+// 2^-57 for the results that lie within 2^-42 of a midpoint between two floats. A21 and A11 stay in float arithmetic,
+// as x times a rational function of x^2 up to 7.9 or 6 and 1 from there on, within 2^-21.7 or 2^-16. Exceptional
+// inputs: NaNs, quieted.
 #include "hyperbolic/tanh.hpp"
 #include "exact/rounding_test.hpp"
 #include "frame/export.hpp"

@@ -8,7 +8,11 @@
 // u and d are below 2^-14.8 and 2^-10.9, the polynomials for the powers err by 2^-60, and the last sum rounds: 0.502
 // ulp.
 //
-// A24: r in single precision to 2^-18.9, refined once in double to 2^-51 and rounded where that decides.
+// A24: r in single precision, refined once in double, and rounded where 2^-50 decides. r has errors of 2^-18.9 of the
+// fit and 2^-22.4 of rounding (the residual's, at most 3.1 2^-24, counts by a third), so that |d| < 2^-17.1. Left out
+// of the series are 40/81 d^3 of the cube root and 14/81 d^3 of the others, 2^-52.3 and 2^-53.8. What c or r lost by
+// rounding counts by a third, the product in d where it is rounded by 2/3 or a third, and the last sum: 2 2^-53 at
+// most. Together 2^-51.1.
 //
 //             r           then                                                          before rounding
 //   A50       to 2^-18.9  one step: residual d, 1 + d/3 + 2/9 d^2 or its square         2^-53

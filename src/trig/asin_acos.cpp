@@ -4,13 +4,14 @@
 //   64f A53    double       rational 4/4, 2^-61.9         double-word
 //   64f A50    double       11 coefficients, 2^-51.6      rounded
 //   64f A26    double       5 coefficients, 2^-27.3       rounded
-//   32f A24    double       8 coefficients, 2^-39.6       rounded: 2^-39, correctly rounded to float
+//   32f A24    double       8 coefficients, 2^-39.5       rounded: 2^-39, correctly rounded to float
 //   32f A21    float        4 coefficients, 2^-23.1       rounded: 2^-22
 //   32f A11    float        2 coefficients, 2^-14.3       rounded: 2^-13
 //
 // A24 decides the rounding to float of all but one element in 10000; the others are computed as for A53, to 2^-57, and
-// rounded once. Acos_32f_A11 is sqrt(1 - |x|) times a polynomial. The float functions' pi and pi/2 are the floats below
-// them, so that no result is beyond.
+// rounded once. Its error before is the fit's and at most seven roundings, those of 2 A(s) counted twice: 2^-39.4.
+// Acos_32f_A11 is sqrt(1 - |x|) times a polynomial. The float functions' pi and pi/2 are the floats below them, so that
+// no result is beyond.
 //
 // Exceptional inputs: |x| > 1 and infinities are domain errors, +-1 gives +-pi/2 and 0 or pi, NaN is quieted.
 #include "exact/rounding_test.hpp"

@@ -4,10 +4,11 @@
 // roundings cost 0.03 ulp together. Where c = 0 nothing but the final sum and a term below 2^-9 of it is rounded. A50
 // and A26 do without tails, A26 with two coefficients.
 //
-// Float A24: in double with an error of 2^-41, which decides the rounding to float of all but one element in 30000; the
-// others are computed to 2^-56 and rounded once: correctly rounded everywhere. A21 and A11: in float arithmetic,
-// without a table: atan x = pi/2 - atan(1/x) where |x| > 1, and an odd polynomial on [-1, 1]. The pi/2 is the float
-// below pi/2, so that no finite x gives more. Errors 2^-22 and 2^-12.
+// Float A24: in double with the fit's error, 2^-42.3, and at most eight roundings (four of r, which is no larger than
+// the result; the table, three operations): 2^-42.2. 2^-40 decides the rounding to float of all but one element in
+// 30000; the others are computed to 2^-56 and rounded once: correctly rounded everywhere. A21 and A11: in float
+// arithmetic, without a table: atan x = pi/2 - atan(1/x) where |x| > 1, and an odd polynomial on [-1, 1]. The pi/2 is
+// the float below pi/2, so that no finite x gives more. Errors 2^-22 and 2^-12.
 //
 // Exceptional inputs: infinities give pi/2 rounded, which is what doubles from 2^900 on are rounded to as well; NaN is
 // quieted.

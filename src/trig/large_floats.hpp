@@ -2,9 +2,10 @@
 // one in a million to float as the most accurate double functions would be rounded.
 //
 // x = (n + t) pi, modulo 2 pi. x / pi is x times the bits of 1/pi that matter at the magnitude of x: two parts of 29
-// bits, whose products with a float are exact, and the rest, whose product is below 2^-25 and has an error of 2^-78. No
-// float from 2^10 on is nearer to a multiple of pi/2 than 2^-31 pi, so t has a relative error of 2^-47 at most. Payne
-// and Hanek, "Radian reduction for trigonometric functions", 1983.
+// bits, whose products with a float are exact, and the rest, whose product is below 2^-25 and has an error of 2^-78 by
+// the rest and of 2^-79 by its own rounding. No float from 2^10 on is nearer to a multiple of pi/2 than 2^-31 pi, so t
+// has a relative error of 2^-46.4 at most, to which fits and roundings add less than 2^-49. Payne and Hanek, "Radian
+// reduction for trigonometric functions", 1983.
 #pragma once
 
 #include "exact/polynomial.hpp"

@@ -1,8 +1,9 @@
 // Tangent, float, computed of |x|, so that rounding cannot make it other than odd.
 //
-// A24: in double as the short forms of tangent.hpp, to 2^-46, which decides the rounding to float of all but one
-// element in two million; the others are computed to 2^-58 and rounded once: correctly rounded everywhere. |x| >= 90112
-// likewise, by another reduction (trig/large_floats.hpp).
+// A24: in double as the short forms of tangent.hpp, with the fit's error, 2^-47, and less than eight roundings (of r,
+// t, sum, difference and quotient, and the table's, which counts twice where t is half of T): 2^-46.8. 2^-46 decides
+// the rounding to float of all but one element in two million; the others are computed to 2^-58 and rounded once:
+// correctly rounded everywhere. |x| >= 90112 likewise, by another reduction (trig/large_floats.hpp).
 //
 // A21, A11: x = k pi/2 + r in single precision, pi/2 in four parts, or in three where products are fused, |r| <= pi/4;
 // tan r by a polynomial of degree 13 or 7, -1 / tan r for odd k. Error 2^-21.4 and 2^-13, next to zeros and poles as

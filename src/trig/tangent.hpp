@@ -19,7 +19,7 @@ DoubleWord<double> tangent_of(double x);
 /// A mask of the lanes whose angle is brought into [-pi/4, pi/4) by an odd number of quarter turns.
 template <class I> inline I odd_quarters(I index) { return (index + 8) << 59; }
 
-/// tan(index pi/32 + r) from a remainder without tail, its polynomial given: five roundings, below 2^-51 together.
+/// tan(index pi/32 + r) from a remainder without tail, its polynomial given: five roundings, below 2^-50 together.
 template <class V, int N> inline V short_tangent(V r, Int<V> index, const double (&series)[N]) {
   const V z = r * r;
   const V t = mul_add(r * z, estrin(z, series), r);
