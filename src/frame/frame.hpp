@@ -65,6 +65,8 @@ struct KernelDefaults {
   template <class V> using ResultTest = NoResultTest;
   static constexpr bool has_wide_formula = false;
   template <class V> using WideResultTest = NoResultTest;
+  /// For one real source: all that is not finite.
+  template <class V> static SignMask<V> wide_special(V x) { return above(abs(x), largest_finite<Lane<V>>); }
   template <class V> static SignMask<V> nan_lanes(V x) { return quiet_nans(x); }
   template <class V> static V nan_result(V nan) { return nan; }
   /// The formula may raise underflow for elements that do not earn it (products of tiny intermediate values); the frame

@@ -29,7 +29,6 @@ template <class P> struct Circular : KernelDefaults {
   template <class V> using WideResultTest = typename P::template WideResultTest<V>;
 
   template <class V> static SignMask<V> special(V x) { return above(abs(x), P::last); }
-  template <class V> static SignMask<V> wide_special(V x) { return above(abs(x), largest_finite<Element>); }
 
   template <class V> static V nan_result(V) { return splat<V>(default_nan<Element>()); }
 

@@ -32,8 +32,6 @@ struct Tan32 : KernelDefaults {
   static constexpr bool has_wide_formula = true;
   template <class V> using WideResultTest = RoundingTest;
 
-  template <class V> static SignMask<V> wide_special(V x) { return above(abs(x), largest_finite<float>); }
-
   template <class V> static V nan_result(V) { return splat<V>(default_nan<float>()); }
   static float element(float x, kelStatus& status) {
     if (is_nan(x)) return nan_result(x);

@@ -89,7 +89,6 @@ template <class P> struct Tan64 : KernelDefaults {
     return above(abs(x), 0x1.5ffffffffffffp+16);
   } // |x| >= 90112, NaN
   template <class V> static V formula(V x) { return flip_sign(P::of(abs(x)), sign_of(x)); }
-  template <class V> static SignMask<V> wide_special(V x) { return above(abs(x), largest_finite<double>); }
   template <class V> static V wide_formula(V x) { return flip_sign(P::of_any(abs(x)), sign_of(x)); }
   template <class V> static V nan_result(V) { return splat<V>(default_nan<double>()); }
   static double element(double x, kelStatus& status) {
