@@ -73,6 +73,31 @@ template <class V> inline DoubleWord<V> two_product(V a, V b) {
   return two_product(ExactFactor<V>(a), ExactFactor<V>(b));
 }
 
+/// c + a b as a double-word where steps are fused, the product unrounded and the lower word rounded, where
+/// c - (c + a b) is exact: c = 0 or |c| >= 2 |a b|. Boldo, Muller, "Exact and approximated error of the FMA", 2011,
+/// have the general case.
+template <class V> inline DoubleWord<V> fast_mul_add(V a, V b, V c) {
+  const V sum = mul_add(a, b, c);
+  return {sum, mul_add(a, b, c - sum)};
+}
+
+/// A quotient and what it leaves of the dividend.
+template <class V> struct QuotientAndRest { V quotient, rest; };
+
+/// n / d given inverse = 1 / d as it rounds, to an ulp or two, and rest = n - quotient d, exact but for its last bit.
+/// `Short`, as without fused operations, the quotient has 26 bits, truncated, so that its product with the upper bits
+/// of d, and its square, are exact.
+template <bool Short = !has_fused, class V> inline QuotientAndRest<V> divide(V n, V d, V inverse) {
+  static_assert(Short || has_fused);
+  const V quotient = Short ? head_of(n * inverse) : n * inverse;
+  if constexpr (has_fused) {
+    return {quotient, sub_mul(n, quotient, d)};
+  } else {
+    const V upper = head_of(d);
+    return {quotient, (n - quotient * upper) - quotient * (d - upper)};
+  }
+}
+
 /// (a + b), relative error below 2u^2 where both have the same sign or b is a single.
 template <class V> inline DoubleWord<V> add(DoubleWord<V> a, V b) {
   const DoubleWord<V> sum = two_sum(a.hi, b);

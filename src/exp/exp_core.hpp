@@ -10,7 +10,7 @@
 #pragma once
 
 #include "exact/accuracy.hpp"
-#include "exact/fused_sum.hpp"
+#include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
 #include "exact/scaled_sum.hpp"
 #include "exp/exp_core_tables.hpp"

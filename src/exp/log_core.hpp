@@ -18,7 +18,7 @@
 #pragma once
 
 #include "exact/accuracy.hpp"
-#include "exact/fused_sum.hpp"
+#include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
 #include "exp/log_tables.hpp"
 #include "simd/exponent.hpp"

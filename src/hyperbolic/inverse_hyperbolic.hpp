@@ -9,7 +9,7 @@
 // The forms as double-words are below 2^-57 next to the borders of their parts, and better elsewhere.
 #pragma once
 
-#include "exact/quotient.hpp"
+#include "exact/double_word.hpp"
 #include "exp/log_core.hpp"
 #include "hyperbolic/inverse_hyperbolic_tables.hpp"
 #include "root/root.hpp"

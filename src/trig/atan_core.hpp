@@ -22,7 +22,6 @@
 #include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
 #include "exact/quiet.hpp"
-#include "exact/quotient.hpp"
 #include "simd/table.hpp"
 #include "trig/inverse_trig_tables.hpp"
 

@@ -8,7 +8,7 @@
 // A53: with fused operations 1 - T t is a double-word, and the quotient's remainder is exact. Without them the product
 // T t, at most 0.05, is rounded, which costs 0.03 ulp of 1 - T t, and the quotient has 26 bits, so that its product
 // with the denominator, taken in two pieces, is exact.
-#include "exact/quotient.hpp"
+#include "exact/double_word.hpp"
 #include "frame/export.hpp"
 #include "kelvm/trig.h"
 #include "trig/tangent.hpp"
