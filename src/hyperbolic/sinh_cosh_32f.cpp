@@ -5,33 +5,12 @@
 // series lacks, 2^-51.4, make it 2^-46.7. In cosh nothing cancels: 6 roundings and 2^-53.3 of the fit, 2^-50.2.
 //
 // Exceptional inputs: overflow beyond 89.416; infinities stay (cosh: +inf), NaNs are quieted.
-#include "exact/rounding_test.hpp"
 #include "frame/export.hpp"
-#include "hyperbolic/factors.hpp"
+#include "hyperbolic/sinh_cosh.hpp"
 #include "kelvm/hyperbolic.h"
 
 namespace kelvm::inline KELVM_BUILD::sinh_cosh_32f {
 namespace {
-
-/// Which of the two: its part of a pair, and its sign.
-struct OfSinh {
-  template <class F> static F of(const EvenOdd<F>& pair) { return pair.odd; }
-  template <class V> static V with_its_sign(V y, V x) { return with_sign(y, sign_of(x)); }
-};
-struct OfCosh {
-  template <class F> static F of(const EvenOdd<F>& pair) { return pair.even; }
-  template <class V> static V with_its_sign(V y, V) { return y; }
-};
-
-template <class Which> float correctly_rounded(float x, kelStatus& status) {
-  if (is_nan(x)) return x + x;
-  if (is_infinite(x)) return Which::with_its_sign(infinity<float>, x);
-  if (abs(x) > 90) return Which::with_its_sign(overflow<float>(status), x);
-  const ScaledSum y = Which::of(any_hyperbolic(abs(double(x))));
-  const double scale = power_of_two(y.exponent);
-  const float result = round_to_float(DoubleWord<double>{y.value.hi * scale, y.value.lo * scale});
-  return Which::with_its_sign(is_infinite(result) ? overflow<float>(status) : result, x);
-}
 
 /// The series of sinh is Taylor's: its next term is below 2^-51.4.
 struct SeriesA24 {
@@ -50,7 +29,7 @@ template <class Which> struct A24 : KernelDefaults {
         test, [](auto d) { return Which::of(Rounded<Accuracy::bits40, SeriesA24>::hyperbolic(d)); }, abs(x));
     return Which::with_its_sign(y, x);
   }
-  static float element(float x, kelStatus& status) { return correctly_rounded<Which>(x, status); }
+  static float element(float x, kelStatus& status) { return sinh_or_cosh<Which>(x, status); }
 };
 
 template <class Which, class Accuracy> struct InFloat : KernelDefaults {
@@ -58,7 +37,7 @@ template <class Which, class Accuracy> struct InFloat : KernelDefaults {
   static constexpr bool spurious_underflow = true; // r^2 of a tiny r
   template <class V> static SignMask<V> special(V x) { return above(abs(x), 87.0f); }
   template <class V> static V formula(V x) { return Which::with_its_sign(Which::of(Accuracy::hyperbolic(abs(x))), x); }
-  static float element(float x, kelStatus& status) { return correctly_rounded<Which>(x, status); }
+  static float element(float x, kelStatus& status) { return sinh_or_cosh<Which>(x, status); }
 };
 
 } // namespace

@@ -13,7 +13,7 @@
 // Exceptional inputs: beyond 708, where 2^(k/32) approaches the end of the range, one element at a time with its power
 // of two apart; overflow beyond 710.4758; infinities stay (cosh: +inf), NaNs are quieted.
 #include "frame/export.hpp"
-#include "hyperbolic/factors.hpp"
+#include "hyperbolic/sinh_cosh.hpp"
 #include "kelvm/hyperbolic.h"
 
 namespace kelvm::inline KELVM_BUILD::sinh_cosh_64f {
@@ -30,43 +30,30 @@ struct CoshSeriesA50 {
 };
 using CoshA50 = Rounded<Accuracy::bits50, CoshSeriesA50>;
 
-struct Sinh : KernelDefaults {
+template <class Which> struct Double : KernelDefaults {
   using Element = double;
   static constexpr bool spurious_underflow = true; // r^2 of a tiny r
   template <class V> static SignMask<V> special(V x) { return above(abs(x), 708.0); }
-  static double element(double x, kelStatus& status) {
-    if (!is_finite(x)) return x + x;
-    const double y = any_hyperbolic(x).odd.rounded();
-    return is_infinite(y) ? overflow(status, x) : y;
-  }
+  static double element(double x, kelStatus& status) { return sinh_or_cosh<Which>(x, status); }
 };
 
-struct SinhA53 : Sinh {
+struct SinhA53 : Double<OfSinh> {
   static constexpr float quiet_to = 630; // rests of the scale of e^-|x|
   static constexpr int vectors_in_flight = 2;
   template <class V> static V formula(V x) { return with_sign(rounded(Full::hyperbolic(abs(x)).odd), sign_of(x)); }
 };
 /// e - e^2 / (2 (e + 1)) with e = e^|x| - 1: an error of e does not grow, and next to 0 nothing else counts.
-template <Accuracy A> struct SinhOfExpm1 : Sinh {
+template <Accuracy A> struct SinhOfExpm1 : Double<OfSinh> {
   template <class V> static V formula(V x) {
     const V e = exp_minus_1<A>(abs(x));
     return with_sign(sub_mul(e, 0.5 * e, e / (e + 1.0)), sign_of(x));
   }
 };
 
-template <class Accuracy> struct Cosh : KernelDefaults {
-  using Element = double;
+template <class Accuracy> struct Cosh : Double<OfCosh> {
   static constexpr int vectors_in_flight = few_vectors_in_flight;
-  static constexpr bool spurious_underflow = true;
   static constexpr float quiet_to = 630;
-  template <class V> static SignMask<V> special(V x) { return above(abs(x), 708.0); }
   template <class V> static V formula(V x) { return rounded(Accuracy::hyperbolic(abs(x)).even); }
-  static double element(double x, kelStatus& status) {
-    if (is_nan(x)) return x + x;
-    if (is_infinite(x)) return abs(x);
-    const double y = any_hyperbolic(x).even.rounded();
-    return is_infinite(y) ? overflow<double>(status) : y;
-  }
 };
 
 } // namespace
