@@ -87,7 +87,6 @@ endfunction()
 # Kernel files that are compiled both ways make object libraries, target_by_loads and target_by_gathers.
 function(kelvm_add_build target kind set)
   set(sources ${KELVM_SOURCES})
-  set(both)
   list(TRANSFORM KELVM_GATHERING_${set} REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/src/\\1.cpp" OUTPUT_VARIABLE both)
   list(TRANSFORM KELVM_GATHERING_COMMON REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/src/\\1.cpp" OUTPUT_VARIABLE common)
   if(both)

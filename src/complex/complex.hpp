@@ -29,8 +29,7 @@ inline Pair<T> with_code(const Operands& o, double re, double im, kelStatus& sta
   return z;
 }
 
-// --- products of doubles
-// -----------------------------------------------------------------------------------------------
+// --- products of doubles --------------------------------------------------------------------------------------------
 
 /// a * b and a * a where a relative error of 2^-77 does: exact with a fused operation; without, the product of the
 /// upper halves is.

@@ -12,7 +12,7 @@
 // An error of ln z counts w ln z times: A53 and A50 need its tail. Where cos q or sin q is next to zero, an error of q
 // is one of the result: at full precision such lanes, and those with ln z next to 0, go to element(), which computes
 // with as many bits as they need. So do parts of z and w outside a window, results that may leave the range, and real
-// operands, which have the bits of the real members.
+// operands, which have the bits of the real functions.
 #include "complex/log.hpp"
 #include "complex/power_element.hpp"
 #include "frame/export.hpp"

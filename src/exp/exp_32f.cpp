@@ -6,6 +6,8 @@
 //   A21    rounded                        degree 2    2^-22.4
 //   A11    -                              degree 3    2^-12.4
 //
+// Constants and tables are prescribed values, as in double.
+//
 // Subnormal results are computed in double and rounded once. Products with a tiny remainder may raise an underflow
 // that no result earns.
 #include "exact/polynomial.hpp"

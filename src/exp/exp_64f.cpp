@@ -6,6 +6,9 @@
 //   A50    128   rounded          degree 4    3.64 ulp (2^-50.8)
 //   A26    128   rounded          degree 2    2^-28.2
 //
+// Constants and tables are prescribed values, and so is the order of operations: all builds promise these bits. No fit
+// replaces them.
+//
 // Tang, "Table-driven implementation of the exponential function in IEEE floating-point arithmetic", 1989.
 //
 // x N / ln 2 is rounded by adding 1.5 * 2^52, which leaves k in the low bits of the sum; 2^m is made by moving those

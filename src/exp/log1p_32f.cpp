@@ -1,5 +1,5 @@
-// ln(1 + x) of floats (exp/log_core.hpp). A24 is correctly rounded as the logarithm is. The result has the sign of x,
-// -0 included.
+// ln(1 + x) of floats (exp/log_core.hpp). A24 is correctly rounded as the logarithm is, whose error grows by one
+// rounding, that of c / 2^k - 1. The result has the sign of x, -0 included.
 //
 // Exceptional inputs: -1 is a pole, what is below a domain error, +inf stays, NaN is quieted.
 #include "exact/rounding_test.hpp"

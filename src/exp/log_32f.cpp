@@ -1,7 +1,9 @@
 // Natural and decimal logarithm of floats (exp/log_core.hpp).
 //
 // A24 is correctly rounded: double arithmetic, and a second evaluation to 2^-61 for the results that lie within 2^-42
-// of a midpoint between two floats. A21 and A11 stay in float arithmetic.
+// of a midpoint between two floats. Before, the error is the fit's, 2^-44.2 of r or less, where the result is 0.98 r or
+// more, and at most eight roundings of it (of k log 2 and log c, up to twice as large as their sum; r and its series;
+// the sum): 2^-44.1. A21 and A11 stay in float arithmetic.
 //
 // Exceptional inputs: +-0 is a pole, what is below zero a domain error, +inf stays, NaN is quieted.
 #include "exact/rounding_test.hpp"

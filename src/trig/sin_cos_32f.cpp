@@ -6,6 +6,9 @@
 //   A21    float         10000       4             degree 9     2^-22
 //   A11    float         10000       2 or 4        degree 7     1.6e-4 absolute (cosine 2^-19 relative)
 //
+// The constants up to 10000 are prescribed values, and so is the order of operations: all builds promise these bits. No
+// fit replaces them.
+//
 // Larger elements are computed in double and rounded to float as the results of the double functions are: by vectors
 // (trig/large_floats.hpp), where that decides. Zeros keep their sign, and tiny elements are their own sines, by the
 // formulas themselves.

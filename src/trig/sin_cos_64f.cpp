@@ -6,6 +6,9 @@
 // to 2^-40. Every rounding counts toward the absolute error, which stays below 3e-11, so that next to the zeros other
 // than sin 0 relative accuracy is lost.
 //
+// Constants and tables are prescribed values, and so is the order of operations: all builds promise these bits. No fit
+// replaces them.
+//
 // Zeros keep their sign, and tiny elements are their own sines, by the formulas themselves.
 #include "kelvm/trig.h"
 #include "trig/circular.hpp"
