@@ -4,10 +4,19 @@
 set(kelvm_simd_kernels ${KELVM_SOURCES})
 list(FILTER kelvm_simd_kernels INCLUDE REGEX "/src/(erf|exp|hyperbolic|root|trig)/|/src/frame/status.cpp")
 
+# In a function of one register constants are read once. g++ takes them from memory, as operands where the set allows, if it
+# neither makes integers in general registers nor moves loads away from their use.
+include(CheckCXXCompilerFlag)
+check_cxx_compiler_flag(-mtune-ctrl=^inter_unit_moves_to_vec KELVM_HAS_TUNE_CTRL)
+if(KELVM_HAS_TUNE_CTRL)
+  set(KELVM_SIMD_FLAGS_avx2 -mtune-ctrl=^inter_unit_moves_to_vec)
+  set(KELVM_SIMD_FLAGS_avx512 -mtune-ctrl=^inter_unit_moves_to_vec -fno-schedule-insns)
+endif()
+
 function(kelvm_add_simd_objects target set)
   add_library(${target} OBJECT EXCLUDE_FROM_ALL ${ARGN})
   kelvm_compile_options(${target} ${set})
-  target_compile_options(${target} PRIVATE -ffunction-sections -fdata-sections)
+  target_compile_options(${target} PRIVATE -ffunction-sections -fdata-sections ${KELVM_SIMD_FLAGS_${set}})
   set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
 endfunction()
 
