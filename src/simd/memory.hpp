@@ -13,6 +13,15 @@ template <class V> inline V load(const Lane<V>* from) {
 template <class V> inline void store(Lane<V>* to, V v) { std::memcpy(to, &v, sizeof v); }
 
 template <class V> inline V splat(Lane<V> x) {
+#if KELVM_SSE41 && KELVM_IN_REGISTERS && !defined(__clang__)
+  // A constant that is read once, whole: g++ reads one float and spreads it.
+  if constexpr (std::is_same_v<V, Vec<float, 4>>)
+    if (__builtin_constant_p(x)) {
+      Int<V> whole = splat<Int<V>>(__builtin_bit_cast(std::int32_t, x));
+      asm("" : "+x"(whole));
+      return bit_cast<V>(whole);
+    }
+#endif
   return [x]<int... I>(std::integer_sequence<int, I...>) { return V{((void)I, x)...}; }
   (std::make_integer_sequence<int, lanes<V>>{});
 }
