@@ -19,6 +19,7 @@ namespace {
 
 struct ErfSpecial : KernelDefaults {
   using Element = float;
+  static constexpr Magnitudes ordinary{0x1p-28, largest_finite<float>};
   template <class V> static SignMask<V> special(V x) { return nan_or_tiny(x); }
   /// The complete function, correctly rounded.
   static float element(float x, kelStatus&) {
@@ -42,13 +43,11 @@ template <> struct Erf32<Accuracy::bits40> : ErfSpecial {
   }
 };
 
-struct Single : KernelDefaults {
+template <class F> struct ComplementSpecial : KernelDefaults {
   using Element = float;
   static constexpr bool spurious_underflow = true;
-  static constexpr float quiet_to = 8; // remainders of the tail
-};
-
-template <class F> struct ComplementSpecial : Single {
+  static constexpr float quiet_to = F::argument == 1 ? 8.5f : 11.75f; // remainders of the tail
+  static constexpr Magnitudes ordinary{0x1p-28, quiet_to};
   template <class V> static SignMask<V> special(V x) { return beyond_tail<F>(x); }
   /// The complete function, correctly rounded.
   static float element(float x, kelStatus& status) {

@@ -13,6 +13,7 @@ namespace {
 template <Accuracy A> struct Erf64 : KernelDefaults {
   using Element = double;
   static constexpr int vectors_in_flight = A == Accuracy::bits27 ? 4 : 3;
+  static constexpr Magnitudes ordinary{0x1p-60, largest_finite<double>};
   template <class V> static SignMask<V> special(V x) { return nan_or_tiny(x); }
   template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
   static double element(double x, kelStatus&) {
@@ -26,6 +27,7 @@ template <class F, Accuracy A> struct Complement64 : KernelDefaults {
   static constexpr int vectors_in_flight = A == Accuracy::bits27 ? 4 : 3;
   static constexpr bool spurious_underflow = true;
   static constexpr float quiet_to = 25; // remainders of the tail
+  static constexpr Magnitudes ordinary{0x1p-60, 25};
   template <class V> static SignMask<V> special(V x) { return beyond_tail<F>(x); }
   template <class V> static V formula(V x) { return error_complement<F, A>(x); }
   static double element(double x, kelStatus& status) {

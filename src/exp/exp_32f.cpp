@@ -57,6 +57,7 @@ template <class P> struct Exp32 : KernelDefaults {
     }
   };
 
+  static constexpr Magnitudes ordinary{0x1p-28, 87.33};
   template <class V> static SignMask<V> special(V x) {
     return above(abs(x), from_pattern(0x42AEAC4F));
   } // |x| >= 87.3365

@@ -115,6 +115,7 @@ template <class P> struct Exp64 : KernelDefaults {
     }
   };
 
+  static constexpr Magnitudes ordinary{0x1p-60, P::quiet_to < 708 ? P::quiet_to : 708};
   template <class V> static SignMask<V> special(V x) {
     return above(abs(x), from_pattern(0x4086232AFFFFFFFF)); // |x| >= 708.396, NaN
   }

@@ -26,6 +26,7 @@ template <class F> float of_positive(float x, kelStatus& status, F logarithm) {
 template <class Base> struct LogA24 : KernelDefaults {
   using Element = float;
   template <class V> using ResultTest = RoundingTest;
+  static constexpr Magnitudes ordinary{smallest_normal<float>, largest_finite<float>, false};
   template <class V> static SignMask<V> special(V x) {
     return bit_cast<SignMask<V>>((bits(x) - 0x00800000u) | (0x7F7FFFFFu - bits(x)));
   }
@@ -44,6 +45,7 @@ template <class Base> struct LogA24 : KernelDefaults {
 template <class Base, Accuracy A> struct LogSingle : KernelDefaults {
   using Element = float;
   static constexpr bool spurious_underflow = true; // high powers of a tiny f
+  static constexpr Magnitudes ordinary{smallest_normal<float>, largest_finite<float> / 2, false};
   template <class V> static SignMask<V> special(V x) { return not_normal_positive(x); }
   template <class V> static V formula(V x) { return float_logarithm<Base, A>(x); }
   static float element(float x, kelStatus& status) {

@@ -15,6 +15,7 @@ namespace {
 
 template <class Base, Accuracy A> struct Log64f : KernelDefaults {
   using Element = double;
+  static constexpr Magnitudes ordinary{smallest_normal<double>, largest_finite<double> / 2, false};
   template <class V> static SignMask<V> special(V x) { return not_normal_positive(x); }
   template <class V> static V formula(V x) { return logarithm<Base, A>(log_reduce<LogRows<A>>(x)); }
   static double element(double x, kelStatus& status) {

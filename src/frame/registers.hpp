@@ -12,12 +12,20 @@
 // two sources have
 //
 //   template <class V> static SignMask<V> noisy(V x, V y)    the lanes for which the formula may raise underflow
+//
+// A kernel may also have
+//
+//   static constexpr Magnitudes ordinary{from, to}           magnitudes in which no element is special or noisy
+//
+// so that one comparison tells most registers to be ordinary. Only the others, those with zeros for instance, are
+// looked at more closely.
 #pragma once
 
 #include "frame/frame.hpp"
 #include "simd/abi_mask.hpp"
 #include "simd/constants.hpp"
 #include "simd/interval.hpp"
+#include "simd/magnitude_test.hpp"
 
 #include <string_view>
 
@@ -48,8 +56,9 @@ public:
     if constexpr (Listed) {
       const K kernel;
       const Inputs in{{x...}};
-      if (any(Base::special(kernel, in) | Base::noisy(kernel, in))) [[unlikely]]
-        return compute_apart(x...);
+      if (may_be_unusual(in)) [[unlikely]] {
+        if (any(Base::special(kernel, in) | Base::noisy(kernel, in))) return compute_apart(x...);
+      }
       typename Base::ResultTest undecided{};
       const Outputs out = Base::template formula<V>(kernel, in, undecided);
       if (Base::some(undecided)) [[unlikely]]
@@ -61,14 +70,28 @@ public:
   }
 
 private:
+  /// False where all lanes are known to be neither special nor noisy.
+  static bool may_be_unusual(const Inputs& in) {
+    if constexpr (requires { K::ordinary; })
+      return Base::spread(in, [](auto... x) {
+        return any_outside<K::ordinary.both_signs>(T(K::ordinary.from), T(K::ordinary.to), x...);
+      });
+    else
+      return true;
+  }
   /// Flags that no lane earns are taken back. Exceptions that are not masked trap at the end.
   template <class... X> [[gnu::noinline]] static Outputs compute_apart(X... x) {
     const unsigned found = _mm_getcsr();
-    _mm_setcsr((found & ~all_flags) | honest_masks);
+    const bool may_trap = (found & honest_masks) != honest_masks;
+    if (may_trap) [[unlikely]]
+      _mm_setcsr((found & ~all_flags) | honest_masks);
     Outcome outcome;
     const Outputs out = any_vector(outcome, x...);
-    const unsigned left = _mm_getcsr() & all_flags;
-    ownLeaveMode(found, left & ~unearned<spurious_flags<K>>(left, outcome), true);
+    const unsigned left = _mm_getcsr();
+    if (may_trap) [[unlikely]]
+      ownLeaveMode(found, left & all_flags & ~unearned<spurious_flags<K>>(left, outcome), true);
+    else if (const unsigned spurious = unearned<spurious_flags<K>>(left & ~found, outcome); spurious != 0)
+      _mm_setcsr(left & ~spurious);
     return out;
   }
   template <class... X> [[gnu::noinline]] static Outputs any_vector(Outcome& outcome, X... x) {

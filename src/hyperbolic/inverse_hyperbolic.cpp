@@ -19,10 +19,12 @@
 namespace kelvm::inline KELVM_BUILD::inverse_hyperbolic {
 namespace {
 
-/// What the functions differ in. outside_of: the lanes outside the domain or above `last`. element: the complete
-/// function, where scalar(x) computes it of a positive ordinary x.
+/// What the functions differ in. outside_of: the lanes outside the domain or above `last`. ordinary: the magnitudes
+/// from `tiny` on for which there are none. element: the complete function, where scalar(x) computes it of a positive
+/// ordinary x.
 struct OfAsinh {
   static constexpr float safe_input = 1;
+  static constexpr Magnitudes ordinary(double tiny, double last) { return {tiny, last}; }
   template <class V> static SignMask<V> outside_of(V x, Lane<V> last) { return above(abs(x), last); }
   template <class V> static V even_part(V x) { return abs(x); }
   template <class V> static V with_its_sign(V y, V x) { return with_sign(y, sign_of(x)); }
@@ -35,6 +37,7 @@ struct OfAsinh {
 };
 struct OfAcosh {
   static constexpr float safe_input = 1;
+  static constexpr Magnitudes ordinary(double, double last) { return {1, last, false}; }
   template <class V> static SignMask<V> outside_of(V x, Lane<V> last) { return outside(x, Lane<V>(1), last); }
   template <class V> static V even_part(V x) { return x; }
   template <class V> static V with_its_sign(V y, V) { return y; }
@@ -48,6 +51,7 @@ struct OfAcosh {
 };
 struct OfAtanh {
   static constexpr float safe_input = 0.5f;
+  static constexpr Magnitudes ordinary(double tiny, double) { return {tiny, below_one<float>}; }
   template <class V> static SignMask<V> outside_of(V x, Lane<V>) { return above(abs(x), below_one<Lane<V>>); }
   template <class V> static V even_part(V x) { return abs(x); }
   template <class V> static V with_its_sign(V y, V x) { return with_sign(y, sign_of(x)); }
@@ -69,6 +73,7 @@ template <class F, class T> struct Inverse : KernelDefaults {
 
 /// Up to the largest argument of which the arithmetic can take the cube.
 template <class F, Accuracy A> struct Double : Inverse<F, double> {
+  static constexpr Magnitudes ordinary = F::ordinary(0x1p-60, 0x1p340);
   template <class V> static SignMask<V> special(V x) { return F::outside_of(x, 0x1p340); }
   template <class V> static V formula(V x) { return F::with_its_sign(F::template of<A>(F::even_part(x)), x); }
   static double element(double x, kelStatus& status) { return F::element(x, status, ln_of_twice<A>); }
@@ -81,6 +86,7 @@ template <class F> struct Float : Inverse<F, float> {
 };
 template <class F> struct A24 : Float<F> {
   template <class V> using ResultTest = RoundingTest;
+  static constexpr Magnitudes ordinary = F::ordinary(smallest_normal<float>, largest_finite<float>);
   template <class V> static SignMask<V> special(V x) { return F::outside_of(x, largest_finite<float>); }
   template <class V> static V formula(V x, RoundingTest& test) {
     const V y = in_double_decided<42>(
@@ -90,6 +96,7 @@ template <class F> struct A24 : Float<F> {
 };
 /// Up to such an argument again.
 template <class F, Accuracy A> struct InFloat : Float<F> {
+  static constexpr Magnitudes ordinary = F::ordinary(0x1p-28, 0x1p42);
   template <class V> static SignMask<V> special(V x) { return F::outside_of(x, 0x1p42f); }
   template <class V> static V formula(V x) { return F::with_its_sign(F::template of<A>(F::even_part(x)), x); }
 };

@@ -23,6 +23,7 @@ template <class Which> struct A24 : KernelDefaults {
   using Element = float;
   template <class V> using ResultTest = RoundingTest;
   static constexpr bool spurious_underflow = true; // a subnormal result, which is x
+  static constexpr Magnitudes ordinary{0x1p-28, 89};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), 89.0f); }
   template <class V> static V formula(V x, RoundingTest& test) {
     const V y = in_double_decided<44>(
@@ -35,6 +36,7 @@ template <class Which> struct A24 : KernelDefaults {
 template <class Which, class Accuracy> struct InFloat : KernelDefaults {
   using Element = float;
   static constexpr bool spurious_underflow = true; // r^2 of a tiny r
+  static constexpr Magnitudes ordinary{0x1p-28, 87};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), 87.0f); }
   template <class V> static V formula(V x) { return Which::with_its_sign(Which::of(Accuracy::hyperbolic(abs(x))), x); }
   static float element(float x, kelStatus& status) { return sinh_or_cosh<Which>(x, status); }

@@ -33,6 +33,7 @@ using CoshA50 = Rounded<Accuracy::bits50, CoshSeriesA50>;
 template <class Which> struct Double : KernelDefaults {
   using Element = double;
   static constexpr bool spurious_underflow = true; // r^2 of a tiny r
+  static constexpr Magnitudes ordinary{0x1p-60, 630};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), 708.0); }
   static double element(double x, kelStatus& status) { return sinh_or_cosh<Which>(x, status); }
 };

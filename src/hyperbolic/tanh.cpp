@@ -18,6 +18,7 @@ constexpr float saturated = 10;
 template <class T> struct Tanh : KernelDefaults {
   using Element = T;
   static constexpr bool spurious_underflow = true; // x^2 of a tiny x, a subnormal result
+  static constexpr Magnitudes ordinary{sizeof(T) == 8 ? 0x1p-60 : 0x1p-28, largest_finite<T>};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), infinity<T>); }
   static T element(T x, kelStatus&) { return x + x; }
 };

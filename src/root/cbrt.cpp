@@ -120,6 +120,7 @@ template <class T, class F> T by_scaling(T x, int power, F f) {
 
 template <class P> struct Cbrt : KernelDefaults {
   using Element = typename P::Element;
+  static constexpr Magnitudes ordinary{smallest_normal<Element>, largest_finite<Element>};
   template <class V> static SignMask<V> special(V x) {
     return outside_but_zero(abs(x), smallest_normal<Element>, largest_finite<Element>);
   }
@@ -156,6 +157,7 @@ template <class T, class F> T inverse_cbrt_element(T x, kelStatus& status, F ord
 
 template <class P> struct InvCbrt : KernelDefaults {
   using Element = typename P::Element;
+  static constexpr Magnitudes ordinary{smallest_normal<Element>, largest_finite<Element>};
   template <class V> static SignMask<V> special(V x) {
     return outside(abs(x), smallest_normal<Element>, largest_finite<Element>);
   }
@@ -185,6 +187,7 @@ struct InvCbrt32A24 : InvCbrt<A21> {
 
 template <class P> struct Pow2o3 : KernelDefaults {
   using Element = typename P::Element;
+  static constexpr Magnitudes ordinary{smallest_normal<Element>, largest_finite<Element>};
   template <class V> static SignMask<V> special(V x) {
     return outside_but_zero(abs(x), smallest_normal<Element>, largest_finite<Element>);
   }

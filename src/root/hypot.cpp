@@ -52,6 +52,7 @@ template <class T> struct Hypot : KernelDefaults {
   static constexpr bool spurious_underflow = true;
   static constexpr T low = sizeof(T) == 8 ? T(0x1p-450) : T(0x1p-60);
   static constexpr T high = sizeof(T) == 8 ? T(0x1p500) : T(0x1p62);
+  static constexpr Magnitudes ordinary{low, high};
   template <class V> static SignMask<V> special(V x, V y) { return larger_outside(abs(x), abs(y), low, high); }
   /// The smaller square.
   template <class V> static SignMask<V> noisy(V x, V y) {

@@ -28,6 +28,7 @@ template <class F, class T> struct Inverse : KernelDefaults {
   static constexpr float safe_input = 0.5f;
   static constexpr bool spurious_underflow = true; // powers of tiny arguments
 
+  static constexpr Magnitudes ordinary{sizeof(T) == 8 ? 0x1p-60 : 0x1p-28, below_one<T>};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), below_one<T>); }
   static T element(T x, kelStatus& status) { return inverse_of_border<F>(x, status); }
 };

@@ -30,6 +30,7 @@ template <class T> struct Atan : KernelDefaults {
 };
 
 template <Accuracy A> struct AtanDouble : Atan<double> {
+  static constexpr Magnitudes ordinary{0x1p-60, 0x1p900};
   template <class V> static V formula(V x) {
     const V t = abs(x);
     if constexpr (A == Accuracy::bits27)
@@ -57,6 +58,7 @@ struct AtanA24 : Atan<float> {
 
 template <auto& Series> struct AtanSingle : Atan<float> {
   static constexpr Magnitudes quiet_magnitudes = flags_stay ? Magnitudes{0x1p-28, 0x1p40} : Magnitudes{0x1p-13, 0x1p14};
+  static constexpr Magnitudes ordinary{0x1p-28, 0x1p40};
   template <class V> static V formula(V x) {
     const V t = abs(x), one = splat<V>(1);
     const auto steep = t > one;

@@ -38,6 +38,7 @@ template <class T> struct Atan2 : KernelDefaults {
   static constexpr T least = sizeof(T) == 8 ? T(0x1p-480) : T(0x1p-149f);
   static constexpr T most = sizeof(T) == 8 ? T(0x1p480) : largest_finite<T>;
 
+  static constexpr Magnitudes ordinary{0x1p-20, 0x1p20};
   template <class V> static SignMask<V> special(V y, V x) {
     return outside(abs(y), least, most) | outside(abs(x), least, most);
   }

@@ -28,6 +28,7 @@ template <class P> struct Circular : KernelDefaults {
   static constexpr bool has_wide_formula = true;
   template <class V> using WideResultTest = typename P::template WideResultTest<V>;
 
+  static constexpr Magnitudes ordinary{sizeof(Element) == 8 ? 0x1p-60 : 0x1p-28, P::last};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), P::last); }
 
   template <class V> static V nan_result(V) { return splat<V>(default_nan<Element>()); }

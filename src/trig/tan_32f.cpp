@@ -45,6 +45,7 @@ struct TanA24 : Tan32 {
   template <class V> using ResultTest = RoundingTest;
 
   static constexpr float last = 0x1.5ffffep+16f; // below 90112
+  static constexpr Magnitudes ordinary{0x1p-28, last};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), last); }
   template <class V> static V wide_formula(V x, RoundingTest& test) {
     return of_any_size(
@@ -69,6 +70,7 @@ template <auto& Series> struct TanSingle : Tan32 {
       flags_stay || std::size(Series) < 5 ? Magnitudes{0x1p-28, largest_finite<float>} : Magnitudes{0x1p-14, 1.5};
   static constexpr int vectors_in_flight = 3;
   static constexpr float last = 10000;
+  static constexpr Magnitudes ordinary{0x1p-28, last};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), last); }
   template <class V> static V wide_formula(V x, RoundingTest& test) {
     return of_any_size(

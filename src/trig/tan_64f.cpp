@@ -85,6 +85,7 @@ template <class P> struct Tan64 : KernelDefaults {
   static constexpr bool spurious_underflow = true; // powers of small remainders
   static constexpr bool has_wide_formula = true;
 
+  static constexpr Magnitudes ordinary{0x1p-60, 90111};
   template <class V> static SignMask<V> special(V x) {
     return above(abs(x), 0x1.5ffffffffffffp+16);
   } // |x| >= 90112, NaN
