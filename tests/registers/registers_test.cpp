@@ -297,8 +297,9 @@ TEST(Loops, AreVectorisedAndComputeTheBitsOfTheArrayFunctions) {
       const std::string variant = std::string(" _ZGV") + tested().letter + "N" +
                                   std::to_string(tested().lanes(function)) + forms + named.name + "\n";
       if (wanted.find(variant) == wanted.npos) {
-        // Of sincos g++ takes the C library's nowhere, and with AVX alone has no registers for eight pointers.
-        EXPECT_TRUE(!KELVM_COMPILER_IS_GNU || named.name.find("sincos") != named.name.npos)
+        // Of sincos g++ takes the C library's nowhere, and with AVX alone has no registers for eight pointers. Clang 14
+        // knows five functions.
+        EXPECT_TRUE(path.find("by_clang") != path.npos || named.name.find("sincos") != named.name.npos)
             << path << " does not call" << variant;
         continue;
       }
