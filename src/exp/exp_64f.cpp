@@ -96,6 +96,7 @@ template <class P> struct Exp64 : KernelDefaults {
   using Element = double;
   static constexpr bool spurious_underflow = true;
   static constexpr float quiet_to = P::quiet_to;
+  static constexpr bool quiet_above_zero = true;
 
   template <class V> struct Reduced {
     V r;

@@ -79,6 +79,8 @@ struct KernelDefaults {
   static constexpr bool signalling_nan_earns_invalid = false;
   /// Larger magnitudes may raise underflow, of such kernels of one source as those that compute e^-|x|.
   static constexpr float quiet_to = infinity<float>;
+  /// Those larger ones only with a negative sign.
+  static constexpr bool quiet_above_zero = false;
   /// A destination may overlap a source in any way; the result is that of a forward loop over the elements.
   static constexpr bool any_overlap = false;
   /// 2: a complex function that computes each part by itself. Its arrays are taken as arrays of parts, twice as long;
@@ -342,7 +344,10 @@ protected:
       return kernel.noisy(in.of[0], in.of[1]);
     } else {
       constexpr Magnitudes quiet = quiet_magnitudes();
-      if constexpr (S.inputs() == 1 && quiet.both_signs)
+      if constexpr (K::quiet_above_zero)
+        return outside_but_zero(abs(in.of[0]), quiet.from, largest_finite<T>) |
+               (int_bits(in.of[0]) & bit_cast<SignMask<V>>(beyond(abs(in.of[0]), quiet.to)));
+      else if constexpr (S.inputs() == 1 && quiet.both_signs)
         return outside_but_zero(abs(in.of[0]), quiet.from, quiet.to);
       else
         return spread(in,

@@ -8,8 +8,8 @@
 // with the bits of the array function, under names for the linker alone. There is no status, and the floating-point
 // mode is the caller's. Reading the flags costs as much as a function, so elements whose formula might raise one that
 // they do not earn are told by their values, and computed apart with the others that are not ordinary. In general those
-// are the magnitudes below 2^-60, 2^-28 for floats, but not zero, and those beyond the kernel's quiet_to. Kernels of
-// two sources have
+// are the magnitudes below 2^-60, 2^-28 for floats, but not zero, and those beyond the kernel's quiet_to, negative ones
+// alone where it has quiet_above_zero. Kernels of two sources have
 //
 //   template <class V> static SignMask<V> noisy(V x, V y)    the lanes for which the formula may raise underflow
 //

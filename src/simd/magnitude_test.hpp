@@ -27,7 +27,7 @@ inline bool any_outside(Lane<V> low, Lane<V> high, V first, More... more) {
     return (BothSigns ? words + words : words) - subtrahend;
   };
 #if KELVM_AVX512
-  const auto larger = [](Words a, Words b) { return a > b ? a : b; };
+  [[maybe_unused]] const auto larger = [](Words a, Words b) { return a > b ? a : b; }; // of one vector, unused
   Words above_low = less(first, from);
   ((above_low = larger(less(more, from), above_low)), ...);
   if constexpr (sizeof(Word) == 8)
@@ -39,7 +39,7 @@ inline bool any_outside(Lane<V> low, Lane<V> high, V first, More... more) {
   using Signed = Int<Words>;
   constexpr Word least = sign_bit<Word>;
   const auto lanes_where = [](Signed greater) { return movemask(bit_cast<Int<V>>(greater)); };
-  const auto extreme = [&](Word subtrahend, auto better) {
+  const auto extreme = [&](Word subtrahend, [[maybe_unused]] auto better) {
     Signed result = bit_cast<Signed>(less(first, subtrahend));
     ((result = better(bit_cast<Signed>(less(more, subtrahend)), result)), ...);
     return result;
