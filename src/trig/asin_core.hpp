@@ -7,9 +7,10 @@
 // acos x is pi/2 - asin x, and 2 A(s) or pi - 2 A(s) where |x| > 1/2: nothing cancels, and no result is beyond pi/2 or
 // pi. 1 - |x| is exact.
 //
-// Full precision: the sum of the multiple of pi/2 and s is exact, s^2 has a tail, from which follows the tail of a
-// square root (its factor 1 / (2 s) to 4 %, from the bits of z); the term s z/6 has an exact head, and the rest of the
-// series, below 2^-7 of the result, is rounded.
+// Full precision: pi/2 or pi less a multiple of the upper bits of s is exact. What is left, s's other bits and the
+// series, is below 2^-4 of the result and rounded once: 2^-5 ulp. The leading coefficient, near 1/6, is 3/16, so that
+// the other terms are below 2^-9 of the result; the product s z 3/16 has its rounding error with fused operations,
+// without them the upper bits of s have an exact cube. Where s is a square root, it is followed by its tail.
 #pragma once
 
 #include "exact/double_word.hpp"
@@ -58,56 +59,73 @@ template <class F, class V, int N> inline V inverse_short(V x, const Lane<V> (&c
     return inverse_short<F>(x, half_rest_of(t), coefficients);
 }
 
-/// The function, of |x| where it is odd, as a double-word, |lo| < 2^-7 |hi|; relative error 2^-57. |x| < 1.
-template <class F, class V> inline DoubleWord<V> inverse_full(V x) {
+/// The polynomial, four coefficients at a time: fewer powers than by halves, a chain of N / 4 + 2 steps.
+template <class V, int N> inline V by_fours(V x, const Lane<V> (&c)[N]) {
+  static_assert(N % 4 == 1);
+  const V x2 = x * x, x4 = x2 * x2;
+  V sum = splat<V>(c[N - 1]);
+#pragma GCC unroll 8
+  for (int i = N - 5; i >= 0; i -= 4) {
+    const V low = mul_add(splat<V>(c[i + 1]), x, splat<V>(c[i]));
+    const V high = mul_add(splat<V>(c[i + 3]), x, splat<V>(c[i + 2]));
+    sum = mul_add(sum, x4, mul_add(high, x2, low));
+  }
+  return sum;
+}
+
+/// base + factor rest, |factor rest| < |base| / 8 where base is not 0; factor is a power of two.
+template <class V> struct ScaledSum {
+  V base, factor, rest;
+
+  V rounded() const { return mul_add(factor, rest, base); }
+  DoubleWord<V> double_word() const { return {base, factor * rest}; }
+};
+
+/// The function, of |x| where it is odd, to 2^-56.5 of it: rounded, it is within 0.55 ulp. |x| < 1.
+template <class F, class V> inline ScaledSum<V> inverse_full(V x) {
   using namespace inverse_trig;
   const V t = abs(x);
   const auto large = t > splat<V>(0.5);
-  const V half_rest = half_rest_of(t);
+  // (1 - t) / 2, exact where it counts; without fused operations multiplications are what there is most of
+  const V half_rest = has_fused ? half_rest_of(t) : from_bits<V>(bits(1.0 - t) - 0x10000000000000u);
   const V z = smaller_of(half_rest, t * t), s = select(large, sqrt(half_rest), t);
+  const V series = by_fours(z, asin_full);
 
-  const V half_inverse_root = from_bits<V>(0x5FD6E8EABBE35593u - (bits(half_rest) >> 1));
-  const V higher_terms = ((z * z) * estrin(z, asin_numerator)) / estrin(z, asin_denominator);
-
-  // A(s) = s + cubic + rest, cubic in place of s z/6: what it lacks is in the rest
-  V cubic, rest;
-  if constexpr (has_fused) {
-    // s^2 - z is the tail of a square, or what a root is short of.
-    const V error = mul_sub(s, s, z);
-    const V root_tail = zero_unless(large, -error * half_inverse_root);
-    const V sixth = z * 0x1.5555555555555p-3;
-    const V z_left = sub_mul(z, splat<V>(6), sixth);
-    const V sixth_tail = select(large, z_left, z_left + error) * 0x1.5555555555555p-3;
-    cubic = s * sixth;
-    const V beyond = mul_sub(s, sixth, cubic) + mul_add(root_tail, sixth, root_tail);
-    rest = mul_add(s, sixth_tail + higher_terms, beyond);
-  } else {
-    // s^2 = square + below. Where s is a root, half_rest - square is exact.
-    const V s_head = head_of(s), s_tail = s - s_head;
-    const V square = s_head * s_head, below = (s + s_head) * s_tail;
-    const V left = half_rest - square;
-    const V root_tail = zero_unless(large, (left - below) * half_inverse_root);
-    const V sixth = head_of(z * 0x1.5555555555555p-3);
-    const V sixth_tail = ((square - 6.0 * sixth) + select(large, left, below)) * 0x1.5555555555555p-3;
-    cubic = s_head * sixth;
-    rest = ((s_tail + root_tail) * sixth + root_tail) + s * (sixth_tail + higher_terms);
-  }
-
-  V base, base_tail, factor;
+  // base + factor s_head is exact: s_head has 26 bits or 17, and so much of s as lies above 2^-52
+  V s_head = has_fused ? head_of(s) : from_bits<V>(bits(s) & 0xFFFFFFF000000000u);
+  V base, base_tail, factor; // the tail over the factor
   if constexpr (F::odd) {
     base = zero_unless(large, splat<V>(pi_hi / 2));
-    base_tail = zero_unless(large, splat<V>(pi_lo / 2));
+    base_tail = zero_unless(large, splat<V>(-pi_lo / 4));
     factor = select(large, splat<V>(-2), splat<V>(1));
   } else {
     const auto left_half = x < V{};
+    const V quarter_tail = splat<V>(-pi_lo / 2);
     base = select(large, zero_unless(left_half, splat<V>(pi_hi)), splat<V>(pi_hi / 2));
-    base_tail = select(large, zero_unless(left_half, splat<V>(pi_lo)), splat<V>(pi_lo / 2));
+    base_tail = select(large, zero_unless(left_half, quarter_tail), flip_sign(quarter_tail, sign_of(x)));
     factor = flip_sign(select(large, splat<V>(2), splat<V>(-1)), sign_of(x));
+    s_head = zero_unless(s >= splat<V>(0x1p-27), s_head);
   }
-  const DoubleWord<V> linear = fast_two_sum(base, factor * s);
-  const DoubleWord<V> sum = fast_two_sum(linear.hi, factor * cubic);
-  const V tail = (sum.lo + linear.lo) + mul_add(factor, rest, base_tail);
-  return {sum.hi, tail};
+
+  constexpr double leading = 0.1875;
+  V rest;
+  if constexpr (has_fused) {
+    // z - s^2: z is a rounded square, or what s should be the root of. The root's tail is this over 2 s; that and what
+    // it adds to the leading term, (1 + 3 z leading) / 2 s, is estimated from the bits of z and z to 4 %.
+    const V error = sub_mul(z, s, s);
+    const V slope = mul_add(z, splat<V>(0.75), from_bits<V>(0x5FD6666666666666u - (bits(half_rest) >> 1)));
+    const V cube = s * z, cube_tail = sub_mul(mul_sub(s, z, cube), s, error);
+    rest = mul_add(cube, series, (s - s_head) + base_tail);
+    rest = mul_add(error, zero_unless(large, slope), rest);
+    rest = mul_add(splat<V>(leading), cube_tail, rest);
+    rest = mul_add(splat<V>(leading), cube, rest);
+  } else {
+    const V square = s_head * s_head, sum = s + s_head;
+    const V s_tail = select(large, (half_rest - square) / sum, s - s_head);
+    rest = s_tail * (leading * (z + s_head * sum) + 1.0) + ((s * z) * series + base_tail);
+    rest = rest + (leading * square) * s_head;
+  }
+  return {mul_add(factor, s_head, base), factor, rest};
 }
 
 /// The results for what is not within -1 .. 1, and for +-1.

@@ -855,21 +855,21 @@ inline constexpr float atan_bits11[] = {
     0x1.4637p-3f,
     -0x1.7cb25ep-5f};
 
-// (asin(s) / s - 1 - z/6) / z^2, z = s^2 <= 1/4; errors of the result: fit 2^-60.7, evaluation 2^-56.7
-inline constexpr double asin_numerator[] = {
-    0x1.33333333334b5p-4,
-    -0x1.16c076ccdc9f3p-3,
-    0x1.3465ebc34646p-4,
-    -0x1.90cea44b55736p-7,
-    0x1.2f39cc09200acp-15};
-
-// its denominator
-inline constexpr double asin_denominator[] = {
-    0x1p+0,
-    -0x1.347bd0b6e4fcap+1,
-    0x1.0444c25c89856p+1,
-    -0x1.640ee0d613ce5p-1,
-    0x1.408fa1c077b47p-4};
+// (asin(s) / s - 1) / z - 3/16, z = s^2 <= 1/4; errors of the result: fit 2^-59.5, evaluation 2^-58.2
+inline constexpr double asin_full[] = {
+    -0x1.5555555555409p-6,
+    0x1.333333332cfdp-4,
+    0x1.6db6db72e802p-5,
+    0x1.f1c71a42f1384p-6,
+    0x1.6e8be811bd093p-6,
+    0x1.1c4948eef0d87p-6,
+    0x1.ca2f63ceef565p-7,
+    0x1.75031129965bap-7,
+    0x1.641b003acdb96p-7,
+    0x1.ba8305ec72c7fp-9,
+    0x1.70d5899a3887cp-6,
+    -0x1.6ab0e7fc57cep-6,
+    0x1.111d262334bd3p-5};
 
 // (asin(s) / s - 1) / z, z = s^2 <= 1/4; errors of the result: fit 2^-51.6, evaluation 2^-56.1
 inline constexpr double asin_bits50[] = {

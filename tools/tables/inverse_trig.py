@@ -4,7 +4,7 @@ from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
 from emit import array, dec, double, footer, header, table
-from minimax import minimax, rational, to_double, to_float
+from minimax import minimax, to_double, to_float
 
 getcontext().prec = 80
 
@@ -106,9 +106,9 @@ def main():
     for name, count in (("atan_bits21", 7), ("atan_bits11", 3)):
         c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1), to_float)
         array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; errors of the result: {e}", c, "float")
-    numerator, denominator, e = rational(lambda z: asin_series(z, 2), lambda z: z**2 * asin_weight(z), 4, 4, D("0.25"))
-    array("asin_numerator", f"(asin(s) / s - 1 - z/6) / z^2, z = s^2 <= 1/4; errors of the result: {e}", numerator)
-    array("asin_denominator", "its denominator", denominator)
+    c, e = minimax(lambda z: asin_series(z, 1) - D(3) / 16, lambda z: z * asin_weight(z), range(13), D(0), D("0.25"),
+                   to_double)
+    array("asin_full", f"(asin(s) / s - 1) / z - 3/16, z = s^2 <= 1/4; errors of the result: {e}", c)
     for name, count, ctype in (("asin_bits50", 11, "double"), ("asin_bits40", 8, "double"), ("asin_bits27", 5, "double"),
                                ("asin_bits21", 4, "float"), ("asin_bits11", 2, "float")):
         c, e = minimax(lambda z: asin_series(z, 1), lambda z: z * asin_weight(z), range(count), D(0), D("0.25"),
