@@ -2,7 +2,7 @@
 //
 // Double (trig/atan_core.hpp): for A53 atan c has a tail, and r is below 2^-7 of the result, so that its three
 // roundings cost 0.03 ulp together. Where c = 0 nothing but the final sum and a term below 2^-9 of it is rounded. A50
-// and A26 do without tails, A26 with two coefficients.
+// and A26 do without tails, with five coefficients and two.
 //
 // Float A24: in double with the fit's error, 2^-42.3, and at most eight roundings (four of r, which is no larger than
 // the result; the table, three operations): 2^-42.2. 2^-40 decides the rounding to float of all but one element in
@@ -31,13 +31,7 @@ template <class T> struct Atan : KernelDefaults {
 
 template <Accuracy A> struct AtanDouble : Atan<double> {
   static constexpr Magnitudes ordinary{0x1p-60, 0x1p900};
-  template <class V> static V formula(V x) {
-    const V t = abs(x);
-    if constexpr (A == Accuracy::bits27)
-      return flip_sign(arc_tangent_bits27(t), sign_of(x));
-    else
-      return flip_sign(arc_tangent<A>(t), sign_of(x));
-  }
+  template <class V> static V formula(V x) { return flip_sign(arc_tangent<A>(abs(x)), sign_of(x)); }
 };
 
 struct AtanA24 : Atan<float> {

@@ -151,6 +151,16 @@ template <bool Tails, Accuracy A, class V> inline DoubleWord<V> angle_double_wor
   const V tail = sum.lo + (zero_unless(left, splat<V>(pi_lo)) + flip_sign(t.lo, turn));
   return {flip_sign(sum.hi, up), flip_sign(tail, up)};
 }
+
+/// The arc tangent of t, 0 <= t < 2^1000, by the eighth table.
+template <const auto& Table, class V, int N> inline V arc_tangent_by_eighths(V t, const double (&series)[N]) {
+  constexpr double largest = 7.875;
+  const V shifted = smaller_of(t, splat<V>(largest)) + 0x1.8p49; // rounds to a multiple of 1/8
+  const V c = shifted - 0x1.8p49;
+  const V r = (t - c) / mul_add(c, t, splat<V>(1));
+  const V z = r * r;
+  return lookup<Table>(LowIndex<Int<V>>{int_bits(shifted)}) + mul_add(r * z, horner(z, series), r);
+}
 } // namespace detail
 
 /// The angle of (x, y), from -pi to pi, as a double-word of at most 2^-9 of it: `extended` or `full`.
@@ -196,32 +206,28 @@ template <auto& Series, class V> inline V float_angle(V y, V x) {
   return flip_sign(base + turned, sign_of(y));
 }
 
-/// The arc tangent of t, 0 <= t < 2^1000, never above pi/2 rounded to double: `full`, within 0.54 ulp, or what is
-/// below.
+/// The arc tangent of t, 0 <= t < 2^1000, never above pi/2 rounded to double: `full`, within 0.54 ulp, or the error
+/// given above. The eighth table serves bits50 and bits27, this with an error below 2^-27.1.
 template <Accuracy A, class V> inline V arc_tangent(V t) {
-  constexpr bool is_long = A == Accuracy::full;
-  using Rows = std::conditional_t<is_long, LongAngleRows, ShortAngleRows>;
-  const auto [c, row] = Rows::at(smaller_of(t, splat<V>(Rows::largest)));
-  const V r = (t - c) / mul_add(c, t, splat<V>(1));
-  const V z = r * r, series = detail::atan_series<A>(z);
-  if constexpr (is_long) {
-    const auto [table, table_tail] = lookup_pair<inverse_trig::atan_long_rows>(row);
-    return table + (r + mul_add(r * z, series, table_tail));
+  using namespace inverse_trig;
+  if constexpr (A == Accuracy::bits50) {
+    return detail::arc_tangent_by_eighths<atan_eighth50_rows>(t, atan_eighth50);
+  } else if constexpr (A == Accuracy::bits27) {
+    return detail::arc_tangent_by_eighths<atan_eighth27_rows>(t, atan_eighth27);
   } else {
-    const V sum = lookup<inverse_trig::atan_short_rows>(row) + mul_add(r * z, series, r);
-    return smaller_of(sum, splat<V>(pi_hi / 2));
+    constexpr bool is_long = A == Accuracy::full;
+    using Rows = std::conditional_t<is_long, LongAngleRows, ShortAngleRows>;
+    const auto [c, row] = Rows::at(smaller_of(t, splat<V>(Rows::largest)));
+    const V r = (t - c) / mul_add(c, t, splat<V>(1));
+    const V z = r * r, series = detail::atan_series<A>(z);
+    if constexpr (is_long) {
+      const auto [table, table_tail] = lookup_pair<atan_long_rows>(row);
+      return table + (r + mul_add(r * z, series, table_tail));
+    } else {
+      const V sum = lookup<atan_short_rows>(row) + mul_add(r * z, series, r);
+      return smaller_of(sum, splat<V>(pi_hi / 2));
+    }
   }
-}
-
-/// The same within 2^-27.1, from the eighth table.
-template <class V> inline V arc_tangent_bits27(V t) {
-  constexpr double largest = 7.875;
-  const V shifted = smaller_of(t, splat<V>(largest)) + 0x1.8p49; // rounds to a multiple of 1/8
-  const V c = shifted - 0x1.8p49;
-  const V r = (t - c) / mul_add(c, t, splat<V>(1));
-  const V z = r * r;
-  const V table = lookup<inverse_trig::atan_eighth_rows>(LowIndex<Int<V>>{int_bits(shifted)});
-  return table + mul_add(r * z, estrin(z, inverse_trig::atan_eighth), r);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

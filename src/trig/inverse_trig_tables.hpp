@@ -767,7 +767,83 @@ inline constexpr double atan_bits27[] = {
     -0x1.1dd97c7d0539dp-3};
 
 // atan c: c = 0, 1/8, 1/4 ... 63/8, the last one such that no sum is above pi/2
-alignas(64) inline constexpr double atan_eighth_rows[] = {
+alignas(64) inline constexpr double atan_eighth50_rows[] = {
+    0x0p+0,
+    0x1.fd5ba9aac2f6ep-4,
+    0x1.f5b75f92c80ddp-3,
+    0x1.6f61941e4def1p-2,
+    0x1.dac670561bb4fp-2,
+    0x1.1e00babdefeb4p-1,
+    0x1.4978fa3269ee1p-1,
+    0x1.700a7c5784634p-1,
+    0x1.921fb54442d18p-1,
+    0x1.b034f38649c88p-1,
+    0x1.cac7c57846f9ep-1,
+    0x1.e24dd44c855d1p-1,
+    0x1.f730bd281f69bp-1,
+    0x1.04e67277a01d7p+0,
+    0x1.0d38f2c5ba09fp+0,
+    0x1.14b1dd5f90ce1p+0,
+    0x1.1b6e192ebbe44p+0,
+    0x1.21862f3fade36p+0,
+    0x1.270ef55a53a25p+0,
+    0x1.2c1a241d66dc3p+0,
+    0x1.30b6d796a4da8p+0,
+    0x1.34f1fbb19eb09p+0,
+    0x1.38d6a6ce13353p+0,
+    0x1.3c6e650b38047p+0,
+    0x1.3fc176b7a856p+0,
+    0x1.42d70411f9ec1p+0,
+    0x1.45b54837351ap+0,
+    0x1.4861b4cfbe71p+0,
+    0x1.4ae10fc6589a5p+0,
+    0x1.4d378c1999a0dp+0,
+    0x1.4f68dea672617p+0,
+    0x1.51784fa1544bap+0,
+    0x1.5368c951e9cfdp+0,
+    0x1.553ce48a04765p+0,
+    0x1.56f6f33a3e6a7p+0,
+    0x1.58990974dfc9bp+0,
+    0x1.5a25052114e6p+0,
+    0x1.5b9c9494c0d73p+0,
+    0x1.5d013c41adabdp+0,
+    0x1.5e545b9b1a4c8p+0,
+    0x1.5f97315254857p+0,
+    0x1.60cadf03e444dp+0,
+    0x1.61f06c6a92b89p+0,
+    0x1.6308ca2a1ee29p+0,
+    0x1.6414d44094c7cp+0,
+    0x1.6515542adf35bp+0,
+    0x1.660b02c736a06p+0,
+    0x1.66f689fe6ecd7p+0,
+    0x1.67d8863bc99bdp+0,
+    0x1.68b187b9d2c61p+0,
+    0x1.698213a9d5053p+0,
+    0x1.6a4aa53aac449p+0,
+    0x1.6b0bae830c07p+0,
+    0x1.6bc59952bf3b1p+0,
+    0x1.6c78c7edeb195p+0,
+    0x1.6d2595b4f5943p+0,
+    0x1.6dcc57bb565fdp+0,
+    0x1.6e6d5d4f4d24bp+0,
+    0x1.6f08f07435fecp+0,
+    0x1.6f9f5650fd3efp+0,
+    0x1.7030cf9403197p+0,
+    0x1.70bd98cd96433p+0,
+    0x1.7145eac2088a4p+0,
+    0x1.71c9fab4414b1p+0};
+
+// (atan(r) / r - 1) / z, z = r^2, |r| <= 1/16, and to 8/63 with c = 63/8; errors of the result: fit 2^-52.6, evaluation
+// 2^-62.6
+inline constexpr double atan_eighth50[] = {
+    -0x1.5555555552b6bp-2,
+    0x1.9999997f9fbb7p-3,
+    -0x1.24922169e070fp-3,
+    0x1.c6eb86ff0f4d7p-4,
+    -0x1.677837fb17088p-4};
+
+// atan c: c = 0, 1/8, 1/4 ... 63/8, the last one such that no sum is above pi/2
+alignas(64) inline constexpr double atan_eighth27_rows[] = {
     0x0p+0,
     0x1.fd5ba9aac2f6ep-4,
     0x1.f5b75f92c80ddp-3,
@@ -835,7 +911,7 @@ alignas(64) inline constexpr double atan_eighth_rows[] = {
 
 // (atan(r) / r - 1) / z, z = r^2, |r| <= 1/16, and to 8/63 with c = 63/8; errors of the result: fit 2^-27.8, evaluation
 // 2^-62.6
-inline constexpr double atan_eighth[] = {
+inline constexpr double atan_eighth27[] = {
     -0x1.5553b56c2a07cp-2,
     0x1.947ef5a4b3135p-3};
 

@@ -77,18 +77,18 @@ def angle_polynomial(name, largest, first, count, what):
     array(name, f"{what}, z = r^2, |r| <= {largest:.4g}; errors of the result: {e}", c)
 
 
-def eighth_table():
+def eighth_table(name, count, below):
     """Rows and series for c a multiple of 1/8. An error of the series counts less beyond the table, where the result
     is near pi/2; the last row is such that the sum is below pi/2 however large the argument."""
     rows = [double(atan(D(i) / 8)) for i in range(EIGHTH_ROWS)]
     largest = 1 / (D(EIGHTH_ROWS - 1) / 8)
     c, e = minimax(lambda z: atan_series(z, 1), lambda z: z if z < D("0.0626") ** 2 else z * z.sqrt() / D("1.44"),
-                   range(2), D(0), largest**2, to_double)
+                   range(count), D(0), largest**2, to_double)
     z = largest**2
-    rows[-1] = double(PI / 2 - largest * (1 + z * (D(c[0]) + z * D(c[1]))) - D(2) ** -45)
-    array("atan_eighth_rows", "atan c: c = 0, 1/8, 1/4 ... 63/8, the last one such that no sum is above pi/2", rows,
+    rows[-1] = double(PI / 2 - largest * (1 + z * sum(D(v) * z**i for i, v in enumerate(c))) - below)
+    array(f"{name}_rows", "atan c: c = 0, 1/8, 1/4 ... 63/8, the last one such that no sum is above pi/2", rows,
           aligned=True)
-    array("atan_eighth", "(atan(r) / r - 1) / z, z = r^2, |r| <= 1/16, and to 8/63 with c = 63/8; "
+    array(name, "(atan(r) / r - 1) / z, z = r^2, |r| <= 1/16, and to 8/63 with c = 63/8; "
           f"errors of the result: {e}", c)
 
 
@@ -102,7 +102,8 @@ def main():
     angle_polynomial("atan_full", long_r, 1, 4, "(atan(r) / r - 1) / z")
     for name, count in (("bits50", 6), ("bits49", 5), ("bits40", 4), ("bits27", 3)):
         angle_polynomial(f"atan_{name}", short_r, 1, count, "(atan(r) / r - 1) / z")
-    eighth_table()
+    eighth_table("atan_eighth50", 5, D(2) ** -51)
+    eighth_table("atan_eighth27", 2, D(2) ** -45)
     for name, count in (("atan_bits21", 7), ("atan_bits11", 3)):
         c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1), to_float)
         array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; errors of the result: {e}", c, "float")
