@@ -74,7 +74,7 @@ template <class V, int N> inline V by_fours(V x, const Lane<V> (&c)[N]) {
 }
 
 /// base + factor rest, |factor rest| < |base| / 8 where base is not 0; factor is a power of two.
-template <class V> struct ScaledSum {
+template <class V> struct FactoredSum {
   V base, factor, rest;
 
   V rounded() const { return mul_add(factor, rest, base); }
@@ -82,7 +82,7 @@ template <class V> struct ScaledSum {
 };
 
 /// The function, of |x| where it is odd, to 2^-56.5 of it: rounded, it is within 0.55 ulp. |x| < 1.
-template <class F, class V> inline ScaledSum<V> inverse_full(V x) {
+template <class F, class V> inline FactoredSum<V> inverse_full(V x) {
   using namespace inverse_trig;
   const V t = abs(x);
   const auto large = t > splat<V>(0.5);
