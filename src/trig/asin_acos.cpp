@@ -24,7 +24,7 @@ namespace {
 
 template <class F, class T> struct Inverse : KernelDefaults {
   using Element = T;
-  static constexpr int vectors_in_flight = sizeof(T) == 8 ? few_vectors_in_flight : 3;
+  static constexpr int vectors_in_flight = sizeof(T) == 8 ? few_vectors_in_flight : 4;
   static constexpr float safe_input = 0.5f;
   static constexpr bool spurious_underflow = true; // powers of tiny arguments
 

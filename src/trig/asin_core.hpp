@@ -41,11 +41,13 @@ template <class F, class V, int N> inline V inverse_short(V x, V half_rest, cons
   const V t = F::odd ? x : abs(x);
   const auto large = t > splat<V>(T(0.5));
   const V z = smaller_of(half_rest, t * t), s = select(large, sqrt(half_rest), t);
-  const V series = mul_add(s * z, estrin(z, coefficients), s);
-  const V twice = series + series;
+  const V terms = N <= 5 ? horner(z, coefficients) : estrin(z, coefficients); // not later than the square root
+  const V series = mul_add(s * z, terms, s);
+  const V two = splat<V>(2);
   if constexpr (F::odd) {
-    return select(large, pi_below<T> / 2 - twice, series);
+    return select(large, sub_mul(splat<V>(pi_below<T> / 2), two, series), series);
   } else {
+    const V twice = two * series;
     const V base = select(large, zero_unless(x < V{}, splat<V>(pi_below<T>)), splat<V>(pi_below<T> / 2));
     return base + flip_sign(select(large, twice, -series), sign_of(x));
   }
