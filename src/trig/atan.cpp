@@ -56,10 +56,10 @@ template <auto& Series> struct AtanSingle : Atan<float> {
   template <class V> static V formula(V x) {
     const V t = abs(x), one = splat<V>(1);
     const auto steep = t > one;
-    const V q = select(steep, splat<V>(-1), t) / select(steep, t, one);
+    const V q = smaller_of(t, one) / larger_of(t, one);
     const V z = q * q;
     const V angle = mul_add(q * z, estrin(for_powers(z), Series), q);
-    return flip_sign(zero_unless(steep, splat<V>(pi_below<float> / 2)) + angle, sign_of(x));
+    return flip_sign(select(steep, pi_below<float> / 2 - angle, angle), sign_of(x));
   }
 };
 
