@@ -71,6 +71,7 @@ template <class F> struct ComplementSpecial : KernelDefaults {
   }
 };
 template <class F, Accuracy A> struct Complement32 : ComplementSpecial<F> {
+  static constexpr int vectors_in_flight = vector_bytes == 32 ? 2 : 4; // 16 registers, and those of indices
   template <class V> static V formula(V x) { return error_complement<F, A>(x); }
 };
 template <class F> struct Complement32<F, Accuracy::bits40> : ComplementSpecial<F> {
