@@ -18,7 +18,7 @@
 //
 //          erf: steps   erfc, Phi: steps   error
 //   A53                                    0.503, 0.53, 0.53 ulp
-//   A50    1/128        1/128              2^-50.5, 2^-51, 2^-51
+//   A50    1/128        1/128              2^-50.5, 2^-50.6, 2^-50.6
 //   A26    1/128        1/128              2^-32, 2^-30, 2^-30
 //   A24    1/128        1/128              2^-41 in double, correctly rounded to float
 //   A21                 1/64               2^-21.6, 2^-22.5, 2^-22.5
@@ -70,35 +70,47 @@ template <int RowBits, class V> struct BinadeRow {
 // --- a row's value and slope ---------------------------------------------------------------------------------------
 
 /// factor (-2)^n / (n! (n + Offset)), n = First ... First + N - 1: the integral of
-/// factor u^(Offset - 1) e^(-2 w u) from 0 to 1 as a power series in w.
-template <class T, int Offset, int First, int N> struct SlopeSeries {
+/// factor u^(Offset - 1) e^(-2 w u) from 0 to 1 as a power series in w. `Dropped` further powers are replaced by lower
+/// ones, the nearest for |w| <= limit (Lanczos, "Applied Analysis", 1956: by Chebyshev's polynomials).
+template <class T, int Offset, int First, int N, int Dropped = 0> struct SlopeSeries {
   T c[N];
-  constexpr explicit SlopeSeries(double factor) : c{} {
-    double numerator = factor, factorial = 1;
-    for (int n = 0; n < First + N; ++n) {
-      if (n >= First) c[n - First] = T(numerator / (factorial * (n + Offset)));
+  constexpr explicit SlopeSeries(double factor, double limit = 0) : c{} {
+    double terms[First + N + Dropped] = {}, numerator = factor, factorial = 1;
+    for (int n = 0; n < First + N + Dropped; ++n) {
+      terms[n] = numerator / (factorial * (n + Offset));
       numerator *= -2;
       factorial *= n + 1;
     }
+    for (int n = First + N + Dropped - 1; n >= First + N; --n) {
+      double term = terms[n];
+      for (int k = 0; n - 2 * k >= 2; ++k) {
+        term *= (n - 2 * k) * (n - 2 * k - 1) * limit * limit / (-4.0 * (k + 1) * (n - k - 1));
+        terms[n - 2 * k - 2] -= term;
+      }
+    }
+    for (int n = 0; n < N; ++n) c[n] = T(terms[First + n]);
   }
 };
 
-/// How many terms of three series are taken: those beside 1, in w = r t, with t^2, and with t^4.
-template <int First, int Second, int Third> struct SlopeTerms {
+/// How many terms of three series are taken: those beside 1, in w = r t, with t^2, and with t^4; and how many more of
+/// the first two are replaced, for |w| <= 0.1036 (r <= 26.52 in steps of 1/128).
+template <int First, int Second, int Third, int FirstDropped = 0, int SecondDropped = 0> struct SlopeTerms {
   static constexpr int first = First, second = Second, third = Third;
+  static constexpr int first_dropped = FirstDropped, second_dropped = SecondDropped;
 };
 
 /// erf(r + t) - erf(r) over t slope, slope the derivative at r: the integral, e^(-u^2) as 1 - u^2 + u^4 / 2, term by
 /// term.
 template <class Terms, class V> inline V mean_slope(V r, V t) {
   using T = Lane<V>;
-  static constexpr SlopeSeries<T, 1, 1, Terms::first> first(1);
+  constexpr double limit = 0.1036;
+  static constexpr SlopeSeries<T, 1, 1, Terms::first, Terms::first_dropped> first(1, limit);
   const V w = r * t;
   const V sum = mul_add(w, estrin(w, first.c), splat<V>(1));
   if constexpr (Terms::second == 0) {
     return sum;
   } else {
-    static constexpr SlopeSeries<T, 3, 0, Terms::second> second(-1);
+    static constexpr SlopeSeries<T, 3, 0, Terms::second, Terms::second_dropped> second(-1, limit);
     const V square = t * t;
     V of_square = estrin(w, second.c);
     if constexpr (Terms::third > 0) {
@@ -248,7 +260,7 @@ template <class F, Accuracy A, class V> inline V error_complement(V x) {
   } else {
     V tail;
     if constexpr (sizeof(T) == 8) {
-      using Terms = std::conditional_t<A == bits50, SlopeTerms<10, 8, 4>,
+      using Terms = std::conditional_t<A == bits50, SlopeTerms<8, 7, 4, 2, 1>,
                                        std::conditional_t<A == bits40, SlopeTerms<6, 4, 1>, SlopeTerms<6, 3, 0>>>;
       const auto row = complement_row<F, 7, A == bits50>(a);
       const auto [value, slope] = lookup_pair<erf_tables::erfc_and_slope>(row.index);
