@@ -90,7 +90,7 @@ template <class F, class V> inline FactoredSum<V> inverse_full(V x) {
   const auto large = t > splat<V>(0.5);
   // (1 - t) / 2, exact where it counts; without fused operations multiplications are what there is most of
   const V half_rest = has_fused ? half_rest_of(t) : from_bits<V>(bits(1.0 - t) - 0x10000000000000u);
-  const V z = smaller_of(half_rest, t * t), s = select(large, sqrt(half_rest), t);
+  const V z = smaller_of(half_rest, t * t), root = sqrt(half_rest), s = select(large, root, t);
   const V series = by_fours(z, asin_full);
 
   // base + factor s_head is exact: s_head has 26 bits or 17, and so much of s as lies above 2^-52
@@ -123,7 +123,7 @@ template <class F, class V> inline FactoredSum<V> inverse_full(V x) {
     rest = mul_add(splat<V>(leading), cube, rest);
   } else {
     const V square = s_head * s_head, sum = s + s_head;
-    const V s_tail = select(large, (half_rest - square) / sum, s - s_head);
+    const V s_tail = select(large, (half_rest - square) / (root + s_head), s - s_head);
     rest = s_tail * (leading * (z + s_head * sum) + 1.0) + ((s * z) * series + base_tail);
     rest = rest + (leading * square) * s_head;
   }
