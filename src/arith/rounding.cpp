@@ -2,6 +2,7 @@
 #include "frame/export.hpp"
 #include "frame/range_test.hpp"
 #include "kelvm/arith.h"
+#include "simd/integral.hpp"
 
 namespace kelvm::inline KELVM_BUILD::rounding_family {
 namespace {
@@ -20,42 +21,44 @@ template <class T> using Trunc = Rounded<T, Rounding::to_zero>;
 template <class T> using Rint = Rounded<T, Rounding::current>;
 template <class T> using NearbyInt = Rounded<T, Rounding::current_quiet>;
 
-/// What a block adds up, which is a NaN where an element is not finite.
-template <class V> struct FiniteTest {
-  V sum{};
-  SignMask<V> undecided{};
-
-  bool any() const { return kelvm::any(above(abs(sum), largest_finite<Lane<V>>)); }
-  BitMask lanes() const { return movemask(undecided); }
-};
-
-/// To nearest, halfway cases away from zero: the largest number below a half added to the magnitude, and cut off.
-/// Adding +0 makes every zero result +0.
+/// To nearest, halfway cases away from zero: the largest number below a half added to the magnitude, and cut off. Every
+/// zero result is +0, and an infinity raises invalid.
 template <class T> struct Round : KernelDefaults {
   using Element = T;
-  template <class V> using ResultTest = FiniteTest<V>;
-  template <class V> static SignMask<V> special(V) { return SignMask<V>{}; }
-  template <class V> static V formula(V x, FiniteTest<V>& test) {
-    test.sum = mul_add(x, V{}, test.sum); // for an infinity it raises invalid
-    test.undecided |= above(abs(x), largest_finite<T>);
-    return round<Rounding::to_zero>(x + with_sign(splat<V>(T(0.5) * below_one<T>), sign_of(x))) + V{};
-  }
-  static T element(T x, kelStatus&) {
-    if (is_infinite(x)) ownRaiseFpException(kelStatusDomain);
-    return x + x;
+  static constexpr bool covers_everything = true;
+  template <class V> static V formula(V x) {
+    return with_positive_zeros(round<Rounding::to_zero>(x + with_sign(splat<V>(T(0.5) * below_one<T>), sign_of(x))));
   }
 };
 
 /// Integral part toward zero and fractional part, both with the sign of x. Nothing is rounded, so that the mode says no
 /// more than where the call's flags end.
-template <class T> struct Modf : AnyOperands<KernelDefaults> {
+template <class T> struct ModfByFraction : KernelDefaults {
   using Element = T;
   static constexpr Mode mode = Mode::toward_zero_exactly;
-  template <class V> using ResultTest = FiniteTest<V>;
-  template <class V> static Pair<V> formula(V x, FiniteTest<V>& test) {
+  static constexpr bool covers_everything = true;
+  template <class V> static Pair<V> formula(V x) {
+    const V integral = round<Rounding::to_zero_quiet>(x);
+    return {integral, with_sign(fraction(x, integral), sign_of(x))};
+  }
+};
+
+/// The fractions of a block: those of infinities and NaNs are NaNs, the others below 1.
+template <class V> struct FractionTest {
+  Bits<V> seen{};
+  SignMask<V> undecided{};
+
+  bool any() const { return kelvm::any(bit_cast<V>(seen + seen)); }
+  BitMask lanes() const { return movemask(undecided); }
+};
+template <class T> struct ModfByDifference : AnyOperands<KernelDefaults> {
+  using Element = T;
+  static constexpr Mode mode = Mode::toward_zero_exactly;
+  template <class V> using ResultTest = FractionTest<V>;
+  template <class V> static Pair<V> formula(V x, FractionTest<V>& test) {
     const V integral = round<Rounding::to_zero_quiet>(x);
     const V fraction = x - integral;
-    test.sum += fraction;
+    test.seen |= bits(fraction);
     test.undecided |= above(abs(x), largest_finite<T>);
     return {integral, with_sign(fraction, sign_of(x))};
   }
@@ -65,6 +68,7 @@ template <class T> struct Modf : AnyOperands<KernelDefaults> {
     return {x, with_sign(T(0), sign_of(x))};
   }
 };
+template <class T> using Modf = std::conditional_t<has_fraction, ModfByFraction<T>, ModfByDifference<T>>;
 
 } // namespace
 
