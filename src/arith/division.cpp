@@ -1,15 +1,15 @@
 // Quotient and reciprocal. A24, A53: the processor's division. Reduced accuracies, where the processor has an estimate
-// r of 1 / y (floats; doubles in the AVX-512 build): Newton's steps r + r (1 - y r), each of which squares the error,
-// and x r.
+// r of 1 / y (floats; doubles in the AVX-512 build): Newton's steps, each of which squares the error, r + r (1 - y r)
+// and at last (x r) (2 - y r).
 //
 //         steps   r to 2^-14 (AVX-512)       to 1.5 2^-12
 //   A11   none    2^-14                      2^-11.4
-//   A21   one     Inv 2^-23.4                2^-21.9, Inv 2^-22.3; at SSE4.1 the division is faster
+//   A21   one     Inv 2^-22.9                2^-21.6; Inv 2^-21.9, without fused operations 2^-21.7
 //   A26   one     2^-27.9
-//   A50   two     2^-51.9, Inv 2^-52.8
+//   A50   two     2^-51.3, Inv 2^-51.8
 //
-// A reciprocal below the normal range leaves fewer bits, 2^-50.6 of a quotient of doubles. What is missing is done by
-// the processor's division; an integer guess at the reciprocal with polynomial or Newton steps is slower.
+// What is missing is done by the processor's division; an integer guess at the reciprocal with polynomial or Newton
+// steps is slower.
 //
 // A quotient's own flags are those that its element earns, so Div divides first and looks at the result: what is not an
 // ordinary number or a zero from a zero dividend goes to element(), which finds the code.
@@ -17,6 +17,7 @@
 #include "frame/range_test.hpp"
 #include "kelvm/arith.h"
 #include "simd/estimate.hpp"
+#include "simd/quick_range.hpp"
 
 namespace kelvm::inline KELVM_BUILD::real_division {
 namespace {
@@ -37,25 +38,23 @@ template <class T> T quotient(T x, T y, kelStatus& status) {
 }
 
 /// Whether results may have a code: what is not between the least and the largest number that have none, by a margin
-/// for what estimates err. A zero makes a closer look at the vectors of a block necessary.
+/// for what estimates err.
 template <class V> struct QuotientTest {
   using T = Lane<V>;
 
   void add(V dividend, V quotient) {
-    const auto words = bit_cast<typename Range::Words>(quotient);
-    range.add(words + words); // without the sign
+    range.add(quotient);
     const V magnitude = abs(quotient);
     undecided |= (below(magnitude, from_word<T>(least, false)) & -bits(abs(dividend))) |
                  beyond(magnitude, from_word<T>(largest, true));
   }
-  bool any() const { return range.outside(); }
+  bool any() const { return !range.passed() && kelvm::any(undecided); }
   BitMask lanes() const { return movemask(undecided); }
 
 private:
   static constexpr std::uint32_t least = sizeof(T) == 8 ? 0x00100001 : 0x00801000;
   static constexpr std::uint32_t largest = sizeof(T) == 8 ? 0x7FEFFFFE : 0x7F7FDFFF;
-  using Range = WordRange<V, 2 * least, 2 * largest + 1>;
-  Range range;
+  MiddleRange<V, true> range;
   Bits<V> undecided{};
 };
 
@@ -81,41 +80,45 @@ template <class T> struct Inv : KernelDefaults {
   static T element(T x, kelStatus& status) { return quotient(T(1), x, status); }
 };
 
-/// About 1 / y, after so many of Newton's steps.
-template <int Steps, class V> V reciprocal(V y) {
+/// About x / y after so many of Newton's steps, times_x being multiplication by x.
+template <int Steps, class V, class F> V newton_quotient(V y, F times_x) {
   V r = reciprocal_estimate(y);
-  unrolled<Steps>([&](auto) { r = mul_add(r, sub_mul(splat<V>(1), y, r), r); });
-  return r;
+  if constexpr (Steps == 0) {
+    return times_x(r);
+  } else {
+    unrolled<Steps - 1>([&](auto) { r = mul_add(r, sub_mul(splat<V>(1), y, r), r); });
+    return times_x(r) * sub_mul(splat<V>(2), y, r);
+  }
 }
 
 template <class T, int Steps> struct EstimatedDiv : AnyOperands<Div<T>> {
   static constexpr Magnitudes quiet_magnitudes{0x1p-30, 0x1p30};
   template <class V> static V formula(V x, V y, QuotientTest<V>& test) {
-    const V q = x * reciprocal<Steps>(y);
+    const V q = newton_quotient<Steps>(y, [&](V r) { return x * r; });
     test.add(x, q);
     return q;
   }
 };
+
 template <class T, int Steps> struct EstimatedInv : Inv<T> {
   static constexpr int vectors_in_flight = 4;
   /// So that no step underflows.
   static constexpr T high = sizeof(T) == 8 ? T(0x1p960) : T(0x1p96);
+  template <class V> using QuickTest = MiddleRange<V, true>;
   template <class V> static SignMask<V> special(V x) { return outside(abs(x), smallest_normal<T>, high); }
-  template <class V> static V formula(V x) { return reciprocal<Steps>(x); }
+  template <class V> static V formula(V x) {
+    return newton_quotient<Steps>(x, [](V r) { return r; });
+  }
 };
 
-/// By measurement: on floats, a step without fused operations costs more than the divider, and a quotient's step and
-/// test together more than that of 64 bytes.
+/// By measurement: on floats, a quotient's step and test together cost more than the divider, but in 32 bytes.
 template <class T, int Steps>
-inline constexpr bool estimates_win = has_estimates<T> && (Steps == 0 || has_fused || sizeof(T) == 8);
-template <class T, int Steps>
-inline constexpr bool estimated_quotients_win = estimates_win<T, Steps> &&
+inline constexpr bool estimated_quotients_win = has_estimates<T> &&
                                                 (Steps == 0 || vector_bytes == 32 || sizeof(T) == 8);
 
 template <class T, int Steps>
 using ReducedDiv = std::conditional_t<estimated_quotients_win<T, Steps>, EstimatedDiv<T, Steps>, Div<T>>;
-template <class T, int Steps>
-using ReducedInv = std::conditional_t<estimates_win<T, Steps>, EstimatedInv<T, Steps>, Inv<T>>;
+template <class T, int Steps> using ReducedInv = std::conditional_t<has_estimates<T>, EstimatedInv<T, Steps>, Inv<T>>;
 
 } // namespace
 

@@ -18,6 +18,9 @@
 // formula sets them, or, where that costs too much, a type that gathers what it needs from all vectors of a block:
 // any() tells whether a lane of the block may be undecided, lanes(), asked after a single vector, which are.
 //
+// Where special takes many operations a kernel may have a QuickTest<V>, which add(x) gives all vectors of a block:
+// passed() says that no lane is special, else special decides.
+//
 // A kernel with `has_wide_formula` has a second pair, wide_special and wide_formula, that takes the place of the first
 // in vectors with marked lanes: slower and covering more, with the bits of formula where that covers a lane. It may
 // have a WideResultTest.
@@ -47,6 +50,12 @@ struct NoResultTest {
   BitMask lanes() const { return 0; }
 };
 
+/// The QuickTest of a kernel whose special is quick.
+struct NoQuickTest {
+  template <class... V> void add(V...) {}
+  bool passed() const { return false; }
+};
+
 /// An interval of absolute values, of numbers of both signs or of positive ones alone.
 struct Magnitudes {
   double from, to;
@@ -63,6 +72,7 @@ struct KernelDefaults {
   static constexpr int vectors_in_flight = 4;
   static constexpr bool covers_everything = false;
   template <class V> using ResultTest = NoResultTest;
+  template <class V> using QuickTest = NoQuickTest;
   static constexpr bool has_wide_formula = false;
   template <class V> using WideResultTest = NoResultTest;
   /// For one real source: all that is not finite.
@@ -474,13 +484,15 @@ public:
     for (; i + block <= len; i += block) {
       Inputs<V> in[K::vectors_in_flight];
       Outputs<V> out[K::vectors_in_flight];
-      SignMask<V> marked{};
+      typename K::template QuickTest<V> quick{};
+      SignMask<V> marked{}; // computed behind the quick test, as nothing before wants it
       ResultTest undecided{};
       unrolled<K::vectors_in_flight>([&](auto v) {
         in[v] = load_block<Lanes::any>(arrays, i + v * width);
+        spread(in[v], [&](auto... x) { quick.add(x...); });
         marked |= special(kernel, in[v]);
       });
-      if (!K::covers_everything && any(marked)) [[unlikely]] {
+      if (!K::covers_everything && !quick.passed() && any(marked)) [[unlikely]] {
         // NaNs seldom come alone.
         const std::ptrdiff_t blocks = answers_nans ? std::min<std::ptrdiff_t>((len - i) / block, 8) : 1;
         outcome.add(elsewhere(special_loop, kernel, arrays, i, blocks * block));

@@ -3,7 +3,6 @@
 
 #include "exact/quiet.hpp"
 #include "frame/frame.hpp"
-#include "simd/word_range.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 

@@ -1,12 +1,13 @@
 // Square root, its reciprocal, and x^(3/2).
 //
 //   Sqrt           the processor's square root where nothing below is said
-//   InvSqrt A53    s = sqrt(x), r = 1 / s, d = 1 - s r and e = x - s^2 exactly: r + r (d - e r^2 / 2), rounded in its
-//                  last sum: 0.5000 ulp; without fused operations by parts, r cut to 26 bits, and d + d^2 for d
-//           A24    r as A21's below, d = 1 - x r^2 from an exact product, r + r d/2 rounded where its error, 2^-20.5 of
-//                  r d/2, decides; without fused operations r = 1 / sqrt(x) in single precision and the sum in double,
-//                  2^-47.3
-//   Pow3o2  A53    s = sqrt(x) in two parts, e = x - s^2 exactly; x s + s e / 2: 0.5000 ulp
+//   InvSqrt A53    r to 2^-20.3 (root/root.hpp), d = 1 - x r^2 from an exact product: r + r/2 (d + 3/4 d^2 + 5/8 d^3),
+//   its
+//                  second term to 2^-50 of itself: 0.5000 ulp; without fused operations s = sqrt(x), r = 1 / s cut to
+//                  26 bits, d = 1 - s r and e = x - s^2 by parts: r + r (d + d^2 - e r^2 / 2), 0.5000 ulp
+//           A24    r as A21's below, d likewise, r + r d/2 rounded where its error, 2^-20.4 of r d/2, decides; without
+//                  fused operations r = 1 / sqrt(x) in single precision and the sum in double, 2^-47.3
+//   Pow3o2  A53    s = sqrt(x), e = x - s^2 exactly; x s + s e / 2 with one rounding, or by parts: 0.5000 ulp
 //           A24    the same in single precision, 2^-47.4, rounded where that decides; without fused operations
 //                  s (3/2 x - 1/2 s^2) in double
 //
@@ -15,20 +16,20 @@
 //
 //         terms                        r to 2^-14 (AVX-512)    to 1.5 2^-12
 //   A11   1                            2^-14                   2^-11.4
-//   A21   1 + e/2                      2^-22.5                 2^-21.5, Pow3o2 2^-21.3
+//   A21   1 + e/2 = 3/2 - s/2 r        2^-22.3                 2^-21.3, Pow3o2 2^-21.1
 //   A26   1 + e/2                      2^-27.4
 //   A50   1 + e/2 + 3/8 e^2 + 5/16 e^3 2^-51.9, Pow3o2 2^-51.3
 //
-// Doubles elsewhere: InvSqrt A50 r to 2^-20.3 (root/root.hpp), r + r (d/2 + 3/8 d^2); A26 the first guess and one
+// Doubles elsewhere: InvSqrt A50 r to 2^-20.3, r + r d (1/2 + 3/8 d); A26 the first guess and one
 // polynomial, 2^-30.3; Pow3o2 two operations, each rounded.
 #include "exact/double_word.hpp"
 #include "exact/rounding_test.hpp"
 #include "frame/export.hpp"
-#include "frame/range_test.hpp"
 #include "kelvm/root.h"
+#include "root/estimated_root.hpp"
 #include "root/root.hpp"
 #include "root/scaled.hpp"
-#include "simd/estimate.hpp"
+#include "simd/quick_range.hpp"
 
 namespace kelvm::inline KELVM_BUILD::square_roots {
 namespace {
@@ -51,61 +52,25 @@ template <class T> struct Sqrt : KernelDefaults {
 
 // --- the processor's estimate ----------------------------------------------------------------------------------------
 
-/// An estimate r of x^(-1/2), s = x r, and the residual e = 1 - s r, so that (1 - e)^(-1/2) corrects both.
-template <class V> struct EstimatedRoot {
-  V r, s, e;
-  EstimatedRoot(V x, V estimate) : r(estimate), s(x * r), e(sub_mul(splat<V>(1), s, r)) {}
-
-  /// y (1 - e)^(-1/2), by so many terms of its series.
-  template <int Terms> V corrected(V y) const {
-    if constexpr (Terms == 0)
-      return y;
-    else if constexpr (Terms == 1)
-      return mul_add(y, V(Lane<V>(0.5) * e), y);
-    else
-      return mul_add(y * e, mul_add(e, mul_add(e, splat<V>(0.3125), splat<V>(0.375)), splat<V>(0.5)), y);
-  }
-};
-
-/// The same for a zero, too, which has a huge r and s = 0.
-template <class V> EstimatedRoot<V> estimated_root(V x) {
-  return {x, smaller_of(inverse_sqrt_estimate(x), splat<V>(largest_finite<Lane<V>>))};
-}
-
-/// The lanes with x neither zero nor in an interval, by x itself, though any x goes into the formula. A zero makes a
-/// closer look at the vectors of a block necessary.
-template <class V, std::uint32_t Least, std::uint32_t Largest> struct IntervalTest {
-  using T = Lane<V>;
-
-  void add(V x) {
-    range.add(bit_cast<typename Range::Words>(x));
-    undecided |= outside_but_plus_zero(x, from_word<T>(Least, false), from_word<T>(Largest, true));
-  }
-  bool any() const { return range.outside(); }
-  BitMask lanes() const { return movemask(undecided); }
-
-private:
-  using Range = WordRange<V, Least, Largest>;
-  Range range;
-  SignMask<V> undecided{};
-};
-
-/// What the estimated root covers: where estimates know subnormals two operations tell before, elsewhere two after.
-template <class T> struct SqrtOfSubnormals : Sqrt<T> {
+/// A zero goes the way of ordinary arguments where estimates know subnormals. Elsewhere it gives itself, as a NaN does:
+/// it would cost the others a minimum.
+template <class T, int Terms> struct EstimatedSqrt : Sqrt<T> {
+  template <class V> using QuickTest = MiddleRange<V>;
   template <class V> static SignMask<V> special(V x) {
-    return int_bits(x) | bit_cast<SignMask<V>>(beyond(x, largest_finite<T>));
+    if constexpr (estimates_know_subnormals)
+      return int_bits(x) | bit_cast<SignMask<V>>(beyond(x, largest_finite<T>));
+    else
+      return outside(x, smallest_normal<T>, largest_finite<T>);
   }
-};
-template <class T> struct SqrtOfNormals : AnyOperands<Sqrt<T>> {
-  static constexpr Magnitudes quiet_magnitudes{0x1p-40, 0x1p60, false};
-  template <class V> using ResultTest = IntervalTest<V, 0x00800000, 0x7F7FFFFF>;
-};
-template <class T, int Terms>
-struct EstimatedSqrt : std::conditional_t<estimates_know_subnormals, SqrtOfSubnormals<T>, SqrtOfNormals<T>> {
-  template <class V, class... Test> static V formula(V x, Test&... test) {
-    (test.add(x), ...);
-    const EstimatedRoot<V> root = estimated_root(x);
+  template <class V> static V formula(V x) {
+    const EstimatedRoot<V> root =
+        estimates_know_subnormals ? estimated_root(x) : EstimatedRoot<V>(x, inverse_sqrt_estimate(x));
     return root.template corrected<Terms>(root.s);
+  }
+  template <class V> static SignMask<V> nan_lanes(V x) {
+    if constexpr (estimates_know_subnormals) return quiet_nans(x);
+    const Bits<V> magnitude = bits(x) + bits(x);
+    return quiet_nans(x) | bit_cast<SignMask<V>>((magnitude - 1) & ~magnitude);
   }
 };
 template <class T, int Terms>
@@ -142,7 +107,7 @@ struct A50 {
   template <class V> static V inverse_sqrt(V x) {
     const V r = inverse_root<2>(x, inverse_sqrt_20);
     const V d = residual<2>(x, r);
-    return r + r * (d * (0.5 + 0.375 * d));
+    return mul_add(r * d, mul_add(splat<V>(0.375), d, splat<V>(0.5)), r);
   }
 };
 struct A26 {
@@ -159,8 +124,15 @@ template <class T, int Terms> struct Estimated {
 template <class T, int Terms, class Otherwise>
 using Reduced = std::conditional_t<has_estimates<T>, Estimated<T, Terms>, Otherwise>;
 
+/// 1 - x r^2 for r about x^(-1/2), with an exact product: to about 2^-52 of itself, floats 2^-23.
+template <class V> V exact_residual(V x, V r) {
+  const DoubleWord<V> s = two_product(x, r);
+  return sub_mul(sub_mul(splat<V>(1), s.hi, r), s.lo, r);
+}
+
 template <class P> struct InvSqrt : KernelDefaults {
   using Element = typename P::Element;
+  template <class V> using QuickTest = MiddleRange<V>;
   template <class V> static SignMask<V> special(V x) {
     return outside(x, smallest_normal<Element>, largest_finite<Element>);
   }
@@ -173,11 +145,18 @@ template <class P> struct InvSqrt : KernelDefaults {
 
 struct InvSqrt64A53 : KernelDefaults {
   using Element = double;
-  static constexpr int vectors_in_flight = 2;
+  static constexpr int vectors_in_flight = few_vectors_in_flight;
+  template <class V> using QuickTest = MiddleRange<V>;
   template <class V> static SignMask<V> special(V x) { return outside(x, 0x1p-960, largest_finite<double>); }
   template <class V> static V formula(V x) {
-    const DoubleWord<V> y = inverse_sqrt_parts(x);
-    return rounded(y);
+    if constexpr (has_fused) {
+      const V r = inverse_root<2>(x, inverse_sqrt_20), d = exact_residual(x, r);
+      const V series = mul_add(d, mul_add(d, splat<V>(0.625), splat<V>(0.75)), splat<V>(1));
+      return mul_add(halved(r) * d, series, r);
+    } else {
+      const DoubleWord<V> y = inverse_sqrt_parts(x);
+      return rounded(y);
+    }
   }
   static double element(double x, kelStatus& status) {
     return inverse_sqrt_element(x, status, [](double small) { return formula(small * 0x1p400) * 0x1p200; });
@@ -204,6 +183,7 @@ struct InvSqrt32A24 : KernelDefaults {
   using Element = float;
   static constexpr int vectors_in_flight = few_vectors_in_flight;
   template <class V> using ResultTest = std::conditional_t<has_fused, FusedRounding, RoundingTest>;
+  template <class V> using QuickTest = MiddleRange<V>;
   template <class V> static SignMask<V> special(V x) {
     return outside(x, smallest_normal<float>, largest_finite<float>);
   }
@@ -213,9 +193,7 @@ struct InvSqrt32A24 : KernelDefaults {
   }
   template <class V> static V formula(V x, FusedRounding& test) {
     const V r = Estimated<float, 1>::inverse_sqrt(x);
-    const DoubleWord<V> s = two_product(x, r);
-    const V d = sub_mul(sub_mul(splat<V>(1), s.hi, r), s.lo, r);
-    return test.sum(r, (0.5f * r) * d);
+    return test.sum(r, halved(r) * exact_residual(x, r));
   }
   static float element(float x, kelStatus& status) {
     return inverse_sqrt_element(x, status, [](float x) { return round_sum_to_float(inverse_sqrt_parts(double(x))); });
@@ -229,7 +207,7 @@ template <class V> DoubleWord<V> power_3_2_parts(V x) {
   const V s = sqrt(x);
   if constexpr (has_fused) {
     const DoubleWord<V> product = two_product(x, s);
-    return {product.hi, mul_add(0.5 * sub_mul(x, s, s), s, product.lo)};
+    return {product.hi, mul_add(sub_mul(x, s, s), halved(s), product.lo)};
   } else {
     const V s_head = head_of(s), x_head = head_of(x);
     const V s_tail = s - s_head, x_tail = x - x_head;
@@ -259,22 +237,15 @@ template <class T> struct Pow3o2 : KernelDefaults {
   /// Within: neither the result nor a step towards it leaves the normal range.
   static constexpr T low = sizeof(T) == 8 ? T(0x1p-640) : T(0x1p-83);
   static constexpr T high = sizeof(T) == 8 ? T(0x1p680) : T(0x1p85);
+  template <class V> using QuickTest = MiddleRange<V>;
   template <class V> static SignMask<V> special(V x) { return outside_but_plus_zero(x, low, high); }
   template <class V> static V formula(V x) { return x * sqrt(x); }
   static T element(T x, kelStatus& status) { return power_3_2_element(x, status); }
 };
 
-template <class T, int Terms> struct EstimatedPow3o2 : AnyOperands<Pow3o2<T>> {
+template <class T, int Terms> struct EstimatedPow3o2 : Pow3o2<T> {
   static constexpr int vectors_in_flight = 4;
-  static constexpr Magnitudes quiet_magnitudes{0x1p-40, 0x1p60, false};
-  template <class V> static SignMask<V> special(V x) {
-    return flags_stay ? outside(x, Pow3o2<T>::low, Pow3o2<T>::high) : SignMask<V>{};
-  }
-  template <class V>
-  using ResultTest = IntervalTest<V, sizeof(T) == 8 ? 0x17F00000 : 0x16000000,
-                                  sizeof(T) == 8 ? 0x6A6FFFFF : 0x69FFFFFF>; // 2^-640 to 2^680, 2^-83 to 2^85
-  template <class V> static V formula(V x, ResultTest<V>& test) {
-    test.add(x);
+  template <class V> static V formula(V x) {
     const EstimatedRoot<V> root = estimated_root(x);
     return root.template corrected<Terms>(x * root.s);
   }
@@ -283,14 +254,22 @@ template <class T, int Terms>
 using ReducedPow3o2 = std::conditional_t<has_estimates<T>, EstimatedPow3o2<T, Terms>, Pow3o2<T>>;
 
 struct Pow3o2_64A53 : Pow3o2<double> {
+  static constexpr double low = 0x1p-600; // the product of a root and its residual, too, is normal
+  template <class V> static SignMask<V> special(V x) { return outside_but_plus_zero(x, low, high); }
   template <class V> static V formula(V x) {
-    const DoubleWord<V> y = power_3_2_parts(x);
-    return rounded(y);
+    if constexpr (has_fused) {
+      const V s = sqrt(x);
+      return mul_add(x, s, sub_mul(x, s, s) * halved(s));
+    } else {
+      const DoubleWord<V> y = power_3_2_parts(x);
+      return rounded(y);
+    }
   }
 };
 
 struct Pow3o2_32A24 : Pow3o2<float> {
   static constexpr float low = has_fused ? 0x1p-52f : Pow3o2<float>::low; // exact products
+  template <class V> using QuickTest = QuickRange<V, -52, false>;
   template <class V> using ResultTest = std::conditional_t<has_fused, FusedRounding, RoundingTest>;
   template <class V> static SignMask<V> special(V x) { return outside_but_plus_zero(x, low, high); }
   template <class V> static V formula(V x, RoundingTest& test) {
@@ -298,9 +277,8 @@ struct Pow3o2_32A24 : Pow3o2<float> {
         test, [](auto x, auto s) { return s * (1.5 * x - 0.5 * (s * s)); }, x, sqrt(x));
   }
   template <class V> static V formula(V x, FusedRounding& test) {
-    const V s = sqrt(x);
-    const DoubleWord<V> product = two_product(x, s);
-    return test.sum(product.hi, mul_add(0.5f * sub_mul(x, s, s), s, product.lo));
+    const DoubleWord<V> y = power_3_2_parts(x);
+    return test.sum(y.hi, y.lo);
   }
 };
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "simd/arithmetic.hpp"
+#include "simd/memory.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
@@ -59,6 +60,25 @@ template <class V> inline V inverse_sqrt_estimate(V v) {
     return (V)_mm_rsqrt_ps((__m128)v);
 #  endif
 #endif
+}
+
+/// v / 2 for a positive v with both normal, and for +0: by integers, as multipliers are the bottleneck of Newton's
+/// steps.
+template <class V> inline V halved(V v) {
+  if constexpr (lanes<V> == 1) {
+    return Lane<V>(0.5) * v;
+  } else {
+    // Of the 16-bit words the highest of a lane has the exponent. A zero stays: the subtraction saturates.
+    static_assert(sizeof v == vector_bytes);
+    const auto one = splat<Bits<V>>(Lane<Bits<V>>(1) << (sizeof(Lane<V>) == 8 ? 52 : 23));
+#if KELVM_AVX512
+    return (V)_mm512_maskz_subs_epu16(__mmask32(-1), (__m512i)v, (__m512i)one);
+#elif KELVM_AVX2
+    return (V)_mm256_subs_epu16((__m256i)v, (__m256i)one);
+#else
+    return (V)_mm_subs_epu16((__m128i)v, (__m128i)one);
+#endif
+  }
 }
 
 } // namespace kelvm::inline KELVM_BUILD
