@@ -59,7 +59,7 @@ KELVM_API kelStatus kelsDiv_64fc_A53(const Complex64f* src1, const Complex64f* s
 /** dst[i] = the absolute value of src[i], infinite where a part is, whatever the other. No overflow or underflow of
  * intermediate values. Warnings: kelStatusOverflow where a finite number's absolute value overflows; kelStatusUnderflow
  * where it is below the smallest normal number and not zero. A24: correctly rounded; A53: within 0.52 ulp; the others
- * within 2^-bits of the suffix. */
+ * within 2^-bits of the suffix; at A26 the bits may differ between processors. */
 KELVM_API kelStatus kelsAbs_32fc_A11(const Complex32f* src, float* dst, int len);
 KELVM_API kelStatus kelsAbs_32fc_A21(const Complex32f* src, float* dst, int len);
 KELVM_API kelStatus kelsAbs_32fc_A24(const Complex32f* src, float* dst, int len);

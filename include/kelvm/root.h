@@ -2,8 +2,8 @@
 /* Roots and algebraic powers of arrays. Conventions, status codes, aliasing: kelvm/types.h.
  *
  * Relative error at the lower accuracies: A11 2^-11, A21 2^-21, A26 2^-26, A50 2^-50. Where the exact result is a
- * number of the type, A24 and A53 return it. The bits of Sqrt, InvSqrt and Pow3o2 at the lower accuracies may differ
- * between processors. Subnormal arguments are honoured; a NaN gives a quiet NaN and no warning.
+ * number of the type, A24 and A53 return it. The bits of Sqrt, InvSqrt and Pow3o2 at the lower accuracies, and of Hypot
+ * at A26, may differ between processors. Subnormal arguments are honoured; a NaN gives a quiet NaN and no warning.
  */
 #ifndef KELVM_ROOT_H
 #define KELVM_ROOT_H
