@@ -10,7 +10,8 @@
 //   64fc A53       the plain root w of |x| + i|y| and one Newton step, w + (|x| + i|y| - w^2) / (2 w), with the
 //                  residual exact by parts and a reciprocal of 2^-9.6: 0.503 ulp a part
 //        A50, A26  the plain formula
-//   32fc A24       the same step from the plain root in float, the residual alone in double: 0.5001 ulp a part
+//   32fc A24       the same step from the plain root in float with the residual exact by fused steps, else in double:
+//                  0.5001 ulp a part
 //        A21, A11  the plain formula
 //
 // The processor's square root is so fast that no shorter computation is faster.
@@ -37,13 +38,24 @@ struct Plain {
   }
 };
 
+/// x + q^2 - t^2, about zero, with products that are exact where they cancel.
+template <class V> V real_residual(V x, V t, V q) {
+  const DoubleWord<V> t2 = square_in_parts(t), q2 = square_in_parts(q), sum = two_sum(x, q2.hi);
+  return (((sum.hi - t2.hi) + sum.lo) + q2.lo) - t2.lo;
+}
+
 struct NewtonStepInFloat {
   static constexpr double least_y = 0x1p-76; // what the step adds has its bits, or is nothing
   template <class V> static Root<V> root(V x, V y) {
     const V m = sqrt(mul_add(x, x, y * y));
     const V square = 0.5f * (x + m), t = sqrt(square);
     const V both = 0.5f / (m * square); // one division for 1 / (2 m) and 1 / (2 square)
-    const V q = (y * t) * (m * both), inverse = square * both, c = t * inverse;
+    const V q = (y * t) * (m * both), inverse = square * both;
+    if constexpr (has_fused) {
+      const V re = real_residual(x, t, q), im = sub_mul(y, q + q, t);
+      return {mul_add(mul_add(re, t, im * q), inverse, t), mul_add(mul_sub(im, t, re * q), inverse, q)};
+    }
+    const V c = t * inverse;
     const Pair<V> rest = pair_in_double(
         [](auto x, auto y, auto t, auto q) { // products of floats are exact
           return Pair<decltype(x)>{mul_add(q, q, sub_mul(x, t, t)), sub_mul(y, t, q + q)};
@@ -60,10 +72,8 @@ struct NewtonStep {
   template <class V> static Root<V> root(V x, V y) {
     const V m = sqrt(mul_add(x, x, y * y));
     const V t = sqrt(0.5 * (x + m)), q = y * (0.5 / t);
-    // x + q^2 - t^2 and y - 2 t q, with exact products where they cancel
-    const DoubleWord<V> t2 = square_in_parts(t), q2 = square_in_parts(q), sum = two_sum(x, q2.hi);
-    const V re = (((sum.hi - t2.hi) + sum.lo) + q2.lo) - t2.lo;
-    V half_im = 0.5 * y;
+    const V re = real_residual(x, t, q);
+    V half_im = 0.5 * y; // less t q
     if constexpr (has_fused) {
       half_im = sub_mul(half_im, q, t);
     } else {
