@@ -13,54 +13,45 @@ template <class T> inline constexpr bool has_estimates = sizeof(T) == 4 || vecto
 /// estimate below the normal range is one.
 inline constexpr bool estimates_know_subnormals = vector_bytes == 64;
 
+// The two functions differ in the instruction's name.
+#if KELVM_AVX512
+#  define KELVM_ESTIMATE(instruction)                                                                                  \
+    if constexpr (std::is_same_v<V, float>)                                                                            \
+      return _mm_cvtss_f32(_mm_##instruction##14_ss(_mm_set_ss(v), _mm_set_ss(v)));                                    \
+    else if constexpr (std::is_same_v<V, double>)                                                                      \
+      return _mm_cvtsd_f64(_mm_##instruction##14_sd(_mm_set_sd(v), _mm_set_sd(v)));                                    \
+    else if constexpr (sizeof(Lane<V>) == 4)                                                                           \
+      return (V)_mm512_maskz_##instruction##14_ps(__mmask16(-1), (__m512)v);                                           \
+    else                                                                                                               \
+      return (V)_mm512_maskz_##instruction##14_pd(__mmask8(-1), (__m512d)v);
+#else
+#  if KELVM_AVX2
+#    define KELVM_ESTIMATE_OF_VECTOR(instruction) (V) _mm256_##instruction##_ps((__m256)v)
+#  else
+#    define KELVM_ESTIMATE_OF_VECTOR(instruction) (V) _mm_##instruction##_ps((__m128)v)
+#  endif
+#  define KELVM_ESTIMATE(instruction)                                                                                  \
+    if constexpr (lanes<V> == 1)                                                                                       \
+      return _mm_cvtss_f32(_mm_##instruction##_ss(_mm_set_ss(v)));                                                     \
+    else                                                                                                               \
+      return KELVM_ESTIMATE_OF_VECTOR(instruction);
+#endif
+
 /// About 1 / v: relative error at most 2^-14 in the AVX-512 build, 1.5 2^-12 in the others, as makers guarantee. A zero
 /// gives an infinity and the other way round, with the sign.
 template <class V> inline V reciprocal_estimate(V v) {
   static_assert(has_estimates<Lane<V>> && (lanes<V> == 1 || sizeof v == vector_bytes));
-#if KELVM_AVX512
-  if constexpr (std::is_same_v<V, float>)
-    return _mm_cvtss_f32(_mm_rcp14_ss(_mm_set_ss(v), _mm_set_ss(v)));
-  else if constexpr (std::is_same_v<V, double>)
-    return _mm_cvtsd_f64(_mm_rcp14_sd(_mm_set_sd(v), _mm_set_sd(v)));
-  else if constexpr (sizeof(Lane<V>) == 4)
-    return (V)_mm512_maskz_rcp14_ps(__mmask16(-1), (__m512)v);
-  else
-    return (V)_mm512_maskz_rcp14_pd(__mmask8(-1), (__m512d)v);
-#else
-  if constexpr (lanes<V> == 1) return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(v)));
-#  if KELVM_AVX2
-  else
-    return (V)_mm256_rcp_ps((__m256)v);
-#  else
-  else
-    return (V)_mm_rcp_ps((__m128)v);
-#  endif
-#endif
+  KELVM_ESTIMATE(rcp)
 }
 
 /// About 1 / sqrt(v) for v >= 0, likewise. A zero gives an infinity and the other way round.
 template <class V> inline V inverse_sqrt_estimate(V v) {
   static_assert(has_estimates<Lane<V>> && (lanes<V> == 1 || sizeof v == vector_bytes));
-#if KELVM_AVX512
-  if constexpr (std::is_same_v<V, float>)
-    return _mm_cvtss_f32(_mm_rsqrt14_ss(_mm_set_ss(v), _mm_set_ss(v)));
-  else if constexpr (std::is_same_v<V, double>)
-    return _mm_cvtsd_f64(_mm_rsqrt14_sd(_mm_set_sd(v), _mm_set_sd(v)));
-  else if constexpr (sizeof(Lane<V>) == 4)
-    return (V)_mm512_maskz_rsqrt14_ps(__mmask16(-1), (__m512)v);
-  else
-    return (V)_mm512_maskz_rsqrt14_pd(__mmask8(-1), (__m512d)v);
-#else
-  if constexpr (lanes<V> == 1) return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(v)));
-#  if KELVM_AVX2
-  else
-    return (V)_mm256_rsqrt_ps((__m256)v);
-#  else
-  else
-    return (V)_mm_rsqrt_ps((__m128)v);
-#  endif
-#endif
+  KELVM_ESTIMATE(rsqrt)
 }
+
+#undef KELVM_ESTIMATE
+#undef KELVM_ESTIMATE_OF_VECTOR
 
 /// v / 2 for a positive v with both normal, and for +0: by integers, as multipliers are the bottleneck of Newton's
 /// steps.
