@@ -1,7 +1,7 @@
 // sqrt(x^2 + y^2), with the processor's square root where nothing else is said.
 //
 //   A53   every factor in two parts, the square root as a double-word: 0.5015 ulp
-//   A24   in double: 2^-52.4, rounded where that decides
+//   A24   in double: exact squares, a sum and a root: 3/2 2^-53, rounded where 2^-51 decides
 //   A50, A26, A21, A11: sqrt(x^2 + y^2), each operation rounded: at most 1.25 ulp. A26 in the AVX-512 build takes the
 //         square root from the processor's estimate, as Sqrt of that accuracy does: 2^-27.4
 //

@@ -2,14 +2,16 @@
 //
 //   Sqrt           the processor's square root where nothing below is said
 //   InvSqrt A53    r to 2^-20.3 (root/root.hpp), d = 1 - x r^2 from an exact product: r + r/2 (d + 3/4 d^2 + 5/8 d^3),
-//   its
-//                  second term to 2^-50 of itself: 0.5000 ulp; without fused operations s = sqrt(x), r = 1 / s cut to
-//                  26 bits, d = 1 - s r and e = x - s^2 by parts: r + r (d + d^2 - e r^2 / 2), 0.5000 ulp
-//           A24    r as A21's below, d likewise, r + r d/2 rounded where its error, 2^-20.4 of r d/2, decides; without
-//                  fused operations r = 1 / sqrt(x) in single precision and the sum in double, 2^-47.3
+//                  the second term to 2^-50 of itself: 0.5000 ulp; without fused operations s = sqrt(x), r = 1 / s cut
+//                  to 26 bits, d = 1 - s r and e = x - s^2 by parts: r + r (d + d^2 - e r^2 / 2), 0.5000 ulp
+//           A24    r as A21's below, d likewise, r + r d/2 rounded where its error decides: 3/4 d of r d/2 with |d| <
+//                  2^-20.5, and three roundings, 2^-20.4. Without fused operations r = 1 / sqrt(x) in single precision,
+//                  to 1.5 2^-24 as its two roundings never are at their worst together, and the sum in double: 3/8 d^2
+//                  with |d| < 3 2^-24, and less than two roundings: 2^-46.2
 //   Pow3o2  A53    s = sqrt(x), e = x - s^2 exactly; x s + s e / 2 with one rounding, or by parts: 0.5000 ulp
-//           A24    the same in single precision, 2^-47.4, rounded where that decides; without fused operations
-//                  s (3/2 x - 1/2 s^2) in double
+//           A24    the same in single precision, rounded where its error decides: the next term, 2^-23.4 of s e / 2,
+//                  and one rounding. Without fused operations s (3/2 x - 1/2 s^2) in double, the difference exact:
+//                  with s to 2^-24, 3/2 2^-48 and one rounding, 2^-47.3
 //
 // Reduced accuracies, where the processor has an estimate r of x^(-1/2) (floats; doubles in the AVX-512 build):
 // s = x r, e = 1 - s r, and r, s or x s times terms of (1 - e)^(-1/2):
@@ -188,7 +190,7 @@ struct InvSqrt32A24 : KernelDefaults {
     return outside(x, smallest_normal<float>, largest_finite<float>);
   }
   template <class V> static V formula(V x, RoundingTest& test) {
-    return in_double_decided<47>(
+    return in_double_decided<46>(
         test, [](auto x, auto r) { return r + (0.5 * r) * residual<2>(x, r); }, x, 1 / sqrt(x));
   }
   template <class V> static V formula(V x, FusedRounding& test) {
