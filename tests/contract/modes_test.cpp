@@ -217,22 +217,23 @@ double everyday_number(accuracy::Random& random) {
 
 // Long calls look for flags that no element has earned, short ones only where an element may raise such.
 TEST_P(Modes, ShortCallsRaiseTheFlagsOfLongOnes) {
-  constexpr int few = 3, many = 150; // less than any block, more than any
+  constexpr int few = 3, some = 150, many = 600; // less than any block, whole blocks, more than four of any
   accuracy::Random random{61};
   Bytes dst1(many * function.destination_size()), dst2 = dst1;
   const auto flags_of = [&](const std::vector<Element>& elements) {
     const Bytes x = packed(function, 0, elements), y = packed(function, 1, elements);
     return s.call({x.data(), y.data(), nullptr, dst1.data(), dst2.data(), static_cast<int>(elements.size())}).flags();
   };
-  for (int i = 0; i < 10000; ++i) {
-    std::vector<Element> elements(few, Element{});
+  for (int i = 0; i < 4000; ++i) {
+    const int count = i % 32 == 0 ? some : few;
+    std::vector<Element> elements(count, Element{});
     for (Element& e : elements)
       for (std::uint64_t& part : e) part = bits_of(function.is_float(), everyday_number(random));
     const unsigned raised = flags_of(elements);
     if (raised == 0) continue;
-    for (int k = few; k < many; ++k) elements.push_back(elements[k - few]);
+    for (int k = count; k < many; ++k) elements.push_back(elements[k - count]);
     std::ostringstream text;
-    for (int k = 0; k < few; ++k)
+    for (int k = 0; k < count; ++k)
       for (int place : places_of(function)) text << (place == 0 ? "; 0x" : " 0x") << std::hex << elements[k][place];
     ASSERT_EQ(raised & ~flags_of(elements), 0u) << s << text.str();
   }
