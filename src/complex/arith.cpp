@@ -19,6 +19,7 @@ template <class T> struct Sub : PartByPart<T> {
   template <class V> static V formula(V x, V y) { return x - y; }
 };
 template <class T> struct Conj : PartByPart<T> {
+  static constexpr Mode mode = Mode::callers; // which has no part in it
   template <class V> static V formula(V x) {
     const auto sign_of_imaginary_parts = []<int... I>(std::integer_sequence<int, I...>) {
       return Bits<V>{(I % 2 == 1 ? sign_bit<V> : 0)...};
