@@ -24,7 +24,7 @@ template <Accuracy A> struct Erf64 : KernelDefaults {
 
 template <class F, Accuracy A> struct Complement64 : KernelDefaults {
   using Element = double;
-  static constexpr int vectors_in_flight = A == Accuracy::bits27 ? 4 : 3;
+  static constexpr int vectors_in_flight = A == Accuracy::bits27 ? 4 : A == Accuracy::bits50 ? 2 : 3;
   static constexpr bool spurious_underflow = true;
   static constexpr float quiet_to = 25; // remainders of the tail
   static constexpr Magnitudes ordinary{0x1p-60, 25};
