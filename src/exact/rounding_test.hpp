@@ -8,27 +8,30 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// The doubles within relative error 2^-ErrorBits of a midpoint between two neighbouring normal floats. y must
-/// not be zero, and its float not subnormal.
-template <int ErrorBits, class V> inline SignMask<V> near_midpoint(V y) {
-  static_assert(sizeof(Lane<V>) == 8 && ErrorBits > 25 && ErrorBits < 53);
-  constexpr std::int64_t below_float = (std::int64_t(1) << 29) - 1; // the fraction bits that a float lacks
-  constexpr std::int64_t midpoint = std::int64_t(1) << 28;
-  constexpr std::int64_t margin = std::int64_t(1) << (53 - ErrorBits);
-  return ((int_bits(y) + (margin - midpoint)) & below_float) - 2 * margin;
+/// The doubles within relative error 2^-ErrorBits of a midpoint between two neighbouring normal floats, told by
+/// integers that end in their low bits. y must not be zero, and its float not subnormal.
+template <int ErrorBits, class I> inline I near_midpoint(I y) {
+  static_assert(ErrorBits > 25 && ErrorBits < 53);
+  using L = Lane<I>;
+  constexpr L below_float = (L(1) << 29) - 1; // the fraction bits that a float lacks
+  constexpr L midpoint = L(1) << 28, margin = L(1) << (53 - ErrorBits);
+  return ((y + (margin - midpoint)) & below_float) - 2 * margin;
 }
 
 /// The undecided lanes of a kernel (its ResultTest): one test for all vectors of a block.
 struct RoundingTest {
-  void add(SignMask<Native<double>> low, SignMask<Native<double>> high) {
-    near_midpoints |= low | high;
-    undecided |= movemask(low) | movemask(high) << native_lanes<double>;
+  /// The values of the lower half of a float vector and of the upper one.
+  template <int ErrorBits> void add(Native<double> low, Native<double> high) {
+    using Words = Int<Native<float>>;
+    near_midpoints |= near_midpoint<ErrorBits>(unzip(bit_cast<Words>(low), bit_cast<Words>(high)).first);
+    undecided |= movemask(near_midpoint<ErrorBits>(int_bits(low))) | movemask(near_midpoint<ErrorBits>(int_bits(high)))
+                                                                         << native_lanes<double>;
   }
   bool any() const { return movemask(near_midpoints) != 0; }
   BitMask lanes() const { return undecided; }
 
 private:
-  SignMask<Native<double>> near_midpoints{};
+  Int<Native<float>> near_midpoints{}; // in an order of their own
   BitMask undecided = 0;
 };
 
@@ -36,7 +39,7 @@ private:
 /// this leaves undecided are added to `test`.
 template <int ErrorBits>
 inline Native<float> narrow_decided(RoundingTest& test, Native<double> low, Native<double> high) {
-  test.add(near_midpoint<ErrorBits>(low), near_midpoint<ErrorBits>(high));
+  test.add<ErrorBits>(low, high);
   return narrow(low, high);
 }
 
