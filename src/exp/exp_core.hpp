@@ -129,13 +129,16 @@ inline double exp_any(double hi, double lo) {
 /// of 26 bits, and so has r, whose own rounding error is kept.
 template <class V> struct Expm1Parts { V hi, lo, scale; };
 
-template <class V> inline Expm1Parts<V> expm1_full(V x) {
+enum class Arguments { any, positive };
+template <Arguments A = Arguments::any, class V> inline Expm1Parts<V> expm1_full(V x) {
   const ExpReduced<V> reduced = exp_reduce(x);
   const DoubleWord<V> t = exp2_short_and_rest(reduced);
   const V r = reduced.r();
   const V beyond_r = mul_add(r * r, estrin(r, expm1_coefficients<Accuracy::full>), reduced.r_error());
   const V scale = reduced.scaled(splat<V>(1));
-  const DoubleWord<V> constant = two_sum(t.hi, -inverse_power_of_two(scale));
+  const V minus_one = -inverse_power_of_two(scale);
+  const DoubleWord<V> constant =
+      A == Arguments::positive ? fast_two_sum(t.hi, minus_one) : two_sum(t.hi, minus_one); // scale >= 1
   const V small = mul_add(t.hi + t.lo, beyond_r, t.lo * r);
   if constexpr (has_fused) {
     // With k = 1 the constant is but 1.98 times the product; their difference, mid-binade, is exact all the same.

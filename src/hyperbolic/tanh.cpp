@@ -38,8 +38,8 @@ struct TanhA24 : Tanh<float> {
   }
   static float element(float x, kelStatus&) {
     if (is_nan(x)) return x + x;
-    const DoubleWord<double> y = tanh_double_word(double(tanh_clamped(x, saturated)));
-    return with_sign(round_sum_to_float(y), sign_of(x));
+    const Quotient<double> y = tanh_quotient(double(tanh_clamped(x, saturated)));
+    return with_sign(round_sum_to_float(y.double_word()), sign_of(x));
   }
 };
 template <auto& Numerator, auto& Denominator> struct TanhSingle : Tanh<float> {

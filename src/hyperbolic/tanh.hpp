@@ -10,12 +10,19 @@ namespace kelvm::inline KELVM_BUILD {
 inline constexpr double tanh_saturated = 20;
 template <class V> inline V tanh_clamped(V x, Lane<V> limit) { return smaller_of(abs(x), splat<V>(limit)); }
 
-/// tanh x, 0 <= x <= 20, as a double-word with a relative error below 2^-57, |lo| < 2^-24 |hi|. e = (hi + lo)
+/// hi + rest inverse
+template <class V> struct Quotient {
+  V hi, rest, inverse;
+  DoubleWord<V> double_word() const { return {hi, rest * inverse}; }
+  V rounded() const { return mul_add(rest, inverse, hi); }
+};
+
+/// tanh x, 0 <= x <= 20, with a relative error below 2^-57, the second term below 2^-24 of the first. e = (hi + lo)
 /// scale; the quotient does not depend on the scale. What its upper word leaves of the dividend is exact but for
 /// rounding errors of the small parts: by a fused operation, which wants a normalised dividend, or with 26 bits for the
 /// quotient and the upper part of the denominator.
-template <class V> inline DoubleWord<V> tanh_double_word(V x) {
-  const Expm1Parts<V> e = expm1_full(x + x);
+template <class V> inline Quotient<V> tanh_quotient(V x) {
+  const Expm1Parts<V> e = expm1_full<Arguments::positive>(x + x);
   const V two = 2.0 * inverse_power_of_two(e.scale);
   if constexpr (has_fused) {
     const DoubleWord<V> dividend = fast_two_sum(e.hi, e.lo);
@@ -23,7 +30,7 @@ template <class V> inline DoubleWord<V> tanh_double_word(V x) {
     const V inverse = 1.0 / sum.hi;
     const V quotient = dividend.hi * inverse;
     const V rest = sub_mul(dividend.hi, quotient, sum.hi) + sub_mul(dividend.lo, quotient, sum.lo + dividend.lo);
-    return {quotient, rest * inverse};
+    return {quotient, rest, inverse};
   } else {
     const DoubleWord<V> sum = two_sum(e.hi, two);
     const V denominator = sum.hi + e.lo;
@@ -31,15 +38,14 @@ template <class V> inline DoubleWord<V> tanh_double_word(V x) {
     const V denominator_tail = ((sum.hi - denominator_head) + sum.lo) + e.lo;
     const V inverse = 1.0 / denominator;
     const V head = head_of((e.hi + e.lo) * inverse);
-    return {head, ((e.hi - head * denominator_head) + (e.lo - head * denominator_tail)) * inverse};
+    return {head, (e.hi - head * denominator_head) + (e.lo - head * denominator_tail), inverse};
   }
 }
 
 /// tanh x, 0 <= x <= 20.
 template <Accuracy A, class V> inline V tanh_positive(V x) {
   if constexpr (A == Accuracy::full) {
-    const DoubleWord<V> y = tanh_double_word(x);
-    return rounded(y);
+    return tanh_quotient(x).rounded();
   } else {
     const V e = exp_minus_1<A>(x + x);
     return e / (e + 2.0);
