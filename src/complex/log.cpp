@@ -4,7 +4,7 @@
 //   64fc A53   both parts as double-words, each rounded once: 0.51 ulp a part. Next to the unit circle the exact norm
 //              takes the place of the fast one.
 //        A50   one double each, the angle to 2^-50.5 or so, the real part to 2^-51 of |log z|
-//        A26   the same with shorter polynomials
+//        A26   shorter polynomials, and an angle without a table
 //   32fc A24   in double to 2^-43, rounded once
 //        A21, A11   in float
 //
@@ -50,15 +50,21 @@ template <class Base> struct Full {
   }
 };
 
-template <class Base, Accuracy L, Accuracy A> struct Short {
+template <class Base> struct A50Formula {
   template <class V> static Pair<V> formula(V x, V y) {
-    return {log_abs<Base, L>(x, y), scaled_angle<Base>(angle<A>(y, x))};
+    return {log_abs<Base, Accuracy::bits50>(x, y), scaled_angle<Base>(angle<Accuracy::bits50>(y, x))};
+  }
+};
+template <class Base> struct A26Formula {
+  template <class V> static Pair<V> formula(V x, V y) {
+    return {log_abs<Base, Accuracy::bits27>(x, y),
+            scaled_angle<Base>(angle_by_quotient<inverse_trig::atan_whole_bits27>(y, x))};
   }
 };
 
 template <class Base, Accuracy L, auto& AngleSeries> struct FloatShort {
   template <class V> static Pair<V> formula(V x, V y) {
-    return {float_log_abs<Base, L>(x, y), scaled_angle<Base>(float_angle<AngleSeries>(y, x))};
+    return {float_log_abs<Base, L>(x, y), scaled_angle<Base>(angle_by_quotient<AngleSeries>(y, x))};
   }
 };
 
@@ -193,8 +199,8 @@ template <class Base, class P> struct Logarithm32 : KernelDefaults, P {
 };
 
 template <class Base> using A53 = Logarithm64<Base, Full<Base>, true>;
-template <class Base> using A50 = Logarithm64<Base, Short<Base, Accuracy::bits50, Accuracy::bits50>, false>;
-template <class Base> using A26 = Logarithm64<Base, Short<Base, Accuracy::bits27, Accuracy::bits27>, false>;
+template <class Base> using A50 = Logarithm64<Base, A50Formula<Base>, false>;
+template <class Base> using A26 = Logarithm64<Base, A26Formula<Base>, false>;
 template <class Base> using A24 = Logarithm32A24<Base>;
 template <class Base> using A21 = Logarithm32<Base, FloatShort<Base, Accuracy::bits21, inverse_trig::atan_bits21>>;
 template <class Base> using A11 = Logarithm32<Base, FloatShort<Base, Accuracy::bits11, inverse_trig::atan_bits11>>;

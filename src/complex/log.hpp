@@ -87,20 +87,27 @@ template <class Base, class V> inline DoubleWord<V> log_abs_full(V x, V y) {
 /// log |z| below full precision, in double. Of floats with bits40, the larger part first, the error is relative to log
 /// |z|, otherwise to |log z|.
 template <class Base, Accuracy A, class V> inline V log_abs(V x, V y) {
-  x = abs(x);
-  const SignMask<V> near = (int_bits(splat<V>(0.5)) - int_bits(x)) & (int_bits(x) - int_bits(splat<V>(2)));
-  const V y_square = y * y, minus_one = mul_add(x - 1.0, x + 1.0, y_square), one_more = 1.0 + minus_one;
-  const LogReduced<V> reduced = log_reduce<ShortRows>(select(near, one_more, mul_add(x, x, y_square)));
-  const Pair<V> row = lookup_pair<Base::rounded>(reduced.row);
+  using Rows = RoundedRows;
+  const V y_square = y * y, minus_one = mul_add(x - 1.0, x + 1.0, y_square), norm = mul_add(x, x, y_square);
+  LogReduced<V> reduced;
+  Pair<V> row;
   V r;
   if constexpr (A == Accuracy::bits50) {
+    x = abs(x);
+    const SignMask<V> near = (int_bits(splat<V>(0.5)) - int_bits(x)) & (int_bits(x) - int_bits(splat<V>(2)));
+    const V one_more = 1.0 + minus_one;
+    reduced = log_reduce<Rows>(select(near, one_more, norm));
+    row = inverse_and_log<Base, Rows>(reduced.row);
     const V rest = select(near, (1.0 - one_more) + minus_one, V{});
     r = exact_product_minus_one(reduced.m, row.first) + log1p_correction(reduced, rest, row.first);
   } else {
-    r = select(near & (int_bits(abs(minus_one)) - int_bits(splat<V>(0x1p-7))), minus_one,
+    constexpr double within_row = std::is_same_v<Rows, MediumRows> ? 0x1p-9 : 0x1p-7; // of 1
+    reduced = log_reduce<Rows>(norm);
+    row = inverse_and_log<Base, Rows>(reduced.row);
+    r = select(int_bits(abs(minus_one)) - int_bits(splat<V>(within_row)), minus_one,
                mul_sub(reduced.m, row.first, splat<V>(1)));
   }
-  return 0.5 * logarithm_sum<Base, A>(mul_add(reduced.k, splat<V>(Base::log_of_2), row.second), r);
+  return 0.5 * logarithm_sum_by_halves<Base, A>(mul_add(reduced.k, splat<V>(Base::log_of_2), row.second), r);
 }
 
 /// log |z| in float, the larger part between 2^-60 and 2^62.

@@ -6,7 +6,7 @@
 //   A50    double       double-word        double-word      32 steps, 2^-52    double-word        2^-50 by norm
 //   A26    double       2^-43              one double       2^-28              2^-40              2^-28 by norm
 //   A24    double       2^-50              one double       2^-42              2^-50              0.51 ulp a part
-//   A21    double       2^-43              one double       2^-28              2^-40              2^-23 by norm
+//   A21    double       2^-31              one double       2^-22.5, float     2^-23, float       2^-21.5 by norm
 //   A11    float        2^-21              one float        2^-13              2^-16              2^-11 by norm
 //
 // An error of ln z counts w ln z times: A53 and A50 need its tail. Where cos q or sin q is next to zero, an error of q
@@ -188,7 +188,50 @@ struct RealA11 {
   static float any(float x, float y, kelStatus& status) { return power_of_any<PowA11>(x, y, status); }
 };
 using A24 = FloatInDouble<RealA24, Accuracy::bits50, Accuracy::bits50, Middle>;
-using A21 = FloatInDouble<RealA21, Accuracy::bits40, Accuracy::bits49, ShortA26>;
+
+/// The size and the angle in double; what they are reduced to in float. Larger angles, whose error the logarithm's
+/// would dominate, are those of A24.
+struct A21 {
+  using Element = float;
+  using RealPower = RealA21;
+  using Wider = A24;
+  static constexpr int vectors_in_flight = 2;
+  static constexpr double largest_size = 86, largest_angle = 128;
+
+  template <class V> static SignMask<V> special(V x, V y, V c, V d) { return A24::special(x, y, c, d); }
+  template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
+    const auto low = exponent<0>(x, y, c, d), high = exponent<1>(x, y, c, d);
+    const auto low_angle = quarters(low.angle), high_angle = quarters(high.angle);
+    const V remainder = narrow(low_angle.remainder, high_angle.remainder);
+    undecided |=
+        movemask(int_bits(abs(remainder)) - 1) | movemask(low.beyond) | movemask(high.beyond) << lanes<Native<double>>;
+    const auto direction = SingleA21::circular(low_words(low_angle.shifted, high_angle.shifted), remainder);
+    const auto size = SingleA21::exponential(float_exp_reduce(low.size, high.size));
+    return {size.times(direction.even), size.times(direction.odd)};
+  }
+
+private:
+  /// w ln z; zero where it is `beyond` the formula.
+  template <class D> struct Exponent {
+    D size, angle;
+    SignMask<D> beyond;
+  };
+  template <int Half, class V> static Exponent<Native<double>> exponent(V x, V y, V c, V d) {
+    using D = Native<double>;
+    const D re = widen<Half>(x), im = widen<Half>(y), p = widen<Half>(c), q = widen<Half>(d);
+    const D l = log_abs<Natural, Accuracy::bits27>(re, im);
+    const D t = angle_by_quotient<inverse_trig::atan_whole_bits27>(im, re);
+    const D size = mul_sub(p, l, q * t), angle = mul_add(p, t, q * l);
+    const SignMask<D> beyond = above(abs(size), largest_size) | above(abs(angle), largest_angle);
+    return {select(beyond, D{}, size), select(beyond, D{}, angle), beyond};
+  }
+  /// angle = k pi/2 + remainder, k in the low bits of `shifted`.
+  template <class D> struct Quarters { D shifted, remainder; };
+  template <class D> static Quarters<D> quarters(D angle) {
+    const D shifted = mul_add(angle, splat<D>(2 / pi_hi), splat<D>(rounding_constant<double>));
+    return {shifted, sub_mul(angle, shifted - rounding_constant<double>, splat<D>(pi_hi / 2))};
+  }
+};
 
 // --- floats ---------------------------------------------------------------------------------------------------------
 
@@ -202,7 +245,7 @@ struct A11 {
   }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
     const V l = float_log_abs<Natural, Accuracy::bits21>(x, y);
-    const V t = float_angle<inverse_trig::atan_bits21>(y, x);
+    const V t = angle_by_quotient<inverse_trig::atan_bits21>(y, x);
     const V p = mul_sub(c, l, d * t), q = mul_add(c, t, d * l);
     const SignMask<V> beyond = above(abs(p), 86.0f) | above(abs(q), 128.0f);
     undecided |= movemask(beyond | (int_bits(abs(q)) - 1));
@@ -227,6 +270,13 @@ template <class P> struct ComplexPow : KernelDefaults {
     return P::formula(x, y, c, d, undecided);
   }
   static Pair<T> element(T x, T y, T c, T d, kelStatus& status) {
+    if constexpr (requires { typename P::Wider; }) {
+      if (!any(P::Wider::special(x, y, c, d))) {
+        BitMask undecided = 0;
+        const Pair<T> z = P::Wider::formula(x, y, c, d, undecided);
+        if (undecided == 0) return z;
+      }
+    }
     return power_element<T>({quiet(x), quiet(y), quiet(c), quiet(d)}, status,
                             [](T x, T c, kelStatus& code) { return P::RealPower::any(x, c, code); });
   }

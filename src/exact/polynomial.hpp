@@ -37,15 +37,17 @@ template <int First, int N, class V, int M> inline V estrin_part(const V* powers
 }
 } // namespace detail
 
-/// The same polynomial by halves (Estrin): a chain of log2 N steps. N <= 32.
-template <class V, int N> inline V estrin(V x, const Lane<V> (&c)[N]) {
-  static_assert(N <= 32);
+/// The same polynomial by halves (Estrin): a chain of log2 N steps. N <= 32. With First, c[First] + x (c[First + 1] +
+/// ...).
+template <int First = 0, class V, int M> inline V estrin(V x, const Lane<V> (&c)[M]) {
+  constexpr int N = M - First;
+  static_assert(N > 0 && N <= 32);
   V powers[5] = {x}; // only those that are used: a power too high may underflow
   if constexpr (N > 2) powers[1] = x * x;
   if constexpr (N > 4) powers[2] = powers[1] * powers[1];
   if constexpr (N > 8) powers[3] = powers[2] * powers[2];
   if constexpr (N > 16) powers[4] = powers[3] * powers[3];
-  return detail::estrin_part<0, N>(powers, c);
+  return detail::estrin_part<First, N>(powers, c);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -174,6 +174,12 @@ template <Accuracy A, class V> inline V exp_minus_1(V x) {
 
 // --- single precision ----------------------------------------------------------------------------------------------
 
+/// The low words of doubles as floats: what a sum with rounding_constant<double> has in its low bits.
+inline float low_words(double x) { return from_bits<float>(std::uint32_t(bits(x))); }
+inline Native<float> low_words(Native<double> low, Native<double> high) {
+  return deinterleave(bit_cast<Native<float>>(low), bit_cast<Native<float>>(high)).first;
+}
+
 /// x = k ln 2 + r in float arithmetic, |r| <= ln 2 / 2; `sum` has k in its low bits.
 template <class V> struct FloatExpReduced {
   V sum, r;
@@ -186,11 +192,22 @@ template <class V> inline FloatExpReduced<V> float_exp_reduce(V x) {
   return {sum, mul_add(k, splat<V>(-float_ln2_lo), mul_add(k, splat<V>(-float_ln2_hi), x))};
 }
 
-/// e^x with a relative error below 2^-12 where that is a normal number.
+/// The same of doubles, reduced before they are rounded.
+inline FloatExpReduced<float> float_exp_reduce(double x) {
+  const auto reduced = exp_reduce<1>(x);
+  return {low_words(reduced.sum), float(reduced.r_by_one_step(x))};
+}
+inline FloatExpReduced<Native<float>> float_exp_reduce(Native<double> low, Native<double> high) {
+  const auto lower = exp_reduce<1>(low), upper = exp_reduce<1>(high);
+  return {low_words(lower.sum, upper.sum), narrow(lower.r_by_one_step(low), upper.r_by_one_step(high))};
+}
+
+/// e^x where that is a normal number: with float_exp_bits21 for the series within 2^-22.5, with float_exp_bits11 2^-12.
+template <auto& Series, class V> inline V float_exp(const FloatExpReduced<V>& x) {
+  return x.scaled(1.0f + mul_add(x.r * x.r, estrin(x.r, Series), x.r));
+}
 template <class V> inline V float_exp_bits11(V x) {
-  const FloatExpReduced<V> reduced = float_exp_reduce(x);
-  const V r = reduced.r;
-  return reduced.scaled(1.0f + mul_add(r * r, estrin(r, exp_core_tables::float_exp_bits11), r));
+  return float_exp<exp_core_tables::float_exp_bits11>(float_exp_reduce(x));
 }
 
 /// e^x - 1 for |x| <= 87, with relative errors below 2^-21 and 2^-11.

@@ -30,7 +30,7 @@ struct Log1pA24 : KernelDefaults {
     return bit_cast<SignMask<V>>((bits(sum) - 0x00800000u) | (0x7E7FFFFFu - bits(sum)));
   }
   template <class V> static V formula(V x, RoundingTest& test) {
-    const auto sum = log_reduce_floats<ShortRows>(1.0f + x); // its row is near enough
+    const auto sum = log_reduce_floats<CorrectRows>(1.0f + x); // its row is near enough
     const V inverse_power = bit_cast<V>((127 - sum.k) << 23);
     return with_sign(narrow_decided<42>(test, of_half<0>(x, sum, inverse_power), of_half<1>(x, sum, inverse_power)),
                      sign_of(x));
@@ -41,9 +41,10 @@ struct Log1pA24 : KernelDefaults {
 
 private:
   template <int Half, class V>
-  static Native<double> of_half(V x, const LogReducedFloats<ShortRows>& sum, V inverse_power) {
+  static Native<double> of_half(V x, const LogReducedFloats<CorrectRows>& sum, V inverse_power) {
     const auto reduced = sum.template half<Half>();
-    return logarithm_1p_of<Accuracy::bits40>(widen<Half>(x), reduced.k, reduced.row, widen<Half>(inverse_power));
+    return logarithm_1p_of<Accuracy::bits40, CorrectRows>(widen<Half>(x), reduced.k, reduced.row,
+                                                          widen<Half>(inverse_power));
   }
 };
 

@@ -31,9 +31,9 @@ template <class Base> struct LogA24 : KernelDefaults {
     return bit_cast<SignMask<V>>((bits(x) - 0x00800000u) | (0x7F7FFFFFu - bits(x)));
   }
   template <class V> static V formula(V x, RoundingTest& test) {
-    const auto reduced = log_reduce_floats<ShortRows>(x);
-    return narrow_decided<42>(test, logarithm<Base, Accuracy::bits40>(reduced.template half<0>()),
-                              logarithm<Base, Accuracy::bits40>(reduced.template half<1>()));
+    const auto reduced = log_reduce_floats<CorrectRows>(x);
+    return narrow_decided<42>(test, logarithm<Base, Accuracy::bits40, CorrectRows>(reduced.template half<0>()),
+                              logarithm<Base, Accuracy::bits40, CorrectRows>(reduced.template half<1>()));
   }
   static float element(float x, kelStatus& status) {
     return of_positive(x, status, [](double d) {
@@ -50,7 +50,7 @@ template <class Base, Accuracy A> struct LogSingle : KernelDefaults {
   template <class V> static V formula(V x) { return float_logarithm<Base, A>(x); }
   static float element(float x, kelStatus& status) {
     return of_positive(x, status,
-                       [](double d) { return float(logarithm<Base, Accuracy::bits40>(log_reduce<ShortRows>(d))); });
+                       [](double d) { return float(logarithm<Base, Accuracy::bits40>(log_reduce<RoundedRows>(d))); });
   }
 };
 

@@ -6,13 +6,14 @@
 //
 // The row around 1 has c = 1 and ln c = 0, and reaches over both sides of 1: there the formula is the series of
 // ln(1 + r) and nothing cancels. After Tang, "Table-driven implementation of the logarithm function in IEEE
-// floating-point arithmetic", 1990. Two tables:
+// floating-point arithmetic", 1990. Three tables:
 //
 //   ExactRows   256 rows, |r| < 0.0027. c has so few bits (8 or 9 below its leading one) that r is a double: the
 //               reduction has no error, which full precision near 1 could not do without. ln c has a double-word.
 //               Next to the row of c = 1, where ln x is the difference of ln c and r, |r| < 2^-9.
 //   ShortRows   16 rows, |r| < 0.032: with AVX-512 a column fills two registers, from which one permutation takes the
 //               value of every lane. r and ln c are rounded.
+//   MediumRows  128 rows, |r| < 0.004: a shorter series, where a table does not stand in registers anyway.
 //
 // Base 10 has tables of its own and the factor 1 / ln 10 in the coefficients.
 #pragma once
@@ -27,24 +28,33 @@
 namespace kelvm::inline KELVM_BUILD {
 
 // Errors of a logarithm in double arithmetic: `full` within 0.51 ulp; `bits50`, `bits46` (from a float), `bits40` (from
-// a float) and `bits27` with relative errors below 2^-51, 2^-49, 2^-43 and 2^-31. With a fused multiply-add r and its
-// first power lose nothing more; without, r of `bits27` carries the rounding of m c, 2^-53; from a float m c is exact.
+// a float) and `bits27` with relative errors below 2^-51, 2^-49, 2^-43 and 2^-31. Below `full` log(1 + r) / r and its
+// product with r are rounded. Without a fused multiply-add r of `bits27` carries the rounding of m c, 2^-53; from a
+// float m c is exact.
 
 /// How the octave of m is divided: 2^bits rows from the double `lowest` on, less half a row.
 struct ExactRows {
   static constexpr int bits = 8;
   static constexpr std::uint64_t lowest = 0x3FE6A00000000000;
 };
+struct MediumRows {
+  static constexpr int bits = 7;
+  static constexpr std::uint64_t lowest = 0x3FE6A00000000000;
+};
 struct ShortRows {
   static constexpr int bits = 4;
   static constexpr std::uint64_t lowest = 0x3FE6000000000000;
 };
+/// For correct rounding to float, whose bits do not depend on the table: the short one where it stands in registers.
+using CorrectRows = std::conditional_t<vector_bytes == 64, ShortRows, MediumRows>;
 /// No table: m from 2/3 to 4/3.
 struct OneRow {
   static constexpr int bits = 0;
   static constexpr std::uint64_t lowest = 0x3FED555555555555; // 2/3 and half an octave
 };
-template <Accuracy A> using LogRows = std::conditional_t<A == Accuracy::full, ExactRows, ShortRows>;
+/// By accuracy. Without fused operations a longer table saves more than it costs.
+using RoundedRows = std::conditional_t<has_fused, ShortRows, MediumRows>;
+template <Accuracy A> using LogRows = std::conditional_t<A == Accuracy::full, ExactRows, RoundedRows>;
 
 /// x = 2^k m, and m's row in the tables. The exponent field of `scaled` is k + 1023.
 template <class V> struct LogReduced {
@@ -117,16 +127,26 @@ template <class V> inline V exact_product_minus_one(V m, V c) { return exact_mul
 /// What the bases differ in.
 struct Natural {
   static constexpr auto& rounded = log_tables::inverse_and_ln;
+  static constexpr auto& medium = log_tables::inverse_and_medium_ln;
   static constexpr auto& exact = log_tables::inverse_and_exact_ln;
   static constexpr double log_of_2_hi = log_tables::ln2_hi, log_of_2_lo = log_tables::ln2_lo,
                           log_of_2 = log_tables::ln2;
 };
 struct Decimal {
   static constexpr auto& rounded = log_tables::inverse_and_log10;
+  static constexpr auto& medium = log_tables::inverse_and_medium_log10;
   static constexpr auto& exact = log_tables::inverse_and_exact_log10;
   static constexpr double log_of_2_hi = log_tables::lg2_hi, log_of_2_lo = log_tables::lg2_lo,
                           log_of_2 = log_tables::lg2;
 };
+
+/// c and -log c, rounded.
+template <class Base, class Rows, class Row> inline auto inverse_and_log(Row row) {
+  if constexpr (std::is_same_v<Rows, MediumRows>)
+    return lookup_pair<Base::medium>(row);
+  else
+    return lookup_pair<Base::rounded>(row);
+}
 
 /// A logarithm but for the part of ln(1 + r): c, r, and k log 2 - log c as a double-word with an exact upper word.
 template <class V> struct LogParts { V c, r, hi, lo; };
@@ -191,36 +211,45 @@ template <class V> inline DoubleWord<V> ln_extended(const LogParts<V>& p) {
   return {sum.hi, ((linear.lo + sum.lo) + p.lo) + (square_rest + (p.r * p.r) * series)};
 }
 
-/// The coefficients of (ln(1 + r) - r) / r^2 and of log10(1 + r) / r.
-template <Accuracy> inline constexpr auto& ln_coefficients = log_tables::ln_bits50;
-template <> inline constexpr auto& ln_coefficients<Accuracy::bits46> = log_tables::ln_bits46;
-template <> inline constexpr auto& ln_coefficients<Accuracy::bits40> = log_tables::ln_bits40;
-template <> inline constexpr auto& ln_coefficients<Accuracy::bits27> = log_tables::ln_bits27;
-template <> inline constexpr auto& ln_coefficients<Accuracy::bits21> = log_tables::ln_bits21;
-template <> inline constexpr auto& ln_coefficients<Accuracy::bits11> = log_tables::ln_bits11;
-template <Accuracy A> inline constexpr auto& ln1p_coefficients = ln_coefficients<A>; // near 0 without a table
-template <> inline constexpr auto& ln1p_coefficients<Accuracy::bits21> = log_tables::ln1p_bits21;
-template <Accuracy> inline constexpr auto& log10_coefficients = log_tables::log10_bits50;
-template <> inline constexpr auto& log10_coefficients<Accuracy::bits40> = log_tables::log10_bits40;
-template <> inline constexpr auto& log10_coefficients<Accuracy::bits27> = log_tables::log10_bits27;
+/// The coefficients of log(1 + r) / r.
+template <class Base, class Rows, Accuracy> inline constexpr auto& log_coefficients = log_tables::ln_bits50;
+template <> inline constexpr auto& log_coefficients<Natural, ShortRows, Accuracy::bits46> = log_tables::ln_bits46;
+template <> inline constexpr auto& log_coefficients<Natural, ShortRows, Accuracy::bits40> = log_tables::ln_bits40;
+template <> inline constexpr auto& log_coefficients<Natural, ShortRows, Accuracy::bits27> = log_tables::ln_bits27;
+template <Accuracy A> inline constexpr auto& log_coefficients<Natural, MediumRows, A> = log_tables::ln_bits50_medium;
+template <>
+inline constexpr auto& log_coefficients<Natural, MediumRows, Accuracy::bits40> = log_tables::ln_bits40_medium;
+template <>
+inline constexpr auto& log_coefficients<Natural, MediumRows, Accuracy::bits27> = log_tables::ln_bits27_medium;
+template <Accuracy A> inline constexpr auto& log_coefficients<Decimal, ShortRows, A> = log_tables::log10_bits50;
+template <> inline constexpr auto& log_coefficients<Decimal, ShortRows, Accuracy::bits40> = log_tables::log10_bits40;
+template <> inline constexpr auto& log_coefficients<Decimal, ShortRows, Accuracy::bits27> = log_tables::log10_bits27;
+template <Accuracy A> inline constexpr auto& log_coefficients<Decimal, MediumRows, A> = log_tables::log10_bits50_medium;
+template <>
+inline constexpr auto& log_coefficients<Decimal, MediumRows, Accuracy::bits40> = log_tables::log10_bits40_medium;
+template <>
+inline constexpr auto& log_coefficients<Decimal, MediumRows, Accuracy::bits27> = log_tables::log10_bits27_medium;
 
 /// rest + log(1 + r), below full precision.
-template <class Base, Accuracy A, class V> inline V logarithm_sum(V rest, V r) {
-  if constexpr (std::is_same_v<Base, Natural>)
-    return rest + mul_add(r * r, estrin(r, ln_coefficients<A>), r);
-  else
-    return mul_add(r, estrin(r, log10_coefficients<A>), rest);
+template <class Base, Accuracy A, class Rows = RoundedRows, class V> inline V logarithm_sum(V rest, V r) {
+  return mul_add(r, horner(r, log_coefficients<Base, Rows, A>), rest);
+}
+
+/// The same with a shorter chain, for kernels that compute few vectors at a time.
+template <class Base, Accuracy A, class V> inline V logarithm_sum_by_halves(V rest, V r) {
+  constexpr auto& c = log_coefficients<Base, RoundedRows, A>;
+  return mul_add(r * r, estrin<1>(r, c), mul_add(r, splat<V>(c[0]), rest));
 }
 
 /// The logarithm to base `Base` of a reduced argument.
-template <class Base, Accuracy A, class Reduced> inline auto logarithm(const Reduced& x) {
+template <class Base, Accuracy A, class Rows = LogRows<A>, class Reduced> inline auto logarithm(const Reduced& x) {
   using V = decltype(x.m + x.m);
   if constexpr (A == Accuracy::full) {
     return rounded(logarithm_full<Base>(log_parts<Base>(x)));
   } else {
-    const Pair<V> row = lookup_pair<Base::rounded>(x.row);
+    const Pair<V> row = inverse_and_log<Base, Rows>(x.row);
     const V r = A == Accuracy::bits50 ? exact_product_minus_one(x.m, row.first) : mul_sub(x.m, row.first, splat<V>(1));
-    return logarithm_sum<Base, A>(mul_add(x.k, splat<V>(Base::log_of_2), row.second), r);
+    return logarithm_sum<Base, A, Rows>(mul_add(x.k, splat<V>(Base::log_of_2), row.second), r);
   }
 }
 
@@ -232,11 +261,11 @@ template <class V> inline V logarithm_by_quotient(const LogReduced<V>& x) {
 
 /// ln(1 + x) below full precision, from the k and the row of 1 + x, rounded, and 2^-k: r = (1 + x) 2^-k c - 1 is taken
 /// from x, with one rounding; c 2^-k - 1 is exact but where k ln 2 is large. For bits40 x is a float or positive.
-template <Accuracy A, class Row, class V> inline V logarithm_1p_of(V x, V k, Row row, V inverse_power) {
-  const auto [inverse, ln] = lookup_pair<Natural::rounded>(row);
+template <Accuracy A, class Rows, class Row, class V> inline V logarithm_1p_of(V x, V k, Row row, V inverse_power) {
+  const auto [inverse, ln] = inverse_and_log<Natural, Rows>(row);
   const V c = inverse * inverse_power, d = c - 1.0;
   const V r = A == Accuracy::bits40 ? mul_add(x, c, d) : exact_mul_add(x, c, d);
-  return logarithm_sum<Natural, A>(mul_add(k, splat<V>(Natural::log_of_2), ln), r);
+  return logarithm_sum<Natural, A, Rows>(mul_add(k, splat<V>(Natural::log_of_2), ln), r);
 }
 
 /// What 1 + x is short of the sum rounded to double adds to r.
@@ -266,12 +295,18 @@ template <Accuracy A, class V> inline V logarithm_1p(V x) {
   if constexpr (A == Accuracy::full) {
     return rounded(logarithm_1p_double_word(x));
   } else {
-    const LogReduced<V> sum = log_reduce<ShortRows>(1.0 + x);
-    return logarithm_1p_of<A>(x, sum.k, sum.row, sum.inverse_power());
+    const LogReduced<V> sum = log_reduce<RoundedRows>(1.0 + x);
+    return logarithm_1p_of<A, RoundedRows>(x, sum.k, sum.row, sum.inverse_power());
   }
 }
 
 // --- single precision ----------------------------------------------------------------------------------------------
+
+/// The coefficients of (ln(1 + f) - f) / f^2, and for ln(1 + f) of a small f.
+template <Accuracy> inline constexpr auto& float_ln_coefficients = log_tables::ln_bits21;
+template <> inline constexpr auto& float_ln_coefficients<Accuracy::bits11> = log_tables::ln_bits11;
+template <Accuracy> inline constexpr auto& float_ln1p_coefficients = log_tables::ln1p_bits21;
+template <> inline constexpr auto& float_ln1p_coefficients<Accuracy::bits11> = log_tables::ln_bits11;
 
 // ln and log10 of floats in float arithmetic, without a table: m in [2/3, 4/3), to `bits21` and `bits11`.
 
@@ -287,9 +322,9 @@ template <class Base, Accuracy A, class V> inline V float_logarithm(V k, V f) {
   const V log_of_2 = splat<V>(Base::log_of_2), inverse_ln10 = splat<V>(log_tables::inverse_ln10);
   if constexpr (std::is_same_v<Base, Natural>) {
     if constexpr (A == Accuracy::bits21)
-      return mul_add(k, log_of_2, mul_add(f * f, estrin(f, ln_coefficients<A>), f));
+      return mul_add(k, log_of_2, mul_add(f * f, estrin(f, float_ln_coefficients<A>), f));
     else
-      return mul_add(f * f, estrin(f, ln_coefficients<A>), mul_add(k, log_of_2, f));
+      return mul_add(f * f, estrin(f, float_ln_coefficients<A>), mul_add(k, log_of_2, f));
   } else {
     if constexpr (A == Accuracy::bits21)
       return mul_add(k, log_of_2, mul_add(f * f, estrin(f, log_tables::log10_bits21), f * inverse_ln10));
@@ -306,7 +341,7 @@ template <class Base, Accuracy A, class V> inline V float_logarithm(V x) {
 template <Accuracy A, class V> inline V float_logarithm_1p(V x) {
   const FloatLogReduced<V> reduced = float_log_reduce(1.0f + x);
   const V f = select(abs(x) < splat<V>(0.25f), x, reduced.f);
-  return mul_add(reduced.k, splat<V>(Natural::log_of_2), mul_add(f * f, estrin(f, ln1p_coefficients<A>), f));
+  return mul_add(reduced.k, splat<V>(Natural::log_of_2), mul_add(f * f, estrin(f, float_ln1p_coefficients<A>), f));
 }
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -2,7 +2,7 @@
 //
 //          arithmetic   ln x      e^       error
 //   A24    double       2^-49     2^-45    0.5001 ulp: y ln x, below 2^7, costs seven bits of the logarithm
-//   A21    double       2^-31     2^-23    2^-22.5
+//   A21    double       2^-31     2^-22.5  2^-22: the exponential in float, of an exponent that is reduced in double
 //   A11    float        2^-21     2^-13    2^-11
 //
 // The vector formula covers positive normal x and results in the normal range; the rest goes element by element, in

@@ -197,28 +197,34 @@ template <class P> struct PowInDouble : KernelDefaults {
   static constexpr float smallest_y = 0x1p-60f, largest_y = largest_finite<float>;
 
   template <class V> static V positive(V x, V y, RangeTest& test) {
-    const auto reduced = log_reduce_floats<ShortRows>(x);
-    return narrow(within<0>(reduced, y, test), within<1>(reduced, y, test));
+    const auto reduced = log_reduce_floats<RoundedRows>(x);
+    const auto low = exponent<0>(reduced, y, test), high = exponent<1>(reduced, y, test);
+    if constexpr (P::exponential == Accuracy::bits21)
+      return float_exp<exp_core_tables::float_exp_bits21>(float_exp_reduce(low, high));
+    else
+      return narrow(exp_normal<P::exponential>(low), exp_normal<P::exponential>(high));
   }
   static float any(float x, float y) {
-    const double exponent = double(y) * logarithm<Natural, P::natural_logarithm>(log_reduce<ShortRows>(double(x)));
+    const double exponent = double(y) * logarithm<Natural, P::natural_logarithm>(log_reduce<RoundedRows>(double(x)));
     if (exponent > 100) return infinity<float>;
     if (exponent < -110) return 0;
+    if (P::exponential == Accuracy::bits21 && abs(exponent) <= RangeTest::limit)
+      return float_exp<exp_core_tables::float_exp_bits21>(float_exp_reduce(zero_unless_within(exponent)));
     return float(exp_normal<P::exponential>(exponent));
   }
 
 private:
   template <class D> static D zero_unless_within(D exponent) {
-    return select(above(abs(exponent), RangeTest::limit), D{}, exponent);
+    SignMask<D> outside = above(abs(exponent), RangeTest::limit);
+    if constexpr (P::exponential == Accuracy::bits21) // rounded to float it may be subnormal; the power is 1
+      outside |= int_bits(abs(exponent)) - int_bits(splat<D>(0x1p-60));
+    return select(outside, D{}, exponent);
   }
   template <int Half, class V>
-  static Native<double> within(const LogReducedFloats<ShortRows>& x, V y, RangeTest& test) {
-    const Native<double> exponent = widen<Half>(y) * logarithm<Natural, P::natural_logarithm>(x.half<Half>());
-    test.add(exponent, Half);
-    if constexpr (flags_stay)
-      return exp_normal<P::exponential>(zero_unless_within(exponent));
-    else
-      return exp_normal<P::exponential>(exponent);
+  static Native<double> exponent(const LogReducedFloats<RoundedRows>& x, V y, RangeTest& test) {
+    const Native<double> product = widen<Half>(y) * logarithm<Natural, P::natural_logarithm>(x.half<Half>());
+    test.add(product, Half);
+    return flags_stay ? zero_unless_within(product) : product;
   }
 };
 struct PowA24 : PowInDouble<PowA24> {

@@ -280,10 +280,9 @@ template <class P> struct Single : Plain {
   static constexpr bool has_any_angle = false;
   static constexpr float largest_exponent = 87, last_angle = 10000;
 
-  template <class V> static Exponential<V> exponential(V x) {
-    const FloatExpReduced<V> reduced = float_exp_reduce(x);
-    const V r = reduced.r;
-    return {reduced.scaled(1.0f + mul_add(r * r, estrin(r, P::exponential), r))};
+  template <class V> static Exponential<V> exponential(V x) { return exponential(float_exp_reduce(x)); }
+  template <class V> static Exponential<V> exponential(const FloatExpReduced<V>& reduced) {
+    return {float_exp<P::exponential>(reduced)};
   }
   template <class V> static EvenOdd<V> hyperbolic(V x) {
     const FloatExpReduced<V> reduced = float_exp_reduce(x);
@@ -296,7 +295,10 @@ template <class P> struct Single : Plain {
     const V shifted = mul_add(y, splat<V>(0x1.45f306p-1f), splat<V>(rounding_constant<float>));
     const V k = shifted - rounding_constant<float>;
     const V t = sub_mul(sub_mul(y, k, splat<V>(1.5703125f)), k, splat<V>(0x1.fb4p-12f));
-    const V remainder = sub_mul(sub_mul(t, k, splat<V>(0x1.444p-24f)), k, splat<V>(0x1.68c234p-39f));
+    return circular(shifted, sub_mul(sub_mul(t, k, splat<V>(0x1.444p-24f)), k, splat<V>(0x1.68c234p-39f)));
+  }
+  /// Of an angle k pi/2 + remainder, any k: its low bits are those of `shifted`.
+  template <class V> static EvenOdd<V> circular(V shifted, V remainder) {
     const EvenOdd<V> r = even_odd(remainder, P::cos, P::sin);
     const V cos_r = 1.0f + r.even;
     const Bits<V> quadrant = bits(shifted);
@@ -310,7 +312,7 @@ struct SeriesA21 {
   static constexpr const auto& cos = factors_tables::cos_single_bits21;
   static constexpr const auto& sinh = factors_tables::sinh_single_bits21;
   static constexpr const auto& cosh = factors_tables::cosh_single_bits21;
-  static constexpr const auto& exponential = exp_core_tables::float_expm1_bits21;
+  static constexpr const auto& exponential = exp_core_tables::float_exp_bits21;
 };
 struct SeriesA11 {
   static constexpr const auto& sin = factors_tables::sin_single_bits11;

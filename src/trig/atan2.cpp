@@ -102,7 +102,7 @@ struct Atan2A24 : Atan2Float {
 template <auto& Series> struct Atan2Single : Atan2Float {
   static constexpr int vectors_in_flight = few_vectors_in_flight;
   template <class V> static V formula(V y, V x, ResultTest<V>& test) {
-    const V result = float_angle<Series>(y, x);
+    const V result = angle_by_quotient<Series>(y, x);
     test.add(result);
     return result;
   }

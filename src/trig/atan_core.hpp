@@ -192,17 +192,19 @@ template <Accuracy A, class V> inline auto angle(V y, V x) {
   }
 }
 
-/// The angle of (x, y) in float arithmetic, for finite floats that are not both 0: with atan_bits21 or atan_bits11 for
-/// the series, errors 2^-22 and 2^-12.
-template <auto& Series, class V> inline V float_angle(V y, V x) {
+/// The angle of (x, y) from the quotient of the smaller part by the larger one, without a table, not both 0: with
+/// atan_bits21 or atan_bits11 for the series, in float, errors 2^-22 and 2^-12, with atan_whole_bits27, in double,
+/// 2^-31.
+template <auto& Series, class V> inline V angle_by_quotient(V y, V x) {
+  using T = Lane<V>;
   const V up = abs(y), right = abs(x);
   const auto steep = up > right;
   const auto left = x < V{};
   const V q = smaller_of(up, right) / select(steep, up, right);
   const V z = q * q;
   const V t = mul_add(q * z, estrin(for_powers(z), Series), q);
-  const V base = select(steep, splat<V>(pi_below<float> / 2), zero_unless(left, splat<V>(pi_below<float>)));
-  const V turned = flip_sign(t, sign_of(zero_unless(left, x)) ^ sign_of(zero_unless(steep, splat<V>(-0.0f))));
+  const V base = select(steep, splat<V>(pi_below<T> / 2), zero_unless(left, splat<V>(pi_below<T>)));
+  const V turned = flip_sign(t, sign_of(zero_unless(left, x)) ^ sign_of(zero_unless(steep, splat<V>(T(-0.0)))));
   return flip_sign(base + turned, sign_of(y));
 }
 

@@ -915,6 +915,19 @@ inline constexpr double atan_eighth27[] = {
     -0x1.5553b56c2a07cp-2,
     0x1.947ef5a4b3135p-3};
 
+// (atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; errors of the result: fit 2^-31.2, evaluation 2^-52.6
+inline constexpr double atan_whole_bits27[] = {
+    -0x1.55555101cc2c2p-2,
+    0x1.9997df3e91f92p-3,
+    -0x1.2473639461e8ap-3,
+    0x1.c4f0ed507a1e7p-4,
+    -0x1.68e306c6f7217p-4,
+    0x1.14190d65a8f41p-4,
+    -0x1.6dfcb12f83cdfp-5,
+    0x1.7117c2c781586p-6,
+    -0x1.df331116b0815p-8,
+    0x1.23a6fc9d43ce6p-10};
+
 // (atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; errors of the result: fit 2^-23.1, evaluation 2^-23.8
 inline constexpr float atan_bits21[] = {
     -0x1.5552dcp-2f,

@@ -58,6 +58,8 @@ def main():
     high = LN2 / 2 * D("1.001")
     c, e = minimax(exp_tail(2), lambda x: x * x, range(2), -high, high, to_float)
     array("float_exp_bits11", f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; errors of e^r: {e}", c, "float")
+    c, e = minimax(exp_tail(2), lambda x: x * x, range(4), -high, high, to_float)
+    array("float_exp_bits21", f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; errors of e^r: {e}", c, "float")
     for name, count in (("float_expm1_bits21", 5), ("float_expm1_bits11", 3)):
         c, e = minimax(exp_tail(2), lambda x: x, range(count), -high, high, to_float)
         array(name, f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; errors of e^r - 1: {e}", c, "float")

@@ -104,9 +104,11 @@ def main():
         angle_polynomial(f"atan_{name}", short_r, 1, count, "(atan(r) / r - 1) / z")
     eighth_table("atan_eighth50", 5, D(2) ** -51)
     eighth_table("atan_eighth27", 2, D(2) ** -45)
-    for name, count in (("atan_bits21", 7), ("atan_bits11", 3)):
-        c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1), to_float)
-        array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; errors of the result: {e}", c, "float")
+    for name, count, ctype in (("atan_whole_bits27", 10, "double"), ("atan_bits21", 7, "float"),
+                               ("atan_bits11", 3, "float")):
+        c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1),
+                       to_double if ctype == "double" else to_float)
+        array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; errors of the result: {e}", c, ctype)
     c, e = minimax(lambda z: asin_series(z, 1) - D(3) / 16, lambda z: z * asin_weight(z), range(13), D(0), D("0.25"),
                    to_double)
     array("asin_full", f"(asin(s) / s - 1) / z - 3/16, z = s^2 <= 1/4; errors of the result: {e}", c)

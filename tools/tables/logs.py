@@ -7,7 +7,7 @@ from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
 from emit import array, constant, dec, double, down_to, footer, header, table
-from minimax import minimax, to_double, to_float
+from minimax import UNIT, evaluation_error, minimax, points, to_double, to_float
 
 getcontext().prec = 80
 LN10 = D(10).ln()
@@ -57,6 +57,8 @@ class Rows:
 
 SHORT_BITS, SHORT_LOWEST = 4, 0x3FE60
 SHORT_COUNTS = (("bits50", 8), ("bits46", 7), ("bits40", 6), ("bits27", 4))
+MEDIUM_BITS, MEDIUM_LOWEST = 7, 0x3FE6A
+MEDIUM_COUNTS = (("bits50_medium", 5), ("bits40_medium", 4), ("bits27_medium", 3))
 ONLY_NATURAL = ("bits46",)
 
 
@@ -99,10 +101,11 @@ def exact_tables(rows):
         print()
 
 
-def rounded_tables(rows):
+def rounded_tables(short, medium):
     for suffix, word, scale in bases():
-        table(f"inverse_and_{word}", f"c, -{word} c",
-              [(c, double(-ln(c) * scale) if c != 1 else D(0)) for c in rows.c])
+        for rows, name in ((short, ""), (medium, "medium_")):
+            table(f"inverse_and_{name}{word}", f"c, -{word} c",
+                  [(c, double(-ln(c) * scale) if c != 1 else D(0)) for c in rows.c])
         constant(f"{suffix}2", D(2).ln() * scale)
         print()
 
@@ -112,7 +115,8 @@ def main():
     exact = Rows(8, 0x3FE6A, 9, exact=True)
     exact_tables(exact)
     short = Rows(SHORT_BITS, SHORT_LOWEST, 12)
-    rounded_tables(short)
+    medium = Rows(MEDIUM_BITS, MEDIUM_LOWEST, 12)
+    rounded_tables(short, medium)
     inv = 1 / LN10
     head = F(int((inv * (1 << 27)).to_integral_value()), 1 << 27)
     constant("inverse_ln10_head", head)
@@ -121,20 +125,24 @@ def main():
     constant("inverse_ln10_rest", inv - D(double(inv)))
     print()
 
-    def logarithm(name, rows, first, count, factor, what, ctype="double"):
-        """The errors are those of the logarithm relative to x."""
+    def logarithm(name, rows, first, count, factor, what, ctype="double", leading=()):
+        """The errors are those of the logarithm relative to x; `leading` stands before what is fitted."""
         low, high = (dec(rows.smallest), dec(rows.largest)) if isinstance(rows, Rows) else rows
         c, e = minimax(log_tail(first, factor), lambda x: x ** (first - 1) / factor, range(count), low, high,
                        to_float if ctype == "float" else to_double)
+        if leading:
+            c, xs = [*leading, *c], points(low, high, 100)
+            e.evaluation = evaluation_error(c, xs, [1 / factor] * len(xs), UNIT["double"])
         array(name, f"{what} on [{low:.4g}, {high:.4g}]; errors relative to the argument less 1: {e}", c, ctype)
 
     logarithm("ln_full", exact, 2, 6, D(1), "(ln(1+r) - r) / r^2")
     logarithm("ln_extended", exact, 3, 6, D(1), "(ln(1+r) - r + r^2/2) / r^3")
     logarithm("log10_full", exact, 2, 6, inv, "(log10(1+r) - r/ln 10) / r^2")
-    for name, count in SHORT_COUNTS:
-        logarithm(f"ln_{name}", short, 2, count, D(1), "(ln(1+r) - r) / r^2")
-        if name not in ONLY_NATURAL:
-            logarithm(f"log10_{name}", short, 1, count + 1, inv, "log10(1+r) / r")
+    for rows, counts in ((short, SHORT_COUNTS), (medium, MEDIUM_COUNTS)):
+        for name, count in counts:
+            logarithm(f"ln_{name}", rows, 2, count, D(1), "ln(1+r) / r", leading=[1.0])
+            if name not in ONLY_NATURAL:
+                logarithm(f"log10_{name}", rows, 1, count + 1, inv, "log10(1+r) / r")
     c, e = minimax(quotient_series, lambda z: 1 / quotient_series(z), range(6), D(0), D("0.2001") ** 2)
     array("ln_by_quotient", f"ln m / s, s = (m - 1) / (m + 1), by powers of s^2, |s| <= 1/5; errors of ln m: {e}", c)
     single = (D(-1) / 3, D(1) / 3)
