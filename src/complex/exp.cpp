@@ -3,9 +3,9 @@
 //          e^x                    cos y, sin y            products         error
 //   A53    head of 26 bits, rest  head of 26 bits, rest   one rounding     0.52 ulp a part
 //   A50    rounded                rounded                 rounded          2^-51 by norm
-//   A26    2^-33                  2^-40                   rounded          2^-33 by norm
-//   A24    2^-42                  2^-40, in double        rounded once     0.501 ulp a part
-//   A21    2^-23.5 in float       2^-23 in float          rounded          2^-22.6 by norm
+//   A26    2^-28                  2^-33                   rounded          2^-28 by norm
+//   A24    2^-33, in double       2^-33, in double        rounded once     0.51 ulp a part
+//   A21    2^-22.5 in float       2^-23 in float          rounded          2^-22 by norm
 //   A11    2^-13 in float         2^-16 in float          rounded          2^-12.6 by norm
 //
 // At full precision e^x is unscaled until the product is made.

@@ -6,8 +6,8 @@
 //          sinh x, cosh x; cos y, sin y   products         error
 //   A53    head of 26 bits, rest          one rounding     0.52 ulp a part
 //   A50    rounded                        rounded          2^-51 by norm
-//   A26    2^-35                          rounded          2^-34 by norm
-//   A24    2^-35, in double               rounded once     0.501 ulp a part
+//   A26    2^-33                          rounded          2^-32 by norm
+//   A24    2^-33, in double               rounded once     0.51 ulp a part
 //   A21    2^-22 in float                 rounded          2^-21.5 by norm
 //   A11    2^-15 in float                 rounded          2^-14 by norm
 //

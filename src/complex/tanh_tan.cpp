@@ -9,8 +9,8 @@
 //          factors                    sum of squares, quotient   error
 //   A53    head of 26 bits, rest      head and rest              0.52 ulp a part
 //   A50    rounded                    rounded                    2^-50.3 by norm
-//   A26    2^-35                      rounded                    2^-33 by norm
-//   A24    2^-35, in double           in double, rounded once    0.501 ulp a part
+//   A26    2^-33                      rounded                    2^-31 by norm
+//   A24    2^-33, in double           in double, rounded once    0.51 ulp a part
 //   A21    2^-22 in float             rounded                    2^-21.2 by norm
 //   A11    2^-15 in float             rounded                    2^-13 by norm
 //

@@ -110,6 +110,12 @@ template <Accuracy A, class V> inline V exp_normal(V x) {
   }
 }
 
+/// The same within 2^-33 without a table: where there are fused operations, a long series costs less than a lookup.
+template <class V> inline V exp_normal_bits33(V x) {
+  const ExpReduced<V, 1> reduced = exp_reduce<1>(x);
+  return reduced.scaled(horner(reduced.r_by_one_step(x), exp_core_tables::exp_bits33));
+}
+
 /// e^(hi + lo) for any sum, |lo| < 2^-20 |hi|, rounded once. An overflow raises its flag, an
 /// underflow does not.
 inline double exp_any(double hi, double lo) {

@@ -13,8 +13,9 @@
 //
 // Both pairs come from an addition theorem, a from a table and r small:
 //   odd(a + r) = odd a + even a odd r + odd a (even r - 1),   even(a + r) = even a +- odd a odd r + even a (even r - 1)
-// for sin and cos with a = k pi/32, for sinh and cosh with a = k ln 2 / 32, where cosh a +- sinh a = 2^(+-k/32). Next
-// to a zero of the function a is that zero, and the result as accurate as r.
+// for sin and cos with a = k pi/32 (with fused operations, where the factors are short, a = k pi/2 and longer series
+// cost less than a lookup), for sinh and cosh with a = k ln 2 / 32, where cosh a +- sinh a = 2^(+-k/32). Next to a zero
+// of the function a is that zero, and the result as accurate as r.
 #pragma once
 
 #include "exact/polynomial.hpp"
@@ -179,6 +180,14 @@ inline EvenOdd<V> even_odd(V r, const Lane<V> (&even_series)[N], const Lane<V> (
   return {z * horner(z, even_series), mul_add(r * z, horner(z, odd_series), r)}; // even less 1
 }
 
+/// cos and sin of k pi/2 + r from those of r, k by its low bits.
+template <class V> inline EvenOdd<V> turned_by_quarters(const EvenOdd<V>& r, Bits<V> k) {
+  constexpr int sign = 8 * sizeof(Lane<V>) - 1;
+  const SignMask<V> odd = bit_cast<SignMask<V>>(k << sign);
+  return {flip_sign(select(odd, r.odd, r.even), ((k + 1) << (sign - 1)) & sign_bit<V>),
+          flip_sign(select(odd, r.even, r.odd), (k << (sign - 1)) & sign_bit<V>)};
+}
+
 /// Where a factor is a plain number.
 struct Plain {
   static constexpr bool splits = false;
@@ -200,6 +209,8 @@ template <Accuracy E, class P> struct Rounded : Plain, InDouble {
   template <class V> static Exponential<V> exponential(V x) {
     if constexpr (E == Accuracy::bits50)
       return {exp_normal<E>(x, V{}, x)};
+    else if constexpr (E == Accuracy::bits40 && has_fused)
+      return {exp_normal_bits33(x)};
     else
       return {exp_normal<E>(x)};
   }
@@ -225,31 +236,39 @@ template <Accuracy E, class P> struct Rounded : Plain, InDouble {
     } else {
       const WithinReach<V> within(y);
       const Angle<V> near = reduced_angle(within.y);
-      return of_angle(Angle<V>{near.r + within.lo, near.index + within.index});
+      return of_angle(Angle<V>{near.r + within.lo, near.index + (tabulated ? within.index : within.index >> 4)});
     }
   }
 
 private:
-  /// r + index pi/32
+  static constexpr bool tabulated = P::has_rests || !has_fused;
+  /// r + index pi/32, or r + index pi/2 where there is no table.
   template <class V> struct Angle {
     V r;
     Int<V> index;
   };
   template <class V> static Angle<V> reduced_angle(V y) {
-    const V shifted = mul_add(y, splat<V>(thirty_two_over_pi), splat<V>(rounding_constant<double>));
+    constexpr double steps = tabulated ? 1 : 16; // of pi/32
+    const V shifted = mul_add(y, splat<V>(thirty_two_over_pi / steps), splat<V>(rounding_constant<double>));
     const V k = shifted - rounding_constant<double>;
-    if constexpr (E == Accuracy::bits40) { // 2^-71 absolute: floats do not come near multiples of pi / 2
-      constexpr double pi_32_rest = factors_tables::pi_32_1 + factors_tables::pi_32_2;
-      return {sub_mul(sub_mul(y, k, splat<V>(factors_tables::pi_32_0)), k, splat<V>(pi_32_rest)), int_bits(shifted)};
-    } else {
-      const V t = sub_mul(sub_mul(y, k, splat<V>(parts_of_pi_32[0])), k, splat<V>(parts_of_pi_32[1]));
-      return {sub_mul(t, k, splat<V>(parts_of_pi_32[2])), int_bits(shifted)};
-    }
+    const auto less = [&](V t, double part) { return sub_mul(t, k, splat<V>(steps * part)); };
+    if constexpr (E == Accuracy::bits40) // 2^-71 absolute: floats do not come near multiples of pi / 2
+      return {less(less(y, factors_tables::pi_32_0), factors_tables::pi_32_1 + factors_tables::pi_32_2),
+              int_bits(shifted)};
+    else
+      return {less(less(less(y, parts_of_pi_32[0]), parts_of_pi_32[1]), parts_of_pi_32[2]), int_bits(shifted)};
   }
   template <class V> static EvenOdd<V> of_angle(const Angle<V>& angle) {
-    const EvenOdd<V> r = even_odd(angle.r, P::cos, P::sin);
-    const auto [cos_a, sin_a] = lookup_pair<cosine_sine>(angle.index & 63);
-    return added<Functions::circular>({cos_a, sin_a}, r.even, r.odd);
+    if constexpr (tabulated) {
+      const EvenOdd<V> r = even_odd(angle.r, P::cos, P::sin);
+      const auto [cos_a, sin_a] = lookup_pair<cosine_sine>(angle.index & 63);
+      return added<Functions::circular>({cos_a, sin_a}, r.even, r.odd);
+    } else {
+      const V z = angle.r * angle.r;
+      return turned_by_quarters(EvenOdd<V>{mul_add(z, horner(z, factors_tables::cos_whole), splat<V>(1)),
+                                           mul_add(angle.r * z, horner(z, factors_tables::sin_whole), angle.r)},
+                                bit_cast<Bits<V>>(angle.index));
+    }
   }
 };
 struct LongSeries {
@@ -268,7 +287,8 @@ struct ShortSeries {
 };
 /// A factor within an ulp or two.
 using Middle = Rounded<Accuracy::bits50, LongSeries>;
-/// Factors to 2^-35 or better; the exponential to 2^-42 for results that are rounded to float, to 2^-33 for A26.
+/// Factors to 2^-33 or better; with a table, without fused operations, the exponential to 2^-42 and angles to 2^-40 for
+/// results that are rounded to float. The exponential to 2^-28 for A26.
 using ShortA24 = Rounded<Accuracy::bits40, ShortSeries>;
 using ShortA26 = Rounded<Accuracy::bits27, ShortSeries>;
 
@@ -300,11 +320,7 @@ template <class P> struct Single : Plain {
   /// Of an angle k pi/2 + remainder, any k: its low bits are those of `shifted`.
   template <class V> static EvenOdd<V> circular(V shifted, V remainder) {
     const EvenOdd<V> r = even_odd(remainder, P::cos, P::sin);
-    const V cos_r = 1.0f + r.even;
-    const Bits<V> quadrant = bits(shifted);
-    const SignMask<V> odd = bit_cast<SignMask<V>>(quadrant << 31);
-    return {flip_sign(select(odd, r.odd, cos_r), ((quadrant + 1) << 30) & sign_bit<V>),
-            flip_sign(select(odd, cos_r, r.odd), (quadrant << 30) & sign_bit<V>)};
+    return turned_by_quarters(EvenOdd<V>{1.0f + r.even, r.odd}, bits(shifted));
   }
 };
 struct SeriesA21 {

@@ -48,7 +48,7 @@ def main():
         series(f"exp_{name}", "e^r", lambda x: x * x, count)
     for name, count in (("full", 6), ("bits50", 5), ("bits40", 4), ("bits27", 3)):
         series(f"expm1_{name}", "e^r - 1", lambda x: x, count)
-    for name, count in (("bits27", 7), ("bits21", 6)):
+    for name, count in (("bits33", 8), ("bits27", 7), ("bits21", 6)):
         high = LN2 / 2 * D("1.001")
         c, e = minimax(exp_tail(1), lambda x: x / x.exp(), range(count - 1), -high, high)
         c, xs = [1.0] + c, points(-high, high, 100)

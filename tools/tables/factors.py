@@ -81,6 +81,7 @@ def main():
 
     fits("full", "pi/64", PI / 64, 3, 4)
     fits("short", "pi/64", PI / 64, 2, 2)
+    fits("whole", "pi/4", PI / 4, 4, 4)
     fits("single_bits21", "pi/4", PI / 4, 3, 4, "float")
     fits("single_bits11", "pi/4", PI / 4, 2, 2, "float")
     ln2 = D(2).ln()
