@@ -194,7 +194,8 @@ template <class P> struct PowInDouble : KernelDefaults {
   template <class V> static SignMask<V> special_exponent(V y) {
     return flags_stay ? above(abs(y), largest_finite<float>) : SignMask<V>{};
   }
-  static constexpr float smallest_y = 0x1p-60f, largest_y = largest_finite<float>;
+  static constexpr float smallest_y = P::exponential == Accuracy::bits21 ? 0x1p-30f : 0x1p-60f;
+  static constexpr float largest_y = largest_finite<float>;
 
   template <class V> static V positive(V x, V y, RangeTest& test) {
     const auto reduced = log_reduce_floats<RoundedRows>(x);
