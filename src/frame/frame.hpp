@@ -156,6 +156,11 @@ protected:
   using V = Native<T>;
   static constexpr int width = native_lanes<T>;
 
+  static_assert([] { // functions of registers read it (frame/registers.hpp)
+    if constexpr (requires { K::ordinary; }) return K::ordinary.from < K::ordinary.to;
+    return true;
+  }());
+
   template <class U> struct Inputs { U of[S.inputs()]; };
   template <class U> struct Outputs { U of[S.outputs()]; };
 
