@@ -9,23 +9,23 @@
 namespace kelvm::inline KELVM_BUILD {
 
 /// The doubles within relative error 2^-ErrorBits of a midpoint between two neighbouring normal floats, told by
-/// integers that end in their low bits. y must not be zero, and its float not subnormal.
-template <int ErrorBits, class I> inline I near_midpoint(I y) {
+/// unsigned integers that end in their low bits. y must not be zero, and its float not subnormal.
+template <int ErrorBits, class B> inline Int<B> near_midpoint(B y) {
   static_assert(ErrorBits > 25 && ErrorBits < 53);
-  using L = Lane<I>;
+  using L = Lane<B>;
   constexpr L below_float = (L(1) << 29) - 1; // the fraction bits that a float lacks
   constexpr L midpoint = L(1) << 28, margin = L(1) << (53 - ErrorBits);
-  return ((y + (margin - midpoint)) & below_float) - 2 * margin;
+  return bit_cast<Int<B>>(((y + (margin - midpoint)) & below_float) - 2 * margin);
 }
 
 /// The undecided lanes of a kernel (its ResultTest): one test for all vectors of a block.
 struct RoundingTest {
   /// The values of the lower half of a float vector and of the upper one.
   template <int ErrorBits> void add(Native<double> low, Native<double> high) {
-    using Words = Int<Native<float>>;
+    using Words = Bits<Native<float>>;
     near_midpoints |= near_midpoint<ErrorBits>(unzip(bit_cast<Words>(low), bit_cast<Words>(high)).first);
-    undecided |= movemask(near_midpoint<ErrorBits>(int_bits(low))) | movemask(near_midpoint<ErrorBits>(int_bits(high)))
-                                                                         << native_lanes<double>;
+    undecided |= movemask(near_midpoint<ErrorBits>(bits(low))) | movemask(near_midpoint<ErrorBits>(bits(high)))
+                                                                     << native_lanes<double>;
   }
   bool any() const { return movemask(near_midpoints) != 0; }
   BitMask lanes() const { return undecided; }

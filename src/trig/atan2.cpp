@@ -45,12 +45,11 @@ template <class T> struct Atan2 : KernelDefaults {
   /// By the difference of the exponents: quotients beyond 2^40 and their reciprocals, or where powers of floats are not
   /// kept from underflow 2^12. Subnormal floats have none.
   template <class V> static SignMask<V> noisy(V y, V x) {
-    constexpr Lane<Int<V>> limit = sizeof(T) == 8 ? 40L << 52 : (flags_stay ? 40L : 12L) << 23;
-    const Int<V> difference = int_bits(abs(y)) - int_bits(abs(x));
-    SignMask<V> apart = (limit - difference) | (limit + difference);
-    if constexpr (sizeof(T) == 4)
-      apart |= bit_cast<SignMask<V>>(below(abs(y), smallest_normal<T>) | below(abs(x), smallest_normal<T>));
-    return apart;
+    constexpr Lane<Bits<V>> limit = sizeof(T) == 8 ? 40L << 52 : (flags_stay ? 40L : 12L) << 23;
+    const Bits<V> difference = bits(abs(y)) - bits(abs(x));
+    Bits<V> apart = (limit - difference) | (limit + difference);
+    if constexpr (sizeof(T) == 4) apart |= below(abs(y), smallest_normal<T>) | below(abs(x), smallest_normal<T>);
+    return bit_cast<SignMask<V>>(apart);
   }
 };
 
