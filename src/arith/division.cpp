@@ -92,7 +92,7 @@ template <int Steps, class V, class F> V newton_quotient(V y, F times_x) {
 }
 
 template <class T, int Steps> struct EstimatedDiv : AnyOperands<Div<T>> {
-  static constexpr Magnitudes quiet_magnitudes{0x1p-30, 0x1p30};
+  static constexpr Magnitudes ordinary{0x1p-30, 0x1p30};
   template <class V> static V formula(V x, V y, QuotientTest<V>& test) {
     const V q = newton_quotient<Steps>(y, [&](V r) { return x * r; });
     test.add(x, q);

@@ -11,6 +11,7 @@ template <class T> struct PartByPart : KernelDefaults {
   using Element = T;
   static constexpr bool covers_everything = true;
   static constexpr int parts_by_themselves = 2;
+  static constexpr Magnitudes ordinary{0x1p-60, 0x1p60};
 };
 template <class T> struct Add : PartByPart<T> {
   template <class V> static V formula(V x, V y) { return ordered_sum(x, y); }

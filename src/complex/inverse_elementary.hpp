@@ -173,7 +173,7 @@ template <class T, class P> struct InverseKernel : KernelDefaults {
   /// Floats evaluated in double are all in range.
   static constexpr bool floats_in_double = sizeof(T) < sizeof(typename P::Working);
   /// Next to poles and zeros squares of floats are too small.
-  static constexpr Magnitudes quiet_magnitudes = sizeof(typename P::Working) == 4 ? no_magnitudes : everyday<T>;
+  static constexpr Magnitudes ordinary = sizeof(typename P::Working) == 4 ? no_magnitudes : everyday<T>;
   static constexpr int vectors_in_flight = floats_in_double ? 2 : 4;
 
   /// Where the formulas neither overflow nor lose a small number: parts are zero or from low to high.

@@ -189,7 +189,7 @@ template <class Base> struct Logarithm32A24 : KernelDefaults {
 template <class Base, class P> struct Logarithm32 : KernelDefaults, P {
   using Element = float;
   static constexpr bool spurious_underflow = true;
-  static constexpr Magnitudes quiet_magnitudes = no_magnitudes; // powers of |z| - 1
+  static constexpr Magnitudes ordinary = no_magnitudes; // powers of |z| - 1
 
   template <class V> static SignMask<V> special(V x, V y) { return outside_window(x, y, 0x1p-60f, 0x1p62f); }
   static Pair<float> element(float x, float y, kelStatus& status) {

@@ -263,7 +263,7 @@ template <class P> struct ComplexPow : KernelDefaults {
   static constexpr int vectors_in_flight = P::vectors_in_flight;
   template <class V> using ResultTest = BitMask;
   static constexpr bool spurious_underflow = true;
-  static constexpr Magnitudes quiet_magnitudes = no_magnitudes;
+  static constexpr Magnitudes ordinary = no_magnitudes;
 
   template <class V> static SignMask<V> special(V x, V y, V c, V d) { return P::special(x, y, c, d); }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
@@ -293,7 +293,7 @@ template <class P> struct ComplexPowx : KernelDefaults {
   static constexpr int vectors_in_flight = P::vectors_in_flight;
   template <class V> using ResultTest = BitMask;
   static constexpr bool spurious_underflow = true;
-  static constexpr Magnitudes quiet_magnitudes = no_magnitudes;
+  static constexpr Magnitudes ordinary = no_magnitudes;
   Pair<T> w, tame; // 1 where no base has the vector formula: its flags count though no element has its results
 
   template <class E> explicit ComplexPowx(const E& exponent) : w{exponent.re, exponent.im}, tame(w) {

@@ -38,7 +38,7 @@ template <class T, class P, Conjugate C> struct Multiplication : KernelDefaults 
   using Element = T;
   static constexpr bool spurious_underflow = true;
   static constexpr bool spurious_exceptions = true;
-  static constexpr Magnitudes quiet_magnitudes = no_magnitudes; // the size of two parts may look like a NaN
+  static constexpr Magnitudes ordinary = no_magnitudes; // the size of two parts may look like a NaN
   static constexpr int vectors_in_flight = P::products_in_flight;
   template <class V> using ResultTest = SizeTest<V>;
 

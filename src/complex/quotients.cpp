@@ -61,7 +61,7 @@ template <class T, class P> struct Division : KernelDefaults {
   static constexpr int vectors_in_flight = P::quotients_in_flight;
   static constexpr bool spurious_underflow = true;
   static constexpr bool spurious_exceptions = true;
-  static constexpr Magnitudes quiet_magnitudes = no_magnitudes; // the size of two parts may look like a NaN
+  static constexpr Magnitudes ordinary = no_magnitudes; // the size of two parts may look like a NaN
   template <class V> using ResultTest = SizeTest<V>;
 
   template <class V> static SignMask<V> special(V a, V b, V c, V d) { return P::special(a, b, c, d); }

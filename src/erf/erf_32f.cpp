@@ -30,7 +30,7 @@ struct ErfSpecial : KernelDefaults {
 };
 template <Accuracy A> struct Erf32 : ErfSpecial {
   static constexpr bool spurious_underflow = true; // powers of tiny arguments
-  static constexpr Magnitudes quiet_magnitudes{A == Accuracy::bits11 ? 0x1p-14 : 0x1p-28, largest_finite<float>};
+  static constexpr Magnitudes ordinary{A == Accuracy::bits11 ? 0x1p-14 : 0x1p-28, largest_finite<float>};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), infinity<float>); }
   template <class V> static V formula(V x) { return with_sign(erf_positive<A>(abs(x)), sign_of(x)); }
 };
@@ -46,8 +46,7 @@ template <> struct Erf32<Accuracy::bits40> : ErfSpecial {
 template <class F> struct ComplementSpecial : KernelDefaults {
   using Element = float;
   static constexpr bool spurious_underflow = true;
-  static constexpr float quiet_to = F::argument == 1 ? 8.5f : 11.75f; // remainders of the tail
-  static constexpr Magnitudes ordinary{0x1p-28, quiet_to};
+  static constexpr Magnitudes ordinary{0x1p-28, F::argument == 1 ? 8.5 : 11.75}; // beyond are remainders of the tail
   template <class V> static SignMask<V> special(V x) { return beyond_tail<F>(x); }
   /// The complete function, correctly rounded.
   static float element(float x, kelStatus& status) {

@@ -26,8 +26,7 @@ template <class F, Accuracy A> struct Complement64 : KernelDefaults {
   using Element = double;
   static constexpr int vectors_in_flight = A == Accuracy::bits27 ? 4 : A == Accuracy::bits50 ? 2 : 3;
   static constexpr bool spurious_underflow = true;
-  static constexpr float quiet_to = 25; // remainders of the tail
-  static constexpr Magnitudes ordinary{0x1p-60, 25};
+  static constexpr Magnitudes ordinary{0x1p-60, 25}; // beyond are remainders of the tail
   template <class V> static SignMask<V> special(V x) { return beyond_tail<F>(x); }
   template <class V> static V formula(V x) { return error_complement<F, A>(x); }
   static double element(double x, kelStatus& status) {

@@ -35,7 +35,7 @@ constexpr double from_pattern(std::uint64_t bits) { return __builtin_bit_cast(do
 
 struct A53 {
   static constexpr int log_n = 6;
-  static constexpr float quiet_to = 0x1p100f;
+  static constexpr double largest_ordinary = 708;
   static constexpr double n_over_ln2 = from_pattern(0x40571547652B82FE);
   static constexpr double last_subnormal = from_pattern(0xC086232BDD7ABCD3);     // -708.396...
   static constexpr double first_scaled_twice = from_pattern(0x40862E37E7D8BA72); // 709.777...
@@ -59,7 +59,7 @@ struct A53 {
 /// A50 and A26: 2^(j/N) as a fraction field that is or-ed into the scale.
 template <class P> struct OrredTable {
   static constexpr int log_n = 7;
-  static constexpr float quiet_to = 665; // products of a small scale and a tiny remainder
+  static constexpr double largest_ordinary = 665; // beyond are products of a small scale and a tiny remainder
   static constexpr double n_over_ln2 = from_pattern(0x40671547652B82FE);
 
   template <class V> static V scaled(V r, Int<V> j, V scale) {
@@ -95,8 +95,6 @@ struct A26 : OrredTable<A26> {
 template <class P> struct Exp64 : KernelDefaults {
   using Element = double;
   static constexpr bool spurious_underflow = true;
-  static constexpr float quiet_to = P::quiet_to;
-  static constexpr bool quiet_above_zero = true;
 
   template <class V> struct Reduced {
     V r;
@@ -116,7 +114,7 @@ template <class P> struct Exp64 : KernelDefaults {
     }
   };
 
-  static constexpr Magnitudes ordinary{0x1p-60, P::quiet_to < 708 ? P::quiet_to : 708};
+  static constexpr Magnitudes ordinary{0x1p-60, P::largest_ordinary};
   template <class V> static SignMask<V> special(V x) {
     return above(abs(x), from_pattern(0x4086232AFFFFFFFF)); // |x| >= 708.396, NaN
   }

@@ -43,10 +43,8 @@ struct Expm1A24 : KernelDefaults {
 
 template <Accuracy A> struct Expm1Single : KernelDefaults {
   using Element = float;
-  static constexpr float quiet_to = has_fused ? covered : 74; // small scales of e^x, in products
-  static constexpr bool quiet_above_zero = true;
-  static constexpr bool spurious_underflow = true; // x^2 of a tiny x
-  static constexpr Magnitudes ordinary{0x1p-28, quiet_to};
+  static constexpr bool spurious_underflow = true;                         // x^2 of a tiny x
+  static constexpr Magnitudes ordinary{0x1p-28, has_fused ? covered : 74}; // beyond are products with small scales
   template <class V> static SignMask<V> special(V x) { return above(abs(x), covered); }
   template <class V> static V formula(V x) { return with_sign(float_exp_minus_1<A>(x), sign_of(x)); }
   static float element(float x, kelStatus& status) { return correctly_rounded(x, status); }

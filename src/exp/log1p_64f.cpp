@@ -13,7 +13,6 @@ namespace {
 template <Accuracy A> struct Log1p64f : KernelDefaults {
   using Element = double;
   static constexpr bool spurious_underflow = true; // x^2 of a tiny x, 1 / x of a large one
-  static constexpr float quiet_to = 0x1p100f;
   template <class V> static SignMask<V> special(V x) {
     const V sum = 1.0 + x;
     return bit_cast<SignMask<V>>((bits(sum) - 1u) | (0x7E70000000000000u - bits(sum)));

@@ -121,6 +121,7 @@ struct PowA26 {
 template <class P> struct Power : KernelDefaults {
   using Element = double;
   static constexpr bool spurious_underflow = true, spurious_exceptions = true; // y ln x of a tiny, infinite or NaN y
+  static constexpr bool undecided_are_quiet = false;                           // results out of range
   static constexpr double largest_y = 0x1p100;
   static constexpr double largest_exponent = 708; // results are normal up to there
 
@@ -188,6 +189,7 @@ private:
 /// A power evaluated in double.
 template <class P> struct PowInDouble : KernelDefaults {
   static constexpr bool spurious_exceptions = !flags_stay;
+  static constexpr bool undecided_are_quiet = false; // results out of range
   template <class V> using ResultTest = RangeTest;
 
   /// An infinite or NaN y shows in y ln x.

@@ -29,12 +29,21 @@
 // vectors by nan_result; nan_lanes are those elements that give it. Kernels of one real source get both from
 // KernelDefaults, others may define them.
 //
+// Short calls look at the flags, and with AVX-512 at the control word, only where an element may want it. An unmarked
+// element raises no flag but inexact, nor traps by an exact subnormal number, where it is zero or of an ordinary
+// magnitude: from 2^-60, floats from 2^-28, to 2^60, of two sources both `everyday`. A kernel may have
+//
+//   static constexpr Magnitudes ordinary{from, to}           others, which special marks none of
+//   template <class V> static SignMask<V> noisy(V x)         unmarked lanes for which that is not so, whatever their
+//                                                            magnitude
+//
 // Two sources, or a complex one, are two parameters (x, y); two complex sources are four: real and imaginary part of
 // the first, then of the second. Two destinations, or a complex one, are a Pair.
 #pragma once
 
 #include "frame/mode.hpp"
 #include "frame/status.hpp"
+#include "simd/mode_probe.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -87,10 +96,8 @@ struct KernelDefaults {
   static constexpr bool spurious_exceptions = false;
   /// A signalling NaN, which has no code, earns invalid with spurious_exceptions, too: its lane has to reach element().
   static constexpr bool signalling_nan_earns_invalid = false;
-  /// Larger magnitudes may raise underflow, of such kernels of one source as those that compute e^-|x|.
-  static constexpr float quiet_to = infinity<float>;
-  /// Those larger ones only with a negative sign.
-  static constexpr bool quiet_above_zero = false;
+  /// Lanes that the formula leaves undecided raise no flag either, unless they are noisy.
+  static constexpr bool undecided_are_quiet = true;
   /// A destination may overlap a source in any way; the result is that of a forward loop over the elements.
   static constexpr bool any_overlap = false;
   /// 2: a complex function that computes each part by itself. Its arrays are taken as arrays of parts, twice as long;
@@ -155,11 +162,6 @@ protected:
   using T = typename K::Element;
   using V = Native<T>;
   static constexpr int width = native_lanes<T>;
-
-  static_assert([] { // functions of registers read it (frame/registers.hpp)
-    if constexpr (requires { K::ordinary; }) return K::ordinary.from < K::ordinary.to;
-    return true;
-  }());
 
   template <class U> struct Inputs { U of[S.inputs()]; };
   template <class U> struct Outputs { U of[S.outputs()]; };
@@ -349,33 +351,35 @@ protected:
     }
     return one_vector(kernel, in, all_lanes<V>, outcome);
   }
-  /// Unmarked lanes, by their sign bits, for which the formula may raise a flag that is not earned.
-  static SignMask<V> noisy(const K& kernel, const Inputs<V>& in) {
-    if constexpr (spurious_flags<K> == 0) {
-      return SignMask<V>{};
-    } else if constexpr (S.inputs() == 1 && requires { kernel.noisy(in.of[0]); }) {
-      return kernel.noisy(in.of[0]);
-    } else if constexpr (S.inputs() == 2 && requires { kernel.noisy(in.of[0], in.of[1]); }) {
-      return kernel.noisy(in.of[0], in.of[1]);
-    } else {
-      constexpr Magnitudes quiet = quiet_magnitudes();
-      if constexpr (K::quiet_above_zero)
-        return outside_but_zero(abs(in.of[0]), quiet.from, largest_finite<T>) |
-               (int_bits(in.of[0]) & bit_cast<SignMask<V>>(beyond(abs(in.of[0]), quiet.to)));
-      else if constexpr (S.inputs() == 1 && quiet.both_signs)
-        return outside_but_zero(abs(in.of[0]), quiet.from, quiet.to);
-      else
-        return spread(in,
-                      [=](auto... x) { return (outside(quiet.both_signs ? abs(x) : x, quiet.from, quiet.to) | ...); });
-    }
-  }
-  static constexpr Magnitudes quiet_magnitudes() {
-    if constexpr (requires { K::quiet_magnitudes; })
-      return K::quiet_magnitudes;
+  static constexpr Magnitudes ordinary = [] {
+    if constexpr (requires { K::ordinary; })
+      return K::ordinary;
     else if constexpr (S.inputs() == 1)
-      return {sizeof(T) == 8 ? 0x1p-60 : 0x1p-28, std::min(double(K::quiet_to), double(largest_finite<T>))};
+      return Magnitudes{sizeof(T) == 8 ? 0x1p-60 : 0x1p-28, 0x1p60};
     else
       return everyday<T>;
+  }();
+  /// Lanes, by their sign bits, of other magnitudes. Zero is ordinary for kernels of one source, and for those that may
+  /// raise no flag.
+  static SignMask<V> not_ordinary(const Inputs<V>& in) {
+    return spread(in, [](auto... x) {
+      const auto magnitude = [](V x) { return ordinary.both_signs ? abs(x) : x; };
+      if constexpr (ordinary.both_signs && (S.inputs() == 1 || spurious_flags<K> == 0))
+        return (outside_but_zero(magnitude(x), ordinary.from, ordinary.to) | ...);
+      else
+        return (outside(magnitude(x), ordinary.from, ordinary.to) | ...);
+    });
+  }
+  /// Unmarked lanes, by their sign bits, for which the formula may raise a flag that is not earned.
+  static SignMask<V> noisy(const K& kernel, const Inputs<V>& in) {
+    if constexpr (spurious_flags<K> == 0)
+      return SignMask<V>{};
+    else if constexpr (S.inputs() == 1 && requires { kernel.noisy(in.of[0]); })
+      return kernel.noisy(in.of[0]);
+    else if constexpr (S.inputs() == 2 && requires { kernel.noisy(in.of[0], in.of[1]); })
+      return kernel.noisy(in.of[0], in.of[1]);
+    else
+      return not_ordinary(in);
   }
   /// compute(in, valid, out) for one vector after the other, the last one perhaps not full, until it says false: how
   /// many elements that were. The formula is there once for both: short calls wait for its code and constants.
@@ -433,6 +437,26 @@ protected:
 
 public:
   static constexpr int block = width * K::vectors_in_flight;
+
+  /// Whether few elements may be computed without reading the control word.
+  static constexpr bool may_run_unread =
+      has_mode_probe && K::mode == Mode::nearest && K::undecided_are_quiet && ordinary.from < ordinary.to;
+
+  /// For few elements, in a mode to nearest with subnormals, whatever exceptions are masked: one vector after the
+  /// other, up to the first that may do more than raise inexact. How many elements that were.
+  [[gnu::noinline, gnu::flatten]] static std::ptrdiff_t run_unread(const K& kernel, const T* source1, const T* source2,
+                                                                   T* destination1, T* destination2,
+                                                                   std::ptrdiff_t len) {
+    const Arrays<T, S> arrays{source1, source2, destination1, destination2};
+    return each_vector(arrays, len, [&](const Inputs<V>& in, BitMask, Outputs<V>& out) {
+      const SignMask<V> unusual = spurious_flags<K> == 0 ? not_ordinary(in) : noisy(kernel, in);
+      if (any(special(kernel, in) | unusual)) [[unlikely]]
+        return false;
+      ResultTest undecided{};
+      out = formula<V>(kernel, in, undecided);
+      return !some(undecided);
+    });
+  }
 
   /// For any arrays, and for few elements: one vector after the other.
   [[gnu::noinline, gnu::flatten]] static Outcome run_by_vector(const K& kernel, const T* source1, const T* source2,
@@ -564,10 +588,21 @@ inline kelStatus call(Order order, const K& kernel, const Arrays<typename K::Ele
   if (len < 1) return kelStatusSizeError;
   if (null) return kelStatusNullPtrError;
   using L = Loop<K, S>;
-  const std::ptrdiff_t count = std::ptrdiff_t(len) * K::parts_by_themselves;
+  Arrays<typename K::Element, S> left = arrays;
+  std::ptrdiff_t count = std::ptrdiff_t(len) * K::parts_by_themselves;
+  if constexpr (L::may_run_unread) {
+    if (count < L::block && rounds_to_nearest_with_subnormals()) {
+      const std::ptrdiff_t done =
+          L::run_unread(kernel, left.source1, left.source2, left.destination1, left.destination2, count);
+      if (done >= count) [[likely]]
+        return kelStatusOk;
+      left = left.from(done);
+      count -= done;
+    }
+  }
   const auto loop = count < L::block && !K::any_overlap ? &L::run_by_vector : &L::run;
-  return in_mode<K::mode, spurious_flags<K>>(loop, kernel, arrays.source1, arrays.source2, arrays.destination1,
-                                             arrays.destination2, count);
+  return in_mode<K::mode, spurious_flags<K>>(loop, kernel, left.source1, left.source2, left.destination1,
+                                             left.destination2, count);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

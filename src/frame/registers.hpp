@@ -7,18 +7,9 @@
 //
 // with the bits of the array function, under names for the linker alone. There is no status, and the floating-point
 // mode is the caller's. Reading the flags costs as much as a function, so elements whose formula might raise one that
-// they do not earn are told by their values, and computed apart with the others that are not ordinary. In general those
-// are the magnitudes below 2^-60, 2^-28 for floats, but not zero, and those beyond the kernel's quiet_to, negative ones
-// alone where it has quiet_above_zero. Kernels of two sources have
-//
-//   template <class V> static SignMask<V> noisy(V x, V y)    the lanes for which the formula may raise underflow
-//
-// A kernel may also have
-//
-//   static constexpr Magnitudes ordinary{from, to}           magnitudes in which no element is special or noisy
-//
-// so that one comparison tells most registers to be ordinary. Only the others, those with zeros for instance, are
-// looked at more closely.
+// they do not earn are told by their values (`ordinary` and `noisy`, frame/frame.hpp), and computed apart with the
+// others that are not ordinary. Of a kernel that has `ordinary` one comparison tells most registers to be so. Only the
+// others, those with zeros for instance, are looked at more closely.
 #pragma once
 
 #include "frame/frame.hpp"
@@ -72,12 +63,14 @@ public:
 private:
   /// False where all lanes are known to be neither special nor noisy.
   static bool may_be_unusual(const Inputs& in) {
-    if constexpr (requires { K::ordinary; })
+    if constexpr (requires { K::ordinary; }) {
+      static_assert(K::ordinary.from < K::ordinary.to);
       return Base::spread(in, [](auto... x) {
         return any_outside<K::ordinary.both_signs>(T(K::ordinary.from), T(K::ordinary.to), x...);
       });
-    else
+    } else {
       return true;
+    }
   }
   /// Flags that no lane earns are taken back. Exceptions that are not masked trap at the end.
   template <class... X> [[gnu::noinline]] static Outputs compute_apart(X... x) {

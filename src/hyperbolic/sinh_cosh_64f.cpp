@@ -32,14 +32,13 @@ using CoshA50 = Rounded<Accuracy::bits50, CoshSeriesA50>;
 
 template <class Which> struct Double : KernelDefaults {
   using Element = double;
-  static constexpr bool spurious_underflow = true; // r^2 of a tiny r
-  static constexpr Magnitudes ordinary{0x1p-60, 630};
+  static constexpr bool spurious_underflow = true;    // r^2 of a tiny r
+  static constexpr Magnitudes ordinary{0x1p-60, 630}; // beyond are rests of the scale of e^-|x|
   template <class V> static SignMask<V> special(V x) { return above(abs(x), 708.0); }
   static double element(double x, kelStatus& status) { return sinh_or_cosh<Which>(x, status); }
 };
 
 struct SinhA53 : Double<OfSinh> {
-  static constexpr float quiet_to = 630; // rests of the scale of e^-|x|
   static constexpr int vectors_in_flight = 2;
   template <class V> static V formula(V x) { return with_sign(rounded(Full::hyperbolic(abs(x)).odd), sign_of(x)); }
 };
@@ -53,7 +52,6 @@ template <Accuracy A> struct SinhOfExpm1 : Double<OfSinh> {
 
 template <class Accuracy> struct Cosh : Double<OfCosh> {
   static constexpr int vectors_in_flight = few_vectors_in_flight;
-  static constexpr float quiet_to = 630;
   template <class V> static V formula(V x) { return rounded(Accuracy::hyperbolic(abs(x)).even); }
 };
 

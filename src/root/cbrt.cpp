@@ -116,11 +116,15 @@ template <class T, class F> T by_scaling(T x, int power, F f) {
   return power < 0 ? y * scale<T> : power == 1 ? y / scale<T> : y / scale<T> / scale<T>;
 }
 
+/// No square or cube of a scale is subnormal.
+template <class T>
+inline constexpr Magnitudes away_from_subnormals{sizeof(T) == 8 ? 0x1p-960 : 0x1p-100, largest_finite<T>};
+
 // --- cube root -----------------------------------------------------------------------------------------------------
 
 template <class P> struct Cbrt : KernelDefaults {
   using Element = typename P::Element;
-  static constexpr Magnitudes ordinary{smallest_normal<Element>, largest_finite<Element>};
+  static constexpr Magnitudes ordinary = away_from_subnormals<Element>;
   template <class V> static SignMask<V> special(V x) {
     return outside_but_zero(abs(x), smallest_normal<Element>, largest_finite<Element>);
   }
@@ -157,7 +161,7 @@ template <class T, class F> T inverse_cbrt_element(T x, kelStatus& status, F ord
 
 template <class P> struct InvCbrt : KernelDefaults {
   using Element = typename P::Element;
-  static constexpr Magnitudes ordinary{smallest_normal<Element>, largest_finite<Element>};
+  static constexpr Magnitudes ordinary = away_from_subnormals<Element>;
   template <class V> static SignMask<V> special(V x) {
     return outside(abs(x), smallest_normal<Element>, largest_finite<Element>);
   }
@@ -187,7 +191,7 @@ struct InvCbrt32A24 : InvCbrt<A21> {
 
 template <class P> struct Pow2o3 : KernelDefaults {
   using Element = typename P::Element;
-  static constexpr Magnitudes ordinary{smallest_normal<Element>, largest_finite<Element>};
+  static constexpr Magnitudes ordinary = away_from_subnormals<Element>;
   template <class V> static SignMask<V> special(V x) {
     return outside_but_zero(abs(x), smallest_normal<Element>, largest_finite<Element>);
   }

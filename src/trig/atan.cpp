@@ -51,8 +51,7 @@ struct AtanA24 : Atan<float> {
 };
 
 template <auto& Series> struct AtanSingle : Atan<float> {
-  static constexpr Magnitudes quiet_magnitudes = flags_stay ? Magnitudes{0x1p-28, 0x1p40} : Magnitudes{0x1p-13, 0x1p14};
-  static constexpr Magnitudes ordinary{0x1p-28, 0x1p40};
+  static constexpr Magnitudes ordinary = flags_stay ? Magnitudes{0x1p-28, 0x1p40} : Magnitudes{0x1p-13, 0x1p14};
   template <class V> static V formula(V x) {
     const V t = abs(x), one = splat<V>(1);
     const auto steep = t > one;

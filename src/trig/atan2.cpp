@@ -38,7 +38,8 @@ template <class T> struct Atan2 : KernelDefaults {
   static constexpr T least = sizeof(T) == 8 ? T(0x1p-480) : T(0x1p-149f);
   static constexpr T most = sizeof(T) == 8 ? T(0x1p480) : largest_finite<T>;
 
-  static constexpr Magnitudes ordinary{0x1p-20, 0x1p20};
+  static constexpr Magnitudes ordinary =
+      sizeof(T) == 8 || flags_stay ? Magnitudes{0x1p-20, 0x1p20} : Magnitudes{0x1p-6, 0x1p6};
   template <class V> static SignMask<V> special(V y, V x) {
     return outside(abs(y), least, most) | outside(abs(x), least, most);
   }

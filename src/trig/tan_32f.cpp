@@ -65,12 +65,11 @@ struct TanA24 : Tan32 {
 };
 
 template <auto& Series> struct TanSingle : Tan32 {
-  /// Up to the first multiple of pi/2, next to which remainders are tiny, where the series has a fourth power of z.
-  static constexpr Magnitudes quiet_magnitudes =
-      flags_stay || std::size(Series) < 5 ? Magnitudes{0x1p-28, largest_finite<float>} : Magnitudes{0x1p-14, 1.5};
   static constexpr int vectors_in_flight = 3;
   static constexpr float last = 10000;
-  static constexpr Magnitudes ordinary{0x1p-28, last};
+  /// Up to the first multiple of pi/2, next to which remainders are tiny, where the series has a fourth power of z.
+  static constexpr Magnitudes ordinary =
+      flags_stay || std::size(Series) < 5 ? Magnitudes{0x1p-28, last} : Magnitudes{0x1p-14, 1.5};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), last); }
   template <class V> static V wide_formula(V x, RoundingTest& test) {
     return of_any_size(
