@@ -193,6 +193,8 @@ Inputs::Inputs(const harness::Function& function, std::optional<Range> range1, s
   if (!range1) append_steps();
 }
 
+const std::vector<double>& Inputs::points(int part) const { return profile_[part]->points; }
+
 // For every function: even steps over the ranges, and every binade of the distance from the points, either side, and of
 // complex numbers from 0, +-1 and +-i. Where tables are long, their rows besides.
 void Inputs::append_steps() {

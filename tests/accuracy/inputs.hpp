@@ -45,6 +45,10 @@ public:
   /// from its points of interest. None if a range is given for the first source.
   std::uint64_t steps() const { return steps_.size(); }
 
+  /// Numbers at which the family's formula, status or result changes, for a part of its sources: 0 and 1 of the first,
+  /// 2 and 3 of the second.
+  const std::vector<double>& points(int part) const;
+
   /// Fills a block with elements number `first` and on: first the steps, then random ones. The second source of a
   /// ScalarPower function is one value for the whole block.
   void fill(Random& random, std::uint64_t first, std::vector<reference::Arguments>& block) const;

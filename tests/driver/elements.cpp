@@ -4,24 +4,23 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstring>
 
 namespace driver {
 namespace {
 
-// Positive numbers at which some function's formula, status or result changes, and a spread of magnitudes.
+// A spread of magnitudes. Numbers that mean something to one family alone are its points (accuracy/inputs.cpp).
 // clang-format off
-constexpr double thresholds[] = {
+const std::vector<double> spread = {
     0x1p-252, 0x1p-149, 0x1p-126, 0x1p-100, 0x1p-60, 0x1p-54, 0x1p-28, 0x1p-25, 0x1p-13, 0x1p-12, 1e-3, 0.0625, 0.1,
-    0.25, 0.375, 0.5, 0.75, 0.97, 1, 1.25, 1.5, 1.75, 2, 2.5, 3, 3.1415926535897931, 4, 5.5, 5.93, 6.5, 8, 9.2, 10,
-    10.05, 13.5, 14.2, 16, 19.1, 22, 26.55, 27.25, 32, 37.52, 38.5, 64, 87.25, 87.3365478515625, 88,
-    88.72283935546875, 88.75, 89.5, 100, 103.28, 103.98, 160, 256, 700, 708.3, 708.39641853226419, 709.5, 709.78,
-    709.7827128933841, 710.5, 745.125, 745.25, 1000, 4000, 10000, 65535.5, 90112, 90112.0625, 0x1p17, 0x1p23 - 0.5,
-    0x1p23, 0x1p24, 0x1p31, 0x1p32, 1e10, 0x1p52 - 0.5, 0x1p52, 0x1p53, 0x1p63, 0x1p64, 1e22, 1e30, 0x1p100,
-    0x1p126, 0x1p127, 0x1p500, 0x1p1000, 0x1p1023};
+    0.25, 0.375, 0.5, 0.75, 0.97, 1, 1.25, 1.5, 1.75, 2, 2.5, 3, 3.1415926535897931, 4, 5.5, 6.5, 8, 10, 13.5, 16, 22,
+    27.25, 32, 38.5, 64, 87.25, 88.75, 100, 160, 256, 700, 708.3, 709.5, 710.5, 745.25, 1000, 4000, 10000, 65535.5,
+    0x1p17, 0x1p23 - 0.5, 0x1p23, 0x1p24, 0x1p31, 0x1p32, 1e10, 0x1p52 - 0.5, 0x1p52, 0x1p53, 0x1p63, 0x1p64, 1e22,
+    1e30, 0x1p100, 0x1p126, 0x1p127, 0x1p500, 0x1p1000, 0x1p1023};
 // clang-format on
 // Those that go into all pairs.
-constexpr double few[] = {0, 0x1p-60, 0.5, 1, 1.5, 2, 3, 10, 100, 710, 1e5, 0x1p53, 0x1p126};
+const std::vector<double> few = {0, 0x1p-60, 0.5, 1, 1.5, 2, 3, 10, 100, 710, 1e5, 0x1p53, 0x1p126};
 
 struct Format {
   std::uint64_t sign, infinity, quiet; // their bits; those below `quiet` are a NaN's payload
@@ -32,8 +31,7 @@ constexpr Format format(bool is_float) {
 }
 
 /// Numbers of either sign with their neighbours, the ends of the range, infinities and NaNs, as bits.
-template <std::size_t N>
-std::vector<std::uint64_t> with_ends(bool is_float, const double (&numbers)[N], bool neighbours) {
+std::vector<std::uint64_t> with_ends(bool is_float, const std::vector<double>& numbers, bool neighbours) {
   const Format f = format(is_float);
   const std::uint64_t smallest_normal = f.quiet << 1, largest = f.infinity - 1;
   std::vector<std::uint64_t> list = {0, 1, smallest_normal, largest, f.infinity, f.infinity | f.quiet, f.infinity | 1};
@@ -43,7 +41,7 @@ std::vector<std::uint64_t> with_ends(bool is_float, const double (&numbers)[N], 
           f.infinity | f.quiet >> 1, f.infinity | f.quiet >> 2 | 0x77, f.sign - 1})
       list.push_back(b);
   for (double x : numbers) {
-    const std::uint64_t b = bits_of(is_float, x);
+    const std::uint64_t b = bits_of(is_float, std::abs(x));
     list.push_back(b);
     if (neighbours && b > 1 && b < f.infinity) list.insert(list.end(), {b - 1, b + 1});
   }
@@ -80,12 +78,18 @@ std::vector<int> places_of(const harness::Function& function) {
 }
 
 std::vector<Element> special_elements(const harness::Function& function) {
-  const std::vector<std::uint64_t> many = with_ends(function.is_float(), thresholds, true);
   const std::vector<std::uint64_t> some = with_ends(function.is_float(), few, false);
   const std::vector<int> places = places_of(function);
+  const accuracy::Inputs inputs(function, {}, {});
+  std::vector<std::uint64_t> many[4];
+  for (int place : places) {
+    std::vector<double> numbers = spread;
+    numbers.insert(numbers.end(), inputs.points(place).begin(), inputs.points(place).end());
+    many[place] = with_ends(function.is_float(), numbers, true);
+  }
   std::vector<Element> elements;
   if (places.size() == 1) {
-    for (std::uint64_t b : many) elements.push_back({b});
+    for (std::uint64_t b : many[0]) elements.push_back({b});
     return elements;
   }
   if (places.size() == 2)
@@ -98,9 +102,12 @@ std::vector<Element> special_elements(const harness::Function& function) {
       }
   accuracy::Random random{17};
   for (int i = 0; i < 1000; ++i) {
-    const auto& list = random.one_in(2) ? many : some;
+    const bool from_many = random.one_in(2);
     Element e{};
-    for (int place : places) e[place] = list[random.below(list.size())];
+    for (int place : places) {
+      const auto& list = from_many ? many[place] : some;
+      e[place] = list[random.below(list.size())];
+    }
     if (places.size() == 4 && random.one_in(4)) e[2] = e[0];
     if (places.size() == 4 && random.one_in(4)) e[3] = e[1];
     elements.push_back(e);
