@@ -23,7 +23,7 @@ template <class T> struct Mul : Arithmetic<T> {
   template <class V> static V formula(V x, V y) { return ordered_product(x, y); }
 };
 template <class T> struct Sqr : Arithmetic<T> {
-  static constexpr int vectors_in_flight = vector_bytes == 32 ? 8 : 4;
+  static constexpr int vectors_in_flight = single_operation_in_flight;
   template <class V> static V formula(V x) { return x * x; }
 };
 /// |x| as x * (1 with the sign of x): a NaN keeps its sign, a signalling NaN is quieted and raises invalid.

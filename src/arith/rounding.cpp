@@ -9,7 +9,7 @@ namespace {
 
 template <class T, Rounding How> struct Rounded : KernelDefaults {
   using Element = T;
-  static constexpr int vectors_in_flight = vector_bytes == 32 ? 8 : 4;
+  static constexpr int vectors_in_flight = single_operation_in_flight;
   static constexpr Mode mode =
       How == Rounding::current || How == Rounding::current_quiet ? Mode::callers : Mode::nearest;
   static constexpr bool covers_everything = true;

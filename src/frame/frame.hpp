@@ -52,6 +52,8 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// For formulas that fill 16 registers with fewer vectors than the usual number.
 inline constexpr int few_vectors_in_flight = vector_bytes == 64 ? 4 : 2;
+/// For formulas of one operation: with four vectors of 32 bytes their speed depends on where the loop lies.
+inline constexpr int single_operation_in_flight = vector_bytes == 32 ? 8 : 4;
 
 /// The ResultTest of a formula that decides all lanes.
 struct NoResultTest {

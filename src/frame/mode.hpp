@@ -13,8 +13,15 @@ inline constexpr unsigned mode_mask = 0xE040;
 inline constexpr unsigned all_flags = 0x3F, honest_flags = 0x1D, honest_masks = honest_flags << 7;
 
 /// What a kernel computes in. The values of the fixed modes are the fields' bits. toward_zero_exactly: a kernel that
-/// rounds nothing computes to nearest as well, which no caller can tell from toward zero.
-enum class Mode : unsigned { nearest = 0, toward_zero_exactly = 0x6000, callers = ~0u };
+/// rounds nothing computes to nearest as well, which no caller can tell from toward zero. callers_masked: the caller's,
+/// but flags have to be earned; callers: they are those of the operations.
+enum class Mode : unsigned { nearest = 0, toward_zero_exactly = 0x6000, callers_masked = ~1u, callers = ~0u };
+
+/// The fields and masks of the control word that a mode fixes, and what they hold in it.
+template <Mode M>
+inline constexpr unsigned fixed_bits = M == Mode::callers_masked ? honest_masks : mode_mask | honest_masks;
+template <Mode M>
+inline constexpr unsigned fixed_value = M == Mode::callers_masked ? honest_masks : unsigned(M) | honest_masks;
 
 /// The IEEE flag of a warning code, as a bit of the control word.
 constexpr unsigned flag_of(kelStatus code) {
@@ -63,10 +70,11 @@ template <unsigned SpuriousFlags> constexpr unsigned unearned(unsigned flags, co
 template <Mode M, unsigned SpuriousFlags, class... Parameters>
 [[gnu::noinline, gnu::cold]] kelStatus in_changed_mode(Outcome (*loop)(Parameters...), Parameters... arguments) {
   const unsigned found = _mm_getcsr();
-  _mm_setcsr((found & ~(mode_mask | all_flags)) | unsigned(M) | honest_masks);
+  _mm_setcsr((found & ~(fixed_bits<M> | all_flags)) | fixed_value<M>);
   const Outcome outcome = loop(arguments...);
   const unsigned left = _mm_getcsr() & all_flags;
-  ownLeaveMode(found, left & ~unearned<SpuriousFlags>(left, outcome), (found & mode_mask) == unsigned(M));
+  const bool mode_stayed = (fixed_bits<M> & mode_mask & (found ^ fixed_value<M>)) == 0;
+  ownLeaveMode(found, left & ~unearned<SpuriousFlags>(left, outcome), mode_stayed);
   return outcome.status;
 }
 
@@ -83,7 +91,7 @@ inline kelStatus in_mode(Outcome (*loop)(Parameters...), const Arguments&... arg
   } else {
     const unsigned found = _mm_getcsr();
     const bool near = M == Mode::toward_zero_exactly && (found & (mode_mask | honest_masks)) == honest_masks;
-    if (!near && ((found ^ (unsigned(M) | honest_masks)) & (mode_mask | honest_masks)) != 0) [[unlikely]]
+    if (!near && (fixed_bits<M> & (found ^ fixed_value<M>)) != 0) [[unlikely]]
       return in_changed_mode<M, SpuriousFlags, Parameters...>(loop, arguments...);
     const Outcome outcome = loop(arguments...);
     if (near) { // the flags are those at entry, as where the mode changes

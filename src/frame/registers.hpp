@@ -74,21 +74,14 @@ private:
   }
   /// Flags that no lane earns are taken back. Exceptions that are not masked trap at the end.
   template <class... X> [[gnu::noinline]] static Outputs compute_apart(X... x) {
-    const unsigned found = _mm_getcsr();
-    const bool may_trap = (found & honest_masks) != honest_masks;
-    if (may_trap) [[unlikely]]
-      _mm_setcsr((found & ~all_flags) | honest_masks);
-    Outcome outcome;
-    const Outputs out = any_vector(outcome, x...);
-    const unsigned left = _mm_getcsr();
-    if (may_trap) [[unlikely]]
-      ownLeaveMode(found, left & all_flags & ~unearned<spurious_flags<K>>(left, outcome), true);
-    else if (const unsigned spurious = unearned<spurious_flags<K>>(left & ~found, outcome); spurious != 0)
-      _mm_setcsr(left & ~spurious);
+    Outputs out;
+    in_mode<Mode::callers_masked, spurious_flags<K>>(&any_vector<X...>, &out, x...);
     return out;
   }
-  template <class... X> [[gnu::noinline]] static Outputs any_vector(Outcome& outcome, X... x) {
-    return Base::any_vector(K(), Inputs{{x...}}, outcome);
+  template <class... X> [[gnu::noinline]] static Outcome any_vector(Outputs* out, X... x) {
+    Outcome outcome{kelStatusOk, may_be_spurious};
+    *out = Base::any_vector(K(), Inputs{{x...}}, outcome);
+    return outcome;
   }
 };
 
