@@ -3,7 +3,7 @@
 #pragma once
 
 #include "exact/scaled_sum.hpp"
-#include "frame/frame.hpp"
+#include "frame/kernel.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 

@@ -2,7 +2,7 @@
 // products and quotients of complex numbers.
 #pragma once
 
-#include "frame/frame.hpp"
+#include "frame/kernel.hpp"
 #include "simd/constants.hpp"
 
 namespace kelvm::inline KELVM_BUILD {

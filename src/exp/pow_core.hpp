@@ -5,7 +5,7 @@
 #include "exact/quiet.hpp"
 #include "exp/exp_core.hpp"
 #include "exp/log_core.hpp"
-#include "frame/frame.hpp"
+#include "frame/kernel.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 

@@ -1,48 +1,19 @@
 // The frame of every function: argument checks, floating-point mode, block loop, scalar path of special lanes, tail,
 // status.
 //
-// A kernel is a struct (stateless, but for the scalar-power shape) that derives from KernelDefaults and has
+// Results are bit for bit those of one element alone, so a call may be divided as its length and its elements want:
 //
-//   using Element = double;         the type of a lane: of the parts, where elements are complex
-//   template <class V> static SignMask<V> special(V x)
-//                                   the lanes that formula does not cover, by their sign bits; integer work only
-//   template <class V> static V formula(V x)
-//                                   reduce, approximate, reconstruct, for any width. It raises no flag but inexact for
-//                                   an unmarked element, or underflow with `spurious_underflow`.
-//   static double element(double x, kelStatus& status)
-//                                   the complete function for one element: special results with their code and flag,
-//                                   formula(x) with one lane where that covers it. Called for marked lanes only.
-//
-// A kernel with `covers_everything` has formula alone. A kernel with a ResultTest<V> gives formula a last parameter,
-// ResultTest<V>& test, for lanes whose result is not decided; they go to element() as well. It is BitMask, where
-// formula sets them, or, where that costs too much, a type that gathers what it needs from all vectors of a block:
-// any() tells whether a lane of the block may be undecided, lanes(), asked after a single vector, which are.
-//
-// Where special takes many operations a kernel may have a QuickTest<V>, which add(x) gives all vectors of a block:
-// passed() says that no lane is special, else special decides.
-//
-// A kernel with `has_wide_formula` has a second pair, wide_special and wide_formula, that takes the place of the first
-// in vectors with marked lanes: slower and covering more, with the bits of formula where that covers a lane. It may
-// have a WideResultTest.
-//
-// Quiet NaNs are marked by special and yet common: missing values. What they give is told by element, and for whole
-// vectors by nan_result; nan_lanes are those elements that give it. Kernels of one real source get both from
-// KernelDefaults, others may define them.
-//
-// Short calls look at the flags, and with AVX-512 at the control word, only where an element may want it. An unmarked
-// element raises no flag but inexact, nor traps by an exact subnormal number, where it is zero or of an ordinary
-// magnitude: from 2^-60, floats from 2^-28, to 2^60, of two sources both `everyday`. A kernel may have
-//
-//   static constexpr Magnitudes ordinary{from, to}           others, which special marks none of
-//   template <class V> static SignMask<V> noisy(V x)         unmarked lanes for which that is not so, whatever their
-//                                                            magnitude
-//
-// Two sources, or a complex one, are two parameters (x, y); two complex sources are four: real and imaginary part of
-// the first, then of the second. Two destinations, or a complex one, are a Pair.
+//   run             blocks of several vectors, while they hold ordinary elements
+//   run_with_nans   blocks that hold NaNs, of kernels that answer them by vectors
+//   run_wide        what only a wide formula covers, one vector after the other
+//   run_by_vector   everything, one vector after the other: blocks with other special elements, the rest of a call, and
+//                   calls shorter than a block
+//   run_unread      of those, ordinary elements alone, without a look at the control word (AVX-512)
+//   scalar_path     from within the last three but one, an element that the vectors leave
 #pragma once
 
-#include "frame/mode.hpp"
-#include "frame/status.hpp"
+#include "frame/arrays.hpp"
+#include "frame/kernel.hpp"
 #include "simd/mode_probe.hpp"
 
 #include <algorithm>
@@ -50,123 +21,18 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// For formulas that fill 16 registers with fewer vectors than the usual number.
-inline constexpr int few_vectors_in_flight = vector_bytes == 64 ? 4 : 2;
-/// For formulas of one operation: with four vectors of 32 bytes their speed depends on where the loop lies.
-inline constexpr int single_operation_in_flight = vector_bytes == 32 ? 8 : 4;
-
-/// The ResultTest of a formula that decides all lanes.
-struct NoResultTest {
-  bool any() const { return false; }
-  BitMask lanes() const { return 0; }
-};
-
-/// The QuickTest of a kernel whose special is quick.
-struct NoQuickTest {
-  template <class... V> void add(V...) {}
-  bool passed() const { return false; }
-};
-
-/// An interval of absolute values, of numbers of both signs or of positive ones alone.
-struct Magnitudes {
-  double from, to;
-  bool both_signs = true;
-};
-/// Powers of those and products with their remainders are far above the smallest normal number, exponentials too.
-template <class T>
-inline constexpr Magnitudes everyday = sizeof(T) == 4 ? Magnitudes{0x1p-10, 8} : Magnitudes{0x1p-20, 512};
-inline constexpr Magnitudes no_magnitudes{1, 0};
-
-struct KernelDefaults {
-  static constexpr Mode mode = Mode::nearest;
-  /// Vectors of a block, computed together so that one does not wait for its own results.
-  static constexpr int vectors_in_flight = 4;
-  static constexpr bool covers_everything = false;
-  template <class V> using ResultTest = NoResultTest;
-  template <class V> using QuickTest = NoQuickTest;
-  static constexpr bool has_wide_formula = false;
-  template <class V> using WideResultTest = NoResultTest;
-  /// For one real source: all that is not finite.
-  template <class V> static SignMask<V> wide_special(V x) { return above(abs(x), largest_finite<Lane<V>>); }
-  template <class V> static SignMask<V> nan_lanes(V x) { return quiet_nans(x); }
-  template <class V> static V nan_result(V nan) { return nan; }
-  /// The formula may raise underflow for elements that do not earn it (products of tiny intermediate values); the frame
-  /// takes it back unless an element() call reports kelStatusUnderflow.
-  static constexpr bool spurious_underflow = false;
-  /// The same with invalid and overflow: a formula that takes special elements as they come and tells them by the
-  /// result, which makes them undecided.
-  static constexpr bool spurious_exceptions = false;
-  /// A signalling NaN, which has no code, earns invalid with spurious_exceptions, too: its lane has to reach element().
-  static constexpr bool signalling_nan_earns_invalid = false;
-  /// Lanes that the formula leaves undecided raise no flag either, unless they are noisy.
-  static constexpr bool undecided_are_quiet = true;
-  /// A destination may overlap a source in any way; the result is that of a forward loop over the elements.
-  static constexpr bool any_overlap = false;
-  /// 2: a complex function that computes each part by itself. Its arrays are taken as arrays of parts, twice as long;
-  /// an even lane of a vector is a real part.
-  static constexpr int parts_by_themselves = 1;
-  /// What marked lanes hold while their neighbours are computed: any ordinary argument.
-  static constexpr float safe_input = 1.0f;
-};
-
 enum class Order { CountFirst, PointersFirst };
-
-template <class K>
-inline constexpr unsigned
-    spurious_flags = (K::spurious_underflow ? flag_of(kelStatusUnderflow) : 0) |
-                     (K::spurious_exceptions ? flag_of(kelStatusDomain) | flag_of(kelStatusOverflow) : 0);
-
-/// The arrays of a call and the parts of an element in each: one for reals, two for complex numbers.
-struct Shape {
-  int sources, source_parts, destinations, destination_parts;
-
-  constexpr int inputs() const { return sources * source_parts; }
-  constexpr int outputs() const { return destinations * destination_parts; }
-};
-
-/// The second source and the second destination are null in shapes that have none. Four members, not two arrays: they
-/// stay in registers.
-template <class T, Shape S> struct Arrays {
-  const T *source1, *source2;
-  T *destination1, *destination2;
-
-  template <int I> const T* source() const { return I == 0 ? source1 : source2; }
-  template <int I> T* destination() const { return I == 0 ? destination1 : destination2; }
-  Arrays from(std::ptrdiff_t element) const {
-    const std::ptrdiff_t from = element * S.source_parts, to = element * S.destination_parts;
-    return {source1 + from, S.sources == 2 ? source2 + from : nullptr, destination1 + to,
-            S.destinations == 2 ? destination2 + to : nullptr};
-  }
-  bool has_null() const {
-    return source1 == nullptr || (S.sources == 2 && source2 == nullptr) || destination1 == nullptr ||
-           (S.destinations == 2 && destination2 == nullptr);
-  }
-  /// Whether the destination of a function with one starts inside a source, less than `bytes` behind its start.
-  bool overlaps_within(std::size_t bytes) const {
-    static_assert(S.destinations == 1);
-    const auto starts_inside = [&](const T* source) {
-      return reinterpret_cast<std::uintptr_t>(destination1) - reinterpret_cast<std::uintptr_t>(source) - 1 < bytes - 1;
-    };
-    return starts_inside(source1) || (S.sources == 2 && starts_inside(source2));
-  }
-};
-
-/// f(0), f(1) ... f(N - 1), each argument a compile-time constant.
-template <int N, class F> inline void unrolled(F f) {
-  [&]<int... I>(std::integer_sequence<int, I...>) { (f(std::integral_constant<int, I>{}), ...); }
-  (std::make_integer_sequence<int, N>{});
-}
 
 /// The block loop of kernel K over arrays of shape S. Results are bit for bit those of one element alone, so blocks,
 /// single vectors and the tail may divide the array as they like.
-template <class K, Shape S> class Loop {
+template <class K, Shape S> class Loop : protected Elements<typename K::Element, S> {
 protected:
   using T = typename K::Element;
-  using V = Native<T>;
-  static constexpr int width = native_lanes<T>;
-
-  template <class U> struct Inputs { U of[S.inputs()]; };
-  template <class U> struct Outputs { U of[S.outputs()]; };
+  using Memory = Elements<T, S>;
+  using Memory::each_vector, Memory::width;
+  using typename Memory::Lanes, typename Memory::V;
+  template <class U> using Inputs = typename Memory::template Inputs<U>;
+  template <class U> using Outputs = typename Memory::template Outputs<U>;
 
   template <class U, class F> static auto spread(const Inputs<U>& in, F f) {
     return [&]<int... I>(std::integer_sequence<int, I...>) { return f(in.of[I]...); }
@@ -194,76 +60,6 @@ protected:
       return SignMask<V>{};
     else
       return spread(in, [&](auto... x) { return kernel.special(x...); });
-  }
-
-  /// Ordered: lane 0 holds the first element, and so on. Otherwise, where all elements are complex, in the order of
-  /// unzip.
-  enum class Lanes { ordered, any };
-  static constexpr bool may_zip = S.source_parts == 2 && S.destination_parts == 2;
-
-  template <Lanes O> static Inputs<V> load_block(const Arrays<T, S>& arrays, std::ptrdiff_t i) {
-    Inputs<V> in;
-    unrolled<S.sources>([&](auto s) {
-      const T* from = arrays.template source<s>() + i * S.source_parts;
-      if constexpr (S.source_parts == 1) {
-        in.of[s] = load<V>(from);
-      } else {
-        const V low = load<V>(from), high = load<V>(from + width);
-        const Pair<V> parts = O == Lanes::any && may_zip ? unzip(low, high) : deinterleave(low, high);
-        in.of[2 * s] = parts.first;
-        in.of[2 * s + 1] = parts.second;
-      }
-    });
-    return in;
-  }
-  /// The last count elements, the lanes beyond them filled with copies of the first.
-  static Inputs<V> load_tail(const Arrays<T, S>& arrays, std::ptrdiff_t i, int count) {
-    Inputs<V> in;
-    unrolled<S.sources>([&](auto s) {
-      const T* from = arrays.template source<s>() + i * S.source_parts;
-      if constexpr (S.source_parts == 1) {
-        in.of[s] = load_first<V>(from, count, splat<V>(load<T>(from)));
-      } else {
-        const V fill = splat_pair<V>(from);
-        const int n = 2 * count;
-        const V low = n < width ? load_first<V>(from, n, fill) : load<V>(from);
-        const V high = n <= width ? fill : load_first<V>(from + width, n - width, fill);
-        const Pair<V> parts = deinterleave(low, high);
-        in.of[2 * s] = parts.first;
-        in.of[2 * s + 1] = parts.second;
-      }
-    });
-    return in;
-  }
-  template <Lanes O> static void store_block(const Arrays<T, S>& arrays, std::ptrdiff_t i, const Outputs<V>& out) {
-    unrolled<S.destinations>([&](auto d) {
-      T* to = arrays.template destination<d>() + i * S.destination_parts;
-      if constexpr (S.destination_parts == 1) {
-        store<V>(to, out.of[d]);
-      } else {
-        const Pair<V> parts{out.of[2 * d], out.of[2 * d + 1]};
-        const Pair<V> pairs = O == Lanes::any && may_zip ? zip(parts) : interleave(parts);
-        store<V>(to, pairs.first);
-        store<V>(to + width, pairs.second);
-      }
-    });
-  }
-  static void store_tail(const Arrays<T, S>& arrays, std::ptrdiff_t i, int count, const Outputs<V>& out) {
-    unrolled<S.destinations>([&](auto d) {
-      T* to = arrays.template destination<d>() + i * S.destination_parts;
-      if constexpr (S.destination_parts == 1) {
-        store_first<V>(to, count, out.of[d]);
-      } else {
-        const Pair<V> pairs = interleave(Pair<V>{out.of[2 * d], out.of[2 * d + 1]});
-        const int n = 2 * count;
-        if (n < width) {
-          store_first<V>(to, n, pairs.first);
-        } else {
-          store<V>(to, pairs.first);
-          if (n > width) store_first<V>(to + width, n - width, pairs.second);
-        }
-      }
-    });
   }
 
   /// The marked lanes of a vector, one by one in increasing index.
@@ -383,24 +179,6 @@ protected:
     else
       return not_ordinary(in);
   }
-  /// compute(in, valid, out) for one vector after the other, the last one perhaps not full, until it says false: how
-  /// many elements that were. The formula is there once for both: short calls wait for its code and constants.
-  template <class F> static std::ptrdiff_t each_vector(const Arrays<T, S>& arrays, std::ptrdiff_t len, F compute) {
-    std::ptrdiff_t i = 0;
-    for (; i < len; i += width) {
-      const int count = int(len - i);
-      const bool full = count >= width;
-      const Inputs<V> in = full ? load_block<Lanes::ordered>(arrays, i) : load_tail(arrays, i, count);
-      Outputs<V> out;
-      if (!compute(in, full ? all_lanes<V> : (1u << count) - 1u, out)) break;
-      if (full)
-        store_block<Lanes::ordered>(arrays, i, out);
-      else
-        store_tail(arrays, i, count, out);
-    }
-    return i;
-  }
-
   /// Whether whole blocks raise no flag that is not earned, as far as their unmarked elements are concerned. Only of a
   /// few blocks: there looking at them twice takes less time than reading the control word.
   static bool quiet_blocks(const K& kernel, const Arrays<T, S>& arrays, std::ptrdiff_t len) {
@@ -410,8 +188,9 @@ protected:
       if (len >= 4 * block) return false;
       SignMask<V> any_noisy{};
       for (std::ptrdiff_t i = 0; i + block <= len; i += block)
-        unrolled<K::vectors_in_flight>(
-            [&](auto v) { any_noisy |= noisy(kernel, load_block<Lanes::any>(arrays, i + v * width)); });
+        unrolled<K::vectors_in_flight>([&](auto v) {
+          any_noisy |= noisy(kernel, Memory::template load_block<Lanes::any>(arrays, i + v * width));
+        });
       return !any(any_noisy);
     }
   }
@@ -495,7 +274,7 @@ public:
       SignMask<V> others{};
       ResultTest undecided{};
       unrolled<K::vectors_in_flight>([&](auto v) {
-        in[v] = load_block<Lanes::any>(arrays, i + v * width);
+        in[v] = Memory::template load_block<Lanes::any>(arrays, i + v * width);
         others |= special(kernel, in[v]) & ~nan_lanes(kernel, in[v]);
       });
       if (any(others)) [[unlikely]] {
@@ -511,7 +290,8 @@ public:
         outcome.add(elsewhere(&run_by_vector, kernel, arrays, i, block));
         continue;
       }
-      unrolled<K::vectors_in_flight>([&](auto v) { store_block<Lanes::any>(arrays, i + v * width, out[v]); });
+      unrolled<K::vectors_in_flight>(
+          [&](auto v) { Memory::template store_block<Lanes::any>(arrays, i + v * width, out[v]); });
     }
     return outcome;
   }
@@ -534,7 +314,7 @@ public:
       SignMask<V> marked{}; // computed behind the quick test, as nothing before wants it
       ResultTest undecided{};
       unrolled<K::vectors_in_flight>([&](auto v) {
-        in[v] = load_block<Lanes::any>(arrays, i + v * width);
+        in[v] = Memory::template load_block<Lanes::any>(arrays, i + v * width);
         spread(in[v], [&](auto... x) { quick.add(x...); });
         marked |= special(kernel, in[v]);
       });
@@ -550,7 +330,8 @@ public:
         outcome.add(elsewhere(&run_by_vector, kernel, arrays, i, block));
         continue;
       }
-      unrolled<K::vectors_in_flight>([&](auto v) { store_block<Lanes::any>(arrays, i + v * width, out[v]); });
+      unrolled<K::vectors_in_flight>(
+          [&](auto v) { Memory::template store_block<Lanes::any>(arrays, i + v * width, out[v]); });
     }
     if (i < len) outcome.add(elsewhere(&run_by_vector, kernel, arrays, i, len - i));
     return outcome;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "exact/quiet.hpp"
-#include "frame/frame.hpp"
+#include "frame/kernel.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 

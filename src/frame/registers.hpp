@@ -7,7 +7,7 @@
 //
 // with the bits of the array function, under names for the linker alone. There is no status, and the floating-point
 // mode is the caller's. Reading the flags costs as much as a function, so elements whose formula might raise one that
-// they do not earn are told by their values (`ordinary` and `noisy`, frame/frame.hpp), and computed apart with the
+// they do not earn are told by their values (`ordinary` and `noisy`, frame/kernel.hpp), and computed apart with the
 // others that are not ordinary. Of a kernel that has `ordinary` one comparison tells most registers to be so. Only the
 // others, those with zeros for instance, are looked at more closely.
 #pragma once

@@ -11,7 +11,7 @@
 
 #include "exact/double_word.hpp"
 #include "exact/rounding_test.hpp"
-#include "frame/frame.hpp"
+#include "frame/kernel.hpp"
 #include "frame/range_test.hpp"
 #include "root/estimated_root.hpp"
 #include "root/root.hpp"

@@ -3,6 +3,8 @@
 
 #include "simd/types.hpp"
 
+#include <cstring>
+
 namespace kelvm::inline KELVM_BUILD {
 
 template <class V> inline V load(const Lane<V>* from) {

@@ -12,6 +12,8 @@
 
 #include <array>
 
+#include <cstring>
+
 namespace kelvm::inline KELVM_BUILD {
 
 namespace detail {

@@ -6,7 +6,6 @@
 #include "simd/isa.hpp"
 
 #include <cstdint>
-#include <cstring>
 #include <type_traits>
 #include <utility>
 
@@ -53,6 +52,12 @@ template <class V> using Mask = decltype(std::declval<V>() < std::declval<V>());
 /// One bit a lane, lane 0 lowest.
 using BitMask = unsigned;
 template <class V> inline constexpr BitMask all_lanes = (lanes<V> == 32 ? 0u : (1u << lanes<V>)) - 1u;
+
+/// f(0), f(1) ... f(N - 1), each argument a compile-time constant.
+template <int N, class F> inline void unrolled(F f) {
+  [&]<int... I>(std::integer_sequence<int, I...>) { (f(std::integral_constant<int, I>{}), ...); }
+  (std::make_integer_sequence<int, N>{});
+}
 
 /// Two vectors that belong together: sine and cosine, double-word, real and imaginary part.
 template <class V> struct Pair { V first, second; };
