@@ -13,8 +13,8 @@
 //
 // A quotient's own flags are those that its element earns, so Div divides first and looks at the result: what is not an
 // ordinary number or a zero from a zero dividend goes to element(), which finds the code.
+#include "frame/any_operands.hpp"
 #include "frame/export.hpp"
-#include "frame/range_test.hpp"
 #include "kelvm/arith.h"
 #include "simd/estimate.hpp"
 #include "simd/quick_range.hpp"
@@ -35,6 +35,14 @@ template <class T> T quotient(T x, T y, kelStatus& status) {
     if (magnitude < smallest_normal<T> || abs(x) / smallest_normal<T> < abs(y)) return underflow(status, q);
   }
   return q;
+}
+
+/// The upper 32 bits of a double with the lower ones all set or not, all bits of a float.
+template <class T> constexpr T from_word(std::uint32_t word, bool filled) {
+  if constexpr (sizeof(T) == 8)
+    return __builtin_bit_cast(T, std::uint64_t(word) << 32 | (filled ? 0xFFFFFFFFu : 0));
+  else
+    return __builtin_bit_cast(T, word);
 }
 
 /// Whether results may have a code: what is not between the least and the largest number that have none, by a margin

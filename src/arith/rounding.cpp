@@ -1,6 +1,6 @@
 // Rounding to integral values, and the split into integral and fractional part. Every result is exact.
+#include "frame/any_operands.hpp"
 #include "frame/export.hpp"
-#include "frame/range_test.hpp"
 #include "kelvm/arith.h"
 #include "simd/integral.hpp"
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "exact/double_word.hpp"
-#include "frame/kernel.hpp"
+#include "frame/status.hpp"
 #include "simd/table.hpp"
 
 namespace kelvm::inline KELVM_BUILD {

@@ -185,7 +185,7 @@ protected:
     if constexpr (spurious_flags<K> == 0) {
       return true;
     } else {
-      if (len >= 4 * block) return false;
+      if (len >= 4 * block) return false; // from there on the second look takes as long as reading the control word
       SignMask<V> any_noisy{};
       for (std::ptrdiff_t i = 0; i + block <= len; i += block)
         unrolled<K::vectors_in_flight>([&](auto v) {
@@ -319,7 +319,7 @@ public:
         marked |= special(kernel, in[v]);
       });
       if (!K::covers_everything && !quick.passed() && any(marked)) [[unlikely]] {
-        // NaNs seldom come alone.
+        // NaNs seldom come alone; eight blocks are worth the way there.
         const std::ptrdiff_t blocks = answers_nans ? std::min<std::ptrdiff_t>((len - i) / block, 8) : 1;
         outcome.add(elsewhere(special_loop, kernel, arrays, i, blocks * block));
         i += (blocks - 1) * block;

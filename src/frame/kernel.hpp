@@ -4,7 +4,8 @@
 //
 //   using Element = double;         the type of a lane: of the parts, where elements are complex
 //   template <class V> static SignMask<V> special(V x)
-//                                   the lanes that formula does not cover, by their sign bits; integer work only
+//                                   the lanes that formula does not cover, by their sign bits; it may raise inexact,
+//                                   and invalid for a signalling NaN, no other flag
 //   template <class V> static V formula(V x)
 //                                   reduce, approximate, reconstruct, for any width. It raises no flag but inexact for
 //                                   an unmarked element, or underflow with `spurious_underflow`.
@@ -67,9 +68,11 @@ struct Magnitudes {
   double from, to;
   bool both_signs = true;
 };
-/// Powers of those and products with their remainders are far above the smallest normal number, exponentials too.
+/// Small powers of such numbers, exponentials of them, and products of those with remainders of a rounding are all far
+/// above the smallest normal number.
 template <class T>
 inline constexpr Magnitudes everyday = sizeof(T) == 4 ? Magnitudes{0x1p-10, 8} : Magnitudes{0x1p-20, 512};
+/// Of kernels for which no interval says what raises no flag.
 inline constexpr Magnitudes no_magnitudes{1, 0};
 
 struct KernelDefaults {

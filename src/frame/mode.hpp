@@ -58,7 +58,7 @@ struct Outcome {
 /// Loads the control word `found` at the entry of a call back after its loop, which had flags cleared, exceptions
 /// masked and changed fields of the mode. Of the flags that elements have raised the masked ones stay where
 /// `keep_flags` says so; the others trap, now that all results are written.
-void ownLeaveMode(unsigned found, unsigned raised, bool keep_flags);
+void leave_mode(unsigned found, unsigned raised, bool keep_flags);
 
 /// What the sticky flags hold that no element has earned.
 template <unsigned SpuriousFlags> constexpr unsigned unearned(unsigned flags, const Outcome& outcome) {
@@ -74,7 +74,7 @@ template <Mode M, unsigned SpuriousFlags, class... Parameters>
   const Outcome outcome = loop(arguments...);
   const unsigned left = _mm_getcsr() & all_flags;
   const bool mode_stayed = (fixed_bits<M> & mode_mask & (found ^ fixed_value<M>)) == 0;
-  ownLeaveMode(found, left & ~unearned<SpuriousFlags>(left, outcome), mode_stayed);
+  leave_mode(found, left & ~unearned<SpuriousFlags>(left, outcome), mode_stayed);
   return outcome.status;
 }
 

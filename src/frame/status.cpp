@@ -30,7 +30,7 @@ void ownRaiseFpException(kelStatus code) {
   (void)discarded;
 }
 
-void ownLeaveMode(unsigned found, unsigned raised, bool keep_flags) {
+void leave_mode(unsigned found, unsigned raised, bool keep_flags) {
   const unsigned traps = raised & honest_flags & ~(found >> 7);
   _mm_setcsr(keep_flags ? found | (raised & ~traps) : found);
   for (kelStatus code : {kelStatusDomain, kelStatusSingularity, kelStatusOverflow, kelStatusUnderflow})

@@ -11,8 +11,8 @@
 
 #include "exact/double_word.hpp"
 #include "exact/rounding_test.hpp"
+#include "frame/any_operands.hpp"
 #include "frame/kernel.hpp"
-#include "frame/range_test.hpp"
 #include "root/estimated_root.hpp"
 #include "root/root.hpp"
 #include "root/scaled.hpp"

@@ -1,7 +1,7 @@
 // Arithmetic that operators do not say: signs, roots, rounding, fused operations, exponents.
 #pragma once
 
-#include "simd/registers.hpp"
+#include "simd/register.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "simd/memory.hpp"
-#include "simd/registers.hpp"
+#include "simd/register.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 

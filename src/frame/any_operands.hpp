@@ -14,12 +14,4 @@ template <class K> struct AnyOperands : K {
   template <class V, class... More> static SignMask<V> special(V, More...) { return SignMask<V>{}; }
 };
 
-/// The upper 32 bits of a double with the lower ones all set or not, all bits of a float.
-template <class T> constexpr T from_word(std::uint32_t word, bool filled) {
-  if constexpr (sizeof(T) == 8)
-    return __builtin_bit_cast(T, std::uint64_t(word) << 32 | (filled ? 0xFFFFFFFFu : 0));
-  else
-    return __builtin_bit_cast(T, word);
-}
-
 } // namespace kelvm::inline KELVM_BUILD
