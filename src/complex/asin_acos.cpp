@@ -16,7 +16,7 @@
 // Hull, Fairgrieve, Tang, "Implementing the complex arcsine and arccosine functions using exception handling", 1997
 // (their a is cosh beta, their b sin alpha); the square root takes the place of their cases.
 //
-//   A53   DoubleWord numbers, 2^-70 before the logarithm and the angle: 0.53 ulp a component
+//   A53   double-words, 2^-70 before the logarithm and the angle: 0.53 ulp a component
 //   A24   in double, rounded once: 0.501 ulp
 //   A50 and A26 in double, A21 and A11 in float, with ever shorter logarithms and angles
 //

@@ -6,7 +6,7 @@
 // Kahan, "Branch cuts for complex elementary functions", 1987. The quotient has no cancellation once 1 - x is exact.
 // 1 - |z|^2 = 2 (1 - x) - |1 - z|^2 cancels only where 2 y is large beside its error.
 //
-//   A53   DoubleWord numbers: 0.53 ulp a component, next to the poles +-1 and the cuts too
+//   A53   double-words: 0.53 ulp a component, next to the poles +-1 and the cuts too
 //   A24   in double, rounded once: 0.501 ulp
 //   A50 and A26 in double, A21 and A11 in float, with ever shorter logarithms and angles
 //

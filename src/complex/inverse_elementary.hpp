@@ -1,5 +1,5 @@
 // What the inverse circular and hyperbolic functions of complex numbers share: their arithmetic, of single numbers,
-// each operation rounded once, or of DoubleWord numbers, each with an error below 2^-74; the accuracies, as types that
+// each operation rounded once, or of double-words, each with an error below 2^-74; the accuracies, as types that
 // say in which of these a function computes and which logarithm and angle it takes; the lanes that its formula covers;
 // and how element() brings the others there. A formula is a template over the two arithmetics.
 #pragma once
@@ -32,10 +32,7 @@ template <class V> inline auto is_negative(V x) { return int_bits(x); }
 // --- double-words ----------------------------------------------------------------------------------------------------
 
 /// The same for a sum that may have cancelled.
-template <class V> inline DoubleWord<V> settled(DoubleWord<V> x) {
-  const DoubleWord<V> y = two_sum(x.hi, x.lo);
-  return {y.hi, y.lo};
-}
+template <class V> inline DoubleWord<V> settled(DoubleWord<V> x) { return two_sum(x.hi, x.lo); }
 template <class V> inline auto is_negative(DoubleWord<V> x) { return int_bits(x.hi); }
 template <class V> inline DoubleWord<V> abs(DoubleWord<V> x) { return {abs(x.hi), flip_sign(x.lo, sign_of(x.hi))}; }
 template <class V> inline DoubleWord<V> operator-(DoubleWord<V> x) { return {-x.hi, -x.lo}; }
@@ -120,29 +117,20 @@ template <Accuracy A> struct InFloat {
     return select(int_bits(x), float(pi) - t, t);
   }
 };
-/// DoubleWord double numbers; the angle leaves 2^-57.
+/// Double-words; the angle leaves 2^-57.
 struct InExtended {
   using Working = double;
   template <class V> static DoubleWord<V> number(V x) { return {x, V{}}; }
-  template <class V> static DoubleWord<V> one_minus(V x) {
-    const DoubleWord<V> difference = two_sum(splat<V>(1), -x);
-    return {difference.hi, difference.lo};
-  }
-  template <class V> static DoubleWord<V> log1p(DoubleWord<V> x) {
-    const DoubleWord<V> y = logarithm_1p_double_word(DoubleWord<V>{x.hi, x.lo});
-    return {y.hi, y.lo};
-  }
+  template <class V> static DoubleWord<V> one_minus(V x) { return two_sum(splat<V>(1), -x); }
+  template <class V> static DoubleWord<V> log1p(DoubleWord<V> x) { return logarithm_1p_double_word(x); }
   template <class V> static DoubleWord<V> asinh(DoubleWord<V> sinh, DoubleWord<V> cosh) {
     return 0.5 * log1p(2 * normalised(product(sinh, descending_sum(cosh, sinh))));
   }
   template <class V> static DoubleWord<V> angle(DoubleWord<V> y, DoubleWord<V> x) {
-    const auto a = kelvm::angle<Accuracy::full>(DoubleWord<V>{y.hi, y.lo}, DoubleWord<V>{x.hi, x.lo});
-    return {a.hi, a.lo};
+    return kelvm::angle<Accuracy::full>(y, x);
   }
   template <class V> static DoubleWord<V> acute_angle(DoubleWord<V> y, DoubleWord<V> x) {
-    const auto a =
-        detail::first_quadrant_angle<Accuracy::full, true>(DoubleWord<V>{y.hi, y.lo}, DoubleWord<V>{x.hi, x.lo});
-    return {a.hi, a.lo};
+    return detail::first_quadrant_angle<Accuracy::full, true>(y, x);
   }
 };
 

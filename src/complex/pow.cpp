@@ -50,8 +50,7 @@ struct A53 {
 
   template <class V> static Full::Exponential<V> exponential(DoubleWord<V> p) {
     const ExpReduced<V> reduced = exp_reduce(p.hi);
-    const DoubleWord<V> e = exp_unscaled(reduced, p.lo);
-    return {{e.hi, e.lo}, reduced.scaled(splat<V>(1))};
+    return {exp_unscaled(reduced, p.lo), reduced.scaled(splat<V>(1))};
   }
 };
 

@@ -16,6 +16,7 @@ enum class Accuracy {
   bits49,   ///< 2^-49
   bits46,   ///< 2^-46 of a float
   bits40,   ///< 2^-40: decides nearly every rounding to float
+  bits33,   ///< 2^-33: rounded to float it adds little to half an ulp
   bits27,   ///< 2^-27
   bits21,   ///< 2^-21, in float arithmetic
   bits11,   ///< 2^-11, in float arithmetic

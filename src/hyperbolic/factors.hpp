@@ -102,8 +102,7 @@ struct Full : InDouble {
   };
   template <class V> static Exponential<V> exponential(V x) {
     const ExpReduced<V> reduced = exp_reduce(x);
-    const DoubleWord<V> e = exp_unscaled(reduced, V{});
-    return {{e.hi, e.lo}, reduced.scaled(splat<V>(1))};
+    return {exp_unscaled(reduced, V{}), reduced.scaled(splat<V>(1))};
   }
 
   template <class V> static EvenOdd<DoubleWord<V>> hyperbolic(V x) {
@@ -209,8 +208,10 @@ template <Accuracy E, class P> struct Rounded : Plain, InDouble {
   template <class V> static Exponential<V> exponential(V x) {
     if constexpr (E == Accuracy::bits50)
       return {exp_normal<E>(x, V{}, x)};
-    else if constexpr (E == Accuracy::bits40 && has_fused)
+    else if constexpr (E == Accuracy::bits33 && has_fused)
       return {exp_normal_bits33(x)};
+    else if constexpr (E == Accuracy::bits33)
+      return {exp_normal<Accuracy::bits40>(x)};
     else
       return {exp_normal<E>(x)};
   }
@@ -252,7 +253,7 @@ private:
     const V shifted = mul_add(y, splat<V>(thirty_two_over_pi / steps), splat<V>(rounding_constant<double>));
     const V k = shifted - rounding_constant<double>;
     const auto less = [&](V t, double part) { return sub_mul(t, k, splat<V>(steps * part)); };
-    if constexpr (E == Accuracy::bits40) // 2^-71 absolute: floats do not come near multiples of pi / 2
+    if constexpr (E == Accuracy::bits33) // 2^-71 absolute: floats do not come near multiples of pi / 2
       return {less(less(y, factors_tables::pi_32_0), factors_tables::pi_32_1 + factors_tables::pi_32_2),
               int_bits(shifted)};
     else
@@ -289,7 +290,7 @@ struct ShortSeries {
 using Middle = Rounded<Accuracy::bits50, LongSeries>;
 /// Factors to 2^-33 or better; with a table, without fused operations, the exponential to 2^-42 and angles to 2^-40 for
 /// results that are rounded to float. The exponential to 2^-28 for A26.
-using ShortA24 = Rounded<Accuracy::bits40, ShortSeries>;
+using ShortA24 = Rounded<Accuracy::bits33, ShortSeries>;
 using ShortA26 = Rounded<Accuracy::bits27, ShortSeries>;
 
 /// In float, angles reduced by pi/2, exponents by ln 2. What is subtracted first is exact, so that relative errors stay

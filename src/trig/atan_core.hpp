@@ -166,7 +166,7 @@ template <const auto& Table, class V, int N> inline V arc_tangent_by_eighths(V t
 /// The angle of (x, y), from -pi to pi, as a double-word of at most 2^-9 of it: `extended` or `full`.
 ///
 /// y and x are exact double-words, |lo| <= 2^-50 |hi|; finite; not both 0, and where not 0 within 2^-900 ..
-/// 2^900, as is y/x. Powers of y/x below 2^-170 underflow (safe_input, but the flag is raised). The sign of a zero y is
+/// 2^900, as is y/x. Powers of y/x below 2^-170 underflow (harmless, but the flag is raised). The sign of a zero y is
 /// kept, that of a zero x does not matter.
 template <Accuracy A, class V> inline DoubleWord<V> angle(DoubleWord<V> y, DoubleWord<V> x) {
   static_assert(A == Accuracy::extended || A == Accuracy::full);
