@@ -22,7 +22,7 @@
 namespace kelvm::inline KELVM_BUILD::complex_power {
 namespace {
 
-/// The magnitudes below limits that are numbers as well.
+/// The lanes with x below the limit, by their sign bits, and the larger of two: of numbers that are not negative.
 template <class V> SignMask<V> less(V x, V limit) { return int_bits(x) - int_bits(limit); }
 template <class V> V larger(V a, V b) { return select(less(a, b), b, a); }
 
@@ -262,7 +262,7 @@ template <class P> struct ComplexPow : KernelDefaults {
   static constexpr int vectors_in_flight = P::vectors_in_flight;
   template <class V> using ResultTest = BitMask;
   static constexpr bool spurious_underflow = true;
-  static constexpr Magnitudes ordinary = no_magnitudes;
+  static constexpr Magnitudes ordinary = no_magnitudes; // products with ln z next to 0
 
   template <class V> static SignMask<V> special(V x, V y, V c, V d) { return P::special(x, y, c, d); }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
@@ -292,7 +292,7 @@ template <class P> struct ComplexPowx : KernelDefaults {
   static constexpr int vectors_in_flight = P::vectors_in_flight;
   template <class V> using ResultTest = BitMask;
   static constexpr bool spurious_underflow = true;
-  static constexpr Magnitudes ordinary = no_magnitudes;
+  static constexpr Magnitudes ordinary = no_magnitudes; // products with ln z next to 0
   Pair<T> w, tame; // 1 where no base has the vector formula: its flags count though no element has its results
 
   template <class E> explicit ComplexPowx(const E& exponent) : w{exponent.re, exponent.im}, tame(w) {
