@@ -59,7 +59,7 @@ struct A53 {
 /// A50 and A26: 2^(j/N) as a fraction field that is or-ed into the scale.
 template <class P> struct OrredTable {
   static constexpr int log_n = 7;
-  static constexpr double largest_ordinary = 665; // beyond are products of a small scale and a tiny remainder
+  static constexpr double largest_ordinary = 665; // below its negative are products of small scales and remainders
   static constexpr double n_over_ln2 = from_pattern(0x40671547652B82FE);
 
   template <class V> static V scaled(V r, Int<V> j, V scale) {
@@ -115,6 +115,11 @@ template <class P> struct Exp64 : KernelDefaults {
   };
 
   static constexpr Magnitudes ordinary{0x1p-60, P::largest_ordinary};
+  /// Above zero nothing is.
+  template <class V> static SignMask<V> noisy(V x) {
+    return outside_but_zero(abs(x), ordinary.from, largest_finite<double>) |
+           (int_bits(x) & bit_cast<SignMask<V>>(beyond(abs(x), ordinary.to)));
+  }
   template <class V> static SignMask<V> special(V x) {
     return above(abs(x), from_pattern(0x4086232AFFFFFFFF)); // |x| >= 708.396, NaN
   }
