@@ -37,16 +37,16 @@ namespace kelvm::inline KELVM_BUILD {
 /// a, not above limit. Both non-negative.
 template <class V> inline V at_most(V a, Lane<V> limit) { return smaller_of(a, splat<V>(limit)); }
 
-/// The row round(a 2^StepBits), its middle, and what a exceeds that by; exact.
+/// The row round(a 2^StepBits), its middle, and what a exceeds that by; exact. With a factor, that of the product.
 template <int StepBits, class V> struct EvenRow {
   Int<V> index;
   V middle, t;
-  explicit EvenRow(V a) {
+  explicit EvenRow(V a, Lane<V> factor = 1) {
     constexpr Lane<V> rounding_constant = (sizeof(Lane<V>) == 8 ? Lane<V>(0x1p52) : Lane<V>(0x1p23)) / (1 << StepBits);
-    const V sum = a + rounding_constant;
+    const V sum = factor == 1 ? a + rounding_constant : mul_sub(a, splat<V>(factor), splat<V>(-rounding_constant));
     index = int_bits(sum) & 0xFFF;
     middle = sum - rounding_constant;
-    t = a - middle;
+    t = factor == 1 ? a - middle : mul_sub(a, splat<V>(factor), middle);
   }
 };
 
@@ -222,10 +222,10 @@ template <class F, class V> inline ErrorTail<V> error_tail(V a) {
   return {{e.hi * q.hi, mul_add(e_tail, q.hi + q.lo, e.hi * q.lo)}, power};
 }
 
-/// The whole less the tail where opposite, else the tail; from a tail that is already scaled.
-template <class F, class V> inline V either_side(V tail, Int<V> opposite) {
-  const V whole = bit_cast<V>(opposite & int_bits(splat<V>(F::whole)));
-  return whole + flip_sign(tail, bit_cast<Bits<V>>(opposite) & sign_bit<V>);
+/// The whole less the tail where the result is that, else the tail; from a tail that is already scaled.
+template <class F, class V> inline V either_side(V tail, V x) {
+  const V rest = Lane<V>(F::whole) - tail;
+  return F::tail_is_negative ? select(int_bits(x), tail, rest) : select(int_bits(x), rest, tail);
 }
 
 /// The row of a family's argument in erfc's table.
@@ -234,12 +234,17 @@ template <class F, int StepBits, bool Exact, class V> inline EvenRow<StepBits, V
   if constexpr (F::argument == 1) {
     return EvenRow<StepBits, V>(a);
   } else {
-    EvenRow<StepBits, V> row(a * T(F::argument));
+    constexpr T factor = F::argument;
+    EvenRow<StepBits, V> row(a, factor);
     if constexpr (Exact) { // t with the product's rounding error, and the factor's
       constexpr T hi = sizeof(T) == 8 ? T(0x1.6a09e6p-1) : T(0x1.6ap-1);
       constexpr T lo = sizeof(T) == 8 ? T(0x1.9fcef32422cbfp-27) : T(0x1.3cccfep-14);
-      const V a_hi = head_of(a);
-      row.t = (a_hi * hi - row.middle) + (a_hi * lo + (a - a_hi) * T(F::argument));
+      if constexpr (has_fused) {
+        row.t = mul_add(a, splat<V>((hi - factor) + lo), row.t);
+      } else {
+        const V a_hi = head_of(a);
+        row.t = (a_hi * hi - row.middle) + (a_hi * lo + (a - a_hi) * factor);
+      }
     }
     return row;
   }
@@ -248,30 +253,30 @@ template <class F, int StepBits, bool Exact, class V> inline EvenRow<StepBits, V
 template <class F, Accuracy A, class V> inline V error_complement(V x) {
   using enum Accuracy;
   using T = Lane<V>;
-  const Int<V> opposite = is_opposite<F>(x);
   const V a = at_most(abs(x), A == bits40 ? T(F::template in_vectors<float>) : F::template in_vectors<T>);
   if constexpr (A == full) {
     const ErrorTail<V> tail = error_tail<F>(a);
     const V scale = tail.power.scaled(splat<V>(1)), unscaled_whole = F::whole * inverse_power_of_two(scale);
+    const Int<V> opposite = is_opposite<F>(x);
     const V whole = bit_cast<V>(opposite & int_bits(unscaled_whole));
     const Bits<V> sign = bit_cast<Bits<V>>(opposite) & sign_bit<V>;
     const DoubleWord<V> sum = fast_two_sum(whole, flip_sign(tail.value.hi, sign));
     return (sum.hi + (sum.lo + flip_sign(tail.value.lo, sign))) * scale;
   } else {
-    V tail;
     if constexpr (sizeof(T) == 8) {
       using Terms = std::conditional_t<A == bits50, SlopeTerms<8, 7, 4, 2, 1>,
                                        std::conditional_t<A == bits40, SlopeTerms<6, 4, 1>, SlopeTerms<6, 3, 0>>>;
       const auto row = complement_row<F, 7, A == bits50>(a);
       const auto [value, slope] = lookup_pair<erf_tables::erfc_and_slope>(row.index);
-      tail = sub_mul(value, slope * row.t, mean_slope<Terms>(row.middle, row.t));
+      const V tail = sub_mul(value, slope * row.t, mean_slope<Terms>(row.middle, row.t));
+      return either_side<F>(F::whole == 2 ? tail : 0.5 * tail, x);
     } else {
       using Terms = std::conditional_t<A == bits21, SlopeTerms<4, 2, 0>, SlopeTerms<2, 0, 0>>;
       const auto row = complement_row<F, 6, A == bits21>(a);
       const auto [value, slope] = lookup_pair<erf_tables::float_erfc_and_slope>(row.index);
-      tail = sub_mul(value, slope * row.t, mean_slope<Terms>(row.middle, row.t));
+      const V tail = sub_mul(value, slope * row.t, mean_slope<Terms>(row.middle, row.t));
+      return either_side<F>(tail * (F::whole == 2 ? 0x1p-32f : 0x1p-33f), x); // the table's scale
     }
-    return either_side<F>(F::whole == 2 ? tail : T(0.5) * tail, opposite);
   }
 }
 /// The relative errors of bits40, in bits.

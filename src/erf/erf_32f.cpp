@@ -45,8 +45,7 @@ template <> struct Erf32<Accuracy::bits40> : ErfSpecial {
 
 template <class F> struct ComplementSpecial : KernelDefaults {
   using Element = float;
-  static constexpr bool spurious_underflow = true;
-  static constexpr Magnitudes ordinary{0x1p-28, F::argument == 1 ? 8.5 : 11.75}; // beyond are remainders of the tail
+  static constexpr Magnitudes ordinary{0x1p-28, F::template in_vectors<float>};
   template <class V> static SignMask<V> special(V x) { return beyond_tail<F>(x); }
   /// The complete function, correctly rounded.
   static float element(float x, kelStatus& status) {
@@ -71,6 +70,7 @@ template <class F> struct ComplementSpecial : KernelDefaults {
 };
 template <class F, Accuracy A> struct Complement32 : ComplementSpecial<F> {
   static constexpr int vectors_in_flight = vector_bytes == 32 ? 2 : 4; // 16 registers, and those of indices
+  static constexpr bool spurious_underflow = true;                     // t^2 of a tiny t
   template <class V> static V formula(V x) { return error_complement<F, A>(x); }
 };
 template <class F> struct Complement32<F, Accuracy::bits40> : ComplementSpecial<F> {
