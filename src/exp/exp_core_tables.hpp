@@ -165,6 +165,22 @@ inline constexpr double exp_bits21[] = {
     0x1.573b6c59a19e9p-5,
     0x1.0fa6374aeada5p-7};
 
+// (cosh r - 1) / r^2 by powers of r^2, |r| <= ln 2 / 2; absolute errors: fit 2^-57.9, evaluation 2^-57.0
+inline constexpr double exp_even[] = {
+    0x1.000000000000cp-1,
+    0x1.555555554fdd7p-5,
+    0x1.6c16c18617309p-10,
+    0x1.a01995843de92p-16,
+    0x1.28b130875942fp-22};
+
+// (sinh r - r) / r^3 by powers of r^2, |r| <= ln 2 / 2; relative errors: fit 2^-61.6, evaluation 2^-58.6
+inline constexpr double exp_odd[] = {
+    0x1.5555555555559p-3,
+    0x1.111111110f641p-7,
+    0x1.a01a01b010599p-13,
+    0x1.71ddf7e5f8cb4p-19,
+    0x1.af5f80dc9ebfdp-26};
+
 // (e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; errors of e^r: fit 2^-13.1, evaluation 2^-27.7
 inline constexpr float float_exp_bits11[] = {
     0x1.022102p-1f,

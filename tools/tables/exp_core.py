@@ -22,6 +22,19 @@ def exp_tail(first, terms=30):
     return f
 
 
+def half_exp_tail(first, terms=30):
+    """Every second term of e^x from x^first on, divided by it: of x^2."""
+    def f(z):
+        total, term = D(0), D(1)
+        for k in range(1, first + 1):
+            term /= k
+        for k in range(first + 1, first + 2 * terms, 2):
+            total += term
+            term *= z / (k * (k + 1))
+        return total
+    return f
+
+
 def main():
     header("Tables and coefficients of the exponential core", "exp_core_tables")
     step = LN2 / 32
@@ -56,6 +69,9 @@ def main():
         array(f"exp_{name}", f"e^r on |r| <= ln 2 / 2; relative errors: {e}", c)
 
     high = LN2 / 2 * D("1.001")
+    for name, text, first in (("exp_even", "(cosh r - 1) / r^2", 2), ("exp_odd", "(sinh r - r) / r^3", 3)):
+        c, e = minimax(half_exp_tail(first), lambda z: z, range(5), D(0), high * high)
+        array(name, f"{text} by powers of r^2, |r| <= ln 2 / 2; {'relative' if first == 3 else 'absolute'} errors: {e}", c)
     c, e = minimax(exp_tail(2), lambda x: x * x, range(2), -high, high, to_float)
     array("float_exp_bits11", f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 2; errors of e^r: {e}", c, "float")
     c, e = minimax(exp_tail(2), lambda x: x * x, range(4), -high, high, to_float)
