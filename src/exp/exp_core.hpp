@@ -41,10 +41,11 @@ template <class V, int N = 32> struct ExpReduced {
 };
 
 /// |x| < 2^11 for a meaningful result; no flag but inexact is raised for |x| < 2^900. k is that of `near`, which may
-/// differ from x where main may be larger.
+/// differ from x where main may be larger. (Compilers add a negative constant rather than subtract: so this one serves
+/// both sums.)
 template <int N = 32, class V> inline ExpReduced<V, N> exp_reduce(V x, V near) {
   using Reduced = ExpReduced<V, N>;
-  const V sum = mul_add(near, splat<V>(N * exp_core_tables::per_step / 32), splat<V>(rounding_constant<double>));
+  const V sum = mul_sub(near, splat<V>(N * exp_core_tables::per_step / 32), splat<V>(-rounding_constant<double>));
   const V k = sum - rounding_constant<double>;
   return {sum, mul_add(k, splat<V>(-Reduced::step_hi), x), k * Reduced::step_lo};
 }
@@ -208,7 +209,7 @@ template <class V> struct FloatExpReduced {
 };
 template <class V> inline FloatExpReduced<V> float_exp_reduce(V x) {
   using namespace exp_core_tables;
-  const V sum = mul_add(x, splat<V>(float_per_ln2), splat<V>(rounding_constant<float>));
+  const V sum = mul_sub(x, splat<V>(float_per_ln2), splat<V>(-rounding_constant<float>));
   const V k = sum - rounding_constant<float>;
   return {sum, mul_add(k, splat<V>(-float_ln2_lo), mul_add(k, splat<V>(-float_ln2_hi), x))};
 }

@@ -307,8 +307,7 @@ template <class P> struct Single : Plain {
   }
   template <class V> static EvenOdd<V> hyperbolic(V x) {
     const FloatExpReduced<V> reduced = float_exp_reduce(x);
-    const FloatExpReduced<V> opposite{0x1.8p24f - reduced.sum, V{}};
-    const V up = reduced.scaled(splat<V>(0.5f)), down = opposite.scaled(splat<V>(0.5f));
+    const V up = reduced.scaled(splat<V>(0.5f)), down = from_bits<V>(0x7E000000u - bits(up));
     const EvenOdd<V> r = even_odd(reduced.r, P::cosh, P::sinh);
     return added<Functions::hyperbolic>({up + down, up - down}, r.even, r.odd);
   }
