@@ -43,10 +43,14 @@ struct Expm1A24 : KernelDefaults {
 
 template <Accuracy A> struct Expm1Single : KernelDefaults {
   using Element = float;
-  static constexpr bool spurious_underflow = true;                         // x^2 of a tiny x
-  static constexpr Magnitudes ordinary{0x1p-28, has_fused ? covered : 74}; // beyond are products with small scales
+  static constexpr bool spurious_underflow = true; // x^2 of a tiny x
+  static constexpr Magnitudes ordinary{0x1p-28, covered};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), covered); }
-  template <class V> static V formula(V x) { return with_sign(float_exp_minus_1<A>(x), sign_of(x)); }
+  template <class V> static V formula(V x) {
+    // Products with small scales would underflow, and the result is -1 from -18 on.
+    const V not_small = has_fused ? x : larger_of(x, splat<V>(-32));
+    return with_sign(float_exp_minus_1<A>(not_small), sign_of(x));
+  }
   static float element(float x, kelStatus& status) { return correctly_rounded(x, status); }
 };
 
