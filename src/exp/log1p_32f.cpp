@@ -6,6 +6,7 @@
 #include "exp/log_core.hpp"
 #include "frame/export.hpp"
 #include "kelvm/exp.h"
+#include "simd/magnitude_test.hpp"
 
 namespace kelvm::inline KELVM_BUILD::log1p_32f {
 namespace {
@@ -20,8 +21,12 @@ template <class F> float in_domain(float x, kelStatus& status, F inside) {
   return inside(double(x));
 }
 
-struct Log1pA24 : KernelDefaults {
+struct Log1p : KernelDefaults {
   using Element = float;
+  template <class V> static bool may_be_unusual(V x) { return any_sum_with_1_outside(0x1p-24f, 0x1p60f, x); }
+};
+
+struct Log1pA24 : Log1p {
   static constexpr bool spurious_underflow = true; // a subnormal result, which is x
   template <class V> using ResultTest = RoundingTest;
   /// The lanes of all but -1 < x < 2^126: 2^-k is a normal float.
@@ -48,8 +53,7 @@ private:
   }
 };
 
-template <Accuracy A> struct Log1pSingle : KernelDefaults {
-  using Element = float;
+template <Accuracy A> struct Log1pSingle : Log1p {
   static constexpr bool spurious_underflow = true; // x^2 of a tiny x
   template <class V> static SignMask<V> special(V x) { return out_of_domain(x); }
   template <class V> static V formula(V x) { return with_sign(float_logarithm_1p<A>(x), sign_of(x)); }

@@ -6,6 +6,7 @@
 #include "exp/log_core.hpp"
 #include "frame/export.hpp"
 #include "kelvm/exp.h"
+#include "simd/magnitude_test.hpp"
 
 namespace kelvm::inline KELVM_BUILD::log1p_64f {
 namespace {
@@ -17,6 +18,7 @@ template <Accuracy A> struct Log1p64f : KernelDefaults {
     const V sum = 1.0 + x;
     return bit_cast<SignMask<V>>((bits(sum) - 1u) | (0x7E70000000000000u - bits(sum)));
   }
+  template <class V> static bool may_be_unusual(V x) { return any_sum_with_1_outside(0x1p-53, 0x1p60, x); }
   template <class V> static V formula(V x) { return with_sign(logarithm_1p<A>(x), sign_of(x)); }
   static double element(double x, kelStatus& status) {
     if (is_nan(x)) return x + x;

@@ -9,7 +9,9 @@
 // mode is the caller's. Reading the flags costs as much as a function, so elements whose formula might raise one that
 // they do not earn are told by their values (`ordinary` and `noisy`, frame/kernel.hpp), and computed apart with the
 // others that are not ordinary. Of a kernel that has `ordinary` one comparison tells most registers to be so. Only the
-// others, those with zeros for instance, are looked at more closely.
+// others, those with zeros for instance, are looked at more closely. Where no interval tells, a kernel may have
+//
+//   template <class V> static bool may_be_unusual(V x)       false only if no lane is special or noisy
 #pragma once
 
 #include "frame/frame.hpp"
@@ -63,7 +65,9 @@ public:
 private:
   /// False where all lanes are known to be neither special nor noisy.
   static bool may_be_unusual(const Inputs& in) {
-    if constexpr (requires { K::ordinary; }) {
+    if constexpr (requires { K::may_be_unusual(in.of[0]); }) {
+      return K::may_be_unusual(in.of[0]);
+    } else if constexpr (requires { K::ordinary; }) {
       static_assert(K::ordinary.from < K::ordinary.to);
       return Base::spread(in, [](auto... x) {
         return any_outside<K::ordinary.both_signs>(T(K::ordinary.from), T(K::ordinary.to), x...);
@@ -87,7 +91,7 @@ private:
 
 /// x with an ordinary argument in the lanes outside the mask.
 template <class K, class V> inline V masked(V x, AbiMask<V> mask) {
-  return select(lanes_of_mask<V>(mask), x, splat<V>(K::safe_input));
+  return in_lanes_of(mask, x, splat<V>(K::safe_input));
 }
 /// x in lane 0, an ordinary argument in the others.
 template <class K, class T> inline Native<T> alone(T x) {
