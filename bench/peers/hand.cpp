@@ -81,13 +81,26 @@ template <class V> Split<V> split(V x) {
   ROW(Family, 64f, Double, 2, 1, [](V x, V y) { return expression; })                                                  \
   ROW(Family, 32f, Float, 2, 1, [](V x, V y) { return expression; })
 
-constexpr Peer table[] = {BINARY("Add", x + y) BINARY("Sub", x - y) BINARY("Mul", x* y) BINARY("Div", x / y)
-                              UNARY("Sqr", x* x) UNARY("Abs", magnitude(x)) UNARY("Inv", 1 / x) UNARY("Sqrt", root(x))
-                                  UNARY("Ceil", rounded<2>(x)) UNARY("Floor", rounded<1>(x))
-                                      UNARY("Trunc", rounded<3>(x)) UNARY("Rint", rounded<4>(x))
-                                          UNARY("NearbyInt", rounded<12>(x)) UNARY("Round", half_away(x))
-                                              ROW("Modf", 64f, Double, 1, 2, [](V x) { return split(x); })
-                                                  ROW("Modf", 32f, Float, 1, 2, [](V x) { return split(x); })};
+// clang-format off
+constexpr Peer table[] = {
+    BINARY("Add", x + y)
+    BINARY("Sub", x - y)
+    BINARY("Mul", x * y)
+    BINARY("Div", x / y)
+    UNARY("Sqr", x * x)
+    UNARY("Abs", magnitude(x))
+    UNARY("Inv", 1 / x)
+    UNARY("Sqrt", root(x))
+    UNARY("Ceil", rounded<2>(x))
+    UNARY("Floor", rounded<1>(x))
+    UNARY("Trunc", rounded<3>(x))
+    UNARY("Rint", rounded<4>(x))
+    UNARY("NearbyInt", rounded<12>(x))
+    UNARY("Round", half_away(x))
+    ROW("Modf", 64f, Double, 1, 2, [](V x) { return split(x); })
+    ROW("Modf", 32f, Float, 1, 2, [](V x) { return split(x); })
+};
+// clang-format on
 
 } // namespace
 } // namespace bench

@@ -77,57 +77,56 @@ template <class T, class F> inline void two(const Call& call, F f) {
          two<T>(call, [](T x, T & first, T & second) statements);                                                      \
        }},
 
+// clang-format off
 constexpr Peer table[] = {
-    ARITHMETIC("Add", binary, (T x, T y), x + y) ARITHMETIC("Sub", binary, (T x, T y), x - y) ARITHMETIC(
-        "Mul", binary, (T x, T y), x* y) ARITHMETIC("Div", binary, (T x, T y), x / y) ARITHMETIC("Sqr", unary, (T x),
-                                                                                                 x* x)
-        ARITHMETIC("Abs", unary, (T x), std::fabs(x)) ARITHMETIC("Inv", unary, (T x), T(1) / x) ARITHMETIC(
-            "Sqrt", unary, (T x), std::sqrt(x)) ARITHMETIC("InvSqrt", unary, (T x), T(1) / std::sqrt(x))
-            ARITHMETIC("Pow3o2", unary, (T x), x* std::sqrt(x)) ARITHMETIC("Ceil", unary, (T x), std::ceil(x))
-                ARITHMETIC("Floor", unary, (T x), std::floor(x)) ARITHMETIC("Trunc", unary, (T x), std::trunc(x))
-                    ARITHMETIC("Round", unary, (T x), std::round(x)) ARITHMETIC("Rint", unary, (T x), std::rint(x))
-                        ARITHMETIC("NearbyInt", unary, (T x),
-                                   std::nearbyint(x)) TWO("Modf", ARITHMETIC_NAME, 0,
-                                                          {
-                                                            first = std::trunc(x);
-                                                            second = std::copysign(x - first, x);
-                                                          }) NAIVE("Hypot", binary, (T x, T y), std::sqrt(x* x + y * y))
-                            FUNCTION("Hypot", binary, (T x, T y), std::hypot(x, y)) FUNCTION(
-                                "Cbrt", unary, (T x), std::cbrt(x)) FUNCTION("InvCbrt", unary,
-                                                                             (T x), T(1) / std::cbrt(x))
-                                FUNCTION("Pow2o3", unary, (T x), std::cbrt(x) * std::cbrt(x)) FUNCTION(
-                                    "Exp", unary, (T x),
-                                    std::exp(x)) FUNCTION("Expm1", unary, (T x), std::expm1(x))
-                                    FUNCTION("Ln", unary, (T x),
-                                             std::log(x)) FUNCTION("Log10", unary, (T x), std::log10(x))
-                                        FUNCTION("Log1p", unary, (T x), std::log1p(x)) FUNCTION(
-                                            "Pow", binary, (T x, T y),
-                                            std::pow(x, y)) FUNCTION("Powx", scalar_power, (T x, T y), std::pow(x, y))
-                                            FUNCTION("Sin", unary, (T x), std::sin(x)) FUNCTION(
-                                                "Cos", unary, (T x),
-                                                std::cos(x)) FUNCTION("Tan", unary, (T x), std::tan(x))
-                                                FUNCTION("Asin", unary, (T x),
-                                                         std::asin(x)) FUNCTION("Acos", unary, (T x), std::acos(x))
-                                                    FUNCTION("Atan", unary, (T x), std::atan(x)) FUNCTION(
-                                                        "Atan2", binary,
-                                                        (T x, T y),
-                                                        std::atan2(x, y)) FUNCTION("Sinh", unary, (T x), std::sinh(x))
-                                                        FUNCTION("Cosh", unary, (T x), std::cosh(x)) FUNCTION(
-                                                            "Tanh",
-                                                            unary, (T x),
-                                                            std::tanh(x)) FUNCTION("Asinh", unary, (T x), std::asinh(x))
-                                                            FUNCTION("Acosh", unary, (T x), std::acosh(x)) FUNCTION(
-                                                                "Atanh", unary,
-                                                                (T x),
-                                                                std::atanh(
-                                                                    x)) FUNCTION("Erf", unary, (T x), std::erf(x))
-                                                                FUNCTION("Erfc", unary, (T x), std::erfc(x)) FUNCTION(
-                                                                    "CdfNorm", unary, (T x),
-                                                                    T(0.5) * std::erfc(x * T(-0.70710678118654752440)))
-                                                                    TWO("SinCos", FUNCTION_NAME, FUNCTION_ULP, {
-                                                                      first = std::sin(x);
-                                                                      second = std::cos(x);
-                                                                    })};
+    ARITHMETIC("Add", binary, (T x, T y), x + y)
+    ARITHMETIC("Sub", binary, (T x, T y), x - y)
+    ARITHMETIC("Mul", binary, (T x, T y), x * y)
+    ARITHMETIC("Div", binary, (T x, T y), x / y)
+    ARITHMETIC("Sqr", unary, (T x), x * x)
+    ARITHMETIC("Abs", unary, (T x), std::fabs(x))
+    ARITHMETIC("Inv", unary, (T x), T(1) / x)
+    ARITHMETIC("Sqrt", unary, (T x), std::sqrt(x))
+    ARITHMETIC("InvSqrt", unary, (T x), T(1) / std::sqrt(x))
+    ARITHMETIC("Pow3o2", unary, (T x), x * std::sqrt(x))
+    ARITHMETIC("Ceil", unary, (T x), std::ceil(x))
+    ARITHMETIC("Floor", unary, (T x), std::floor(x))
+    ARITHMETIC("Trunc", unary, (T x), std::trunc(x))
+    ARITHMETIC("Round", unary, (T x), std::round(x))
+    ARITHMETIC("Rint", unary, (T x), std::rint(x))
+    ARITHMETIC("NearbyInt", unary, (T x), std::nearbyint(x))
+    TWO("Modf", ARITHMETIC_NAME, 0, { first = std::trunc(x); second = std::copysign(x - first, x); })
+    NAIVE("Hypot", binary, (T x, T y), std::sqrt(x * x + y * y))
+    FUNCTION("Hypot", binary, (T x, T y), std::hypot(x, y))
+    FUNCTION("Cbrt", unary, (T x), std::cbrt(x))
+    FUNCTION("InvCbrt", unary, (T x), T(1) / std::cbrt(x))
+    FUNCTION("Pow2o3", unary, (T x), std::cbrt(x) * std::cbrt(x))
+    FUNCTION("Exp", unary, (T x), std::exp(x))
+    FUNCTION("Expm1", unary, (T x), std::expm1(x))
+    FUNCTION("Ln", unary, (T x), std::log(x))
+    FUNCTION("Log10", unary, (T x), std::log10(x))
+    FUNCTION("Log1p", unary, (T x), std::log1p(x))
+    FUNCTION("Pow", binary, (T x, T y), std::pow(x, y))
+    FUNCTION("Powx", scalar_power, (T x, T y), std::pow(x, y))
+    FUNCTION("Sin", unary, (T x), std::sin(x))
+    FUNCTION("Cos", unary, (T x), std::cos(x))
+    FUNCTION("Tan", unary, (T x), std::tan(x))
+    FUNCTION("Asin", unary, (T x), std::asin(x))
+    FUNCTION("Acos", unary, (T x), std::acos(x))
+    FUNCTION("Atan", unary, (T x), std::atan(x))
+    FUNCTION("Atan2", binary, (T x, T y), std::atan2(x, y))
+    FUNCTION("Sinh", unary, (T x), std::sinh(x))
+    FUNCTION("Cosh", unary, (T x), std::cosh(x))
+    FUNCTION("Tanh", unary, (T x), std::tanh(x))
+    FUNCTION("Asinh", unary, (T x), std::asinh(x))
+    FUNCTION("Acosh", unary, (T x), std::acosh(x))
+    FUNCTION("Atanh", unary, (T x), std::atanh(x))
+    FUNCTION("Erf", unary, (T x), std::erf(x))
+    FUNCTION("Erfc", unary, (T x), std::erfc(x))
+    FUNCTION("CdfNorm", unary, (T x), T(0.5) * std::erfc(x * T(-0.70710678118654752440)))
+    TWO("SinCos", FUNCTION_NAME, FUNCTION_ULP, { first = std::sin(x); second = std::cos(x); })
+};
+// clang-format on
 
 } // namespace
 } // namespace bench

@@ -51,6 +51,7 @@ template <class T> inline void scalar_power(const Call& call) {
 #define FUNCTION(Family, function)                                                                                     \
   BOTH(Family, "libm", false, unary<Complex, Complex>(call, [](Complex x) { return std::function(x); }))
 
+// clang-format off
 constexpr Peer table[] = {
     BINARY("Add", false, x + y)
     BINARY("Sub", false, x - y)
@@ -60,17 +61,29 @@ constexpr Peer table[] = {
     BOTH("Conj", ARITHMETIC_NAME, false, unary<Complex, Complex>(call, [](Complex x) { return std::conj(x); }))
 #if NAIVE
     BOTH("Abs", ARITHMETIC_NAME, true, unary<Complex, Real>(call, [](Complex x) {
-           return std::sqrt(x.real() * x.real() + x.imag() * x.imag());
-         }))
+          return std::sqrt(x.real() * x.real() + x.imag() * x.imag());
+        }))
 #else
-        BOTH("Abs", "libm", false, unary<Complex, Real>(call, [](Complex x) { return std::abs(x); })) BOTH(
-            "CIS", "libm", false, unary<Real, Complex>(call, [](Real x) { return Complex(std::cos(x), std::sin(x)); }))
-            BOTH("Pow", "libm", false, binary<Complex>(call, [](Complex x, Complex y) { return std::pow(x, y); }))
-                BOTH("Powx", "libm", false, scalar_power<Complex>(call)) FUNCTION("Sqrt", sqrt) FUNCTION("Exp", exp)
-                    FUNCTION("Ln", log) FUNCTION("Log10", log10) FUNCTION("Sin", sin) FUNCTION("Cos", cos)
-                        FUNCTION("Tan", tan) FUNCTION("Sinh", sinh) FUNCTION("Cosh", cosh) FUNCTION("Tanh", tanh)
-                            FUNCTION("Asin", asin) FUNCTION("Acos", acos) FUNCTION("Atan", atan)
-                                FUNCTION("Asinh", asinh) FUNCTION("Acosh", acosh) FUNCTION("Atanh", atanh)
+    BOTH("Abs", "libm", false, unary<Complex, Real>(call, [](Complex x) { return std::abs(x); }))
+    BOTH("CIS", "libm", false, unary<Real, Complex>(call, [](Real x) { return Complex(std::cos(x), std::sin(x)); }))
+    BOTH("Pow", "libm", false, binary<Complex>(call, [](Complex x, Complex y) { return std::pow(x, y); }))
+    BOTH("Powx", "libm", false, scalar_power<Complex>(call))
+    FUNCTION("Sqrt", sqrt)
+    FUNCTION("Exp", exp)
+    FUNCTION("Ln", log)
+    FUNCTION("Log10", log10)
+    FUNCTION("Sin", sin)
+    FUNCTION("Cos", cos)
+    FUNCTION("Tan", tan)
+    FUNCTION("Sinh", sinh)
+    FUNCTION("Cosh", cosh)
+    FUNCTION("Tanh", tanh)
+    FUNCTION("Asin", asin)
+    FUNCTION("Acos", acos)
+    FUNCTION("Atan", atan)
+    FUNCTION("Asinh", asinh)
+    FUNCTION("Acosh", acosh)
+    FUNCTION("Atanh", atanh)
 #endif
 #ifdef __FAST_MATH__
     {"CIS", "64fc", "gcc-mvec", 4, false,
@@ -87,6 +100,7 @@ constexpr Peer table[] = {
      }},
 #endif
 };
+// clang-format on
 
 } // namespace
 } // namespace bench
