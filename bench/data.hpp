@@ -4,8 +4,7 @@
 #include "functions.hpp"
 #include "peers/peer.hpp"
 
-#include <optional>
-#include <string>
+#include <cstddef>
 #include <vector>
 
 namespace bench {

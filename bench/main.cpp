@@ -1,4 +1,5 @@
-// kelvm-bench: cycles an element of functions of the library, next to what a user would call instead.
+// kelvm-bench: functions of the library in ticks of the time stamp counter an element, next to what a user would call
+// instead.
 #include "comparison.hpp"
 
 #include <charconv>
@@ -19,7 +20,7 @@ constexpr int bar_length = 1024; // the bar is for calls of at least this length
 
 constexpr const char* usage =
     R"(usage: kelvm-bench [options]
-  --function NAME      one function (may be repeated)
+  --function NAME    one function (may be repeated)
   --family NAME      the functions of a family (may be repeated)
   --all              every function (the default)
   --build LIST       sse41, avx2, avx512 or all (the default), separated by commas; those this processor runs
@@ -27,7 +28,7 @@ constexpr const char* usage =
   --range LO:HI      arguments of the first source, uniform; each family has a range of its own
   --nan PERCENT      so many of the first source's elements are NaNs
   --rounds N         batches of each contender (40)
-  --peers            show every contender, not only the best peer that counts
+  --show-peers       show every contender, not only the best peer that counts
   --loops            also loops that the compiler vectorises by calling functions of registers: of kelvm_simd and others
   --no-peers         measure our functions alone
   --json FILE        write all figures
@@ -106,7 +107,7 @@ Options parse(int argc, char** argv) {
     } else if (option == "--rounds") {
       options.rounds = number<int>(value());
       if (options.rounds < 1) throw BadOption("--rounds wants a count");
-    } else if (option == "--peers")
+    } else if (option == "--show-peers")
       options.show_peers = true;
     else if (option == "--loops")
       options.loops = true;
@@ -352,8 +353,8 @@ int run(const Options& options) {
   }
   const double per_ns = ticks_per_ns();
   std::printf("%s, %.3f ticks a nanosecond; ratio above 1: ours is faster\n", processor().c_str(), per_ns);
-  std::printf("%-23s %-6s %8s %8s %8s %8s  %-18s %8s  %6s\n", "function", "build", "length", "cyc/el", "median",
-              "ns/call", "best peer", "cyc/el", "ratio");
+  std::printf("%-23s %-6s %8s %8s %8s %8s  %-18s %8s  %6s\n", "function", "build", "length", "ticks/el", "median",
+              "ns/call", "best peer", "ticks/el", "ratio");
   std::vector<Result> results;
   std::map<int, Tallies> tallies;
   for (const Function& function : functions) {
