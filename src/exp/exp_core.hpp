@@ -28,6 +28,13 @@ template <class V, int N = 32> struct ExpReduced {
   V sum, main, rest;
 
   Int<V> row() const { return int_bits(sum) & (N - 1); }
+  /// 2^(k/32), a normal number. One shift takes the bits of k that are a power of two to the exponent field, and the
+  /// row to the five bits below: the table's values are less by that.
+  V power() const {
+    static_assert(N == 32);
+    const V t = lookup<exp_core_tables::exp2_less_row>(LowIndex<Int<V>, log_n>{int_bits(sum)});
+    return from_bits<V>(bits(t) + (bits(sum) << (52 - log_n)));
+  }
   /// v times 2^floor(k / N), for a normal v and a normal result.
   V scaled(V v) const { return times_power_of_two(v, bits(sum) >> log_n); }
   /// floor(k / N), of one lane.
@@ -75,36 +82,36 @@ template <> inline constexpr auto& expm1_coefficients<Accuracy::bits27> = exp_co
 template <> inline constexpr auto& expm1_coefficients<Accuracy::bits21> = exp_core_tables::float_expm1_bits21;
 template <> inline constexpr auto& expm1_coefficients<Accuracy::bits11> = exp_core_tables::float_expm1_bits11;
 
-/// e^(hi + lo) / 2^floor(k / 32) as a double-word, its lower word zero but for `full`; x is hi reduced, hi + lo within
-/// 2^-7 of k ln 2 / 32.
-template <Accuracy A = Accuracy::full, class V> inline DoubleWord<V> exp_unscaled(const ExpReduced<V>& x, V lo) {
+/// e^(hi + lo) 2^(-k/32) - 1; x is hi reduced, hi + lo within 2^-7 of k ln 2 / 32.
+template <Accuracy A, class V> inline V exp_of_rest(const ExpReduced<V>& x, V lo) {
   const V r = x.main + mul_add(x.k(), splat<V>(-x.step_lo), lo);
-  const V p = mul_add(r * r, estrin(r, exp_coefficients<A>), r);
-  if constexpr (A == Accuracy::full) {
-    const DoubleWord<V> t = exp2_short_and_rest(x);
-    return {t.hi, mul_add(t.hi + t.lo, p, t.lo)};
-  } else {
-    const V t = lookup<exp_core_tables::exp2>(x.row());
-    return {mul_add(t, p, t), V{}};
-  }
+  return mul_add(r * r, estrin(r, exp_coefficients<A>), r);
 }
-/// e^(hi + lo) where that is a normal number, |lo| < 2^-9 |hi|; `near` is their sum, rounded.
+/// e^(hi + lo) / 2^floor(k / 32) as a double-word.
+template <class V> inline DoubleWord<V> exp_unscaled(const ExpReduced<V>& x, V lo) {
+  const V p = exp_of_rest<Accuracy::full>(x, lo);
+  const DoubleWord<V> t = exp2_short_and_rest(x);
+  return {t.hi, mul_add(t.hi + t.lo, p, t.lo)};
+}
+/// e^(hi + lo) where |hi + lo| <= 708, |lo| < 2^-9 |hi|; `near` is their sum, rounded.
 template <Accuracy A, class V> inline V exp_normal(V hi, V lo, V near) {
   static_assert(A == Accuracy::full || A == Accuracy::bits50);
   const ExpReduced<V> x = exp_reduce(hi, near);
-  const DoubleWord<V> y = exp_unscaled<A>(x, lo);
-  if constexpr (A == Accuracy::full)
+  if constexpr (A == Accuracy::full) {
+    const DoubleWord<V> y = exp_unscaled(x, lo);
     return x.scaled(y.hi + y.lo);
-  else
-    return x.scaled(y.hi);
+  } else {
+    const V t = x.power();
+    return mul_add(t, exp_of_rest<A>(x, lo), t);
+  }
 }
 /// e^x where that is a normal number, for the lower accuracies; |x| < 2^7 for bits40.
 template <Accuracy A, class V> inline V exp_normal(V x) {
   if constexpr (A == Accuracy::bits40) {
     const ExpReduced<V> reduced = exp_reduce(x);
     const V r = reduced.r_by_one_step(x);
-    const V t = lookup<exp_core_tables::exp2>(reduced.row());
-    return reduced.scaled(mul_add(t, mul_add(r * r, estrin(r, exp_coefficients<A>), r), t));
+    const V t = reduced.power();
+    return mul_add(t, mul_add(r * r, estrin(r, exp_coefficients<A>), r), t);
   } else {
     const ExpReduced<V, 1> reduced = exp_reduce<1>(x);
     return reduced.scaled(estrin(reduced.r_by_one_step(x), exp_coefficients<A>));
@@ -189,7 +196,7 @@ template <Accuracy A, class V> inline V exp_minus_1(V x) {
     const ExpReduced<V> reduced = exp_reduce(x);
     const V r = reduced.r_by_one_step(x);
     const V p = mul_add(r * r, estrin(r, expm1_coefficients<A>), r);
-    const V t = reduced.scaled(lookup<exp_core_tables::exp2>(reduced.row()));
+    const V t = reduced.power();
     return mul_add(t, p, t - 1.0);
   }
 }

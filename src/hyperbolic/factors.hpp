@@ -225,7 +225,7 @@ template <Accuracy E, class P> struct Rounded : Plain, InDouble {
       return added<Functions::hyperbolic>(a, r.even, r.odd);
     } else {
       const auto half_power = [](const ExpReduced<V>& x) {
-        return lookup<exp_core_tables::exp2>(x.row()) * x.scaled(splat<V>(0.5));
+        return times_power_of_two(x.power(), ~Bits<V>{}); // half of it
       };
       const V up = half_power(reduced), down = half_power(opposite(reduced));
       return added<Functions::hyperbolic>({up + down, up - down}, r.even, r.odd);

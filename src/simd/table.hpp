@@ -196,21 +196,22 @@ template <const auto& Table, class I> inline auto lookup(I index) {
   }
 }
 
-/// An index in the low 16 bits of the lanes, whatever stands above them.
-template <class I> struct LowIndex { I whole; };
+/// An index in the low bits of the lanes, whatever stands above them.
+template <class I, int Size = 16> struct LowIndex { I whole; };
 
-template <const auto& Table, class I> inline auto lookup(LowIndex<I> index) {
+template <const auto& Table, class I, int Size> inline auto lookup(LowIndex<I, Size> index) {
   using T = std::remove_cvref_t<decltype(Table[0])>;
   using V = Vec<T, lanes<I>>;
   static_assert(sizeof(T) == sizeof(Lane<I>));
+  constexpr int mask = (1 << Size) - 1;
   if constexpr (lanes<I> == 1) {
-    return Table[std::uint16_t(index.whole)];
+    return Table[index.whole & mask];
   } else {
 #if KELVM_AVX512
     if constexpr (detail::fits_registers<T, int(std::size(Table))>)
       return detail::permuted<int(std::size(Table))>(&Table[0], index.whole); // which takes no more bits than it needs
 #endif
-    if constexpr (detail::gathers<1>) return detail::gathered<1>(&Table[0], index.whole & 0xFFFF);
+    if constexpr (Size != 16 || detail::gathers<1>) return lookup<Table>(I(index.whole & mask));
     const detail::IndexLanes<I> at(index.whole);
     return [&]<int... L>(std::integer_sequence<int, L...>) { return V{Table[std::uint16_t(at[L])]...}; }
     (std::make_integer_sequence<int, lanes<I>>{});

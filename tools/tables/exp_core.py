@@ -1,5 +1,6 @@
 #!/usr/bin/python3
 """Tables and coefficients of the exponential core: prints src/exp/exp_core_tables.hpp."""
+import struct
 from decimal import Decimal as D, getcontext
 
 from emit import array, constant, dec, down_to, footer, header, table
@@ -35,6 +36,11 @@ def half_exp_tail(first, terms=30):
     return f
 
 
+def less_row(d, j):
+    """The double of d's bits less j 2^47."""
+    return struct.unpack("d", struct.pack("q", struct.unpack("q", struct.pack("d", float(d)))[0] - (j << 47)))[0]
+
+
 def main():
     header("Tables and coefficients of the exponential core", "exp_core_tables")
     step = LN2 / 32
@@ -50,7 +56,8 @@ def main():
         high = down_to(t, 25)
         pairs.append((high, t - dec(high)))
     table("exp2_short_and_rest", "2^(j/32): its upper 26 bits and the rest", pairs)
-    array("exp2", "2^(j/32)", [(LN2 * j / 32).exp() if j else D(1) for j in range(32)], aligned=True)
+    array("exp2_less_row", "2^(j/32), less j in the bits above 2^47",
+          [less_row((LN2 * j / 32).exp() if j else D(1), j) for j in range(32)], aligned=True)
 
     def series(name, of, weight, count):
         high = LN2 / 64 * D("1.001")
