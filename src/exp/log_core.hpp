@@ -151,10 +151,14 @@ template <class Base, class Rows, class Row> inline auto inverse_and_log(Row row
 /// A logarithm but for the part of ln(1 + r): c, r, and k log 2 - log c as a double-word with an exact upper word.
 template <class V> struct LogParts { V c, r, hi, lo; };
 
+/// c of an exact row, in whose low bits the lower word of log c stands.
+template <class V> inline V exact_inverse(const Pair<V>& row) {
+  return from_bits<V>(bits(row.first) & 0xFFFFF80000000000u);
+}
+
 template <class Base, class V> inline LogParts<V> log_parts(const LogReduced<V>& x) {
   const Pair<V> row = lookup_pair<Base::exact>(x.row);
-  // The lower word of log c stands in the low bits of c.
-  const V c = from_bits<V>(bits(row.first) & 0xFFFFF80000000000u);
+  const V c = exact_inverse(row);
   return {c, exact_product_minus_one(x.m, c), mul_add(x.k, splat<V>(Base::log_of_2_hi), row.second),
           mul_add(x.k, splat<V>(Base::log_of_2_lo), (row.first - c) * 0x1p-32)};
 }
@@ -175,6 +179,15 @@ template <class Base, class V> inline LogParts<V> with_rest(LogParts<V> p, V res
 template <class V> inline DoubleWord<V> ln_full(const LogParts<V>& p) {
   const DoubleWord<V> sum = fast_two_sum(p.hi, p.r);
   return {sum.hi, mul_add(p.r * p.r, estrin(p.r, log_tables::ln_full), p.lo + sum.lo)};
+}
+/// The same of a reduced argument, summed with one operation less in a longer chain.
+template <class V> inline DoubleWord<V> ln_full_of(const LogReduced<V>& x) {
+  const Pair<V> row = lookup_pair<Natural::exact>(x.row);
+  const V c = exact_inverse(row);
+  const V r = exact_product_minus_one(x.m, c);
+  const DoubleWord<V> sum = fast_two_sum(mul_add(x.k, splat<V>(Natural::log_of_2_hi), row.second), r);
+  const V lo = mul_add(x.k, splat<V>(Natural::log_of_2_lo), mul_add(row.first - c, splat<V>(0x1p-32), sum.lo));
+  return {sum.hi, mul_add(r * r, estrin(r, log_tables::ln_full), lo)};
 }
 /// log10 x likewise. The product r / ln 10 adds to hi without error but for what its lower half loses.
 template <class V> inline DoubleWord<V> log10_full(const LogParts<V>& p) {

@@ -105,9 +105,7 @@ struct PowA53 {
 struct PowA50 {
   using Rows = ExactRows;
   static constexpr Accuracy exponential = Accuracy::bits50;
-  template <class V> static PowerOfE<V> exponent(const LogReduced<V>& x, V y) {
-    return times(y, ln_full(log_parts<Natural>(x)));
-  }
+  template <class V> static PowerOfE<V> exponent(const LogReduced<V>& x, V y) { return times(y, ln_full_of(x)); }
 };
 struct PowA26 {
   using Rows = OneRow;
