@@ -1,8 +1,9 @@
 // The angle of the point (x, y).
 //
-// Double (trig/atan_core.hpp): A53 as a double-word, rounded once, 0.53 ulp; A50 and A26 as one double. The vector
-// formula covers magnitudes within 2^-480 .. 2^480. The rest goes element by element: both are scaled by a power of
-// two, and where one is above 2^60 times the other the angle is a multiple of pi/2 or the quotient.
+// Double (trig/atan_core.hpp): A53 as a double-word, rounded once, 0.53 ulp; A50 as one double; A26 without a table, as
+// the floats below: that takes one division instead of two. Its error is 2^-31. The vector formula covers magnitudes
+// within 2^-480 .. 2^480. The rest goes element by element: both are scaled by a power of two, and where one is above
+// 2^60 times the other the angle is a multiple of pi/2 or the quotient.
 //
 // Float A24: in double with an error of 2^-41, rounded once: 0.50001 ulp. A21 and A11: in float arithmetic, without a
 // table: with t = atan q, q = min(|y|, |x|) / max(|y|, |x|), an odd polynomial on [0, 1], the angle is t, pi/2 - t,
@@ -59,6 +60,8 @@ template <Accuracy A> struct Atan2Double : Atan2<double> {
     if constexpr (A == Accuracy::full) {
       const DoubleWord<V> t = angle<A>(y, x);
       return rounded(t);
+    } else if constexpr (A == Accuracy::bits27) {
+      return angle_by_quotient<inverse_trig::atan_whole_bits27>(y, x);
     } else {
       return angle<A>(y, x);
     }
