@@ -2,7 +2,7 @@
 //
 // Double (trig/atan_core.hpp): for A53 atan c has a tail, and r is below 2^-7 of the result, so that its three
 // roundings cost 0.03 ulp together. Where c = 0 nothing but the final sum and a term below 2^-9 of it is rounded. A50
-// and A26 do without tails, with five coefficients and two.
+// and A26 do without tails, with five coefficients (four without fused operations) and two.
 //
 // Float A24: in double with the fit's error, 2^-42.3, and at most eight roundings (four of r, which is no larger than
 // the result; the table, three operations): 2^-42.2. 2^-40 decides the rounding to float of all but one element in

@@ -12,8 +12,9 @@
 //   long     642 rows, c = 0 and 64 an octave from 1/32 on: |r| < 1/32, and below 2^-7 of the angle but for c = 0.
 //            atan c has a double-word.
 //   short    64 rows, few enough for registers: c a multiple of 1/4, |r| < 1/8. atan c is rounded.
-//   eighth   64 rows of which the arc tangent of one number makes more: c a multiple of 1/8 and |r| < 1/16; c stops at
-//            63/8, from where on an error of atan r is small next to the result.
+//   even     64 rows of which the arc tangent of one number makes more: c a multiple of 1/8 and |r| < 1/16; c stops at
+//            63/8, from where on an error of atan r is small next to the result. Without fused operations 256 rows to
+//            255/16 for bits50: a shorter series, and a table does not stand in registers anyway.
 //
 // Other quadrants: |y| and |x| take part, x < 0 turns the angle t into pi - t, and the sign of y is that of the result.
 #pragma once
@@ -152,11 +153,11 @@ template <bool Tails, Accuracy A, class V> inline DoubleWord<V> angle_double_wor
   return {flip_sign(sum.hi, up), flip_sign(tail, up)};
 }
 
-/// The arc tangent of t, 0 <= t < 2^1000, by the eighth table.
-template <const auto& Table, class V, int N> inline V arc_tangent_by_eighths(V t, const double (&series)[N]) {
-  constexpr double largest = 7.875;
-  const V shifted = smaller_of(t, splat<V>(largest)) + 0x1.8p49; // rounds to a multiple of 1/8
-  const V c = shifted - 0x1.8p49;
+/// The arc tangent of t, 0 <= t < 2^1000, by a table of the multiples of 1/PerUnit.
+template <int PerUnit, const auto& Table, class V, int N> inline V arc_tangent_by_rows(V t, const double (&series)[N]) {
+  constexpr double largest = double(std::size(Table) - 1) / PerUnit, to_multiple = 0x1.8p52 / PerUnit;
+  const V shifted = smaller_of(t, splat<V>(largest)) + to_multiple;
+  const V c = shifted - to_multiple;
   const V r = (t - c) / mul_add(c, t, splat<V>(1));
   const V z = r * r;
   return lookup<Table>(LowIndex<Int<V>>{int_bits(shifted)}) + mul_add(r * z, horner(z, series), r);
@@ -209,13 +210,16 @@ template <auto& Series, class V> inline V angle_by_quotient(V y, V x) {
 }
 
 /// The arc tangent of t, 0 <= t < 2^1000, never above pi/2 rounded to double: `full`, within 0.54 ulp, or the error
-/// given above. The eighth table serves bits50 and bits27, this with an error below 2^-27.1.
+/// given above. The even tables serve bits50 and bits27, this with an error below 2^-27.1.
 template <Accuracy A, class V> inline V arc_tangent(V t) {
   using namespace inverse_trig;
   if constexpr (A == Accuracy::bits50) {
-    return detail::arc_tangent_by_eighths<atan_eighth50_rows>(t, atan_eighth50);
+    if constexpr (has_fused)
+      return detail::arc_tangent_by_rows<8, atan_eighth50_rows>(t, atan_eighth50);
+    else
+      return detail::arc_tangent_by_rows<16, atan_sixteenth50_rows>(t, atan_sixteenth50);
   } else if constexpr (A == Accuracy::bits27) {
-    return detail::arc_tangent_by_eighths<atan_eighth27_rows>(t, atan_eighth27);
+    return detail::arc_tangent_by_rows<8, atan_eighth27_rows>(t, atan_eighth27);
   } else {
     constexpr bool is_long = A == Accuracy::full;
     using Rows = std::conditional_t<is_long, LongAngleRows, ShortAngleRows>;

@@ -30,7 +30,6 @@ PI = 4 * atan(D(1))
 
 LONG_LOWEST, LONG_LARGEST, LONG_BITS = -5, 5, 6  # c from 2^-5 to 2^5, 2^6 rows an octave
 SHORT_ROWS = 64  # c = 0, 1/4 ... 63/4
-EIGHTH_ROWS = 64  # c = 0, 1/8 ... 63/8
 
 
 def long_rows():
@@ -77,19 +76,20 @@ def angle_polynomial(name, largest, first, count, what):
     array(name, f"{what}, z = r^2, |r| <= {largest:.4g}; errors of the result: {e}", c)
 
 
-def eighth_table(name, count, below):
-    """Rows and series for c a multiple of 1/8. An error of the series counts less beyond the table, where the result
-    is near pi/2; the last row is such that the sum is below pi/2 however large the argument."""
-    rows = [double(atan(D(i) / 8)) for i in range(EIGHTH_ROWS)]
-    largest = 1 / (D(EIGHTH_ROWS - 1) / 8)
-    c, e = minimax(lambda z: atan_series(z, 1), lambda z: z if z < D("0.0626") ** 2 else z * z.sqrt() / D("1.44"),
+def even_table(name, per_unit, row_count, count, below):
+    """Rows and series for c a multiple of 1/per_unit. An error of the series counts less beyond the table, where the
+    result is near pi/2; the last row is such that the sum is below pi/2 however large the argument."""
+    rows = [double(atan(D(i) / per_unit)) for i in range(row_count)]
+    largest, half = 1 / (D(row_count - 1) / per_unit), D(1) / (2 * per_unit)
+    c, e = minimax(lambda z: atan_series(z, 1), lambda z: z if z < (half * D("1.0016")) ** 2 else z * z.sqrt() / D("1.44"),
                    range(count), D(0), largest**2, to_double)
     z = largest**2
     rows[-1] = double(PI / 2 - largest * (1 + z * sum(D(v) * z**i for i, v in enumerate(c))) - below)
-    array(f"{name}_rows", "atan c: c = 0, 1/8, 1/4 ... 63/8, the last one such that no sum is above pi/2", rows,
-          aligned=True)
-    array(name, "(atan(r) / r - 1) / z, z = r^2, |r| <= 1/16, and to 8/63 with c = 63/8; "
-          f"errors of the result: {e}", c)
+    last = f"{row_count - 1}/{per_unit}"
+    array(f"{name}_rows", f"atan c: c = 0, 1/{per_unit}, 2/{per_unit} ... {last}, the last one such that no sum is above "
+          "pi/2", rows, aligned=True)
+    array(name, f"(atan(r) / r - 1) / z, z = r^2, |r| <= 1/{2 * per_unit}, and to {per_unit}/{row_count - 1} with "
+          f"c = {last}; errors of the result: {e}", c)
 
 
 def main():
@@ -102,8 +102,9 @@ def main():
     angle_polynomial("atan_full", long_r, 1, 4, "(atan(r) / r - 1) / z")
     for name, count in (("bits50", 6), ("bits49", 5), ("bits40", 4), ("bits27", 3)):
         angle_polynomial(f"atan_{name}", short_r, 1, count, "(atan(r) / r - 1) / z")
-    eighth_table("atan_eighth50", 5, D(2) ** -51)
-    eighth_table("atan_eighth27", 2, D(2) ** -45)
+    even_table("atan_eighth50", 8, 64, 5, D(2) ** -51)
+    even_table("atan_sixteenth50", 16, 256, 4, D(2) ** -51)
+    even_table("atan_eighth27", 8, 64, 2, D(2) ** -45)
     for name, count, ctype in (("atan_whole_bits27", 10, "double"), ("atan_bits21", 7, "float"),
                                ("atan_bits11", 3, "float")):
         c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1),
