@@ -97,10 +97,12 @@ template <class V> inline V asinh_beyond_one(V x) {
   const V one = splat<V>(1);
   return x + (x * x) / (one + sqrt(mul_add(x, x, one)));
 }
+/// sqrt(x^2 - 1), from t = x - 1
+template <class V> inline V acosh_root(V t) { return sqrt(t * (t + Lane<V>(2))); }
 /// x + sqrt(x^2 - 1) - 1
 template <class V> inline V acosh_beyond_one(V x) {
   const V t = x - Lane<V>(1);
-  return t + sqrt(t * (t + Lane<V>(2)));
+  return t + acosh_root(t);
 }
 /// (1 + x) / (1 - x) - 1
 template <class V> inline V atanh_beyond_one(V x) { return (x + x) / (Lane<V>(1) - x); }
@@ -136,6 +138,9 @@ template <Accuracy A, class V> inline V acosh(V x) {
   if constexpr (A == Accuracy::full) {
     const DoubleWord<V> y = acosh_double_word(x);
     return rounded(y);
+  } else if constexpr (A == Accuracy::bits27) {
+    // Next to 1 the sum, 1 + sqrt(2t), is rounded by at most 2^-53 and t no less than 2^-52: 2^-27.5 of the logarithm.
+    return logarithm<Natural, A>(log_reduce<LogRows<A>>(x + acosh_root(x - 1.0)));
   } else {
     return ln_1p<A>(acosh_beyond_one(x));
   }
