@@ -22,4 +22,7 @@ enum class Accuracy {
   bits11,   ///< 2^-11, in float arithmetic
 };
 
+/// What a core may be given, where positive arguments take less.
+enum class Arguments { any, positive };
+
 } // namespace kelvm::inline KELVM_BUILD

@@ -143,7 +143,6 @@ inline double exp_any(double hi, double lo) {
 /// of 26 bits, and so has r, whose own rounding error is kept.
 template <class V> struct Expm1Parts { V hi, lo, scale; };
 
-enum class Arguments { any, positive };
 template <Arguments A = Arguments::any, class V> inline Expm1Parts<V> expm1_full(V x) {
   const ExpReduced<V> reduced = exp_reduce(x);
   const DoubleWord<V> t = exp2_short_and_rest(reduced);

@@ -273,11 +273,14 @@ template <class V> inline V logarithm_by_quotient(const LogReduced<V>& x) {
 }
 
 /// ln(1 + x) below full precision, from the k and the row of 1 + x, rounded, and 2^-k: r = (1 + x) 2^-k c - 1 is taken
-/// from x, with one rounding; c 2^-k - 1 is exact but where k ln 2 is large. For bits40 x is a float or positive.
-template <Accuracy A, class Rows, class Row, class V> inline V logarithm_1p_of(V x, V k, Row row, V inverse_power) {
+/// from x, with one rounding, which floats and positive numbers do not need: there the product is no larger than the
+/// result. c 2^-k - 1 is exact but where k ln 2 is large. For bits40 x is a float or positive.
+template <Accuracy A, class Rows, Arguments X = Arguments::any, class Row, class V>
+inline V logarithm_1p_of(V x, V k, Row row, V inverse_power) {
   const auto [inverse, ln] = inverse_and_log<Natural, Rows>(row);
   const V c = inverse * inverse_power, d = c - 1.0;
-  const V r = A == Accuracy::bits40 ? mul_add(x, c, d) : exact_mul_add(x, c, d);
+  constexpr bool rounds = A == Accuracy::bits40 || X == Arguments::positive;
+  const V r = rounds ? mul_add(x, c, d) : exact_mul_add(x, c, d);
   return logarithm_sum<Natural, A, Rows>(mul_add(k, splat<V>(Natural::log_of_2), ln), r);
 }
 
@@ -304,12 +307,12 @@ template <class V> inline DoubleWord<V> logarithm_1p_double_word(DoubleWord<V> x
   p.lo += r.lo + log1p_correction(reduced, x.lo, p.c);
   return ln_full(p);
 }
-template <Accuracy A, class V> inline V logarithm_1p(V x) {
+template <Accuracy A, Arguments X = Arguments::any, class V> inline V logarithm_1p(V x) {
   if constexpr (A == Accuracy::full) {
     return rounded(logarithm_1p_double_word(x));
   } else {
     const LogReduced<V> sum = log_reduce<RoundedRows>(1.0 + x);
-    return logarithm_1p_of<A, RoundedRows>(x, sum.k, sum.row, sum.inverse_power());
+    return logarithm_1p_of<A, RoundedRows, X>(x, sum.k, sum.row, sum.inverse_power());
   }
 }
 

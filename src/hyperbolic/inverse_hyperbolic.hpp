@@ -107,10 +107,10 @@ template <class V> inline V acosh_beyond_one(V x) {
 /// (1 + x) / (1 - x) - 1
 template <class V> inline V atanh_beyond_one(V x) { return (x + x) / (Lane<V>(1) - x); }
 
-/// ln(1 + x) in the arithmetic of the lanes.
+/// ln(1 + x) of a positive x in the arithmetic of the lanes.
 template <Accuracy A, class V> inline V ln_1p(V x) {
   if constexpr (sizeof(Lane<V>) == 8)
-    return logarithm_1p<A>(x);
+    return logarithm_1p<A, Arguments::positive>(x);
   else
     return float_logarithm_1p<A>(x);
 }
