@@ -19,6 +19,7 @@ namespace kelvm::inline KELVM_BUILD::pow_64f {
 namespace {
 
 template <class P> struct Pow64f : Power<P> {
+  static constexpr int vectors_in_flight = vector_bytes == 16 ? 8 : 4; // the longest of chains
   template <class V> using Test = typename Power<P>::template ResultTest<V>;
   template <class V> static SignMask<V> special(V x, V) { return not_normal_positive(x); }
   template <class V> static V formula(V x, V y, Test<V>& undecided) { return Power<P>::positive(x, y, undecided); }
