@@ -21,8 +21,8 @@
 //   A50    1/128        1/128              2^-50.5, 2^-50.6, 2^-50.6
 //   A26    1/128        1/128              2^-32, 2^-30, 2^-30
 //   A24    1/128        1/128              2^-41 in double, correctly rounded to float
-//   A21                 1/64               2^-21.6, 2^-22.5, 2^-22.5
-//   A11                 1/64               2^-12, 2^-15, 2^-15
+//   A21                 1/64               2^-21.4, 2^-22.5, 2^-22.5
+//   A11                 1/64               2^-11.1, 2^-15, 2^-15
 #pragma once
 
 #include "erf/erf_single_tables.hpp"
@@ -42,10 +42,10 @@ template <int StepBits, class V> struct EvenRow {
   Int<V> index;
   V middle, t;
   explicit EvenRow(V a, Lane<V> factor = 1) {
-    constexpr Lane<V> rounding_constant = (sizeof(Lane<V>) == 8 ? Lane<V>(0x1p52) : Lane<V>(0x1p23)) / (1 << StepBits);
-    const V sum = factor == 1 ? a + rounding_constant : mul_sub(a, splat<V>(factor), splat<V>(-rounding_constant));
+    constexpr Lane<V> to_steps = (sizeof(Lane<V>) == 8 ? Lane<V>(0x1p52) : Lane<V>(0x1p23)) / (1 << StepBits);
+    const V sum = factor == 1 ? a + to_steps : mul_sub(a, splat<V>(factor), splat<V>(-to_steps));
     index = int_bits(sum) & 0xFFF;
-    middle = sum - rounding_constant;
+    middle = sum - to_steps;
     t = factor == 1 ? a - middle : mul_sub(a, splat<V>(factor), middle);
   }
 };

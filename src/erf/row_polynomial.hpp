@@ -41,9 +41,9 @@ inline double tiny_product(double x, double c_hi, double c_lo) {
   const double result = product + rest;
   if (abs(result) >= 0x1p-766) return result * 0x1p-256;
   ownRaiseFpException(kelStatusUnderflow);
-  const double rounding_constant = from_bits<double>(bits(0x1p-766) | sign_of(x));
-  const double head = head_of(result + rounding_constant);
-  const double sum = head + ((product - (head - rounding_constant)) + rest);
+  const double to_unit = from_bits<double>(bits(0x1p-766) | sign_of(x));
+  const double head = head_of(result + to_unit);
+  const double sum = head + ((product - (head - to_unit)) + rest);
   return from_bits<double>(bits(sum) - bits(0x1p-766));
 }
 

@@ -9,7 +9,8 @@
 namespace kelvm::inline KELVM_BUILD {
 
 /// The doubles within relative error 2^-ErrorBits of a midpoint between two neighbouring normal floats, told by
-/// unsigned integers that end in their low bits. y must not be zero, and its float not subnormal.
+/// unsigned integers that end in their low bits. Zero, and values that are subnormal floats exactly, are near none;
+/// nothing is said of others whose float is subnormal.
 template <int ErrorBits, class B> inline Int<B> near_midpoint(B y) {
   static_assert(ErrorBits > 25 && ErrorBits < 53);
   using L = Lane<B>;

@@ -28,7 +28,7 @@ template <class Base> struct LogA24 : KernelDefaults {
   template <class V> using ResultTest = RoundingTest;
   static constexpr Magnitudes ordinary{smallest_normal<float>, largest_finite<float>, false};
   template <class V> static SignMask<V> special(V x) {
-    return bit_cast<SignMask<V>>((bits(x) - 0x00800000u) | (0x7F7FFFFFu - bits(x)));
+    return outside(x, smallest_normal<float>, largest_finite<float>);
   }
   template <class V> static V formula(V x, RoundingTest& test) {
     const auto reduced = log_reduce_floats<CorrectRows>(x);

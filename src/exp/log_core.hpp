@@ -97,10 +97,7 @@ template <class Rows> inline LogReducedFloats<Rows> log_reduce_floats(Native<flo
 /// The lanes that the formulas below do not cover in vectors: zeros, subnormals, negative numbers, the last octave (its
 /// k + 1023 leaves the exponent field), infinities, NaNs.
 template <class V> inline SignMask<V> not_normal_positive(V x) {
-  if constexpr (sizeof(Lane<V>) == 8)
-    return bit_cast<SignMask<V>>((bits(x) - 0x0010000000000000u) | (0x7FDFFFFFFFFFFFFFu - bits(x)));
-  else
-    return bit_cast<SignMask<V>>((bits(x) - 0x00800000u) | (0x7EFFFFFFu - bits(x)));
+  return outside(x, smallest_normal<Lane<V>>, largest_finite<Lane<V>> / 2);
 }
 
 /// One lane reduced, any positive finite x.
@@ -126,14 +123,14 @@ template <class V> inline V exact_product_minus_one(V m, V c) { return exact_mul
 
 /// What the bases differ in.
 struct Natural {
-  static constexpr auto& rounded = log_tables::inverse_and_ln;
+  static constexpr auto& shorter = log_tables::inverse_and_ln;
   static constexpr auto& medium = log_tables::inverse_and_medium_ln;
   static constexpr auto& exact = log_tables::inverse_and_exact_ln;
   static constexpr double log_of_2_hi = log_tables::ln2_hi, log_of_2_lo = log_tables::ln2_lo,
                           log_of_2 = log_tables::ln2;
 };
 struct Decimal {
-  static constexpr auto& rounded = log_tables::inverse_and_log10;
+  static constexpr auto& shorter = log_tables::inverse_and_log10;
   static constexpr auto& medium = log_tables::inverse_and_medium_log10;
   static constexpr auto& exact = log_tables::inverse_and_exact_log10;
   static constexpr double log_of_2_hi = log_tables::lg2_hi, log_of_2_lo = log_tables::lg2_lo,
@@ -145,7 +142,7 @@ template <class Base, class Rows, class Row> inline auto inverse_and_log(Row row
   if constexpr (std::is_same_v<Rows, MediumRows>)
     return lookup_pair<Base::medium>(row);
   else
-    return lookup_pair<Base::rounded>(row);
+    return lookup_pair<Base::shorter>(row);
 }
 
 /// A logarithm but for the part of ln(1 + r): c, r, and k log 2 - log c as a double-word with an exact upper word.

@@ -1,7 +1,7 @@
 // Powers of floats: x^y = e^(y ln x), with the cores of exp/log_core.hpp and exp/exp_core.hpp.
 //
 //          arithmetic   ln x      e^       error
-//   A24    double       2^-49     2^-45    0.5001 ulp: y ln x, below 2^7, costs seven bits of the logarithm
+//   A24    double       2^-49     2^-42    0.5001 ulp: y ln x, below 2^7, costs seven bits of the logarithm
 //   A21    double       2^-31     2^-22.5  2^-22: the exponential in float, of an exponent that is reduced in double
 //   A11    float        2^-21     2^-13    2^-11
 //

@@ -5,7 +5,7 @@
 //   64f A50    double       11 coefficients, 2^-51.6      rounded
 //   64f A26    double       5 coefficients, 2^-27.3       rounded
 //   32f A24    double       8 coefficients, 2^-39.5       rounded: 2^-39, correctly rounded to float
-//   32f A21    float        4 coefficients, 2^-23.1       rounded: 2^-22
+//   32f A21    float        4 coefficients, 2^-23.1       rounded: 2^-21.2
 //   32f A11    float        2 coefficients, 2^-14.3       rounded: 2^-13
 //
 // A24 decides the rounding to float of all but one element in 10000; the others are computed as for A53, to 2^-57, and

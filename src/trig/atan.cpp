@@ -8,7 +8,7 @@
 // the result; the table, three operations): 2^-42.2. 2^-40 decides the rounding to float of all but one element in
 // 30000; the others are computed to 2^-56 and rounded once: correctly rounded everywhere. A21 and A11: in float
 // arithmetic, without a table: atan x = pi/2 - atan(1/x) where |x| > 1, and an odd polynomial on [-1, 1]. The pi/2 is
-// the float below pi/2, so that no finite x gives more. Errors 2^-22 and 2^-12.
+// the float below pi/2, so that no finite x gives more. Errors 2^-21.9 and 2^-11.9.
 //
 // Exceptional inputs: infinities give pi/2 rounded, which is what doubles from 2^900 on are rounded to as well; NaN is
 // quieted.

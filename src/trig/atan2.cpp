@@ -7,7 +7,7 @@
 //
 // Float A24: in double with an error of 2^-41, rounded once: 0.50001 ulp. A21 and A11: in float arithmetic, without a
 // table: with t = atan q, q = min(|y|, |x|) / max(|y|, |x|), an odd polynomial on [0, 1], the angle is t, pi/2 - t,
-// pi/2 + t or pi - t. pi and pi/2 are the floats below them, so that no result is beyond. Errors 2^-22 and 2^-12.
+// pi/2 + t or pi - t. pi and pi/2 are the floats below them, so that no result is beyond. Errors 2^-21.7 and 2^-11.9.
 //
 // Exceptional inputs: zeros, infinities and NaN as in C's Annex F. Results below the normal range report underflow;
 // those of floats are correctly rounded at every accuracy.

@@ -194,7 +194,7 @@ template <Accuracy A, class V> inline auto angle(V y, V x) {
 }
 
 /// The angle of (x, y) from the quotient of the smaller part by the larger one, without a table, not both 0: with
-/// atan_bits21 or atan_bits11 for the series, in float, errors 2^-22 and 2^-12, with atan_whole_bits27, in double,
+/// atan_bits21 or atan_bits11 for the series, in float, errors 2^-21.9 and 2^-11.9, with atan_whole_bits27, in double,
 /// 2^-31.
 template <auto& Series, class V> inline V angle_by_quotient(V y, V x) {
   using T = Lane<V>;

@@ -69,14 +69,6 @@ inline constexpr float tangent_single_6[] = {
     0x1.954c44p-9f,
     0x1.341a58p-7f};
 
-// (tan r - r) / r^3 by powers of r^2, |r| <= pi / 4; errors relative to tan r: fit 2^-21.9, evaluation 2^-25.4
-inline constexpr float tangent_single_5[] = {
-    0x1.555a2cp-2f,
-    0x1.103824p-3f,
-    0x1.d256dcp-5f,
-    0x1.a7f914p-7f,
-    0x1.4a3548p-6f};
-
 // (tan r - r) / r^3 by powers of r^2, |r| <= pi / 4; errors relative to tan r: fit 2^-14.2, evaluation 2^-25.5
 inline constexpr float tangent_single_3[] = {
     0x1.570336p-2f,

@@ -37,7 +37,6 @@ def main():
     tangent("tangent_3", 3, "pi / 64")
     tangent("tangent_2", 2, "pi / 64")
     tangent("tangent_single_6", 6, "pi / 4", "float")
-    tangent("tangent_single_5", 5, "pi / 4", "float")
     tangent("tangent_single_3", 3, "pi / 4", "float")
     footer()
 
