@@ -1,18 +1,22 @@
 """What the table programs share: exact values and C++ output."""
-from decimal import Decimal as D
+from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 from pathlib import Path
 import sys
 import textwrap
+
+import gmpy2
 
 
 def dec(q):
     return D(q.numerator) / D(q.denominator)
 
 
-def double(d):
-    """Nearest double of a Decimal."""
-    return float(d)
+def decimal_pi():
+    """pi to the digits of the current context, by MPFR."""
+    digits = getcontext().prec
+    with gmpy2.local_context(gmpy2.get_context(), precision=4 * digits):
+        return +D(f"{gmpy2.const_pi():.{digits + 5}f}")
 
 
 def down_to(d, bits):
@@ -26,11 +30,12 @@ def hexf(x, ctype="double"):
     return significand.rstrip("0").rstrip(".") + "p" + exponent + ("f" if ctype == "float" else "")
 
 
-def header(what, namespace="", include=""):
-    """The first lines of the table that this program prints; `what` it has. footer() prints the last."""
+def header(what, namespace="", include="", fits=True):
+    """The first lines of the table that this program prints; `what` it has, and whether there are fits among it. footer()
+    prints the last."""
     program = Path(sys.argv[0]).name
     comment(f"{what}. Made by tools/tables/{program}, run by tools/tables/regenerate: do not edit.")
-    if "minimax" in sys.modules:
+    if fits:
         comment("Of each fit: the interval; what the errors are relative to, which is the weight; the error of the fit with "
                 "these coefficients; a bound of that of its evaluation, by Horner's rule without fused steps.")
     print('// clang-format off\n#pragma once\n\n#include "simd/isa.hpp"\n')

@@ -2,15 +2,13 @@
 """Coefficients of a rational error function: prints src/erf/erf_single_tables.hpp."""
 from decimal import Decimal as D, getcontext
 
-from emit import array, footer, header
+from emit import array, decimal_pi, footer, header
 from minimax import rational, to_float
 
 getcontext().prec = 60
 
 LIMIT = D("3.625")  # 1 - erf 3.625 is below 2^-21.5
-
-
-PI = D("3.14159265358979323846264338327950288419716939937510582097494459")
+PI = decimal_pi()
 
 
 def erf_ratio(z):

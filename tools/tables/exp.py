@@ -20,7 +20,7 @@ def fractions(name, text, ctype, powers, layout, bits):
 
 def main():
     gmpy2.get_context().precision = 200
-    header("Powers of two", include="cstdint")
+    header("Powers of two", include="cstdint", fits=False)
     root_64, root_128 = ([gmpy2.exp2(mpfr(j) / n) for j in range(n)] for n in (64, 128))
     heads = [gmpy2.floor(p * 2**44) / 2**44 for p in root_64]
     table("exp2_head_tail_64", "2^(j/64) as head, truncated to 44 fraction bits, and tail, rounded: relative error 3e-30.",

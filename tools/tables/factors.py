@@ -3,22 +3,11 @@
 from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
-from emit import array, constant, dec, double, footer, header, table
+from emit import array, constant, dec, decimal_pi, footer, header, table
 from minimax import minimax, to_double, to_float
 
 getcontext().prec = 80
-
-
-def arctan_of_inverse(n):
-    total, term, k = D(0), D(1) / n, 1
-    while abs(term) > D(10) ** -78:
-        total += term / k
-        term = -term / (n * n)
-        k += 2
-    return total
-
-
-PI = 4 * (4 * arctan_of_inverse(5) - arctan_of_inverse(239))
+PI = decimal_pi()
 
 
 def series(first, sign=-1, terms=25):
@@ -55,7 +44,7 @@ def main():
         row = []
         for d in (sine_of_angle(j), sine_of_angle(j + 16)):
             head = nearest(d, 26)
-            row += [head, double(d - dec(head))]
+            row += [head, to_double(d - dec(head))]
         rows.append(row)
     table("sine_cosine", "sin a and cos a, a = j pi/32: each rounded to a multiple of 2^-26, and the rest", rows)
 

@@ -3,10 +3,11 @@
 from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
-from emit import array, dec, double, footer, header, table
+from emit import array, dec, decimal_pi, footer, header, table
 from minimax import minimax, to_double, to_float
 
 getcontext().prec = 80
+PI = decimal_pi()
 
 
 def atan(x):
@@ -25,9 +26,6 @@ def atan_series(z, first=0, terms=50):
     return total
 
 
-PI = 4 * atan(D(1))
-
-
 LONG_LOWEST, LONG_LARGEST, LONG_BITS = -5, 5, 6  # c from 2^-5 to 2^5, 2^6 rows an octave
 SHORT_ROWS = 64  # c = 0, 1/4 ... 63/4
 
@@ -39,8 +37,8 @@ def long_rows():
 
 
 def head_tail(d):
-    head = double(d)
-    return F(head), F(double(d - D(head)))
+    head = to_double(d)
+    return F(head), F(to_double(d - D(head)))
 
 
 def whole_atan(z):
@@ -79,12 +77,12 @@ def angle_polynomial(name, largest, first, count, what):
 def even_table(name, per_unit, row_count, count, below):
     """Rows and series for c a multiple of 1/per_unit. An error of the series counts less beyond the table, where the
     result is near pi/2; the last row is such that the sum is below pi/2 however large the argument."""
-    rows = [double(atan(D(i) / per_unit)) for i in range(row_count)]
+    rows = [to_double(atan(D(i) / per_unit)) for i in range(row_count)]
     largest, half = 1 / (D(row_count - 1) / per_unit), D(1) / (2 * per_unit)
     c, e = minimax(lambda z: atan_series(z, 1), lambda z: z if z < (half * D("1.0016")) ** 2 else z * z.sqrt() / D("1.44"),
                    range(count), D(0), largest**2, to_double)
     z = largest**2
-    rows[-1] = double(PI / 2 - largest * (1 + z * sum(D(v) * z**i for i, v in enumerate(c))) - below)
+    rows[-1] = to_double(PI / 2 - largest * (1 + z * sum(D(v) * z**i for i, v in enumerate(c))) - below)
     last = f"{row_count - 1}/{per_unit}"
     array(f"{name}_rows", f"atan c: c = 0, 1/{per_unit}, 2/{per_unit} ... {last}, the last one such that no sum is above "
           "pi/2", rows, aligned=True)

@@ -6,7 +6,7 @@ Logarithms come from Python's decimal, whose ln is correctly rounded.
 from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
-from emit import array, constant, dec, double, down_to, footer, header, table
+from emit import array, constant, dec, down_to, footer, header, table
 from minimax import UNIT, evaluation_error, minimax, points, to_double, to_float
 
 getcontext().prec = 80
@@ -105,7 +105,7 @@ def rounded_tables(short, medium):
     for suffix, word, scale in bases():
         for rows, name in ((short, ""), (medium, "medium_")):
             table(f"inverse_and_{name}{word}", f"c, -{word} c",
-                  [(c, double(-ln(c) * scale) if c != 1 else D(0)) for c in rows.c])
+                  [(c, to_double(-ln(c) * scale) if c != 1 else D(0)) for c in rows.c])
         constant(f"{suffix}2", D(2).ln() * scale)
         print()
 
@@ -122,7 +122,7 @@ def main():
     constant("inverse_ln10_head", head)
     constant("inverse_ln10_tail", inv - dec(head))
     constant("inverse_ln10", inv)
-    constant("inverse_ln10_rest", inv - D(double(inv)))
+    constant("inverse_ln10_rest", inv - D(to_double(inv)))
     print()
 
     def logarithm(name, rows, first, count, factor, what, ctype="double", leading=()):

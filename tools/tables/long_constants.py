@@ -2,20 +2,10 @@
 """ln 2 and 2/pi to 3072 bits: prints src/complex/long_constants.hpp."""
 from decimal import Decimal as D, getcontext
 
-from emit import footer, header
+from emit import decimal_pi, footer, header
 
 WORDS = 48
 getcontext().prec = 1000
-
-
-def arc_cotangent(n):
-    """The series of atan(1/n)."""
-    power, k, total = D(1) / n, 1, D(0)
-    while power > D(10) ** -990:
-        total += power / k if k % 4 == 1 else -power / k
-        power /= n * n
-        k += 2
-    return total
 
 
 def words(name, comment, value):
@@ -28,10 +18,9 @@ def words(name, comment, value):
 
 
 def main():
-    header("Constants for angles of many words", "long_constants", "cstdint")
-    pi = 16 * arc_cotangent(5) - 4 * arc_cotangent(239)  # Machin
+    header("Constants for angles of many words", "long_constants", "cstdint", fits=False)
     words("ln2", "ln 2", D(2).ln())
-    words("two_over_pi", "2/pi", 2 / pi)
+    words("two_over_pi", "2/pi", 2 / decimal_pi())
     footer("long_constants")
 
 

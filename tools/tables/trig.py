@@ -54,7 +54,7 @@ def one_over_pi(j):
 
 def main():
     gmpy2.get_context().precision = 200
-    header("Circular functions of multiples of pi/32, and 1/pi", include="cstdint")
+    header("Circular functions of multiples of pi/32, and 1/pi", include="cstdint", fits=False)
     table("sine_rows", "For a = j pi / 32: cos a - power, sin a rounded, the rest of sin a to 24 bits, power; power is a "
           "signed power of two near cos a, or zero. sin 0 stands as -0, so that sums keep the sign of a zero argument.",
           [sine_row(j) for j in range(64)], aligned=False)
