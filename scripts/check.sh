@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Sets up what is needed, builds everything optimised and runs the tests. Not among them: the exhaustive runs (ctest
-# --test-dir build/release -L exhaustive) and the speed measurements. The exit status is that of the first step that
+# Sets up what is needed, builds everything optimised and runs the tests. Not among them: the slow ones (ctest --test-dir
+# build/release -L slow) and the speed measurements. The exit status is that of the first step that
 # fails. With --all the extended check follows: other compilers, optimisations and sanitizers, the library in other
 # projects, formatting, tables. It goes on after a failure and ends with the steps, their times and how many passed.
 # usage: scripts/check.sh [--all]
@@ -11,7 +11,7 @@ cd "$(dirname "$0")/.."
 tests() { # PRESET [CTEST-ARGUMENT...]: those of the default run, unless others are named
   local preset=$1
   shift
-  [[ $# != 0 ]] || set -- -LE '^(exhaustive|bench)$'
+  [[ $# != 0 ]] || set -- -LE '^slow$'
   ctest --test-dir "build/$preset" "$@" --output-on-failure --no-tests=error -j "$(nproc)"
 }
 build() { # PRESET [BUILD-ARGUMENT...]
