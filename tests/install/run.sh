@@ -53,7 +53,10 @@ echo "== pkg-config"
 "$cc" -std=c99 -Wall -Wextra -Werror "$consumers/consumer.c" -o "$work/consumer" $(pkg-config --cflags --libs kelvm)
 export LD_LIBRARY_PATH=$lib
 "$work/consumer" || fail "the consumer found wrong results"
-[[ $(pkg-config --modversion kelvm) == 6.* ]] || fail "version $(pkg-config --modversion kelvm)"
+version=$(pkg-config --modversion kelvm)
+for place in python/pyproject.toml python/kelvm/__init__.py CHANGELOG.md; do
+  grep -Eq "version.* = \"$version\"$|^## \[$version\]" "$source/$place" || fail "$place does not have version $version"
+done
 
 echo "== loops through the library of functions of registers"
 # shellcheck disable=SC2046 # the flags are words
