@@ -150,7 +150,7 @@ TEST_P(EstimateOf, ChangesNoFigure) {
 std::vector<harness::Function> full_precision() {
   std::vector<harness::Function> functions;
   for (const harness::Function& m : harness::all_functions())
-    if (m.suffix_bits() == (m.is_float() ? 24 : 53) && !m.complex_source()) functions.push_back(m);
+    if (m.suffix_bits() == m.format().digits && !m.complex_source()) functions.push_back(m);
   return functions;
 }
 

@@ -1,7 +1,6 @@
 #include "inputs.hpp"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <complex>
 #include <numbers>
@@ -187,8 +186,8 @@ Inputs::Inputs(const harness::Function& function, std::optional<Range> range1, s
     profile_[2] = profile_[3] = &profile_named(row.second);
   }
   if (profile_[0]->family == "Sin" || profile_[1]->family == "Sin") {
-    const int digits = function.is_float() ? 24 : 53, exponent_max = function.is_float() ? 128 : 1024;
-    for (int e = -2 * digits; e <= exponent_max - digits; e += 1) append_hardest(e, digits, hard_);
+    const auto [digits, lowest, highest] = function.format();
+    for (int e = -2 * digits; e <= highest - digits; e += 1) append_hardest(e, digits, hard_);
   }
   if (!range1) append_steps();
 }
@@ -198,10 +197,10 @@ const std::vector<double>& Inputs::points(int part) const { return profile_[part
 // For every function: even steps over the ranges, and every binade of the distance from the points, either side, and of
 // complex numbers from 0, +-1 and +-i. Where tables are long, their rows besides.
 void Inputs::append_steps() {
-  const int digits = function_.is_float() ? 24 : 53, lowest = function_.is_float() ? -149 : -1074;
+  const harness::Format format = function_.format();
   const auto append = [&](const Walk& walk) {
     const double step = (walk.to - walk.from) / walk.steps;
-    const int binades = !walk.binades ? 1 : walk.from == 0 ? -lowest : digits;
+    const int binades = !walk.binades ? 1 : walk.from == 0 ? -format.exponent_min : format.digits;
     for (int k = 0; k < binades; ++k)
       for (int i = 0; i < walk.steps; ++i) {
         const double near = walk.from + (walk.binades ? std::ldexp(step * (walk.steps + i), -k - 1) : step * i);
@@ -233,8 +232,8 @@ double Inputs::neighbour(Random& random, double x) const {
     for (int i = 0; i < std::abs(steps); ++i) x = std::nextafter(x, steps < 0 ? -inf : inf);
     return x;
   }
-  const int digits = function_.is_float() ? 24 : 53;
-  const int depth = x == 0 && random.one_in(2) ? (function_.is_float() ? 149 : 1074) : digits + 2;
+  const auto [digits, lowest, highest] = function_.format();
+  const int depth = x == 0 && random.one_in(2) ? -lowest : digits + 2;
   const double distance = std::ldexp(random.uniform(-1, 1), -static_cast<int>(random.below(depth)));
   return rounded(x == 0 ? distance : x + x * distance);
 }
@@ -242,8 +241,7 @@ double Inputs::neighbour(Random& random, double x) const {
 double Inputs::part(Random& random, const Profile& profile, const std::optional<Range>& range) const {
   Range domain = range ? *range : profile.domain;
   if (!range && random.one_in(64)) domain = {-inf, inf}; // domain errors
-  const int digits = function_.is_float() ? 24 : 53;
-  const int lowest = function_.is_float() ? -149 : -1074, highest = function_.is_float() ? 128 : 1024;
+  const auto [digits, lowest, highest] = function_.format();
   for (int attempt = 0; attempt < 16; ++attempt) {
     double x = 0;
     const std::uint64_t kind = random.below(16);
@@ -290,11 +288,11 @@ double Inputs::part(Random& random, const Profile& profile, const std::optional<
 // Ties the second real source to the first where independent sources would rarely meet.
 void Inputs::real_pair(Random& random, double parts[4]) const {
   const double x = parts[0];
+  const int smallest_normal = function_.format().exponent_normal() - 1; // 2 to this power
   const bool power = function_.family == "Pow" || function_.family == "Powx";
   if (power) {
     if (random.one_in(2)) { // a result anywhere in the range, or next to one of its ends or to 1
-      const double lowest = function_.is_float() ? -150 : -1076, highest = function_.is_float() ? 129 : 1025,
-                   smallest_normal = function_.is_float() ? -126 : -1022;
+      const double lowest = function_.is_float() ? -150 : -1076, highest = function_.is_float() ? 129 : 1025;
       double target = random.uniform(lowest, highest);
       if (random.one_in(4))
         target = neighbour(random, random.one_in(2) ? highest - 1 : random.one_in(2) ? lowest + 1 : smallest_normal);
@@ -312,7 +310,7 @@ void Inputs::real_pair(Random& random, double parts[4]) const {
     const bool low = random.one_in(2);
     const int exponent = static_cast<int>(random.below(40));
     parts[2] = std::ldexp(random.one_in(2) ? 1 : -1, low ? exponent : -exponent);
-    parts[0] = parts[2] * neighbour(random, low ? (function_.is_float() ? 0x1p-126 : 0x1p-1022)
+    parts[0] = parts[2] * neighbour(random, low ? std::ldexp(1, smallest_normal)
                                                 : (function_.is_float() ? 0x1.fffffep127 : 0x1.fffffffffffffp1023));
   } else if (random.one_in(2)) { // comparable magnitudes
     parts[2] =
@@ -352,7 +350,7 @@ void Inputs::complex_power(Random& random, double parts[4]) const {
 // Complex arguments that two independent parts would rarely give: on an axis or next to it, on the diagonals, on the
 // unit circle and next to it, close to +-1 and +-i.
 void Inputs::complex_shape(Random& random, double parts[2]) const {
-  const int depth = random.one_in(2) ? (function_.is_float() ? 40 : 80) : (function_.is_float() ? 149 : 1074);
+  const int depth = random.one_in(2) ? (function_.is_float() ? 40 : 80) : -function_.format().exponent_min;
   const double small = std::ldexp(random.uniform(-1, 1), -static_cast<int>(random.below(depth)));
   switch (random.below(12)) {
   case 0:

@@ -22,17 +22,17 @@ const std::vector<double> spread = {
 // Those that go into all pairs.
 const std::vector<double> few = {0, 0x1p-60, 0.5, 1, 1.5, 2, 3, 10, 100, 710, 1e5, 0x1p53, 0x1p126};
 
-struct Format {
+struct Encoding {
   std::uint64_t sign, infinity, quiet; // their bits; those below `quiet` are a NaN's payload
 };
-constexpr Format format(bool is_float) {
-  return is_float ? Format{0x80000000, 0x7F800000, 0x00400000}
-                  : Format{0x8000000000000000, 0x7FF0000000000000, 0x0008000000000000};
+constexpr Encoding encoding(bool is_float) {
+  return is_float ? Encoding{0x80000000, 0x7F800000, 0x00400000}
+                  : Encoding{0x8000000000000000, 0x7FF0000000000000, 0x0008000000000000};
 }
 
 /// Numbers of either sign with their neighbours, the ends of the range, infinities and NaNs, as bits.
 std::vector<std::uint64_t> with_ends(bool is_float, const std::vector<double>& numbers, bool neighbours) {
-  const Format f = format(is_float);
+  const Encoding f = encoding(is_float);
   const std::uint64_t smallest_normal = f.quiet << 1, largest = f.infinity - 1;
   std::vector<std::uint64_t> list = {0, 1, smallest_normal, largest, f.infinity, f.infinity | f.quiet, f.infinity | 1};
   if (neighbours)
@@ -61,14 +61,16 @@ double number_of(bool is_float, std::uint64_t bits) {
   return is_float ? std::bit_cast<float>(static_cast<std::uint32_t>(bits)) : std::bit_cast<double>(bits);
 }
 bool is_finite(bool is_float, std::uint64_t bits) {
-  return (bits & format(is_float).infinity) != format(is_float).infinity;
+  return (bits & encoding(is_float).infinity) != encoding(is_float).infinity;
 }
-bool is_nan(bool is_float, std::uint64_t bits) { return (bits & ~format(is_float).sign) > format(is_float).infinity; }
+bool is_nan(bool is_float, std::uint64_t bits) {
+  return (bits & ~encoding(is_float).sign) > encoding(is_float).infinity;
+}
 bool is_signalling(bool is_float, std::uint64_t bits) {
-  return is_nan(is_float, bits) && (bits & format(is_float).quiet) == 0;
+  return is_nan(is_float, bits) && (bits & encoding(is_float).quiet) == 0;
 }
 bool is_tiny(bool is_float, std::uint64_t bits) {
-  const Format f = format(is_float);
+  const Encoding f = encoding(is_float);
   return (bits & ~f.sign) <= (f.quiet << 1) + (f.quiet >> 9);
 }
 

@@ -48,7 +48,7 @@ template <class Real, class Complex> kelStatus call_parts(void* address, const F
 } // namespace
 
 int Function::suffix_bits() const {
-  return suffix == "exact" ? (is_float() ? 24 : 53) : std::stoi(std::string(suffix.substr(1)));
+  return suffix == "exact" ? format().digits : std::stoi(std::string(suffix.substr(1)));
 }
 
 std::span<const Function> all_functions() { return list; }

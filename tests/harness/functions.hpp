@@ -4,18 +4,29 @@
 
 #include "kelvm/types.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace harness {
 
 enum class Type { f32, f64, c32, c64 };
 enum class Shape { Unary, Binary, ScalarPower, TwoOutputs, RealToComplex, ComplexToReal };
 enum class Order { CountFirst, PointersFirst };
+
+/// A binary floating-point format. The exponent of a number x is e where 2^(e-1) <= |x| < 2^e.
+struct Format {
+  int digits;       // of the significand
+  int exponent_min; // 2 to this power is the smallest subnormal number
+  int exponent_max; // all numbers are below 2 to this power
+
+  int exponent_normal() const { return exponent_min + digits; } // of the smallest normal number
+  /// 2 to this power is an ulp of the numbers with that exponent.
+  int unit(int exponent) const { return std::clamp(exponent - digits, exponent_min, exponent_max - digits); }
+};
 
 struct Function {
   std::string_view name, family, suffix; // suffix "exact" where the name has none
@@ -29,7 +40,8 @@ struct Function {
   bool complex_source() const { return (type == Type::c32 || type == Type::c64) && shape != Shape::RealToComplex; }
   bool complex_destination() const { return (type == Type::c32 || type == Type::c64) && shape != Shape::ComplexToReal; }
   std::size_t part_size() const { return is_float() ? 4 : 8; }
-  std::size_t source_size() const { return part_size() * (complex_source() ? 2 : 1); } // bytes an element
+  Format format() const { return is_float() ? Format{24, -149, 128} : Format{53, -1074, 1024}; } // of the parts
+  std::size_t source_size() const { return part_size() * (complex_source() ? 2 : 1); }           // bytes an element
   std::size_t destination_size() const { return part_size() * (complex_destination() ? 2 : 1); }
   /// The number of correct bits that the suffix promises; 24 or 53 for exact functions.
   int suffix_bits() const;

@@ -83,7 +83,7 @@ void Statistics::merge(const Statistics& other) {
 }
 
 Judge::Judge(const harness::Function& function, bool use_estimate)
-    : function_(function), underflow_(underflow_of(function)), format_(Format::of(function)),
+    : function_(function), underflow_(underflow_of(function)), format_(function.format()),
       complex_(function.complex_destination()), fine_bins_(function.suffix_bits() == format_.digits), exact_(function) {
   if (use_estimate) estimate_ = estimate_of(function);
   mpfr_inits2(64, difference_, norm_, error_norm_, infinity_, nullptr);

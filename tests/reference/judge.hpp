@@ -1,5 +1,5 @@
-// Compares a function's results with the exact ones and keeps the statistics: what the accuracy and the exhaustive
-// program share. Own one judge a thread and merge their statistics.
+// Compares a function's results with the exact ones and keeps the statistics. Own one judge a thread and merge their
+// statistics.
 //
 // Errors. An ulp is the spacing of the result type at the exact value; that of a subnormal result is the smallest
 // subnormal number. An infinite result stands for the power of two above the largest finite number, so overflow a
@@ -15,10 +15,8 @@
 #include "exact.hpp"
 #include "status.hpp"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
-#include <limits>
 
 namespace reference {
 
@@ -59,22 +57,6 @@ struct Statistics {
   void merge(const Statistics& other);
 };
 
-/// The format of a function's results.
-struct Format {
-  int digits;       // of the significand
-  int exponent_min; // of the smallest subnormal number
-  int exponent_max; // of the power of two above the largest number
-
-  // Exponents e are those of 2^(e-1) <= |x| < 2^e.
-  int exponent_normal() const { return exponent_min + digits; } // of the smallest normal number
-  int unit(int exponent) const {                                // of an ulp
-    return std::clamp(exponent - digits, exponent_min, exponent_max - digits);
-  }
-  static Format of(const harness::Function& function) {
-    return function.is_float() ? Format{24, -149, 128} : Format{53, -1074, 1024};
-  }
-};
-
 class Judge {
 public:
   Judge(const harness::Function& function, bool use_estimate);
@@ -103,7 +85,7 @@ private:
 
   harness::Function function_;
   Underflow underflow_;
-  Format format_;
+  harness::Format format_;
   bool complex_;
   bool fine_bins_;
   Exact exact_;
