@@ -70,7 +70,7 @@ TEST(Statuses, ArePrescribedByThePage) {
     const Key key{m.family, m.complex_source()};
     ASSERT_TRUE(said.contains(key)) << m.name << " has no row";
     std::set<kelStatus> returned;
-    const unsigned csr = default_csr | (m.family == "Modf" ? 0x6000 : 0); // its own mode: the flags stay
+    const unsigned csr = default_csr | own_rounding(m); // else the flags would not stay
     const auto note = [&](const Callable& s, const std::vector<Element>& elements) {
       const Strip strip = alone(s, elements, csr);
       for (int i = 0; i < strip.count; ++i) {

@@ -78,6 +78,8 @@ const harness::Library& library(const std::string& build) {
   return found->second;
 }
 
+Rounding own_rounding(const harness::Function& function) { return function.family == "Modf" ? toward_zero : nearest; }
+
 unsigned flag_of(kelStatus code) {
   switch (code) {
   case kelStatusDomain:

@@ -21,6 +21,14 @@ inline constexpr unsigned honest_flags = invalid | divide_by_zero | overflow | u
 inline constexpr unsigned all_flags = 0x3F;
 /// MXCSR of a new thread: all exceptions masked, round-to-nearest, subnormals honoured, no flag raised.
 inline constexpr unsigned default_csr = 0x1F80;
+/// What a mode adds to it.
+enum Rounding : unsigned { nearest = 0, down = 0x2000, up = 0x4000, toward_zero = 0x6000 };
+inline constexpr Rounding roundings[] = {nearest, down, up, toward_zero};
+inline constexpr unsigned flush_to_zero = 0x8000, denormals_are_zero = 0x0040;
+inline constexpr unsigned flushings[] = {0, flush_to_zero, denormals_are_zero, flush_to_zero | denormals_are_zero};
+/// The direction in which a function computes that does not follow the caller's. Where the caller has the same, the
+/// control word stays, and the flags with it.
+Rounding own_rounding(const harness::Function& function);
 /// The flag that belongs to a warning code.
 unsigned flag_of(kelStatus code);
 std::string flag_names(unsigned flags);

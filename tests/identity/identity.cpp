@@ -7,7 +7,7 @@
 // there.
 //
 // With --gathers: the wide builds with lookups by gather instructions, whatever this processor prefers.
-#include "elements.hpp"
+#include "driver.hpp"
 #include "limits.hpp"
 
 #include <algorithm>
@@ -38,9 +38,9 @@ struct Inputs {
 
   explicit Inputs(const Function& function) : elements(special_elements(function)) {
     std::mt19937_64 random(20);
-    const int fraction_bits = function.is_float() ? 23 : 52, sign_place = function.is_float() ? 31 : 63;
-    const std::uint64_t bias = function.is_float() ? 127 : 1023,
-                        fraction_mask = (std::uint64_t{1} << fraction_bits) - 1;
+    const int fraction_bits = function.format().digits - 1, bias = function.format().exponent_max - 1;
+    const std::size_t sign_place = 8 * function.part_size() - 1;
+    const std::uint64_t fraction_mask = (std::uint64_t{1} << fraction_bits) - 1;
     const auto any_bits = [&] { return function.is_float() ? random() >> 32 : random(); };
     const auto moderate = [&](int reach) { // from 2^-reach to 2^reach
       std::uint64_t fraction = random() & fraction_mask;
@@ -87,7 +87,6 @@ struct Results {
 };
 
 Results results_of(const Function& function, const Library& library, const Inputs& inputs) {
-  constexpr unsigned default_csr = 0x1F80, invalid = 0x01, honest_flags = 0x1D; // all but inexact
   const std::size_t from = function.source_size(), to = function.destination_size();
   const int count = static_cast<int>(inputs.elements.size());
   const Bytes source[2] = {packed(function, 0, inputs.elements), packed(function, 1, inputs.elements)};

@@ -1,6 +1,6 @@
 // The frame by itself: flags on demand, the mode guard under optimisation, loading the library.
-#include "mode_probe.hpp"
-#include "special.hpp"
+#include "driver.hpp"
+#include "guarded_kernel.hpp"
 
 #include "frame/status.hpp"
 
@@ -32,11 +32,11 @@ TEST(Frame, RaisesTheFlagOfACodeAndNoOther) {
 TEST(Frame, TheGuardHoldsAtEveryOptimisationLevel) {
   double x[9], y[9];
   for (int i = 0; i < 9; ++i) x[i] = i + 1;
-  for (auto* probe : {probe_O1, probe_O2, probe_O3})
-    for (unsigned mode : {0x2000u, 0x4000u, 0x6000u}) {
+  for (auto* guarded : {guarded_O1, guarded_O2, guarded_O3})
+    for (unsigned mode : {driver::down, driver::up, driver::toward_zero}) {
       const unsigned csr = driver::default_csr | mode, found = _mm_getcsr();
       _mm_setcsr(csr);
-      const kelStatus status = probe(x, y, 9);
+      const kelStatus status = guarded(x, y, 9);
       const unsigned left = _mm_getcsr();
       _mm_setcsr(found);
       EXPECT_EQ(status, kelStatusOk);
@@ -46,7 +46,8 @@ TEST(Frame, TheGuardHoldsAtEveryOptimisationLevel) {
 }
 
 // Before main, when nothing has loaded the library yet.
-constexpr unsigned unusual_csr = driver::default_csr | 0xE040;
+constexpr unsigned unusual_csr =
+    driver::default_csr | driver::toward_zero | driver::flush_to_zero | driver::denormals_are_zero;
 const unsigned csr_after_loading = [] {
   const unsigned found = _mm_getcsr();
   _mm_setcsr(unusual_csr);

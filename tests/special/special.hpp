@@ -5,7 +5,6 @@
 
 #include "driver.hpp"
 
-#include <initializer_list>
 #include <limits>
 
 namespace special {

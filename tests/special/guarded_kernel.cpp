@@ -1,4 +1,4 @@
-#include "mode_probe.hpp"
+#include "guarded_kernel.hpp"
 
 #include "frame/frame.hpp"
 
@@ -14,6 +14,6 @@ struct Third : KernelDefaults {
 } // namespace
 } // namespace kelvm::inline KELVM_BUILD
 
-kelStatus KELVM_PROBE(const double* x, double* y, int len) {
+kelStatus KELVM_GUARDED(const double* x, double* y, int len) {
   return kelvm::call<kelvm::Shape{1, 1, 1, 1}>(kelvm::Order::CountFirst, kelvm::Third{}, {x, nullptr, y, nullptr}, len);
 }

@@ -1,8 +1,0 @@
-// The same guarded kernel, x / 3 + 2^-60, compiled at several optimisation levels.
-#pragma once
-
-#include "kelvm/types.h"
-
-kelStatus probe_O1(const double* x, double* y, int len);
-kelStatus probe_O2(const double* x, double* y, int len);
-kelStatus probe_O3(const double* x, double* y, int len);
