@@ -54,7 +54,7 @@ TEST_P(Contract, EveryLengthAtEveryOffsetGivesWhatTheElementsGiveAlone) {
 }
 
 TEST_P(Contract, ADestinationMayBeASource) {
-  if (to_size > from_size) return; // results are larger than sources
+  if (to_size > from_size) GTEST_SKIP() << "results are larger than sources";
   const Strip& strip = sample.mixed;
   for (int len : {1, 2, 3, 5, 8, 17, 67, 220})
     for (int way = 0; way < std::max(function.sources(), function.destinations()); ++way) {

@@ -1,4 +1,5 @@
-/* Every function is declared to C, with the type of its row in the list; what C++ finds, tests/cpp sees. */
+/* Every function is declared to C, with the type of its row in the list: that this compiles and links is the test, and
+   there is nothing to run. What C++ finds, tests/cpp sees. */
 #include "kelvm/kelvm.h"
 
 #define TYPES(type, T)                                                                                                 \
@@ -15,13 +16,8 @@ TYPES(64f, double)
 COMPLEX_TYPES(32fc, Complex32f, float)
 COMPLEX_TYPES(64fc, Complex64f, double)
 
-int main(void) {
 #define KELVM_MEMBER(name, family, type, suffix, shape, order) shape##_##type* const pointer_to_##name = name;
 #include "members.def"
-#undef KELVM_MEMBER
-  const VersionRecord* (*const version)(void) = kelvmGetLibVersion;
-#define KELVM_MEMBER(name, family, type, suffix, shape, order) &&pointer_to_##name != 0
-  return !(version != 0
-#include "members.def"
-  );
-}
+const VersionRecord* (*const pointer_to_version)(void) = kelvmGetLibVersion;
+
+int main(void) { return 0; }
