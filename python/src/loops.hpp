@@ -18,7 +18,7 @@ namespace kelvm_python {
 inline constexpr npy_intp longest_call = npy_intp(1) << 30;
 
 /// Bytes of a block, for each operand.
-inline constexpr npy_intp block_bytes = 2048;
+inline constexpr npy_intp block_bytes = 4096;
 
 /// How a source lies to a destination, in the order of the elements.
 enum class Overlap {
@@ -99,14 +99,19 @@ template <class S, int sources, class D, int destinations> struct Operands {
   }
 
   Operand at(int k) const { return {args[k], steps[k], npy_intp(k < sources ? sizeof(S) : sizeof(D))}; }
-  bool all_direct() const {
-    return std::all_of(direct, direct + all, [](bool d) { return d; });
-  }
   const S* source(int s, npy_intp done) const { return reinterpret_cast<const S*>(args[s] + done * steps[s]); }
   D* destination(int d, npy_intp done) const {
     return reinterpret_cast<D*>(args[sources + d] + done * steps[sources + d]);
   }
 
+  template <class Call> void run(npy_intp n, const Call& call) const {
+    if (std::all_of(direct, direct + all, [](bool d) { return d; }))
+      as_they_are(n, call);
+    else
+      through_blocks(n, call);
+  }
+
+private:
   template <class Call> void as_they_are(npy_intp n, const Call& call) const {
     const S* src[sources];
     D* dst[destinations];
@@ -140,15 +145,46 @@ template <class S, int sources, class D, int destinations> struct Operands {
   }
 };
 
+/// Whether one call does it: arrays without gaps, each destination apart from each source or the same. Short, because
+/// the caches of a Python program's short calls are full: what takes longer to see is left to Operands.
+template <class S, int sources, class D, int destinations, bool keeps_sources>
+bool is_one_call(char* const* args, npy_intp n, const npy_intp* steps) {
+  if (n <= 0 || n > longest_call) return false;
+  for (int k = 0; k < sources + destinations; ++k)
+    if (steps[k] != npy_intp(k < sources ? sizeof(S) : sizeof(D)) && n != 1) return false;
+  const npy_intp bytes = n * std::max(sizeof(S), sizeof(D));
+  for (int s = 0; s < sources; ++s) {
+    for (int d = sources; d < sources + destinations; ++d) {
+      const npy_intp distance = args[d] - args[s];
+      const bool same = sizeof(S) == sizeof(D) && !keeps_sources && distance == 0;
+      if (!same && std::abs(distance) < bytes) return false;
+    }
+  }
+  return true;
+}
+
+template <class S, int sources, class D, int destinations, class Call>
+void one_call(char* const* args, npy_intp n, const Call& call) {
+  const S* src[sources];
+  D* dst[destinations];
+  for (int s = 0; s < sources; ++s) src[s] = reinterpret_cast<const S*>(args[s]);
+  for (int d = 0; d < destinations; ++d) dst[d] = reinterpret_cast<D*>(args[sources + d]);
+  call(src, dst, int(n));
+}
+
+/// For other arrays. Apart, for the code of the one call should take few lines of the cache.
+template <class S, int sources, class D, int destinations, bool keeps_sources, class Call>
+[[gnu::noinline]] void in_pieces(char* const* args, npy_intp n, const npy_intp* steps, const Call& call) {
+  if (n > 0) Operands<S, sources, D, destinations>(args, n, steps, keeps_sources).run(n, call);
+}
+
 /// Calls call(sources, destinations, count), with arrays of pointers, until n elements are done.
 template <class S, int sources, class D, int destinations, bool keeps_sources = false, class Call>
-void for_each_piece(char* const* args, npy_intp n, const npy_intp* steps, const Call& call) {
-  if (n <= 0) return;
-  const Operands<S, sources, D, destinations> operands(args, n, steps, keeps_sources);
-  if (operands.all_direct()) [[likely]]
-    operands.as_they_are(n, call);
+inline void for_each_piece(char* const* args, npy_intp n, const npy_intp* steps, const Call& call) {
+  if (is_one_call<S, sources, D, destinations, keeps_sources>(args, n, steps)) [[likely]]
+    one_call<S, sources, D, destinations>(args, n, call);
   else
-    operands.through_blocks(n, call);
+    in_pieces<S, sources, D, destinations, keeps_sources>(args, n, steps, call);
 }
 
 /// Raises overflow and underflow for arguments of a real exponential whose result is an infinity or a zero. The library
