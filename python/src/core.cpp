@@ -1,5 +1,6 @@
 // kelvm._core: the functions of the library as NumPy ufuncs. Which ufuncs there are, and from which functions, is up to
 // the package's functions.py; here is what all of them have in common.
+#include "instructions.hpp"
 #include "loops.hpp"
 
 #define NPY_NO_DEPRECATED_API NPY_1_7_API_VERSION
@@ -58,6 +59,55 @@ template <class T> void binary_loop(char** args, const npy_intp* n, const npy_in
   for_each_piece<T, 2, T, 1>(args, *n, steps, [f](auto src, auto dst, int count) { f(src[0], src[1], dst[0], count); });
 }
 
+template <class Op, class T> void instruction_loop(char** args, const npy_intp* n, const npy_intp* steps, void* data) {
+  const auto call = [address = function_of(data).address](auto src, auto dst, int count) {
+    if constexpr (Op::sources == 1)
+      reinterpret_cast<Unary<T, T>>(address)(src[0], dst[0], count);
+    else
+      reinterpret_cast<Binary<T>>(address)(src[0], src[1], dst[0], count);
+  };
+  if (is_one_call<T, Op::sources, T, 1, false>(args, *n, steps)) [[likely]]
+    one_call<T, Op::sources, T, 1>(args, *n, call);
+  else
+    instructions<Op, T>(args, *n, steps, call);
+}
+
+struct LoopOfFamily {
+  std::string_view family;
+  PyUFuncGenericFunction loop;
+};
+
+template <class T> std::vector<LoopOfFamily> instruction_loops() {
+  if constexpr (!std::is_floating_point_v<T>)
+    return {{"kelsAdd_", instruction_loop<Sum, T>},
+            {"kelsSub_", instruction_loop<Difference, T>},
+            {"kelsConj_", instruction_loop<Conjugate, T>}};
+  else
+    return {{"kelsAdd_", instruction_loop<Sum, T>},
+            {"kelsSub_", instruction_loop<Difference, T>},
+            {"kelsMul_", instruction_loop<Product, T>},
+            {"kelsDiv_", instruction_loop<Quotient, T>},
+            {"kelsSqr_", instruction_loop<Square, T>},
+            {"kelsInv_", instruction_loop<Reciprocal, T>},
+            {"kelsAbs_", instruction_loop<Absolute, T>},
+            {"kelsSqrt_", instruction_loop<Root, T>},
+            {"kelsCeil_", instruction_loop<Rounding<_MM_FROUND_TO_POS_INF>, T>},
+            {"kelsFloor_", instruction_loop<Rounding<_MM_FROUND_TO_NEG_INF>, T>},
+            {"kelsTrunc_", instruction_loop<Rounding<_MM_FROUND_TO_ZERO>, T>},
+            {"kelsRint_", instruction_loop<Rounding<_MM_FROUND_CUR_DIRECTION>, T>},
+            {"kelsNearbyInt_", instruction_loop<Rounding<_MM_FROUND_NEARBYINT>, T>},
+            {"copy_", instruction_loop<Copy, T>}};
+}
+
+/// The loop of a function that is one instruction, else the other one. Reduced accuracies are more than one.
+template <class T> PyUFuncGenericFunction instruction_or(std::string_view name, PyUFuncGenericFunction otherwise) {
+  for (const char* reduced : {"_A11", "_A21", "_A26", "_A50"})
+    if (name.ends_with(reduced)) return otherwise;
+  for (const LoopOfFamily& l : instruction_loops<T>())
+    if (name.starts_with(l.family)) return l.loop;
+  return otherwise;
+}
+
 template <class T> void power_loop(char** args, const npy_intp* n, const npy_intp* steps, void* data) {
   constexpr npy_intp size = sizeof(T);
   if (steps[1] != 0 || overlap({args[1], 0, size}, {args[2], steps[2], size}, *n) != Overlap::none)
@@ -85,13 +135,14 @@ template <class T> void modf_loop(char** args, const npy_intp* n, const npy_intp
 
 template <class S, class D> Function describe(std::string_view name, Unary<S, D> f) {
   PyUFuncGenericFunction loop = unary_loop<S, D>;
+  if constexpr (std::is_same_v<S, D>) loop = instruction_or<S>(name, loop);
   if constexpr (std::is_same_v<S, D> && std::is_floating_point_v<S>)
     if (name.starts_with("kelsExp_")) loop = exp_loop<S>;
   return {name, loop, 1, 1, {type_number<S>, type_number<D>}, reinterpret_cast<Address>(f)};
 }
 template <class T> Function describe(std::string_view name, Binary<T> f) {
   constexpr char type = type_number<T>;
-  const auto loop = name.starts_with("kelsPow_") ? power_loop<T> : binary_loop<T>;
+  const auto loop = name.starts_with("kelsPow_") ? power_loop<T> : instruction_or<T>(name, binary_loop<T>);
   return {name, loop, 2, 1, {type, type, type}, reinterpret_cast<Address>(f)};
 }
 /// Serves the function of two arrays; has no loop of its own.

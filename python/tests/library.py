@@ -40,7 +40,8 @@ def loops(level):
 
 
 def arguments(dtype, n=700, seed=0):
-    """Numbers of all magnitudes, most of them ordinary, and the special ones."""
+    """Numbers of all magnitudes, most of them ordinary, and the special ones. The first two are NaNs that tell the
+    seed."""
     random = np.random.default_rng(seed)
     real = dtype if dtype.kind == "f" else np.empty(0, dtype).real.dtype
     info = np.finfo(real)
@@ -49,8 +50,11 @@ def arguments(dtype, n=700, seed=0):
 
     def numbers():
         x = random.standard_normal(n) * np.exp2(random.integers(-8, 8, n))
-        x[random.permutation(n)[:len(special)]] = special
-        return x.astype(real)
+        x[2 + random.permutation(n - 2)[:len(special)]] = special
+        x = x.astype(real)
+        x[:2] = np.nan, -np.nan
+        x[:2].view(f"u{real.itemsize}")[...] += seed
+        return x
 
     x = np.zeros(n, dtype)
     for part in (x.real, x.imag)[:1 if dtype.kind == "f" else 2]:

@@ -73,10 +73,10 @@ def test_bits_do_not_depend_on_the_layout(level):
             results = ufunc(*changed)
             check(tuple(r.ravel() for r in results) if ufunc.nout > 1 else results.ravel(), layout)
 
-        out = tuple(strided(e, 2) for e in expected)
-        for o in out:
-            o[...] = 7
-        check(ufunc(*sources, out=out), "strided out")
+        for step in (2, 17):
+            for given in sources, [strided(s, step) for s in sources]:
+                out = tuple(strided(np.full_like(e, 7), step) for e in expected)
+                check(ufunc(*given, out=out), f"out with step {step}")
         even = np.arange(n) % 2 == 0
         out = tuple(np.full_like(e, 7) for e in expected)
         ufunc(*sources, out=out, where=even)
@@ -90,12 +90,26 @@ def test_bits_do_not_depend_on_the_layout(level):
             x[...] = sources[0]
             check(ufunc(x, *sources[1:], out=(y,) + (None,) * (ufunc.nout - 1)), f"shifted by {shift}")
         if ufunc.nin == 2:
-            for value in (arguments(dtype, 19, seed=5) if name.startswith("kelsPow") else sources[1][:3]):
+            for value in (arguments(dtype, 21, seed=5) if name.startswith("kelsPow") else sources[1][:3]):
                 wanted = direct(name, ufunc, sources[0], np.full(n, value))[1]
                 check(ufunc(sources[0], value), f"with the scalar {value}", wanted)
                 check(ufunc(strided(sources[0], 2), np.broadcast_to(value, n)), f"spread {value}", wanted)
                 wanted = direct(name, ufunc, np.full(n, value), sources[1])[1]
                 check(ufunc(value, sources[1]), f"of the scalar {value}", wanted)
+
+
+def test_gaps_do_not_matter_in_other_rounding_modes():
+    libm = ctypes.CDLL("libm.so.6")
+    upward = 0x800
+    for _, ufunc, name, dtype in loops("full"):
+        sources = [arguments(dtype, seed=seed) for seed in range(ufunc.nin)]
+        assert libm.fesetround(upward) == 0
+        try:
+            expected = direct(name, ufunc, *sources)[1]
+            results = ufunc(*(strided(s, 2) for s in sources))
+        finally:
+            libm.fesetround(0)
+        assert all(map(same_bits, results if ufunc.nout > 1 else (results,), expected)), name
 
 
 def test_complex_to_real_over_its_own_source():

@@ -17,7 +17,9 @@ def warnings_of(ufunc, *args, **keywords):
 
 
 def earned_without_status(ufunc, sources, results):
-    """The flags of IEEE operations on reals that have no status: of plain arithmetic, and of subnormal results."""
+    """The flags of IEEE operations that have no status: of plain arithmetic, and of subnormal results of reals."""
+    if ufunc in (kelvm.add, kelvm.subtract):
+        return warnings_of(getattr(np, ufunc.__name__), *sources)
     if np.isinf(sources).any():
         return {"invalid value"} if ufunc is kelvm.round_half_away else set()
     if np.iscomplexobj(results) or np.isnan(sources).any():
@@ -74,6 +76,16 @@ def test_exponentials_in_place_warn_for_what_they_were_given():
             assert warnings_of(kelvm.exp, array, out=array) == {earned}
 
 
+@pytest.mark.parametrize("dtype", [np.float32, np.float64])
+def test_exact_quotients_below_the_normal_range_warn(dtype):
+    least, exact = np.finfo(dtype).smallest_subnormal, np.finfo(dtype).tiny / 2
+    for n, step in (1, 1), (50, 1), (50, 2), (50, 17):
+        for ufunc, *values in (kelvm.reciprocal, 1 / exact), (kelvm.divide, exact, 1), (kelvm.divide, 3 * least, 1):
+            sources = [np.full(n * step, v, dtype)[::step] for v in values]
+            assert warnings_of(ufunc, *sources) == {"underflow"}
+            assert warnings_of(ufunc, *sources, out=sources[0]) == {"underflow"}
+
+
 def test_ordinary_arguments_raise_nothing():
     x = np.linspace(0.1, 0.9, 1003)
     with np.errstate(all="raise"), warnings.catch_warnings():
@@ -81,5 +93,6 @@ def test_ordinary_arguments_raise_nothing():
         for level in LEVELS:
             for _, ufunc, name, dtype in loops(level):
                 ordinary = (x + 1 if ufunc.__name__ == "arccosh" else x).astype(dtype)
-                ufunc(*[ordinary] * ufunc.nin)
-                ufunc(*[ordinary[:3] * np.nan] * ufunc.nin)
+                for step in 1, 2, 17:
+                    ufunc(*[ordinary[::step]] * ufunc.nin)
+                    ufunc(*[ordinary[:3 * step:step] * np.nan] * ufunc.nin)

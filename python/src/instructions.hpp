@@ -1,0 +1,254 @@
+// Functions that are one instruction of the processor for all but exceptional elements, over arrays with gaps. Such an
+// instruction takes less time than the way through a block and back: elements are collected in registers, and results
+// go from registers to their places.
+#pragma once
+
+#include "loops.hpp"
+
+#include <smmintrin.h>
+#include <type_traits>
+#include <utility>
+
+namespace kelvm_python {
+
+/// The fields of MXCSR that say what operations give: flush-to-zero, rounding, denormals-are-zero.
+inline constexpr unsigned mode_mask = 0xE040;
+
+inline constexpr npy_intp cache_line = 64;
+
+typedef float Floats __attribute__((vector_size(16)));
+typedef double Doubles __attribute__((vector_size(16)));
+typedef int Words __attribute__((vector_size(16)));
+typedef unsigned Bits __attribute__((vector_size(16)));
+
+/// A register of the real numbers that elements consist of.
+template <class E> struct RegisterOf;
+template <> struct RegisterOf<float> { using Type = Floats; };
+template <> struct RegisterOf<double> { using Type = Doubles; };
+template <> struct RegisterOf<Complex32f> { using Type = Floats; };
+template <> struct RegisterOf<Complex64f> { using Type = Doubles; };
+template <class E> using Register = typename RegisterOf<E>::Type;
+template <class V> inline constexpr bool of_floats = std::is_same_v<V, Floats>;
+
+/// `of` has the results of the library's function, and raises its flags, but for lanes that `exceptional` names.
+template <int operands> struct Instruction {
+  static constexpr int sources = operands;
+  static constexpr bool divides = false, has_exceptional = false;
+};
+
+/// In assembly, because the first operand's NaN comes out of two, and a compiler is free to exchange them.
+struct Sum : Instruction<2> {
+  template <class V> static V of(V x, V y) {
+    if constexpr (of_floats<V>)
+      asm("addps %1, %0" : "+x"(x) : "x"(y));
+    else
+      asm("addpd %1, %0" : "+x"(x) : "x"(y));
+    return x;
+  }
+};
+struct Product : Instruction<2> {
+  template <class V> static V of(V x, V y) {
+    if constexpr (of_floats<V>)
+      asm("mulps %1, %0" : "+x"(x) : "x"(y));
+    else
+      asm("mulpd %1, %0" : "+x"(x) : "x"(y));
+    return x;
+  }
+};
+struct Difference : Instruction<2> {
+  template <class V> static V of(V x, V y) { return x - y; }
+};
+struct Square : Instruction<1> {
+  template <class V> static V of(V x) { return x * x; }
+};
+/// The function raises underflow for exact quotients below the normal range too: what is not normal is left to it.
+struct Quotient : Instruction<2> {
+  static constexpr bool divides = true, has_exceptional = true;
+  template <class V> static V of(V x, V y) { return x / y; }
+  /// In the sign of a lane. The words that have the exponents, doubled, are in an interval that is moved to begin at
+  /// the least int.
+  template <class V> static Words exceptional(V z, V x, V) {
+    constexpr unsigned least = of_floats<V> ? 0x00800001 : 0x00100001, largest = of_floats<V> ? 0x7F7FFFFF : 0x7FEFFFFF;
+    const Bits doubled = Bits(z) + Bits(z) + (0x80000000 - 2 * least);
+    return (Words(doubled) > int(0x80000000 + 2 * (largest - least) + 1)) & Words(x != 0);
+  }
+};
+/// The only exact one below the normal range is half the least normal number.
+struct Reciprocal : Instruction<1> {
+  static constexpr bool divides = true, has_exceptional = true;
+  template <class V> static V of(V x) { return 1 / x; }
+  template <class V> static Words exceptional(V z, V) {
+    return Words(Bits(z) + Bits(z) == (of_floats<V> ? 0x00800000 : 0x00100000));
+  }
+};
+struct Root : Instruction<1> {
+  static constexpr bool divides = true;
+  static Floats of(Floats x) { return _mm_sqrt_ps(x); }
+  static Doubles of(Doubles x) { return _mm_sqrt_pd(x); }
+};
+/// A product, as in the library: a NaN keeps its sign.
+struct Absolute : Instruction<1> {
+  template <class V> static V of(V x) { return x * V((Words(x) & Words(-V{})) | Words(V{} + 1)); }
+};
+template <int How> struct Rounding : Instruction<1> {
+  static Floats of(Floats x) { return _mm_round_ps(x, How); }
+  static Doubles of(Doubles x) { return _mm_round_pd(x, How); }
+};
+struct Copy : Instruction<1> {
+  template <class V> static V of(V x) { return x; }
+};
+/// Of complex numbers.
+struct Conjugate : Instruction<1> {
+  static Floats of(Floats z) { return Floats(Words(z) ^ Words(Floats{0, -0.0F, 0, -0.0F})); }
+  static Doubles of(Doubles z) { return Doubles(Words(z) ^ Words(Doubles{0, -0.0})); }
+};
+
+/// f(0), f(1)... without a loop.
+template <int count, class F> [[gnu::always_inline]] inline void unrolled(const F& f) {
+  [&]<int... i>(std::integer_sequence<int, i...>) { (f(i), ...); }
+  (std::make_integer_sequence<int, count>{});
+}
+
+/// What is loaded next is loaded later: a compiler would begin with the last, and memory is best read in the order of
+/// its addresses.
+template <class V> [[gnu::always_inline]] inline V in_order(V loaded) {
+  asm volatile("" : "+x"(loaded));
+  return loaded;
+}
+
+/// As many elements as a register holds.
+template <class E, bool gaps> [[gnu::always_inline]] inline Register<E> collect(const char* from, npy_intp step) {
+  if constexpr (!gaps || sizeof(E) == 16)
+    return load<Register<E>>(from);
+  else if constexpr (sizeof(E) == 4)
+    return in_order(Floats{load<float>(from), load<float>(from + step), load<float>(from + 2 * step),
+                           load<float>(from + 3 * step)});
+  else
+    return Register<E>(in_order(_mm_loadh_pd(_mm_load_sd(reinterpret_cast<const double*>(from)),
+                                             reinterpret_cast<const double*>(from + step))));
+}
+
+/// One element in the first lane. Division has it in the others too, where zeros would raise flags.
+template <class E, bool everywhere> [[gnu::always_inline]] inline Register<E> collect_one(const char* from) {
+  if constexpr (everywhere || sizeof(E) == 16)
+    return collect<E, true>(from, 0);
+  else if constexpr (sizeof(E) == 4)
+    return _mm_load_ss(reinterpret_cast<const float*>(from));
+  else
+    return Register<E>(_mm_load_sd(reinterpret_cast<const double*>(from)));
+}
+
+template <class E, bool gaps> [[gnu::always_inline]] inline void spread(Register<E> z, char* to, npy_intp step) {
+  if constexpr (!gaps || sizeof(E) == 16) {
+    std::memcpy(to, &z, sizeof z);
+  } else {
+    unrolled<sizeof z / sizeof(E)>([&](int i) {
+      const auto element = std::conditional_t<sizeof(E) == 4, Floats, Doubles>(z)[i];
+      std::memcpy(to + i * step, &element, sizeof element);
+    });
+  }
+}
+
+/// Elements in registers: a few registers of every source, or the next element.
+template <class Op, class E> struct Elements {
+  static constexpr int sources = Op::sources;
+  static constexpr int lanes = sizeof(Register<E>) / sizeof(E), registers = lanes < 4 && sources == 1 ? 4 : 2;
+
+  Register<E> of[registers][sources];
+
+  Register<E> result(int r) const {
+    if constexpr (sources == 1)
+      return Op::of(of[r][0]);
+    else
+      return Op::of(of[r][0], of[r][1]);
+  }
+  Words exceptional(int r, Register<E> z) const {
+    if constexpr (sources == 1)
+      return Op::exceptional(z, of[r][0]);
+    else
+      return Op::exceptional(z, of[r][0], of[r][1]);
+  }
+  /// What the function makes of register r.
+  template <class Call> [[gnu::noinline]] Register<E> by_function(int r, int count, const Call& call) const {
+    E in[sources][lanes], out[lanes];
+    std::memcpy(in, of[r], sizeof in);
+    const E* src[sources];
+    for (int s = 0; s < sources; ++s) src[s] = in[s];
+    E* dst[] = {out};
+    call(src, dst, count);
+    Register<E> z{};
+    std::memcpy(&z, out, count * sizeof(E));
+    return z;
+  }
+};
+
+inline bool any(Words found, Floats) { return _mm_movemask_ps(Floats(found)) != 0; }
+inline bool any(Words found, Doubles) { return _mm_movemask_pd(Doubles(found)) != 0; }
+
+template <class Op, class E, bool gather, bool scatter, class Call>
+void through_registers(char* const* args, npy_intp n, const npy_intp* steps, bool one_by_one, const Call& call) {
+  using V = Register<E>;
+  using These = Elements<Op, E>;
+  constexpr int sources = Op::sources;
+  constexpr int lanes = These::lanes, registers = These::registers, together = lanes * registers;
+  const char *x = args[0], *y = args[sources - 1];
+  char* z = args[sources];
+  const npy_intp x_step = steps[0], y_step = steps[sources - 1], z_step = steps[sources];
+  // A sum of scalars takes less than the collection of its operands.
+  if (sources == 2 && gather && scatter && !Op::divides) one_by_one = true;
+  for (; !one_by_one && n >= together; n -= together) {
+    These these;
+    V found[registers];
+    unrolled<registers>([&](int r) {
+      these.of[r][0] = collect<E, gather>(x + r * lanes * x_step, x_step);
+      if (sources == 2) these.of[r][sources - 1] = collect<E, gather>(y + r * lanes * y_step, y_step);
+      found[r] = these.result(r);
+    });
+    if constexpr (Op::has_exceptional) {
+      Words exceptional{};
+      unrolled<registers>([&](int r) { exceptional |= these.exceptional(r, found[r]); });
+      if (any(exceptional, V())) [[unlikely]]
+        unrolled<registers>([&](int r) { found[r] = these.by_function(r, lanes, call); });
+    }
+    unrolled<registers>([&](int r) { spread<E, scatter>(found[r], z + r * lanes * z_step, z_step); });
+    x += together * x_step, y += together * y_step, z += together * z_step;
+  }
+  for (; n > 0; --n) {
+    These these;
+    these.of[0][0] = collect_one<E, Op::divides>(x);
+    if (sources == 2) these.of[0][sources - 1] = collect_one<E, Op::divides>(y);
+    V found = these.result(0);
+    if constexpr (Op::has_exceptional)
+      if (any(these.exceptional(0, found), V())) [[unlikely]]
+        found = these.by_function(0, 1, call);
+    std::memcpy(z, &found, sizeof(E));
+    x += x_step, y += y_step, z += z_step;
+  }
+}
+
+/// Calls call(sources, destinations, count) as for_each_piece does, or computes the results itself.
+template <class Op, class E, class Call>
+[[gnu::noinline]] void instructions(char* const* args, npy_intp n, const npy_intp* steps, const Call& call) {
+  constexpr int sources = Op::sources;
+  if (n <= 0) return;
+  const Operands<E, sources, E, 1> operands(args, n, steps, false);
+  // The library has the wider registers. They win where no source has gaps but is one value for all elements, and where
+  // the divider takes the time, unless each element is in another line of the cache.
+  bool without_gaps = operands.direct[sources] && operands.worst <= Overlap::same;
+  bool divider_takes_longest = Op::divides && !of_floats<Register<E>>;
+  for (int k = 0; k <= sources; ++k) {
+    without_gaps &= operands.direct[k] || steps[k] == 0;
+    divider_takes_longest &= std::abs(steps[k]) < cache_line;
+  }
+  const bool usual_mode = (_mm_getcsr() & mode_mask) == 0;
+  if (without_gaps || divider_takes_longest || !usual_mode) return operands.run(n, call);
+  const bool one_by_one = operands.worst == Overlap::dependent;
+  if (std::all_of(steps, steps + sources, [](npy_intp step) { return step == sizeof(E); }))
+    through_registers<Op, E, false, true>(args, n, steps, one_by_one, call);
+  else if (steps[sources] == sizeof(E))
+    through_registers<Op, E, true, false>(args, n, steps, one_by_one, call);
+  else
+    through_registers<Op, E, true, true>(args, n, steps, one_by_one, call);
+}
+
+} // namespace kelvm_python
