@@ -64,7 +64,15 @@ template <class T> void gather(const char* from, npy_intp step, npy_intp n, T* t
   for (; n > 0; --n, from += step) *to++ = load<T>(from);
 }
 
-/// The other way round.
+/// One element at least n times, 64 bytes at once.
+template <class T> void fill(const char* from, npy_intp n, T* to) {
+  constexpr npy_intp together = 64 / sizeof(T);
+  T line[together];
+  std::fill_n(line, together, load<T>(from));
+  for (npy_intp done = 0; done < n; done += together) std::memcpy(to + done, line, sizeof line);
+}
+
+/// The results to elements with a step.
 template <class T> void scatter(const T* from, npy_intp n, char* to, npy_intp step) {
   const npy_intp three = 3 * step, four = 4 * step;
   for (; n >= 4; n -= 4, from += 4, to += four) {
@@ -133,9 +141,11 @@ private:
       const npy_intp count = std::min(longest, n - done);
       for (int s = 0; s < sources; ++s) {
         src[s] = direct[s] ? source(s, done) : in[s];
-        // One value for all elements needs to be spread once.
-        const bool stays = steps[s] == 0 && done > 0 && worst <= Overlap::same;
-        if (!direct[s] && !stays) gather(args[s] + done * steps[s], steps[s], count, in[s]);
+        const bool one_value = steps[s] == 0 && worst <= Overlap::same;
+        if (one_value && done == 0)
+          fill(args[s], count, in[s]);
+        else if (!one_value && !direct[s])
+          gather(args[s] + done * steps[s], steps[s], count, in[s]);
       }
       for (int d = 0; d < destinations; ++d) dst[d] = direct[sources + d] ? destination(d, done) : out[d];
       call(src, dst, int(count));
