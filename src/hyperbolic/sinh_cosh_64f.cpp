@@ -6,8 +6,8 @@
 // For k = 0 the sum is the series of sinh r alone, as accurate as r. A53 keeps heads and rests throughout, 2^-58 before
 // the one rounding; cosh A26 has plain numbers and a shorter series. Signs are put back at the end.
 //
-// A50 has no table: steps of ln 2, for whose multiples a plain number is enough, and longer series. Next to k = 1,
-// where sinh a and cosh a sinh r have different signs, the errors of the latter count four times: within two ulps.
+// A50 has no table: steps of ln 2, for whose multiples a plain number is enough, and longer series. For k = 1 and a
+// negative r, where sinh a and cosh a sinh r nearly cancel, errors of the latter count four times: within three ulps.
 //
 // sinh A26, where sinh a would need rests next to 0, comes from the exponential less 1: 2^-35.5.
 //

@@ -55,7 +55,8 @@ inline bool any_outside(Lane<V> low, Lane<V> high, V first, More... more) {
 /// Whether 1 + x of some lane is outside [low, high] or, as for a tiny x, rounds to 1.
 template <class V> inline bool any_sum_with_1_outside(Lane<V> low, Lane<V> high, V x) {
   const V sum = Lane<V>(1) + x;
-  return any_outside<false>(low, high, sum) | any(sum == splat<V>(1));
+  const unsigned outside = any_outside<false>(low, high, sum), one = any(sum == splat<V>(1)); // one branch for both
+  return (outside | one) != 0;
 }
 
 } // namespace kelvm::inline KELVM_BUILD
