@@ -100,9 +100,12 @@ template <Accuracy A, class V> inline V exp_normal(V hi, V lo, V near) {
   if constexpr (A == Accuracy::full) {
     const DoubleWord<V> y = exp_unscaled(x, lo);
     return x.scaled(y.hi + y.lo);
-  } else {
+  } else if constexpr (has_fused) {
     const V t = x.power();
     return mul_add(t, exp_of_rest<A>(x, lo), t);
+  } else { // a product with the power may be subnormal where the sum is not
+    const V t = lookup<exp_core_tables::exp2>(x.row());
+    return x.scaled(mul_add(t, exp_of_rest<A>(x, lo), t));
   }
 }
 /// e^x where that is a normal number, for the lower accuracies; |x| < 2^7 for bits40.

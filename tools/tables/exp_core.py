@@ -56,8 +56,10 @@ def main():
         high = down_to(t, 25)
         pairs.append((high, t - dec(high)))
     table("exp2_short_and_rest", "2^(j/32): its upper 26 bits and the rest", pairs)
-    array("exp2_less_row", "2^(j/32), less j in the bits above 2^47",
-          [less_row((LN2 * j / 32).exp() if j else D(1), j) for j in range(32)], aligned=True)
+    powers = [(LN2 * j / 32).exp() if j else D(1) for j in range(32)]
+    array("exp2", "2^(j/32)", powers, aligned=True)
+    array("exp2_less_row", "2^(j/32), less j in the bits above 2^47", [less_row(d, j) for j, d in enumerate(powers)],
+          aligned=True)
 
     def series(name, of, weight, count):
         high = LN2 / 64 * D("1.001")
