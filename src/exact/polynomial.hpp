@@ -13,7 +13,16 @@ template <class V, int N> inline V horner(V x, const Lane<V> (&c)[N]) {
   for (int i = N - 2; i >= 0; --i) sum = mul_add(sum, x, splat<V>(c[i]));
   return sum;
 }
-/// The same, each product and each sum rounded, in every build.
+/// The same two coefficients at a time: one operation more, half the chain. N is even.
+template <class V, int N> inline V by_pairs(V x, const Lane<V> (&c)[N]) {
+  static_assert(N % 2 == 0);
+  const V x2 = x * x;
+  V sum = mul_add(splat<V>(c[N - 1]), x, splat<V>(c[N - 2]));
+#pragma GCC unroll 16
+  for (int i = N - 4; i >= 0; i -= 2) sum = mul_add(sum, x2, mul_add(splat<V>(c[i + 1]), x, splat<V>(c[i])));
+  return sum;
+}
+/// horner(), each product and each sum rounded, in every build.
 template <class V, int N> inline V horner_unfused(V x, const Lane<V> (&c)[N]) {
   V sum = splat<V>(c[N - 1]);
 #pragma GCC unroll 32

@@ -177,14 +177,14 @@ template <class V> inline DoubleWord<V> ln_full(const LogParts<V>& p) {
   const DoubleWord<V> sum = fast_two_sum(p.hi, p.r);
   return {sum.hi, mul_add(p.r * p.r, estrin(p.r, log_tables::ln_full), p.lo + sum.lo)};
 }
-/// The same of a reduced argument, summed with one operation less in a longer chain.
+/// The same of a reduced argument, with two operations less in longer chains.
 template <class V> inline DoubleWord<V> ln_full_of(const LogReduced<V>& x) {
   const Pair<V> row = lookup_pair<Natural::exact>(x.row);
   const V c = exact_inverse(row);
   const V r = exact_product_minus_one(x.m, c);
   const DoubleWord<V> sum = fast_two_sum(mul_add(x.k, splat<V>(Natural::log_of_2_hi), row.second), r);
   const V lo = mul_add(x.k, splat<V>(Natural::log_of_2_lo), mul_add(row.first - c, splat<V>(0x1p-32), sum.lo));
-  return {sum.hi, mul_add(r * r, estrin(r, log_tables::ln_full), lo)};
+  return {sum.hi, mul_add(r * r, by_pairs(r, log_tables::ln_full), lo)};
 }
 /// log10 x likewise. The product r / ln 10 adds to hi without error but for what its lower half loses.
 template <class V> inline DoubleWord<V> log10_full(const LogParts<V>& p) {
