@@ -12,6 +12,7 @@
 #include "exact/accuracy.hpp"
 #include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
+#include "exact/quiet.hpp"
 #include "exact/scaled_sum.hpp"
 #include "exp/exp_core_tables.hpp"
 #include "simd/exponent.hpp"
@@ -100,10 +101,10 @@ template <Accuracy A, class V> inline V exp_normal(V hi, V lo, V near) {
   if constexpr (A == Accuracy::full) {
     const DoubleWord<V> y = exp_unscaled(x, lo);
     return x.scaled(y.hi + y.lo);
-  } else if constexpr (has_fused) {
+  } else if constexpr (has_fused && !flags_stay) {
     const V t = x.power();
     return mul_add(t, exp_of_rest<A>(x, lo), t);
-  } else { // a product with the power may be subnormal where the sum is not
+  } else { // a product with the power may be subnormal where the sum is not, and out of range the power is no number
     const V t = lookup<exp_core_tables::exp2>(x.row());
     return x.scaled(mul_add(t, exp_of_rest<A>(x, lo), t));
   }
