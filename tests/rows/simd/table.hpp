@@ -35,7 +35,7 @@ public:
     else
       for (int i = 0; i < lanes<I>; ++i) met_[index[i]] = true;
   }
-  template <class I> void record(LowIndex<I> index) { record(index.whole & 0xFFFF); }
+  template <class I, int Size> void record(LowIndex<I, Size> index) { record(index.whole & ((1 << Size) - 1)); }
   template <int Half> void record(HalfIndex<Half> index) { record(index.whole); }
 
 private:
