@@ -26,7 +26,6 @@ template <class V> inline V one_plus(V x) { return Lane<V>(1) + x; }
 template <class V> inline V descending_sum(V x, V y) { return x + y; }
 template <class V> inline V normalised(V x) { return x; }
 template <class V> inline V settled(V x) { return x; }
-template <class V> inline V rounded(V x) { return x; }
 template <class V> inline auto is_negative(V x) { return int_bits(x); }
 
 // --- double-words ----------------------------------------------------------------------------------------------------
@@ -35,15 +34,9 @@ template <class V> inline auto is_negative(V x) { return int_bits(x); }
 template <class V> inline DoubleWord<V> settled(DoubleWord<V> x) { return two_sum(x.hi, x.lo); }
 template <class V> inline auto is_negative(DoubleWord<V> x) { return int_bits(x.hi); }
 template <class V> inline DoubleWord<V> abs(DoubleWord<V> x) { return {abs(x.hi), flip_sign(x.lo, sign_of(x.hi))}; }
-template <class V> inline DoubleWord<V> operator-(DoubleWord<V> x) { return {-x.hi, -x.lo}; }
 template <class M, class V> inline DoubleWord<V> select(M mask, DoubleWord<V> a, DoubleWord<V> b) {
   return {select(mask, a.hi, b.hi), select(mask, a.lo, b.lo)};
 }
-/// Scaled by a power of two.
-template <class V> inline DoubleWord<V> operator*(double scale, DoubleWord<V> x) {
-  return {scale * x.hi, scale * x.lo};
-}
-
 template <class V> inline DoubleWord<V> twice(DoubleWord<V> x) { return 2 * x; }
 template <class V> inline DoubleWord<V> square(DoubleWord<V> x) {
   const DoubleWord<V> s = square_in_parts(x.hi);
@@ -212,7 +205,7 @@ inline DoubleWord<double> plus_ln2(DoubleWord<double> x, double k) {
   return settled(sum(DoubleWord<double>{k * Natural::log_of_2_hi, k * Natural::log_of_2_lo}, x));
 }
 /// x 2^exponent, rounded once more where it is subnormal.
-inline double scaled_back(DoubleWord<double> x, int exponent) { return ScaledSum{{x.hi, x.lo}, exponent}.rounded(); }
+inline double scaled_back(DoubleWord<double> x, int exponent) { return ScaledSum{x, exponent}.rounded(); }
 
 /// A part of a result from its absolute value, with the sign of x; a NaN is the default one.
 template <class T> inline T odd_part(double magnitude, T x) {

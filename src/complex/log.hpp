@@ -72,16 +72,14 @@ template <class V> inline SignMask<V> norm_near_one(V h) {
 template <class Base, class V> inline DoubleWord<V> log_abs_full(V x, V y, BitMask& undecided) {
   const DoubleWord<V> h = norm_double_word(x, y);
   undecided |= movemask(norm_near_one(h.hi));
-  const DoubleWord<V> log = logarithm_full<Base>(NormParts<Base, V>(h).joined());
-  return {0.5 * log.hi, 0.5 * log.lo};
+  return 0.5 * logarithm_full<Base>(NormParts<Base, V>(h).joined());
 }
 /// The same, those lanes included.
 template <class Base, class V> inline DoubleWord<V> log_abs_full(V x, V y) {
   const DoubleWord<V> h = norm_double_word(x, y);
   NormParts<Base, V> parts(h);
   parts.replace(norm_near_one(h.hi), norm_minus_one(x, y));
-  const DoubleWord<V> log = logarithm_full<Base>(parts.joined());
-  return {0.5 * log.hi, 0.5 * log.lo};
+  return 0.5 * logarithm_full<Base>(parts.joined());
 }
 
 /// log |z| below full precision, in double. Of floats with bits40, the larger part first, the error is relative to log

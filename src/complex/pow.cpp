@@ -97,9 +97,9 @@ template <class P> struct WithTails {
   }
   template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
     const DoubleWord<V> log = P::logarithm(NormParts<Natural, V>(norm_double_word(x, y)));
-    const DoubleWord<V> l = fast_two_sum(0.5 * log.hi, 0.5 * log.lo);
+    const DoubleWord<V> l = normalised(0.5 * log);
     const DoubleWord<V> theta = angle<Accuracy::extended>(y, x);
-    const DoubleWord<V> t = fast_two_sum(theta.hi, theta.lo);
+    const DoubleWord<V> t = normalised(theta);
 
     const DoubleWord<V> p = sum_of_products(c, l, -d, t), q = sum_of_products(c, t, d, l);
     const SignMask<V> beyond = above(larger(abs(p.hi), 0.25 * abs(q.hi)), 690.0);

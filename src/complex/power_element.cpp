@@ -19,27 +19,21 @@ namespace kelvm::inline KELVM_BUILD {
 namespace element_powers {
 namespace {
 
-using Double2 = DoubleWord<double>;
-
-constexpr Double2 ln2{0x1.62e42fefa39efp-1, 0x1.abc9e3b39803fp-56};
-constexpr Double2 quarter_pi{0x1.921fb54442d18p-1, 0x1.1a62633145c07p-55};
-constexpr Double2 atan_quarter{0x1.f5b75f92c80ddp-3, 0x1.8ab6e3cf7afbdp-57};
-
-Double2 negated(Double2 a) { return {-a.hi, -a.lo}; }
-Double2 scaled_by(Double2 a, double power) { return {a.hi * power, a.lo * power}; }
-Double2 with_sign_turned(Double2 a, bool turn) { return turn ? negated(a) : a; }
+constexpr DoubleWord<double> ln2{0x1.62e42fefa39efp-1, 0x1.abc9e3b39803fp-56};
+constexpr DoubleWord<double> quarter_pi{0x1.921fb54442d18p-1, 0x1.1a62633145c07p-55};
+constexpr DoubleWord<double> atan_quarter{0x1.f5b75f92c80ddp-3, 0x1.8ab6e3cf7afbdp-57};
 
 /// a / b, relative error below 2^-103.
-Double2 quotient(Double2 a, Double2 b) {
+DoubleWord<double> quotient(DoubleWord<double> a, DoubleWord<double> b) {
   const double q = a.hi / b.hi;
-  const Double2 rest = add(a, negated(multiply(b, q)));
+  const DoubleWord<double> rest = add(a, -multiply(b, q));
   const double second = rest.hi / b.hi;
-  const double third = add(rest, negated(multiply(b, second))).hi / b.hi;
+  const double third = add(rest, -multiply(b, second)).hi / b.hi;
   return add(fast_two_sum(q, second), third);
 }
 
 /// a 2^exponent with a head from 1 to 2, or zero.
-ScaledSum normalised(Double2 a, int exponent = 0) {
+ScaledSum with_exponent(DoubleWord<double> a, int exponent = 0) {
   const Scaled head = scaled(a.hi);
   const int half = -head.exponent / 2;
   return {{head.fraction, a.lo * power_of_two(half) * power_of_two(-head.exponent - half)},
@@ -47,27 +41,27 @@ ScaledSum normalised(Double2 a, int exponent = 0) {
 }
 ScaledSum product(const ScaledSum& a, double b) {
   const Scaled s = scaled(b);
-  return normalised(multiply(a.value, s.fraction), a.exponent + s.exponent);
+  return with_exponent(multiply(a.value, s.fraction), a.exponent + s.exponent);
 }
 ScaledSum normalised_sum(const ScaledSum& a, const ScaledSum& b) {
   if (a.value.hi == 0 || b.value.hi == 0) return a.value.hi == 0 ? b : a;
   if (a.exponent < b.exponent) return normalised_sum(b, a);
   const int below = b.exponent - a.exponent;
-  return below < -300 ? a : normalised(add(a.value, scaled_by(b.value, power_of_two(below))), a.exponent);
+  return below < -300 ? a : with_exponent(add(a.value, power_of_two(below) * b.value), a.exponent);
 }
 /// The exponent of a, far below all others for zero.
 int magnitude(const ScaledSum& a) { return a.value.hi == 0 ? -100'000 : a.exponent + scaled(a.value.hi).exponent; }
 /// Beyond the range infinities and zeros, with their sign.
-Double2 value_of(const ScaledSum& a) {
+DoubleWord<double> value_of(const ScaledSum& a) {
   if (a.exponent > 1000) return {with_sign(infinity<double>, sign_of(a.value.hi)), 0};
   if (a.exponent < -900) return {with_sign(0.0, sign_of(a.value.hi)), 0};
-  return scaled_by(a.value, power_of_two(a.exponent));
+  return power_of_two(a.exponent) * a.value;
 }
 
 /// 1 / n for odd n: the coefficients of the series.
 constexpr int series_terms = 21, double2_terms = 11;
 constexpr auto odd_reciprocals = [] {
-  std::array<Double2, series_terms> r{};
+  std::array<DoubleWord<double>, series_terms> r{};
   for (int j = 0; j < series_terms; ++j) {
     const double n = 2 * j + 1, head = 1 / n;
     const double upper = __builtin_bit_cast(double, __builtin_bit_cast(std::uint64_t, head) & 0xFFFFFFFFF8000000u);
@@ -77,37 +71,39 @@ constexpr auto odd_reciprocals = [] {
 }();
 
 /// s (1 + z/3 + z^2/5 + ...), z = sign s^2: atanh s, or atan s with the sign -1. |s| < 0.172.
-Double2 odd_series(Double2 s, double sign) {
+DoubleWord<double> odd_series(DoubleWord<double> s, double sign) {
   if (abs(s.hi) < 0x1p-60) return s;
-  const Double2 z = scaled_by(multiply(s, s), sign);
+  const DoubleWord<double> z = sign * multiply(s, s);
   double rest = 0;
   for (int j = series_terms - 1; j >= double2_terms; --j) rest = odd_reciprocals[j].hi + z.hi * rest;
-  Double2 sum{rest, 0};
+  DoubleWord<double> sum{rest, 0};
   for (int j = double2_terms - 1; j >= 0; --j) sum = add(odd_reciprocals[j], multiply(z, sum));
   return multiply(s, sum);
 }
 
 /// ln (a^2 + b^2) / 2, a >= b >= 0, a != 0.
-Double2 ln_abs(double a, double b) {
-  const auto ln_1p = [](Double2 d) { return odd_series(quotient(d, add(d, 2.0)), 1); }; // half of it
+DoubleWord<double> ln_abs(double a, double b) {
+  const auto ln_1p = [](DoubleWord<double> d) { return odd_series(quotient(d, add(d, 2.0)), 1); }; // half of it
   if (a >= 0.5 && a <= 2) {
-    const Double2 d = b >= 0x1p-450 ? norm_minus_one(a, b) : a == 1 ? Double2{b * b, 0} : norm_minus_one(a, 0.0);
+    const DoubleWord<double> d = b >= 0x1p-450 ? norm_minus_one(a, b)
+                                 : a == 1      ? DoubleWord<double>{b * b, 0}
+                                               : norm_minus_one(a, 0.0);
     if (d.hi > -0.29 && d.hi < 0.4) return ln_1p(d);
   }
   const Scaled upper = scaled(a), lower = scaled(b);
   const int apart = b == 0 ? -1000 : lower.exponent - upper.exponent;
   const double fraction = apart < -200 ? 0 : lower.fraction * power_of_two(apart);
-  Double2 m = add(two_product(upper.fraction, upper.fraction), two_product(fraction, fraction));
+  DoubleWord<double> m = add(two_product(upper.fraction, upper.fraction), two_product(fraction, fraction));
   int k = 2 * upper.exponent;
-  for (; m.hi > 0x1.6a09ep0; ++k) m = scaled_by(m, 0.5);
+  for (; m.hi > 0x1.6a09ep0; ++k) m = 0.5 * m;
   return add(multiply(ln2, 0.5 * k), ln_1p(add(m, -1.0)));
 }
 
 /// The same where it may lie below the doubles: (b^2 / 2) next to 1.
 ScaledSum scaled_ln_abs(double a, double b) {
-  if (a != 1 || b == 0 || b >= 0x1p-450) return normalised(ln_abs(a, b));
+  if (a != 1 || b == 0 || b >= 0x1p-450) return with_exponent(ln_abs(a, b));
   const Scaled s = scaled(b);
-  return normalised(two_product(s.fraction, s.fraction), 2 * s.exponent - 1);
+  return with_exponent(two_product(s.fraction, s.fraction), 2 * s.exponent - 1);
 }
 
 /// n pi/4 + rest.
@@ -123,34 +119,35 @@ Angle angle_of(double x, double y) {
   bool turned = steep != left;
   const int below = lower.exponent - upper.exponent;
   if (lower.fraction != 0 && below < -200) {
-    angle.rest = normalised(quotient(Double2{lower.fraction, 0}, Double2{upper.fraction, 0}), below);
+    angle.rest =
+        with_exponent(quotient(DoubleWord<double>{lower.fraction, 0}, DoubleWord<double>{upper.fraction, 0}), below);
   } else if (lower.fraction != 0) {
     const double a = upper.fraction, b = lower.fraction * power_of_two(below);
-    Double2 u{a, 0}, v{b, 0};
+    DoubleWord<double> u{a, 0}, v{b, 0};
     if (b > 0.41421356 * a) {
       angle.n = 1;
       u = two_sum(a, b);
       v = two_sum(a, -b);
       turned = !turned;
     }
-    Double2 rest{};
+    DoubleWord<double> rest{};
     if (v.hi > 0.125 * u.hi) {
-      const Double2 quarter_v = scaled_by(v, 0.25);
-      v = add(v, negated(scaled_by(u, 0.25)));
+      const DoubleWord<double> quarter_v = 0.25 * v;
+      v = add(v, -(0.25 * u));
       u = add(u, quarter_v);
       rest = add(atan_quarter, odd_series(quotient(v, u), -1));
     } else if (v.hi != 0) {
       rest = odd_series(quotient(v, u), -1);
     }
-    angle.rest = normalised(rest);
+    angle.rest = with_exponent(rest);
   }
-  angle.rest.value = with_sign_turned(angle.rest.value, turned);
+  if (turned) angle.rest.value = -angle.rest.value;
   if (left) angle.n = 4 - angle.n;
   return angle;
 }
 
 EvenOdd<ScaledSum> turned_by(int quadrant, ScaledSum cosine, ScaledSum sine) {
-  const auto minus = [](ScaledSum a) { return ScaledSum{negated(a.value), a.exponent}; };
+  const auto minus = [](ScaledSum a) { return ScaledSum{-a.value, a.exponent}; };
   switch (quadrant & 3) {
   case 0:
     return {cosine, sine};
@@ -172,33 +169,33 @@ Turn turn_of(double c, int n) {
   // c modulo 8 as an integer and a fraction, both times n; whole pairs of quarters go into the quadrant.
   const double modulo = abs(c) < 0x1p56 ? c - 8 * round<Rounding::to_zero>(c / 8) : 0.0;
   const double whole = round<Rounding::nearest_even>(modulo);
-  const Double2 fraction = two_product(modulo - whole, double(n));
+  const DoubleWord<double> fraction = two_product(modulo - whole, double(n));
   const double quarters = whole * n + fraction.hi;
   const double pairs = round<Rounding::nearest_even>(0.5 * quarters);
-  const Double2 left = two_sum(whole * n - 2 * pairs, fraction.hi);
-  const ScaledSum part = normalised(fast_two_sum(left.hi, left.lo + fraction.lo));
-  return {int(pairs), normalised(multiply(quarter_pi, part.value), part.exponent)};
+  const DoubleWord<double> left = two_sum(whole * n - 2 * pairs, fraction.hi);
+  const ScaledSum part = with_exponent(fast_two_sum(left.hi, left.lo + fraction.lo));
+  return {int(pairs), with_exponent(multiply(quarter_pi, part.value), part.exponent)};
 }
 
 /// Cosine and sine of quadrant pi/2 + angle.
 EvenOdd<ScaledSum> circle(int quadrant, const ScaledSum& angle) {
   if (angle.value.hi == 0 || angle.exponent < -60) return turned_by(quadrant, {{1, 0}, 0}, angle); // its own sine
-  Double2 y = value_of(angle);
+  DoubleWord<double> y = value_of(angle);
   if (abs(y.hi) >= 0x1p16) {
     const Quadrant head = reduce_to_quadrant(y.hi), tail = reduce_to_quadrant(y.lo);
     y = add(head.y, tail.y);
     quadrant += head.number + tail.number;
   }
   const bool negative = y.hi < 0;
-  y = with_sign_turned(y, negative);
+  if (negative) y = -y;
   Remainder<double> r = Full::long_reduce(y.hi);
-  const Double2 remainder = add(Double2{r.hi, r.lo}, y.lo);
+  const DoubleWord<double> remainder = add(DoubleWord<double>{r.hi, r.lo}, y.lo);
   r.hi = remainder.hi;
   r.lo = remainder.lo;
   const EvenOdd<DoubleWord<double>> both = Full::circular(r);
-  const ScaledSum cosine{fast_two_sum(both.even.hi, both.even.lo), 0};
-  ScaledSum sine{fast_two_sum(both.odd.hi, both.odd.lo), 0};
-  sine.value = with_sign_turned(sine.value, negative);
+  const ScaledSum cosine{normalised(both.even), 0};
+  ScaledSum sine{normalised(both.odd), 0};
+  if (negative) sine.value = -sine.value;
   return turned_by(quadrant, cosine, sine);
 }
 
@@ -223,7 +220,7 @@ Pair<double> finite_power_above(const PowerOperands& o) {
   const double a = abs(o.x), b = abs(o.y);
   const ScaledSum size_of_z = a > b ? scaled_ln_abs(a, b) : scaled_ln_abs(b, a);
   const Angle angle = angle_of(o.x, o.y);
-  const ScaledSum theta = normalised_sum(normalised(multiply(quarter_pi, double(angle.n))), angle.rest);
+  const ScaledSum theta = normalised_sum(with_exponent(multiply(quarter_pi, double(angle.n))), angle.rest);
   const ScaledSum cl = product(size_of_z, o.c), minus_dt = product(theta, -o.d);
   const ScaledSum ct = product(angle.rest, o.c), dl = product(size_of_z, o.d);
   const Turn turn = turn_of(o.c, angle.n);
@@ -242,11 +239,11 @@ Pair<double> finite_power_above(const PowerOperands& o) {
     direction = circle(e.quadrant, e.angle);
   }
   // No sine is so small that e^4000 times it is in range.
-  Double2 re = value_of(e.size);
+  DoubleWord<double> re = value_of(e.size);
   if (abs(re.hi) > 4000) re = {with_sign(4000.0, sign_of(re.hi)), 0};
   const ExpReduced<double> reduced = exp_reduce(re.hi);
-  const Double2 size = exp_unscaled(reduced, re.lo);
-  return parts_of({fast_two_sum(size.hi, size.lo), reduced.exponent()}, direction);
+  const DoubleWord<double> size = exp_unscaled(reduced, re.lo);
+  return parts_of({normalised(size), reduced.exponent()}, direction);
 }
 
 Pair<double> infinite_power_above(const PowerOperands& o) {

@@ -285,7 +285,7 @@ inline constexpr int erf_decided_bits = 40, error_complement_decided_bits = 40;
 /// The tail's result rounded once, also below the normal range, for in_vectors < a < first_zero.
 template <class F> inline double end_of_tail(double a) {
   const ErrorTail<double> tail = error_tail<F>(a);
-  const DoubleWord<double> v = fast_two_sum(64 * tail.value.hi, 64 * tail.value.lo);
+  const DoubleWord<double> v = normalised(64 * tail.value);
   return ScaledSum{v, tail.power.exponent() - 6}.rounded();
 }
 

@@ -58,7 +58,7 @@ template <class F> struct ComplementSpecial : KernelDefaults {
     }
     const ErrorTail<double> tail = error_tail<F>(double(a));
     const double scale = tail.power.scaled(1.0);
-    DoubleWord<double> y = fast_two_sum(tail.value.hi * scale, tail.value.lo * scale);
+    DoubleWord<double> y = normalised(scale * tail.value);
     if (opposite) {
       const DoubleWord<double> rest = fast_two_sum(double(F::whole), -y.hi);
       y = fast_two_sum(rest.hi, rest.lo - y.lo);

@@ -11,7 +11,14 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// An unevaluated sum, |lo| <= ulp(hi) / 2 where it is normalised.
 template <class V> struct DoubleWord { V hi, lo; };
+/// As one number; one number is itself, for formulas over both.
 template <class V> inline V rounded(DoubleWord<V> y) { return y.hi + y.lo; }
+template <class V> inline V rounded(V y) { return y; }
+template <class V> inline DoubleWord<V> operator-(DoubleWord<V> x) { return {-x.hi, -x.lo}; }
+/// Scaled by a power of two.
+template <class V> inline DoubleWord<V> operator*(Lane<V> power, DoubleWord<V> x) {
+  return {power * x.hi, power * x.lo};
+}
 
 /// a + b exactly, where |a| >= |b| or a = 0 (Dekker).
 template <class V> inline DoubleWord<V> fast_two_sum(V a, V b) {

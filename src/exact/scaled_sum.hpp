@@ -59,7 +59,7 @@ inline ScaledSum sum(ScaledSum x, ScaledSum y) {
   if (x.exponent < y.exponent) std::swap(x, y);
   const int distance = x.exponent - y.exponent;
   const double down = distance > 300 ? 0.0 : power_of_two(-distance);
-  return {add(x.value, DoubleWord<double>{y.value.hi * down, y.value.lo * down}), x.exponent};
+  return {add(x.value, down * y.value), x.exponent};
 }
 /// x / y, relative error below 2^-90.
 inline ScaledSum quotient(const ScaledSum& x, const ScaledSum& y) {

@@ -82,8 +82,7 @@ template <class V> inline DoubleWord<V> atanh_double_word(V x) {
   const DoubleWord<V> r = fast_two_sum(quotient, rest * inverse);
   p.r = r.hi;
   p.lo += r.lo;
-  const DoubleWord<V> y = ln_full(p);
-  return {0.5 * y.hi, 0.5 * y.lo};
+  return 0.5 * ln_full(p);
 }
 
 // --- one number -----------------------------------------------------------------------------------------------------

@@ -28,7 +28,7 @@ template <class Which, class T> T sinh_or_cosh(T x, kelStatus& status) {
       return y.rounded();
     } else {
       const double scale = power_of_two(y.exponent);
-      return round_to_float(DoubleWord<double>{y.value.hi * scale, y.value.lo * scale});
+      return round_to_float(scale * y.value);
     }
   }();
   return Which::with_its_sign(is_infinite(magnitude) ? overflow<T>(status) : magnitude, x);

@@ -20,8 +20,6 @@
 namespace kelvm::inline KELVM_BUILD::sinh_cosh_64f {
 namespace {
 
-template <class V> inline V rounded(V y) { return y; }
-
 template <class Which> struct Double : KernelDefaults {
   using Element = double;
   static constexpr bool spurious_underflow = true;    // r^2 of a tiny r

@@ -79,7 +79,7 @@ struct A53 {
     template <class V> static Pair<V> of(V x) {
       const V r = inverse_root<3>(x, inverse_cbrt_19);
       const V approximation = (x * r) * r, d = 1 - approximation * r;
-      const V c = rounded<17>(approximation);
+      const V c = rounded_to_bits<17>(approximation);
       const V difference = x - c * (c * c);
       return {c, (((difference * r) * r) * r) * (1 + d * (1 + d))}; // 1 / x = r^3 (1 + d + d^2), to 2^-52
     }
@@ -94,7 +94,7 @@ struct A53 {
     return {square, square * (u * (2.0 / 3 + u * (5.0 / 9 + u * (40.0 / 81))))};
   }
   template <class V> static DoubleWord<V> inverse_parts(V x) {
-    const V r = rounded<13>(inverse_root<3>(x, inverse_cbrt_14));
+    const V r = rounded_to_bits<13>(inverse_root<3>(x, inverse_cbrt_14));
     const V square = r * r, x_head = head_of(x);
     const V product = x_head * square, product_head = head_of(product);
     const V d = ((1 - product_head * r) - (product - product_head) * r) - ((x - x_head) * square) * r;

@@ -60,7 +60,7 @@ template <Reciprocal R = Reciprocal::even, class V> inline DoubleWord<V> square_
 }
 
 /// x rounded to that many significant bits, by its bits.
-template <int Kept, class V> inline V rounded(V x) {
+template <int Kept, class V> inline V rounded_to_bits(V x) {
   constexpr int cleared = 53 - Kept;
   return from_bits<V>((bits(x) + (Lane<Bits<V>>(1) << (cleared - 1))) & (~Lane<Bits<V>>(0) << cleared));
 }

@@ -10,7 +10,7 @@ namespace kelvm::inline KELVM_BUILD {
 
 /// The double nearest to (hi + lo) * scale, scale a power of two.
 inline double scaled_result(DoubleWord<double> y, double scale, kelStatus& status) {
-  y = fast_two_sum(y.hi, y.lo);
+  y = normalised(y);
   const double result = y.hi * scale;
   if (result == infinity<double>) return overflow(status, 1.0);
   if (result > smallest_normal<double>) return result;
