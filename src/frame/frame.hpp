@@ -4,7 +4,7 @@
 // Results are bit for bit those of one element alone, so a call may be divided as its length and its elements want:
 //
 //   run             blocks of several vectors, while they hold ordinary elements
-//   run_with_nans   blocks that hold NaNs, of kernels that answer them by vectors
+//   run_with_nans   from a block with NaNs on, of kernels that answer them by vectors
 //   run_wide        what only a wide formula covers, one vector after the other
 //   run_by_vector   everything, one vector after the other: blocks with other special elements, the rest of a call, and
 //                   calls shorter than a block
@@ -16,7 +16,6 @@
 #include "frame/kernel.hpp"
 #include "simd/mode_probe.hpp"
 
-#include <algorithm>
 #include <cstddef>
 
 namespace kelvm::inline KELVM_BUILD {
@@ -197,6 +196,11 @@ protected:
 
   // The loops take what they need in registers: at most two sources and two destinations.
   using Run = Outcome(const K&, const T*, const T*, T*, T*, std::ptrdiff_t);
+  /// How a loop ended that need not go to the end, and where.
+  struct Progress {
+    Outcome outcome;
+    std::ptrdiff_t elements;
+  };
 
   /// A loop over `count` elements from number i on.
   static Outcome elsewhere(Run* loop, const K& kernel, const Arrays<T, S>& arrays, std::ptrdiff_t i,
@@ -262,29 +266,36 @@ public:
       return outcome;
   }
 
-  /// For whole blocks, of a kernel that answers NaNs: where data has missing values most vectors have some, so they
-  /// take no branch. Where there are other special elements, a block's length is computed elsewhere.
-  [[gnu::noinline, gnu::flatten]] static Outcome run_with_nans(const K& kernel, const T* source1, const T* source2,
-                                                               T* destination1, T* destination2, std::ptrdiff_t len) {
+  /// For whole blocks, of a kernel that answers NaNs, the first with some: where data has missing values most vectors
+  /// have, so they take no branch. Ends when a few blocks have none, as far as one vector of each tells. A block with
+  /// other special elements is computed elsewhere.
+  [[gnu::noinline, gnu::flatten]] static Progress run_with_nans(const K& kernel, const T* source1, const T* source2,
+                                                                T* destination1, T* destination2, std::ptrdiff_t len) {
     const Arrays<T, S> arrays{source1, source2, destination1, destination2};
     Outcome outcome{kelStatusOk, may_be_spurious};
+    SignMask<V> seen{};
+    int blocks = 0;
     for (std::ptrdiff_t i = 0; i < len; i += block) {
-      Inputs<V> in[K::vectors_in_flight];
+      Inputs<V> in[K::vectors_in_flight], tame[K::vectors_in_flight];
       Outputs<V> out[K::vectors_in_flight];
-      SignMask<V> others{};
+      typename K::template QuickTest<V> quick{};
+      SignMask<V> marked{};
       ResultTest undecided{};
       unrolled<K::vectors_in_flight>([&](auto v) {
         in[v] = Memory::template load_block<Lanes::any>(arrays, i + v * width);
-        others |= special(kernel, in[v]) & ~nan_lanes(kernel, in[v]);
+        const SignMask<V> nans = nan_lanes(kernel, in[v]);
+        if (v == 0) seen |= nans;
+        tame[v] = with_safe_inputs(in[v], nans);
+        spread(tame[v], [&](auto... x) { quick.add(x...); });
+        marked |= special(kernel, tame[v]);
       });
-      if (any(others)) [[unlikely]] {
+      if (!quick.passed() && any(marked)) [[unlikely]] {
         outcome.add(elsewhere(other_special_loop, kernel, arrays, i, block));
         continue;
       }
       unrolled<K::vectors_in_flight>([&](auto v) {
-        const SignMask<V> nans = nan_lanes(kernel, in[v]);
-        out[v] = formula<V>(kernel, with_safe_inputs(in[v], nans), undecided);
-        answer_nans(kernel, in[v], out[v], nans);
+        out[v] = formula<V>(kernel, tame[v], undecided);
+        answer_nans(kernel, in[v], out[v], nan_lanes(kernel, in[v]));
       });
       if (some(undecided)) [[unlikely]] {
         outcome.add(elsewhere(&run_by_vector, kernel, arrays, i, block));
@@ -292,64 +303,83 @@ public:
       }
       unrolled<K::vectors_in_flight>(
           [&](auto v) { Memory::template store_block<Lanes::any>(arrays, i + v * width, out[v]); });
+      if (++blocks % 8 == 0) {
+        if (!any(seen)) return {outcome, i + block};
+        seen = SignMask<V>{};
+      }
     }
-    return outcome;
+    return {outcome, len};
+  }
+
+  /// From a block on that holds special elements, or such that the formula does not decide: that one, or more with
+  /// NaNs.
+  [[gnu::noinline]] static Progress run_special(const K& kernel, const T* source1, const T* source2, T* destination1,
+                                                T* destination2, std::ptrdiff_t len) {
+    const Arrays<T, S> arrays{source1, source2, destination1, destination2};
+    SignMask<V> nans{}, marked{};
+    unrolled<K::vectors_in_flight>([&](auto v) {
+      const Inputs<V> in = Memory::template load_block<Lanes::any>(arrays, v * width);
+      if constexpr (answers_nans) nans |= nan_lanes(kernel, in);
+      if constexpr (K::has_wide_formula) marked |= special(kernel, in);
+    });
+    if constexpr (answers_nans) {
+      if (any(nans)) return run_with_nans(kernel, source1, source2, destination1, destination2, len / block * block);
+    }
+    const auto loop = any(marked) ? other_special_loop : &run_by_vector;
+    return {loop(kernel, source1, source2, destination1, destination2, block), block};
   }
 
   /// For many elements: blocks, and by vector those blocks that hold special elements. Flattened: a formula spread over
   /// several functions is still inlined whole, or its vectors would go through memory.
   [[gnu::noinline, gnu::flatten]] static Outcome run(const K& kernel, const T* source1, const T* source2,
                                                      T* destination1, T* destination2, std::ptrdiff_t len) {
-    const Arrays<T, S> arrays{source1, source2, destination1, destination2};
-    Outcome outcome{kelStatusOk, quiet_blocks(kernel, arrays, len) ? 0 : may_be_spurious};
-    std::ptrdiff_t i = 0;
+    Arrays<T, S> left{source1, source2, destination1, destination2}; // of len elements
+    Outcome outcome{kelStatusOk, quiet_blocks(kernel, left, len) ? 0 : may_be_spurious};
     if constexpr (K::any_overlap) {
-      if (arrays.overlaps_within(block * sizeof(T))) [[unlikely]]
-        return element_by_element(kernel, arrays, len);
+      if (left.overlaps_within(block * sizeof(T))) [[unlikely]]
+        return element_by_element(kernel, left, len);
     }
-    for (; i + block <= len; i += block) {
-      Inputs<V> in[K::vectors_in_flight];
-      Outputs<V> out[K::vectors_in_flight];
-      typename K::template QuickTest<V> quick{};
-      SignMask<V> marked{}; // computed behind the quick test, as nothing before wants it
-      ResultTest undecided{};
-      unrolled<K::vectors_in_flight>([&](auto v) {
-        in[v] = Memory::template load_block<Lanes::any>(arrays, i + v * width);
-        spread(in[v], [&](auto... x) { quick.add(x...); });
-        marked |= special(kernel, in[v]);
-      });
-      if (!K::covers_everything && !quick.passed() && any(marked)) [[unlikely]] {
-        // NaNs seldom come alone; eight blocks are worth the way there.
-        const std::ptrdiff_t blocks = answers_nans ? std::min<std::ptrdiff_t>((len - i) / block, 8) : 1;
-        outcome.add(elsewhere(special_loop, kernel, arrays, i, blocks * block));
-        i += (blocks - 1) * block;
-        continue;
+    while (true) {
+      std::ptrdiff_t i = 0;
+      for (; i + block <= len; i += block) {
+        Inputs<V> in[K::vectors_in_flight];
+        Outputs<V> out[K::vectors_in_flight];
+        typename K::template QuickTest<V> quick{};
+        SignMask<V> marked{}; // computed behind the quick test, as nothing before wants it
+        ResultTest undecided{};
+        unrolled<K::vectors_in_flight>([&](auto v) {
+          in[v] = Memory::template load_block<Lanes::any>(left, i + v * width);
+          spread(in[v], [&](auto... x) { quick.add(x...); });
+          marked |= special(kernel, in[v]);
+        });
+        if (!K::covers_everything && !quick.passed() && any(marked)) [[unlikely]]
+          break;
+        unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], undecided); });
+        if (!K::covers_everything && some(undecided)) [[unlikely]]
+          break;
+        unrolled<K::vectors_in_flight>(
+            [&](auto v) { Memory::template store_block<Lanes::any>(left, i + v * width, out[v]); });
       }
-      unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], undecided); });
-      if (!K::covers_everything && some(undecided)) [[unlikely]] {
-        outcome.add(elsewhere(&run_by_vector, kernel, arrays, i, block));
-        continue;
-      }
-      unrolled<K::vectors_in_flight>(
-          [&](auto v) { Memory::template store_block<Lanes::any>(arrays, i + v * width, out[v]); });
+      left = left.from(i);
+      len -= i;
+      if (len < block) break;
+      const Progress progress =
+          run_special(kernel, left.source1, left.source2, left.destination1, left.destination2, len);
+      outcome.add(progress.outcome);
+      left = left.from(progress.elements);
+      len -= progress.elements;
     }
-    if (i < len) outcome.add(elsewhere(&run_by_vector, kernel, arrays, i, len - i));
+    if (len > 0) outcome.add(elsewhere(&run_by_vector, kernel, left, 0, len));
     return outcome;
   }
 
 private:
-  /// What blocks with special elements go to, and those that hold others than NaNs.
+  /// What blocks go to that hold other special elements than NaNs.
   static constexpr Run* other_special_loop = [] {
     if constexpr (K::has_wide_formula)
       return &run_wide;
     else
       return &run_by_vector;
-  }();
-  static constexpr Run* special_loop = [] {
-    if constexpr (!K::covers_everything && answers_nans)
-      return &run_with_nans;
-    else
-      return other_special_loop;
   }();
   /// The forward loop that defines what overlapping arrays give (real elements, no special ones).
   [[gnu::noinline]] static Outcome element_by_element(const K& kernel, const Arrays<T, S>& arrays, std::ptrdiff_t len) {

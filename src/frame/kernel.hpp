@@ -25,9 +25,11 @@
 // in vectors with marked lanes: slower and covering more, with the bits of formula where that covers a lane. It may
 // have a WideResultTest.
 //
-// Quiet NaNs are marked by special and yet common: missing values. What they give is told by element, and for whole
-// vectors by nan_result; nan_lanes are those elements that give it. Kernels of one real source get both from
-// KernelDefaults, others may define them.
+// Quiet NaNs are no ordinary elements and yet common: missing values. What they give is told by element, and for whole
+// vectors by nan_result; nan_lanes are those elements that give it, and none that raise a flag. Kernels of one real
+// source get both from KernelDefaults, others may define them, mostly by quiet_nans of their operands. Where a
+// ResultTest tells what is special, it may leave NaNs decided that the formula gives as element does, or leave them
+// undecided.
 //
 // Short calls look at the flags, and with AVX-512 at the control word, only where an element may want it. An unmarked
 // element raises no flag but inexact, nor traps by an exact subnormal number, where it is zero or of an ordinary

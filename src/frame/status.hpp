@@ -26,9 +26,12 @@ template <class T> inline constexpr Int<T> last_signalling_nan = sizeof(T) == 8 
 template <class T> inline bool is_signalling_nan(T x) {
   return is_nan(x) && int_bits(abs(x)) <= last_signalling_nan<T>;
 }
-/// The lanes that are quiet NaNs.
+/// The lanes that are quiet NaNs. A comparison is what a blend wants; without one of doubles a difference.
 template <class V> inline SignMask<V> quiet_nans(V x) {
-  return splat<Int<V>>(last_signalling_nan<Lane<V>>) - int_bits(abs(x));
+  if constexpr (lanes<V> != 1 && (sizeof(Lane<V>) == 4 || vector_bytes > 16))
+    return int_bits(abs(x)) > splat<Int<V>>(last_signalling_nan<Lane<V>>);
+  else
+    return splat<Int<V>>(last_signalling_nan<Lane<V>>) - int_bits(abs(x));
 }
 template <class T> inline bool is_infinite(T x) { return abs(x) == infinity<T>; }
 template <class T> inline bool is_finite(T x) { return int_bits(abs(x)) < int_bits(infinity<T>); }

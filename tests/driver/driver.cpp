@@ -1,6 +1,7 @@
 #include "driver.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <immintrin.h>
@@ -234,17 +235,35 @@ const Sample& sample_of(const Callable& s) {
   std::vector<Element> elements = all_elements(s.function, 3000);
   std::shuffle(elements.begin(), elements.end(), std::minstd_rand(7));
   sample.all = alone(s, elements);
-  std::vector<int> everything(elements.size());
+  std::vector<int> everything(elements.size()), everyday, nans;
   for (int i = 0; i < sample.all.count; ++i) {
     everything[i] = i;
     const bool ordinary =
         sample.all.status[i] == kelStatusOk && sample.all.flags[i] == 0 &&
         all_parts(s, sample.all, i, [&](auto bits) { return is_finite(s.function.is_float(), bits); });
     if (ordinary) sample.ordinary.push_back(i);
+    const bool is_float = s.function.is_float();
+    bool moderate = true, nan = false, signalling = false;
+    for (const int place : places_of(s.function)) {
+      const std::uint64_t bits = elements[i][place];
+      const double magnitude = std::abs(number_of(is_float, bits));
+      moderate &= magnitude >= 0.125 && magnitude <= 4;
+      nan |= is_nan(is_float, bits);
+      signalling |= is_signalling(is_float, bits);
+    }
+    if (ordinary && moderate) everyday.push_back(i);
+    if (nan && !signalling) nans.push_back(i);
   }
   if (sample.ordinary.empty()) throw std::logic_error("no ordinary elements for " + s.name());
   sample.mixed = pick(s, sample.all, everything, 220);
   sample.plain = pick(s, sample.all, sample.ordinary, 220);
+  std::vector<int> missing;
+  for (int i = 0; i < 1200; ++i) {
+    const bool special = (i < 200 || i >= 1000) && i % 7 == 0;
+    const std::vector<int>& kind = !special ? everyday : i % 300 == 0 ? everything : nans;
+    missing.push_back(kind.at(i % kind.size()));
+  }
+  sample.missing = pick(s, sample.all, missing, static_cast<int>(missing.size()));
   return sample;
 }
 

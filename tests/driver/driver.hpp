@@ -90,6 +90,7 @@ struct Sample {
   Strip all;
   std::vector<int> ordinary; // finite arguments and results, no warning, no flag
   Strip mixed, plain;        // 220 elements: of all kinds; ordinary ones
+  Strip missing; // ordinary ones with NaNs among them, then so many without that a loop may forget, and again
 };
 const Sample& sample_of(const Callable& callable);
 
