@@ -46,33 +46,39 @@ template <class T> constexpr T from_word(std::uint32_t word, bool filled) {
 }
 
 /// Whether results may have a code: what is not between the least and the largest number that have none, by a margin
-/// for what estimates err.
-template <class V> struct QuotientTest {
+/// for what estimates err. By division a NaN operand gives itself, the first of two, and a signalling one its flag;
+/// where the quotient is estimated, NaNs are undecided.
+template <class V, bool Estimated> struct QuotientTest {
   using T = Lane<V>;
 
-  void add(V dividend, V quotient) {
-    range.add(quotient);
+  void add(V dividend, V divisor, V quotient) {
+    all.add(quotient);
+    if constexpr (!Estimated) {
+      const auto nans = sign_mask<V>(dividend != dividend) | sign_mask<V>(divisor != divisor);
+      quotient = select(nans, splat<V>(1), quotient);
+      all_numbers.add(quotient);
+    }
     const V magnitude = abs(quotient);
     undecided |= (below(magnitude, from_word<T>(least, false)) & -bits(abs(dividend))) |
                  beyond(magnitude, from_word<T>(largest, true));
   }
-  bool any() const { return !range.passed() && kelvm::any(undecided); }
+  bool any() const { return !all.passed() && (Estimated || !all_numbers.passed()) && kelvm::any(undecided); }
   BitMask lanes() const { return movemask(undecided); }
 
 private:
   static constexpr std::uint32_t least = sizeof(T) == 8 ? 0x00100001 : 0x00801000;
   static constexpr std::uint32_t largest = sizeof(T) == 8 ? 0x7FEFFFFE : 0x7F7FDFFF;
-  MiddleRange<V, true> range;
+  MiddleRange<V, true> all, all_numbers; // where the second passes alone there are NaNs
   Bits<V> undecided{};
 };
 
 template <class T> struct Div : KernelDefaults {
   using Element = T;
-  template <class V> using ResultTest = QuotientTest<V>;
+  template <class V> using ResultTest = QuotientTest<V, false>;
   template <class V> static SignMask<V> special(V, V) { return SignMask<V>{}; }
-  template <class V> static V formula(V x, V y, QuotientTest<V>& test) {
+  template <class V> static V formula(V x, V y, ResultTest<V>& test) {
     const V q = x / y;
-    test.add(x, q);
+    test.add(x, y, q);
     return q;
   }
   static T element(T x, T y, kelStatus& status) { return quotient(x, y, status); }
@@ -81,8 +87,10 @@ template <class T> struct Div : KernelDefaults {
 template <class T> struct Inv : KernelDefaults {
   using Element = T;
   static constexpr int vectors_in_flight = 2;
+  template <class V> using QuickTest = MiddleRange<V, true>;
+  /// A quiet NaN gives itself.
   template <class V> static SignMask<V> special(V x) {
-    return outside(abs(x), smallest_normal<T>, 1 / smallest_normal<T>);
+    return outside(abs(x), smallest_normal<T>, 1 / smallest_normal<T>) & ~quiet_nans(x);
   }
   template <class V> static V formula(V x) { return 1 / x; }
   static T element(T x, kelStatus& status) { return quotient(T(1), x, status); }
@@ -101,18 +109,20 @@ template <int Steps, class V, class F> V newton_quotient(V y, F times_x) {
 
 template <class T, int Steps> struct EstimatedDiv : AnyOperands<Div<T>> {
   static constexpr Magnitudes ordinary{0x1p-30, 0x1p30};
-  template <class V> static V formula(V x, V y, QuotientTest<V>& test) {
+  template <class V> using ResultTest = QuotientTest<V, true>;
+  template <class V> static V formula(V x, V y, ResultTest<V>& test) {
     const V q = newton_quotient<Steps>(y, [&](V r) { return x * r; });
-    test.add(x, q);
+    test.add(x, y, q);
     return q;
   }
+  template <class V> static SignMask<V> nan_lanes(V x, V y) { return quiet_nans(x, y); }
+  template <class V> static V nan_result(V x, V y) { return first_nan(x, y); }
 };
 
 template <class T, int Steps> struct EstimatedInv : Inv<T> {
   static constexpr int vectors_in_flight = 4;
   /// So that no step underflows.
   static constexpr T high = sizeof(T) == 8 ? T(0x1p960) : T(0x1p96);
-  template <class V> using QuickTest = MiddleRange<V, true>;
   template <class V> static SignMask<V> special(V x) { return outside(abs(x), smallest_normal<T>, high); }
   template <class V> static V formula(V x) {
     return newton_quotient<Steps>(x, [](V r) { return r; });

@@ -7,8 +7,6 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-template <class V> inline SignMask<V> nonzero(V x) { return -int_bits(abs(x)); }
-
 /// A size of two numbers by one operation: below 2^(2^n - bias), bias that of the exponent field, where both are. It
 /// may have the exponent of a NaN, and comparing it raises invalid then.
 template <class V> inline V either_size(V x, V y) { return abs(from_bits<V>(bits(x) | bits(y))); }

@@ -27,6 +27,8 @@ template <class P> struct Pow32f : P {
   template <class V> static V formula(V x, V y, typename P::template ResultTest<V>& test) {
     return P::positive(x, y, test);
   }
+  template <class V> static SignMask<V> nan_lanes(V x, V y) { return nan_powers(x, y); }
+  template <class V> static V nan_result(V x, V y) { return first_nan(x, y); }
   static float element(float x, float y, kelStatus& status) { return power_of_any<P>(x, y, status); }
 };
 

@@ -23,6 +23,8 @@ template <class P> struct Pow64f : Power<P> {
   template <class V> using Test = typename Power<P>::template ResultTest<V>;
   template <class V> static SignMask<V> special(V x, V) { return not_normal_positive(x); }
   template <class V> static V formula(V x, V y, Test<V>& undecided) { return Power<P>::positive(x, y, undecided); }
+  template <class V> static SignMask<V> nan_lanes(V x, V y) { return nan_powers(x, y); }
+  template <class V> static V nan_result(V x, V y) { return first_nan(x, y); }
   static double element(double x, double y, kelStatus& status) { return Power<P>::any(x, y, status); }
 };
 

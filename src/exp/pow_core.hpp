@@ -75,6 +75,12 @@ template <class T, class Positive> inline T power(T x, T y, kelStatus& status, P
   return with_sign(result, sign_of(sign));
 }
 
+/// Quiet NaNs that are the power: not so where y is 0 or x is 1. Both that and infinities are left to power().
+template <class V> inline SignMask<V> nan_powers(V x, V y) {
+  const Int<V> from_1 = int_bits(x) - int_bits(splat<V>(1));
+  return quiet_nans(x, y) & nonzero(y) & (from_1 | -from_1);
+}
+
 // --- doubles --------------------------------------------------------------------------------------------------------
 
 /// What e is raised to, as hi + lo with an exact upper word, |lo| < 2^-9 |hi|, and their sum, rounded.

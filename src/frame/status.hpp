@@ -33,6 +33,21 @@ template <class V> inline SignMask<V> quiet_nans(V x) {
   else
     return splat<Int<V>>(last_signalling_nan<Lane<V>>) - int_bits(abs(x));
 }
+/// The lanes in which some operands are quiet NaNs and the others finite.
+template <class V, class... More> inline SignMask<V> quiet_nans(V x, V y, More... more) {
+  // Upper words tell infinities and signalling NaNs, which become the least integers, from quiet NaNs, which come next.
+  using Words = Vec<std::int32_t, sizeof(V) / 4>;
+  constexpr int lower_bits = 8 * sizeof(Lane<V>) - 32;
+  constexpr std::uint32_t least = 0x80000000, first_nan = (last_signalling_nan<Lane<V>> + 1) >> lower_bits,
+                          infinity_word = __builtin_bit_cast(Int<Lane<V>>, infinity<Lane<V>>) >> lower_bits;
+  const auto from_least = [](V v) { return bit_cast<Words>(bit_cast<Bits<Words>>(abs(v)) - (infinity_word - least)); };
+  const auto lesser = [](Words a, Words b) { return a < b ? a : b; };
+  Words smallest = lesser(from_least(x), from_least(y));
+  ((smallest = lesser(from_least(more), smallest)), ...);
+  return bit_cast<SignMask<V>>(smallest & ~(smallest - std::int32_t(first_nan - (infinity_word - least))));
+}
+/// The first operand where it is a quiet NaN, the second elsewhere.
+template <class V> inline V first_nan(V x, V y) { return select(quiet_nans(x), x, y); }
 template <class T> inline bool is_infinite(T x) { return abs(x) == infinity<T>; }
 template <class T> inline bool is_finite(T x) { return int_bits(abs(x)) < int_bits(infinity<T>); }
 

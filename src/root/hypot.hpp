@@ -61,6 +61,8 @@ template <class T> struct Hypot : KernelDefaults {
   template <class V> static SignMask<V> noisy(V x, V y) {
     return outside_but_zero(abs(x), low, high) | outside_but_zero(abs(y), low, high);
   }
+  template <class V> static SignMask<V> nan_lanes(V x, V y) { return quiet_nans(x, y); }
+  template <class V> static V nan_result(V x, V y) { return abs(first_nan(x, y)); }
   static T element(T x, T y, kelStatus& status) { return hypot_element(x, y, status); }
 };
 
@@ -114,6 +116,8 @@ struct Hypot32A24 : KernelDefaults {
     return in_double_decided<51>(
         test, [](auto x, auto y) { return sqrt(x * x + y * y); }, x, y);
   }
+  template <class V> static SignMask<V> nan_lanes(V x, V y) { return quiet_nans(x, y); }
+  template <class V> static V nan_result(V x, V y) { return abs(first_nan(x, y)); }
   static float element(float x, float y, kelStatus& status) { return hypot_element(x, y, status); }
 };
 

@@ -11,6 +11,8 @@ namespace kelvm::inline KELVM_BUILD {
 template <class V> inline Bits<V> below(V x, Lane<V> low) { return bits(x) - bits(splat<V>(low)); }
 template <class V> inline Bits<V> beyond(V x, Lane<V> high) { return bits(splat<V>(high)) - bits(x); }
 
+template <class V> inline SignMask<V> nonzero(V x) { return -int_bits(abs(x)); }
+
 /// For any x.
 template <class V> inline SignMask<V> outside(V x, Lane<V> low, Lane<V> high) {
   return bit_cast<SignMask<V>>(below(x, low) | beyond(x, high));

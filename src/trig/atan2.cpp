@@ -44,6 +44,8 @@ template <class T> struct Atan2 : KernelDefaults {
   template <class V> static SignMask<V> special(V y, V x) {
     return outside(abs(y), least, most) | outside(abs(x), least, most);
   }
+  template <class V> static SignMask<V> nan_lanes(V y, V x) { return quiet_nans(y, x); }
+  template <class V> static V nan_result(V y, V x) { return first_nan(y, x); }
   /// By the difference of the exponents: quotients beyond 2^40 and their reciprocals, or where powers of floats are not
   /// kept from underflow 2^12. Subnormal floats have none.
   template <class V> static SignMask<V> noisy(V y, V x) {
