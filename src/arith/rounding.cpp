@@ -43,12 +43,12 @@ template <class T> struct ModfByFraction : KernelDefaults {
   }
 };
 
-/// The fractions of a block: those of infinities and NaNs are NaNs, the others below 1.
+/// The fractions of a block: those of infinities and NaNs are NaNs, the others below 1. A quiet NaN gives itself.
 template <class V> struct FractionTest {
   Bits<V> seen{};
   SignMask<V> undecided{};
 
-  bool any() const { return kelvm::any(bit_cast<V>(seen + seen)); }
+  bool any() const { return kelvm::any(bit_cast<V>(seen + seen)) && kelvm::any(undecided); }
   BitMask lanes() const { return movemask(undecided); }
 };
 template <class T> struct ModfByDifference : AnyOperands<KernelDefaults> {
@@ -59,7 +59,7 @@ template <class T> struct ModfByDifference : AnyOperands<KernelDefaults> {
     const V integral = round<Rounding::to_zero_quiet>(x);
     const V fraction = x - integral;
     test.seen |= bits(fraction);
-    test.undecided |= above(abs(x), largest_finite<T>);
+    test.undecided |= above(abs(x), largest_finite<T>) & ~quiet_nans(x);
     return {integral, with_sign(fraction, sign_of(x))};
   }
   template <class V> static Pair<V> nan_result(V nan) { return {nan, nan}; }

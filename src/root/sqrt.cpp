@@ -71,8 +71,9 @@ template <class T, int Terms> struct EstimatedSqrt : Sqrt<T> {
   }
   template <class V> static SignMask<V> nan_lanes(V x) {
     if constexpr (estimates_know_subnormals) return quiet_nans(x);
-    const Bits<V> magnitude = bits(x) + bits(x);
-    return quiet_nans(x) | bit_cast<SignMask<V>>((magnitude - 1) & ~magnitude);
+    const Bits<V> magnitude = bits(x) + bits(x); // of a zero 0, of a quiet NaN at least least_nan
+    constexpr auto least_nan = Lane<Bits<V>>(last_signalling_nan<T> + 1) << 1;
+    return bit_cast<SignMask<V>>((magnitude - 1) & ~(magnitude - least_nan));
   }
 };
 template <class T, int Terms>
@@ -135,8 +136,9 @@ template <class V> V exact_residual(V x, V r) {
 template <class P> struct InvSqrt : KernelDefaults {
   using Element = typename P::Element;
   template <class V> using QuickTest = MiddleRange<V>;
+  /// A quiet NaN gives itself: its estimate, or the residual of any other guess, is that NaN.
   template <class V> static SignMask<V> special(V x) {
-    return outside(x, smallest_normal<Element>, largest_finite<Element>);
+    return outside(x, smallest_normal<Element>, largest_finite<Element>) & ~quiet_nans(x);
   }
   template <class V> static V formula(V x) { return P::inverse_sqrt(x); }
   static Element element(Element x, kelStatus& status) {
