@@ -12,6 +12,18 @@ template <class V> inline SignMask<V> any_above(V a, V b, Lane<V> limit) {
   return above(abs(a), limit) | above(abs(b), limit);
 }
 
+/// The default NaN in both parts.
+template <class V> inline Pair<V> both_nan() {
+  const V nan = splat<V>(default_nan<Lane<V>>());
+  return {nan, nan};
+}
+/// For functions of one complex number. Beside a NaN part a zero or an infinity may decide a part of the result; beside
+/// any other number both are NaNs.
+struct ComplexDefaults : KernelDefaults {
+  template <class V> static SignMask<V> nan_lanes(V x, V y) { return quiet_nans(x, y) & nonzero(x) & nonzero(y); }
+  template <class V> static Pair<V> nan_result(V, V) { return both_nan<V>(); }
+};
+
 /// What a function of one number x + iy was given.
 struct Operand {
   double x, y;

@@ -148,7 +148,7 @@ template <class V> inline SignMask<V> is_one(V x, V y) {
 }
 
 /// What the kernels of element type T and accuracy P have in common.
-template <class T, class P> struct InverseKernel : KernelDefaults {
+template <class T, class P> struct InverseKernel : ComplexDefaults {
   using Element = T;
   static constexpr bool spurious_underflow = true;
   /// Floats evaluated in double are all in range.

@@ -143,7 +143,7 @@ template <class Base> Pair<double> logarithm_of_any(double x, double y) {
 template <class V> SignMask<V> both_zero(V x, V y) { return int_bits(abs(from_bits<V>(bits(x) | bits(y)))) - 1; }
 
 /// Doubles. P: formula, with wide_formula also where `Tests`.
-template <class Base, class P, bool Tests> struct Logarithm64 : KernelDefaults, P {
+template <class Base, class P, bool Tests> struct Logarithm64 : ComplexDefaults, P {
   using Element = double;
   template <class V> using ResultTest = std::conditional_t<Tests, BitMask, NoResultTest>;
   static constexpr bool has_wide_formula = Tests;
@@ -166,7 +166,7 @@ template <class Base, class P, bool Tests> struct Logarithm64 : KernelDefaults, 
 };
 
 /// Floats in double: everything finite but zero is in range.
-template <class Base> struct Logarithm32A24 : KernelDefaults {
+template <class Base> struct Logarithm32A24 : ComplexDefaults {
   using Element = float;
   static constexpr int vectors_in_flight = 2;
   static constexpr bool spurious_underflow = true;
@@ -186,7 +186,7 @@ template <class Base> struct Logarithm32A24 : KernelDefaults {
   static Pair<float> element(float x, float y, kelStatus& status) { return special_logarithm<Base>(x, y, status); }
 };
 
-template <class Base, class P> struct Logarithm32 : KernelDefaults, P {
+template <class Base, class P> struct Logarithm32 : ComplexDefaults, P {
   using Element = float;
   static constexpr bool spurious_underflow = true;
   static constexpr Magnitudes ordinary = no_magnitudes; // powers of |z| - 1

@@ -20,7 +20,7 @@ namespace kelvm::inline KELVM_BUILD {
 enum class Part { real, imaginary };
 double any_product(Part part, const ScaledSum& hyperbolic, const ScaledSum& circular);
 
-template <class F, class T, class P> struct PlaneFunction : KernelDefaults {
+template <class F, class T, class P> struct PlaneFunction : ComplexDefaults {
   using Element = T;
   static constexpr int vectors_in_flight = P::vectors_in_flight;
   static constexpr bool spurious_underflow = true;

@@ -268,6 +268,11 @@ template <class P> struct ComplexPow : KernelDefaults {
   template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
     return P::formula(x, y, c, d, undecided);
   }
+  /// Every NaN with an exponent that is not 0; beside infinities they are left to element().
+  template <class V> static SignMask<V> nan_lanes(V x, V y, V c, V d) {
+    return quiet_nans(x, y, c, d) & (nonzero(c) | nonzero(d));
+  }
+  template <class V> static Pair<V> nan_result(V, V, V, V) { return both_nan<V>(); }
   static Pair<T> element(T x, T y, T c, T d, kelStatus& status) {
     if constexpr (requires { typename P::Wider; }) {
       if (!any(P::Wider::special(x, y, c, d))) {
@@ -304,6 +309,10 @@ template <class P> struct ComplexPowx : KernelDefaults {
   template <class V> Pair<V> formula(V x, V y, BitMask& undecided) const {
     return P::formula(x, y, splat<V>(tame.first), splat<V>(tame.second), undecided);
   }
+  template <class V> SignMask<V> nan_lanes(V x, V y) const {
+    return ComplexPow<P>::nan_lanes(x, y, splat<V>(w.first), splat<V>(w.second));
+  }
+  template <class V> static Pair<V> nan_result(V, V) { return both_nan<V>(); }
   Pair<T> element(T x, T y, kelStatus& status) const { return ComplexPow<P>::element(x, y, w.first, w.second, status); }
 };
 

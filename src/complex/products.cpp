@@ -46,6 +46,8 @@ template <class T, class P, Conjugate C> struct Multiplication : KernelDefaults 
   template <class V> static Pair<V> formula(V a, V b, V c, V d, ResultTest<V>& test) {
     return P::template product<C>(a, b, c, d, test);
   }
+  template <class V> static SignMask<V> nan_lanes(V a, V b, V c, V d) { return quiet_nans(a, b, c, d); }
+  template <class V> static Pair<V> nan_result(V, V, V, V) { return both_nan<V>(); }
   static Pair<T> element(T a, T b, T c, T d, kelStatus& status) {
     return multiply_element<T>({a, b, c, C == Conjugate::yes ? -d : d}, status);
   }

@@ -68,6 +68,10 @@ template <class T, class P> struct Division : KernelDefaults {
   template <class V> static Pair<V> formula(V a, V b, V c, V d, ResultTest<V>& test) {
     return P::quotient(a, b, c, d, test);
   }
+  template <class V> static SignMask<V> nan_lanes(V a, V b, V c, V d) {
+    return quiet_nans(a, b, c, d) & (nonzero(c) | nonzero(d));
+  }
+  template <class V> static Pair<V> nan_result(V, V, V, V) { return both_nan<V>(); }
   static Pair<T> element(T a, T b, T c, T d, kelStatus& status) { return divide_element<T>({a, b, c, d}, status); }
 };
 

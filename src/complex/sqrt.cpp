@@ -117,7 +117,7 @@ Root<float> root_of_any(float x, float y) {
   return {float(r.large), float(r.small)};
 }
 
-template <class T, class P> struct ComplexSqrt : KernelDefaults {
+template <class T, class P> struct ComplexSqrt : ComplexDefaults {
   using Element = T;
   static constexpr bool spurious_underflow = true;
   static constexpr bool wide = sizeof(T) == 8;
