@@ -66,19 +66,22 @@ template <class T> struct Hypot : KernelDefaults {
   static T element(T x, T y, kelStatus& status) { return hypot_element(x, y, status); }
 };
 
-/// The lanes of which larger_outside says the same, by the sum of the squares of any operands.
+/// The lanes of which larger_outside says the same, by the sum of the squares of any operands. That of a quiet NaN is
+/// that NaN, of two the first, and wants another look where it has a sign.
 template <class V> struct SquaresTest {
   using Limits = Hypot<Lane<V>>;
 
   void add(V x, V y, V sum) {
-    range.add(sum);
-    undecided |= larger_outside(abs(x), abs(y), Limits::low, Limits::high);
+    const SignMask<V> nans = quiet_nans(x, y) & ~int_bits(sum);
+    all.add(sum);
+    all_numbers.add(select(nans, splat<V>(1), sum));
+    undecided |= larger_outside(abs(x), abs(y), Limits::low, Limits::high) & ~nans;
   }
-  bool any() const { return !range.passed() && kelvm::any(undecided); }
+  bool any() const { return !all.passed() && !all_numbers.passed() && kelvm::any(undecided); }
   BitMask lanes() const { return movemask(undecided); }
 
 private:
-  MiddleRange<V, true> range;
+  MiddleRange<V, true> all, all_numbers; // where the second passes alone there are NaNs
   SignMask<V> undecided{};
 };
 /// Estimated: by an estimated root, where the processor has one. In registers, where one vector is in flight, only the
@@ -87,7 +90,7 @@ template <class T, bool Estimated = false>
 struct ReducedHypot : std::conditional_t<flags_stay, Hypot<T>, AnyOperands<Hypot<T>>> {
   template <class V> using ResultTest = std::conditional_t<flags_stay, NoResultTest, SquaresTest<V>>;
   template <class V, class... Test> static V formula(V x, V y, Test&... test) {
-    const V sum = x * x + y * y;
+    const V sum = ordered_sum(x * x, y * y);
     (test.add(x, y, sum), ...);
     if constexpr (Estimated && has_estimates<T>) {
       const EstimatedRoot<V> root = estimated_root(sum);
