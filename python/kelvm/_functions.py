@@ -183,6 +183,14 @@ def _accuracy(names, measured):
     return "\n\nAccuracy, and the largest error that was measured:\n\n" + "\n".join(lines)
 
 
+def _tell_module(ufunc, module):
+    """Pickle finds the ufunc at once, and numpy.ma wraps it; before NumPy 2.2 a ufunc takes no attributes."""
+    try:
+        ufunc.__module__, ufunc.__qualname__ = module, ufunc.__name__
+    except AttributeError:
+        pass
+
+
 def make(level, reuse=None):
     """The contents of the module of a level. A ufunc whose functions are those of the module `reuse` is its."""
     contents = {}
@@ -194,6 +202,7 @@ def make(level, reuse=None):
         else:
             doc = function.about + _accuracy(names, measured)
             contents[function.name] = _core.ufunc(function.name, doc, names, function.identity)
+            _tell_module(contents[function.name], "kelvm" if level == "full" else f"kelvm.{level}")
     contents.update({alias: contents[name] for alias, name in ALIASES.items()})
     return contents
 
