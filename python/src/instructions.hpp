@@ -33,7 +33,7 @@ template <class V> inline constexpr bool of_floats = std::is_same_v<V, Floats>;
 /// `of` has the results of the library's function, and raises its flags, but for lanes that `exceptional` names.
 template <int operands> struct Instruction {
   static constexpr int sources = operands;
-  static constexpr bool divides = false, has_exceptional = false;
+  static constexpr bool divides = false, has_exceptional = false, has_exact_underflow = false;
 };
 
 /// In assembly, because the first operand's NaN comes out of two, and a compiler is free to exchange them.
@@ -73,12 +73,13 @@ struct Quotient : Instruction<2> {
     return (Words(doubled) > int(0x80000000 + 2 * (largest - least) + 1)) & Words(x != 0);
   }
 };
-/// The only exact one below the normal range is half the least normal number.
+/// Raises underflow for the only exact one below the normal range too.
 struct Reciprocal : Instruction<1> {
-  static constexpr bool divides = true, has_exceptional = true;
+  static constexpr bool divides = true, has_exact_underflow = true;
   template <class V> static V of(V x) { return 1 / x; }
-  template <class V> static Words exceptional(V z, V) {
-    return Words(Bits(z) + Bits(z) == (of_floats<V> ? 0x00800000 : 0x00100000));
+  /// In the sign of a lane: of the greatest power of two. Other doubles of the same upper half underflow by themselves.
+  template <class V> static Words underflows(V x) {
+    return Words(Bits(x) + Bits(x) == (of_floats<V> ? 0xFE000000 : 0xFFC00000));
   }
 };
 struct Root : Instruction<1> {
@@ -118,7 +119,9 @@ template <class V> [[gnu::always_inline]] inline V in_order(V loaded) {
 
 /// As many elements as a register holds.
 template <class E, bool gaps> [[gnu::always_inline]] inline Register<E> collect(const char* from, npy_intp step) {
-  if constexpr (!gaps || sizeof(E) == 16)
+  if constexpr (!gaps && sizeof(E) == 4)
+    return in_order(load<Floats>(from));
+  else if constexpr (!gaps || sizeof(E) == 16)
     return load<Register<E>>(from);
   else if constexpr (sizeof(E) == 4)
     return in_order(Floats{load<float>(from), load<float>(from + step), load<float>(from + 2 * step),
@@ -194,6 +197,7 @@ void through_registers(char* const* args, npy_intp n, const npy_intp* steps, boo
   const char *x = args[0], *y = args[sources - 1];
   char* z = args[sources];
   const npy_intp x_step = steps[0], y_step = steps[sources - 1], z_step = steps[sources];
+  Words underflow{};
   // A sum of scalars takes less than the collection of its operands.
   if (sources == 2 && gather && scatter && !Op::divides) one_by_one = true;
   for (; !one_by_one && n >= together; n -= together) {
@@ -210,6 +214,8 @@ void through_registers(char* const* args, npy_intp n, const npy_intp* steps, boo
       if (any(exceptional, V())) [[unlikely]]
         unrolled<registers>([&](int r) { found[r] = these.by_function(r, lanes, call); });
     }
+    if constexpr (Op::has_exact_underflow)
+      unrolled<registers>([&](int r) { underflow |= Op::underflows(these.of[r][0]); });
     unrolled<registers>([&](int r) { spread<E, scatter>(found[r], z + r * lanes * z_step, z_step); });
     x += together * x_step, y += together * y_step, z += together * z_step;
   }
@@ -221,9 +227,12 @@ void through_registers(char* const* args, npy_intp n, const npy_intp* steps, boo
     if constexpr (Op::has_exceptional)
       if (any(these.exceptional(0, found), V())) [[unlikely]]
         found = these.by_function(0, 1, call);
+    if constexpr (Op::has_exact_underflow) underflow |= Op::underflows(these.of[0][0]);
     std::memcpy(z, &found, sizeof(E));
     x += x_step, y += y_step, z += z_step;
   }
+  if (any(underflow, V())) [[unlikely]]
+    std::feraiseexcept(FE_UNDERFLOW);
 }
 
 /// Calls call(sources, destinations, count) as for_each_piece does, or computes the results itself.

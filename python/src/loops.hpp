@@ -11,14 +11,17 @@
 #include <cstring>
 #include <kelvm/kelvm.h>
 #include <numpy/npy_common.h>
+#include <smmintrin.h>
+#include <type_traits>
 
 namespace kelvm_python {
 
 /// The most elements of one call: the library counts in int.
 inline constexpr npy_intp longest_call = npy_intp(1) << 30;
 
-/// Bytes of a block, for each operand.
-inline constexpr npy_intp block_bytes = 4096;
+/// Bytes of a block, for each operand. Elements that lie this far apart come in shorter blocks: their lines of the
+/// cache shall stay, and a short block is read while the one before is written.
+inline constexpr npy_intp block_bytes = 4096, short_block_bytes = 1024, far_step = 32;
 
 /// How a source lies to a destination, in the order of the elements.
 enum class Overlap {
@@ -48,14 +51,51 @@ inline Overlap overlap(const Operand& source, const Operand& destination, npy_in
   return ahead ? Overlap::ahead : Overlap::dependent;
 }
 
-template <class T> T load(const char* from) {
+template <class T> [[gnu::always_inline]] inline T load(const char* from) {
   T x;
   std::memcpy(&x, from, sizeof x);
   return x;
 }
 
+/// Floats with a small step in bytes, side by side, while there are four: two loads, which stay between the first and
+/// the last of the four, bring them. How many were moved.
+template <int step> npy_intp gather_near(const char* from, npy_intp n, float* to) {
+  static_assert(step % 4 == 0 && -12 <= step && step <= 12);
+  constexpr int lowest = std::min(0, 3 * step), highest = std::max(0, 3 * step) - 12;
+  constexpr int one = step > 0 ? lowest : highest, other = step > 0 ? highest : lowest; // where the loads begin
+  npy_intp i = 0;
+  for (; i + 4 <= n; i += 4) {
+    const char* here = from + i * step;
+    _mm_storeu_ps(to + i, _mm_shuffle_ps(
+                              load<__m128>(here + one), load<__m128>(here + other),
+                              _MM_SHUFFLE((3 * step - other) / 4, (2 * step - other) / 4, (step - one) / 4, -one / 4)));
+  }
+  return i;
+}
+
+inline npy_intp gather_near(const char* from, npy_intp step, npy_intp n, float* to) {
+  switch (step) {
+  case -12:
+    return gather_near<-12>(from, n, to);
+  case -8:
+    return gather_near<-8>(from, n, to);
+  case -4:
+    return gather_near<-4>(from, n, to);
+  case 8:
+    return gather_near<8>(from, n, to);
+  case 12:
+    return gather_near<12>(from, n, to);
+  default:
+    return 0;
+  }
+}
+
 /// Elements with a step in bytes, side by side. Four in a round, so that the next address is not a cycle an element.
 template <class T> void gather(const char* from, npy_intp step, npy_intp n, T* to) {
+  if constexpr (std::is_same_v<T, float>) {
+    const npy_intp moved = gather_near(from, step, n, to);
+    from += moved * step, to += moved, n -= moved;
+  }
   const npy_intp three = 3 * step, four = 4 * step;
   for (; n >= 4; n -= 4, from += four, to += 4) {
     const T a = load<T>(from), b = load<T>(from + step), c = load<T>(from + 2 * step), d = load<T>(from + three);
@@ -87,7 +127,8 @@ template <class T> void scatter(const T* from, npy_intp n, char* to, npy_intp st
 /// The operands of a loop: args and steps have `sources` operands of type S, then `destinations` of type D.
 template <class S, int sources, class D, int destinations> struct Operands {
   static constexpr int all = sources + destinations;
-  static constexpr npy_intp block = block_bytes / std::max(sizeof(S), sizeof(D));
+  static constexpr npy_intp size = std::max(sizeof(S), sizeof(D));
+  static constexpr npy_intp block = block_bytes / size, short_block = short_block_bytes / size;
 
   char* const* args;
   const npy_intp* steps;
@@ -136,7 +177,8 @@ private:
     alignas(64) D out[destinations][block];
     const S* src[sources];
     D* dst[destinations];
-    const npy_intp longest = worst == Overlap::dependent ? 1 : block;
+    const bool far = std::any_of(steps, steps + all, [](npy_intp step) { return std::abs(step) >= far_step; });
+    const npy_intp longest = worst == Overlap::dependent ? 1 : far ? short_block : block;
     for (npy_intp done = 0; done < n; done += longest) {
       const npy_intp count = std::min(longest, n - done);
       for (int s = 0; s < sources; ++s) {
