@@ -237,7 +237,7 @@ void through_registers(char* const* args, npy_intp n, const npy_intp* steps, boo
 
 /// Calls call(sources, destinations, count) as for_each_piece does, or computes the results itself.
 template <class Op, class E, class Call>
-[[gnu::noinline]] void instructions(char* const* args, npy_intp n, const npy_intp* steps, const Call& call) {
+[[gnu::noinline]] void instructions(char* const* args, npy_intp n, const npy_intp* steps, Call call) {
   constexpr int sources = Op::sources;
   if (n <= 0) return;
   const Operands<E, sources, E, 1> operands(args, n, steps, false);

@@ -200,7 +200,7 @@ private:
 /// Whether one call does it: arrays without gaps, each destination apart from each source or the same. Short, because
 /// the caches of a Python program's short calls are full: what takes longer to see is left to Operands.
 template <class S, int sources, class D, int destinations, bool keeps_sources>
-bool is_one_call(char* const* args, npy_intp n, const npy_intp* steps) {
+[[gnu::always_inline]] inline bool is_one_call(char* const* args, npy_intp n, const npy_intp* steps) {
   if (n <= 0 || n > longest_call) return false;
   for (int k = 0; k < sources + destinations; ++k)
     if (steps[k] != npy_intp(k < sources ? sizeof(S) : sizeof(D)) && n != 1) return false;
@@ -216,7 +216,7 @@ bool is_one_call(char* const* args, npy_intp n, const npy_intp* steps) {
 }
 
 template <class S, int sources, class D, int destinations, class Call>
-void one_call(char* const* args, npy_intp n, const Call& call) {
+[[gnu::always_inline]] inline void one_call(char* const* args, npy_intp n, const Call& call) {
   const S* src[sources];
   D* dst[destinations];
   for (int s = 0; s < sources; ++s) src[s] = reinterpret_cast<const S*>(args[s]);
@@ -224,9 +224,10 @@ void one_call(char* const* args, npy_intp n, const Call& call) {
   call(src, dst, int(n));
 }
 
-/// For other arrays. Apart, for the code of the one call should take few lines of the cache.
+/// For other arrays. Apart, for the code of the one call should take few lines of the cache, and no stack: the call
+/// comes by value.
 template <class S, int sources, class D, int destinations, bool keeps_sources, class Call>
-[[gnu::noinline]] void in_pieces(char* const* args, npy_intp n, const npy_intp* steps, const Call& call) {
+[[gnu::noinline]] void in_pieces(char* const* args, npy_intp n, const npy_intp* steps, Call call) {
   if (n > 0) Operands<S, sources, D, destinations>(args, n, steps, keeps_sources).run(n, call);
 }
 
