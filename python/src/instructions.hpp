@@ -33,7 +33,7 @@ template <class V> inline constexpr bool of_floats = std::is_same_v<V, Floats>;
 /// `of` has the results of the library's function, and raises its flags, but for lanes that `exceptional` names.
 template <int operands> struct Instruction {
   static constexpr int sources = operands;
-  static constexpr bool divides = false, has_exceptional = false, has_exact_underflow = false;
+  static constexpr bool divides = false, is_root = false, has_exceptional = false, has_exact_underflow = false;
 };
 
 /// In assembly, because the first operand's NaN comes out of two, and a compiler is free to exchange them.
@@ -83,7 +83,7 @@ struct Reciprocal : Instruction<1> {
   }
 };
 struct Root : Instruction<1> {
-  static constexpr bool divides = true;
+  static constexpr bool divides = true, is_root = true;
   static Floats of(Floats x) { return _mm_sqrt_ps(x); }
   static Doubles of(Doubles x) { return _mm_sqrt_pd(x); }
 };
@@ -242,13 +242,17 @@ template <class Op, class E, class Call>
   if (n <= 0) return;
   const Operands<E, sources, E, 1> operands(args, n, steps, false);
   // The library has the wider registers. They win where no source has gaps but is one value for all elements, and where
-  // the divider takes the time, unless each element is in another line of the cache.
+  // the divider takes the time: of roots, and of quotients unless all operands have gaps, but never where each element
+  // is in another line of the cache.
   bool without_gaps = operands.direct[sources] && operands.worst <= Overlap::same;
-  bool divider_takes_longest = Op::divides && !of_floats<Register<E>>;
+  bool all_have_gaps = true, in_few_lines = true;
   for (int k = 0; k <= sources; ++k) {
     without_gaps &= operands.direct[k] || steps[k] == 0;
-    divider_takes_longest &= std::abs(steps[k]) < cache_line;
+    all_have_gaps &= !operands.direct[k];
+    in_few_lines &= std::abs(steps[k]) < cache_line;
   }
+  const bool divider_takes_longest =
+      Op::divides && !of_floats<Register<E>> && in_few_lines && (Op::is_root || !all_have_gaps);
   const bool usual_mode = (_mm_getcsr() & mode_mask) == 0;
   if (without_gaps || divider_takes_longest || !usual_mode) return operands.run(n, call);
   const bool one_by_one = operands.worst == Overlap::dependent;
