@@ -117,24 +117,31 @@ template <class V> [[gnu::always_inline]] inline V in_order(V loaded) {
   return loaded;
 }
 
-/// As many elements as a register holds.
-template <class E, bool gaps> [[gnu::always_inline]] inline Register<E> collect(const char* from, npy_intp step) {
-  if constexpr (!gaps && sizeof(E) == 4)
+enum class Gaps { none, of_one, any };
+
+/// As many elements as a register holds; floats with gaps of one, the parts of complex numbers, by two loads that stay
+/// between the first and the last of them.
+template <class E, Gaps gaps> [[gnu::always_inline]] inline Register<E> collect(const char* from, npy_intp step) {
+  if constexpr (gaps == Gaps::of_one) {
+    static_assert(sizeof(E) == 4);
+    return in_order(Floats(_mm_shuffle_ps(load<Floats>(from), load<Floats>(from + 12), _MM_SHUFFLE(3, 1, 2, 0))));
+  } else if constexpr (gaps == Gaps::none && sizeof(E) == 4) {
     return in_order(load<Floats>(from));
-  else if constexpr (!gaps || sizeof(E) == 16)
+  } else if constexpr (gaps == Gaps::none || sizeof(E) == 16) {
     return load<Register<E>>(from);
-  else if constexpr (sizeof(E) == 4)
+  } else if constexpr (sizeof(E) == 4) {
     return in_order(Floats{load<float>(from), load<float>(from + step), load<float>(from + 2 * step),
                            load<float>(from + 3 * step)});
-  else
+  } else {
     return Register<E>(in_order(_mm_loadh_pd(_mm_load_sd(reinterpret_cast<const double*>(from)),
                                              reinterpret_cast<const double*>(from + step))));
+  }
 }
 
 /// One element in the first lane. Division has it in the others too, where zeros would raise flags.
 template <class E, bool everywhere> [[gnu::always_inline]] inline Register<E> collect_one(const char* from) {
   if constexpr (everywhere || sizeof(E) == 16)
-    return collect<E, true>(from, 0);
+    return collect<E, Gaps::any>(from, 0);
   else if constexpr (sizeof(E) == 4)
     return _mm_load_ss(reinterpret_cast<const float*>(from));
   else
@@ -188,7 +195,7 @@ template <class Op, class E> struct Elements {
 inline bool any(Words found, Floats) { return _mm_movemask_ps(Floats(found)) != 0; }
 inline bool any(Words found, Doubles) { return _mm_movemask_pd(Doubles(found)) != 0; }
 
-template <class Op, class E, bool gather, bool scatter, class Call>
+template <class Op, class E, Gaps gaps, bool scatter, class Call>
 void through_registers(char* const* args, npy_intp n, const npy_intp* steps, bool one_by_one, const Call& call) {
   using V = Register<E>;
   using These = Elements<Op, E>;
@@ -199,13 +206,13 @@ void through_registers(char* const* args, npy_intp n, const npy_intp* steps, boo
   const npy_intp x_step = steps[0], y_step = steps[sources - 1], z_step = steps[sources];
   Words underflow{};
   // A sum of scalars takes less than the collection of its operands.
-  if (sources == 2 && gather && scatter && !Op::divides) one_by_one = true;
+  if (sources == 2 && gaps == Gaps::any && scatter && !Op::divides) one_by_one = true;
   for (; !one_by_one && n >= together; n -= together) {
     These these;
     V found[registers];
     unrolled<registers>([&](int r) {
-      these.of[r][0] = collect<E, gather>(x + r * lanes * x_step, x_step);
-      if (sources == 2) these.of[r][sources - 1] = collect<E, gather>(y + r * lanes * y_step, y_step);
+      these.of[r][0] = collect<E, gaps>(x + r * lanes * x_step, x_step);
+      if (sources == 2) these.of[r][sources - 1] = collect<E, gaps>(y + r * lanes * y_step, y_step);
       found[r] = these.result(r);
     });
     if constexpr (Op::has_exceptional) {
@@ -242,8 +249,8 @@ template <class Op, class E, class Call>
   if (n <= 0) return;
   const Operands<E, sources, E, 1> operands(args, n, steps, false);
   // The library has the wider registers. They win where no source has gaps but is one value for all elements, and where
-  // the divider takes the time: of roots, and of quotients unless all operands have gaps, but never where each element
-  // is in another line of the cache.
+  // the divider takes the time, unless each element is in another line of the cache: with doubles, but for quotients
+  // where all operands have gaps, and with roots of floats that go to a place without gaps.
   bool without_gaps = operands.direct[sources] && operands.worst <= Overlap::same;
   bool all_have_gaps = true, in_few_lines = true;
   for (int k = 0; k <= sources; ++k) {
@@ -252,16 +259,26 @@ template <class Op, class E, class Call>
     in_few_lines &= std::abs(steps[k]) < cache_line;
   }
   const bool divider_takes_longest =
-      Op::divides && !of_floats<Register<E>> && in_few_lines && (Op::is_root || !all_have_gaps);
+      Op::divides && in_few_lines &&
+      (of_floats<Register<E>> ? Op::is_root && operands.direct[sources] : Op::is_root || !all_have_gaps);
   const bool usual_mode = (_mm_getcsr() & mode_mask) == 0;
   if (without_gaps || divider_takes_longest || !usual_mode) return operands.run(n, call);
   const bool one_by_one = operands.worst == Overlap::dependent;
-  if (std::all_of(steps, steps + sources, [](npy_intp step) { return step == sizeof(E); }))
-    through_registers<Op, E, false, true>(args, n, steps, one_by_one, call);
-  else if (steps[sources] == sizeof(E))
-    through_registers<Op, E, true, false>(args, n, steps, one_by_one, call);
+  const auto steps_of_sources_are = [=](npy_intp wanted) {
+    return std::all_of(steps, steps + sources, [=](npy_intp step) { return step == wanted; });
+  };
+  const bool scatter = steps[sources] != sizeof(E);
+  if constexpr (std::is_same_v<E, float>) {
+    if (steps_of_sources_are(2 * sizeof(E)))
+      return scatter ? through_registers<Op, E, Gaps::of_one, true>(args, n, steps, one_by_one, call)
+                     : through_registers<Op, E, Gaps::of_one, false>(args, n, steps, one_by_one, call);
+  }
+  if (steps_of_sources_are(sizeof(E)))
+    through_registers<Op, E, Gaps::none, true>(args, n, steps, one_by_one, call);
+  else if (scatter)
+    through_registers<Op, E, Gaps::any, true>(args, n, steps, one_by_one, call);
   else
-    through_registers<Op, E, true, true>(args, n, steps, one_by_one, call);
+    through_registers<Op, E, Gaps::any, false>(args, n, steps, one_by_one, call);
 }
 
 } // namespace kelvm_python
