@@ -119,12 +119,11 @@ template <class V> [[gnu::always_inline]] inline V in_order(V loaded) {
 
 enum class Gaps { none, of_one, any };
 
-/// As many elements as a register holds; floats with gaps of one, the parts of complex numbers, by two loads that stay
-/// between the first and the last of them.
+/// As many elements as a register holds. Gaps of one float are those between the parts of complex numbers.
 template <class E, Gaps gaps> [[gnu::always_inline]] inline Register<E> collect(const char* from, npy_intp step) {
   if constexpr (gaps == Gaps::of_one) {
     static_assert(sizeof(E) == 4);
-    return in_order(Floats(_mm_shuffle_ps(load<Floats>(from), load<Floats>(from + 12), _MM_SHUFFLE(3, 1, 2, 0))));
+    return in_order(four_near<8>(from));
   } else if constexpr (gaps == Gaps::none && sizeof(E) == 4) {
     return in_order(load<Floats>(from));
   } else if constexpr (gaps == Gaps::none || sizeof(E) == 16) {

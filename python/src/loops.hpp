@@ -57,18 +57,21 @@ template <class T> [[gnu::always_inline]] inline T load(const char* from) {
   return x;
 }
 
-/// Floats with a small step in bytes, side by side, while there are four: two loads, which stay between the first and
-/// the last of the four, bring them. How many were moved.
-template <int step> npy_intp gather_near(const char* from, npy_intp n, float* to) {
+/// Four floats with a small step in bytes, side by side, by two loads that stay between the first and the last of them.
+template <int step> [[gnu::always_inline]] inline __m128 four_near(const char* from) {
   static_assert(step % 4 == 0 && -12 <= step && step <= 12);
   constexpr int lowest = std::min(0, 3 * step), highest = std::max(0, 3 * step) - 12;
   constexpr int one = step > 0 ? lowest : highest, other = step > 0 ? highest : lowest; // where the loads begin
+  return _mm_shuffle_ps(load<__m128>(from + one), load<__m128>(from + other),
+                        _MM_SHUFFLE((3 * step - other) / 4, (2 * step - other) / 4, (step - one) / 4, -one / 4));
+}
+
+/// Such floats while there are eight. How many were moved.
+template <int step> npy_intp gather_near(const char* from, npy_intp n, float* to) {
   npy_intp i = 0;
-  for (; i + 4 <= n; i += 4) {
-    const char* here = from + i * step;
-    _mm_storeu_ps(to + i, _mm_shuffle_ps(
-                              load<__m128>(here + one), load<__m128>(here + other),
-                              _MM_SHUFFLE((3 * step - other) / 4, (2 * step - other) / 4, (step - one) / 4, -one / 4)));
+  for (; i + 8 <= n; i += 8) {
+    _mm_storeu_ps(to + i, four_near<step>(from + i * step));
+    _mm_storeu_ps(to + i + 4, four_near<step>(from + (i + 4) * step));
   }
   return i;
 }
