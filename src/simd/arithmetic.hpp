@@ -49,13 +49,17 @@ template <class V> inline V mul_add(V a, V b, V c) {
     return __builtin_fmaf(a, b, c);
 }
 template <class V> inline V mul_sub(V a, V b, V c) {
-  if constexpr (has_fused && lanes < V >> 1)
+  if constexpr (!has_fused)
+    return a * b - c;
+  else if constexpr (lanes < V >> 1)
     return Register<V>::mul_sub(a, b, c);
   else
     return mul_add(a, b, -c);
 }
 template <class V> inline V sub_mul(V c, V a, V b) {
-  if constexpr (has_fused && lanes < V >> 1)
+  if constexpr (!has_fused)
+    return c - a * b;
+  else if constexpr (lanes < V >> 1)
     return Register<V>::sub_mul(c, a, b);
   else
     return mul_add(-a, b, c);
