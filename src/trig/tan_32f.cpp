@@ -1,14 +1,15 @@
-// Tangent, float, computed of |x|, so that rounding cannot make it other than odd.
+// Tangent, float.
 //
 // A24: in double as the short forms of tangent.hpp, with the fit's error, 2^-47, and less than eight roundings (of r,
 // t, sum, difference and quotient, and the table's, which counts twice where t is half of T): 2^-46.8. 2^-46 decides
 // the rounding to float of all but one element in two million; the others are computed to 2^-58 and rounded once:
-// correctly rounded everywhere. |x| >= 90112 likewise, by another reduction (trig/large_floats.hpp).
+// correctly rounded everywhere. |x| >= 90112 likewise, by another reduction (trig/large_floats.hpp). Computed of |x|,
+// so that rounding cannot make it other than odd.
 //
 // A21, A11: x = k pi/2 + r in single precision, pi/2 in four parts, or in three where products are fused, |r| <= pi/4;
-// tan r by a polynomial of degree 13 or 7, -1 / tan r for odd k. Error 2^-21.4 and 2^-13, next to zeros and poles as
+// tan r as a quotient of polynomials of r, of degrees 3 and 4, or 3 and 2; for odd k the negative reciprocal, which
+// takes no other division. Every operation is odd in x, or even. Error 2^-21.7 and 2^-17, next to zeros and poles as
 // well. |x| > 10000 as at A24.
-#include "exact/quiet.hpp"
 #include "exact/rounding_test.hpp"
 #include "frame/export.hpp"
 #include "kelvm/trig.h"
@@ -64,37 +65,34 @@ struct TanA24 : Tan32 {
   }
 };
 
-template <auto& Series> struct TanSingle : Tan32 {
+template <auto& Numerator, auto& Denominator> struct TanSingle : Tan32 {
   static constexpr int vectors_in_flight = 3;
   static constexpr float last = 10000;
-  /// Up to the first multiple of pi/2, next to which remainders are tiny, where the series has a fourth power of z.
-  static constexpr Magnitudes ordinary =
-      flags_stay || std::size(Series) < 5 ? Magnitudes{0x1p-28, last} : Magnitudes{0x1p-14, 1.5};
+  static constexpr Magnitudes ordinary{0x1p-28, last};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), last); }
   template <class V> static V wide_formula(V x, RoundingTest& test) {
     return of_any_size(
         x, last, test, [](auto x) { return tangent_of_large(x); }, [](V x) { return formula(x); });
   }
   template <class V> static V formula(V x) {
-    const V magnitude = abs(x);
-    const V shifted = magnitude * 0x1.45f306p-1f + rounding_constant<float>;
-    const V k = shifted - rounding_constant<float>;
+    const V constant = splat<V>(-rounding_constant<float>);
+    const V shifted = mul_sub(x, splat<V>(0x1.45f306p-1f), constant), k = shifted + constant;
     const auto less = [k](V x, float part) { return sub_mul(x, k, splat<V>(part)); };
-    const V r = has_fused ? less(less(less(magnitude, 0x1.921fb6p+0f), -0x1.777a5cp-25f), -0x1.ee59dap-50f)
-                          : less(less(less(less(magnitude, 1.5703125f), 0x1.fb4p-12f), 0x1.444p-24f), 0x1.68c234p-39f);
+    const V r = has_fused ? less(less(less(x, 0x1.921fb6p+0f), -0x1.777a5cp-25f), -0x1.ee59dap-50f)
+                          : less(less(less(less(x, 1.5703125f), 0x1.fb4p-12f), 0x1.444p-24f), 0x1.68c234p-39f);
     const V z = r * r;
-    const V t = mul_add(r * z, estrin(for_powers(z), Series), r);
-    const Int<V> odd = int_bits(shifted) << 31;
-    const V one = splat<V>(1);
-    const V quotient = select(odd, one, t) / select(odd, t, one);
-    return flip_sign(quotient, sign_of(x) ^ bit_cast<Bits<V>>(odd));
+    const V sine = r * horner(z, Numerator), cosine = horner(z, Denominator); // times the same factor
+    const Bits<V> odd = bits(shifted) << 31;
+    const V dividend = select(bit_cast<SignMask<V>>(odd), cosine, sine);
+    const V divisor = from_bits<V>(bits(sine) ^ bits(cosine) ^ bits(dividend)); // the other one
+    return flip_sign(dividend / divisor, odd);
   }
 };
 
 } // namespace
 
-KELVM_UNARY(kelsTan_32f_A11, TanSingle<tangent_single_3>)
-KELVM_UNARY(kelsTan_32f_A21, TanSingle<tangent_single_6>)
+KELVM_UNARY(kelsTan_32f_A11, TanSingle<tangent_11_numerator, tangent_11_denominator>)
+KELVM_UNARY(kelsTan_32f_A21, TanSingle<tangent_21_numerator, tangent_21_denominator>)
 KELVM_UNARY(kelsTan_32f_A24, TanA24)
 
 } // namespace kelvm::inline KELVM_BUILD::tan_32f

@@ -1,4 +1,4 @@
-// Polynomials of circular functions. Made by tools/tables/trig_fits.py, run by tools/tables/regenerate: do not edit.
+// Fits of circular functions. Made by tools/tables/trig_fits.py, run by tools/tables/regenerate: do not edit.
 // Of each fit: the interval; what the errors are relative to, which is the weight; the error of the fit with these
 // coefficients; a bound of that of its evaluation, by Horner's rule without fused steps.
 // clang-format off
@@ -60,19 +60,25 @@ inline constexpr double tangent_2[] = {
     0x1.55554c3a0a937p-2,
     0x1.117047982ebb9p-3};
 
-// (tan r - r) / r^3 by powers of r^2, |r| <= pi / 4; errors relative to tan r: fit 2^-25.7, evaluation 2^-25.4
-inline constexpr float tangent_single_6[] = {
-    0x1.5554dep-2f,
-    0x1.112df6p-3f,
-    0x1.b582b2p-5f,
-    0x1.9087fep-6f,
-    0x1.954c44p-9f,
-    0x1.341a58p-7f};
+// tan r / r by powers of r^2, |r| <= pi / 4; errors relative to tan r: fit 2^-25.1, evaluation 2^-22.0
+inline constexpr float tangent_21_numerator[] = {
+    0x1p+0f,
+    -0x1.8851fp-4f};
 
-// (tan r - r) / r^3 by powers of r^2, |r| <= pi / 4; errors relative to tan r: fit 2^-14.2, evaluation 2^-25.5
-inline constexpr float tangent_single_3[] = {
-    0x1.570336p-2f,
-    0x1.e34934p-4f,
-    0x1.79e54p-4f};
+// its denominator
+inline constexpr float tangent_21_denominator[] = {
+    0x1p+0f,
+    -0x1.b769f2p-2f,
+    0x1.3e28fcp-7f};
+
+// tan r / r by powers of r^2, |r| <= pi / 4; errors relative to tan r: fit 2^-17.0, evaluation 2^-22.2
+inline constexpr float tangent_11_numerator[] = {
+    0x1p+0f,
+    -0x1.1814ap-4f};
+
+// its denominator
+inline constexpr float tangent_11_denominator[] = {
+    0x1p+0f,
+    -0x1.9b3be6p-2f};
 
 } // namespace kelvm::inline KELVM_BUILD

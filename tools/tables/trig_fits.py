@@ -1,9 +1,13 @@
 #!/usr/bin/python3
-"""Minimax polynomials of the circular functions: prints src/trig/trig_fits.hpp."""
+"""Minimax polynomials and rational functions for the circular functions: prints src/trig/trig_fits.hpp."""
+from decimal import Decimal as D, getcontext
+
 import gmpy2
 
-from emit import array, footer, header
-from minimax import fpminimax, to_float
+from emit import array, decimal_pi, footer, header
+from minimax import fpminimax, rational, to_float
+
+getcontext().prec = 60
 
 LOW = "1b-20"
 
@@ -23,8 +27,22 @@ def tangent(name, terms, bound, ctype="double"):
     array(name, f"(tan r - r) / r^3 by powers of r^2, |r| <= {bound}; errors relative to tan r: {errors}", c, ctype)
 
 
+def tangent_ratio(z):
+    """tan r / r, z = r^2."""
+    with gmpy2.local_context(gmpy2.get_context(), precision=160):
+        r = gmpy2.sqrt(gmpy2.mpfr(str(z)))
+        return D(str(gmpy2.tan(r) / r))
+
+
+def rational_tangent(name, degree):
+    high = (decimal_pi() / 4 * (1 + D(2) ** -10)) ** 2
+    n, d, e = rational(tangent_ratio, lambda z: 1 / tangent_ratio(z), 1, degree, high, to_float, lowest=1)
+    array(f"{name}_numerator", f"tan r / r by powers of r^2, |r| <= pi / 4; errors relative to tan r: {e}", n, "float")
+    array(f"{name}_denominator", "its denominator", d, "float")
+
+
 def main():
-    header("Polynomials of circular functions")
+    header("Fits of circular functions")
     c, errors = fpminimax("sin(x)", range(1, 10, 2), LOW, a_little_above("pi / 2"))
     array("sine_half_pi", f"sin r / r by powers of r^2, |r| <= pi / 2; relative errors: {errors}", c)
     c, errors = fpminimax("sin(x)", range(3, 8, 2), LOW, a_little_above("pi / 2"), "float", "x", sine_to_1)
@@ -36,8 +54,8 @@ def main():
     tangent("tangent_4", 4, "pi / 64")
     tangent("tangent_3", 3, "pi / 64")
     tangent("tangent_2", 2, "pi / 64")
-    tangent("tangent_single_6", 6, "pi / 4", "float")
-    tangent("tangent_single_3", 3, "pi / 4", "float")
+    rational_tangent("tangent_21", 2)
+    rational_tangent("tangent_11", 1)
     footer()
 
 
