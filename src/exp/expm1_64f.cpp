@@ -13,7 +13,9 @@ template <Accuracy A> struct Expm164f : KernelDefaults {
   static constexpr int vectors_in_flight = 3;
   static constexpr bool spurious_underflow = true; // x^2 of a tiny x
   static constexpr double covered = 708;
-  static constexpr Magnitudes ordinary{0x1p-60, has_fused ? covered : 600}; // beyond are products with small scales
+  /// Beyond are products with small scales.
+  static constexpr bool scales_products = A == Accuracy::bits27 && !has_fused;
+  static constexpr Magnitudes ordinary{0x1p-60, scales_products ? 600 : covered};
   template <class V> static SignMask<V> special(V x) { return above(abs(x), covered); }
   template <class V> static V formula(V x) { return with_sign(exp_minus_1<A>(x), sign_of(x)); }
   static double element(double x, kelStatus& status) {

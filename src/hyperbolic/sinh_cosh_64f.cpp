@@ -8,6 +8,7 @@
 //
 // A50 has no table: steps of ln 2, for whose multiples a plain number is enough, and longer series. For k = 1 and a
 // negative r, where sinh a and cosh a sinh r nearly cancel, errors of the latter count four times: within three ulps.
+// Without fused operations cosh is (e + 1/e) / 2, e = e^|x| by the table: within two ulps.
 //
 // sinh A26, where sinh a would need rests next to 0, comes from the exponential less 1: 2^-35.5.
 //
@@ -56,6 +57,19 @@ template <class Which> struct A50 : Double<Which> {
     return Which::with_its_sign(Which::of(y), x);
   }
 };
+/// Without fused operations a lookup and a division cost less than the second series.
+struct CoshA50 : A50<OfCosh> {
+  template <class V> static V formula(V x) {
+    if constexpr (has_fused) {
+      return A50::formula(x);
+    } else {
+      const ExpReduced<V> reduced = exp_reduce(abs(x));
+      const V r = reduced.r(), t = reduced.power();
+      const V e = mul_add(t, mul_add(r * r, estrin(r, exp_coefficients<Accuracy::bits50>), r), t);
+      return 0.5 * (e + 1.0 / e);
+    }
+  }
+};
 
 } // namespace
 
@@ -63,7 +77,7 @@ KELVM_UNARY(kelsSinh_64f_A26, SinhA26)
 KELVM_UNARY(kelsSinh_64f_A50, A50<OfSinh>)
 KELVM_UNARY(kelsSinh_64f_A53, SinhA53)
 KELVM_UNARY(kelsCosh_64f_A26, Cosh<ShortA26>)
-KELVM_UNARY(kelsCosh_64f_A50, A50<OfCosh>)
+KELVM_UNARY(kelsCosh_64f_A50, CoshA50)
 KELVM_UNARY(kelsCosh_64f_A53, Cosh<Full>)
 
 } // namespace kelvm::inline KELVM_BUILD::sinh_cosh_64f
