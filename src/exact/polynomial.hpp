@@ -13,13 +13,14 @@ template <class V, int N> inline V horner(V x, const Lane<V> (&c)[N]) {
   for (int i = N - 2; i >= 0; --i) sum = mul_add(sum, x, splat<V>(c[i]));
   return sum;
 }
-/// The same two coefficients at a time: one operation more, half the chain. N is even.
+/// The same two coefficients at a time: one operation more, half the chain.
 template <class V, int N> inline V by_pairs(V x, const Lane<V> (&c)[N]) {
-  static_assert(N % 2 == 0);
+  constexpr int last = (N - 1) / 2 * 2; // a single coefficient if N is odd
   const V x2 = x * x;
-  V sum = mul_add(splat<V>(c[N - 1]), x, splat<V>(c[N - 2]));
+  V sum = splat<V>(c[last]);
+  if constexpr (N % 2 == 0) sum = mul_add(splat<V>(c[N - 1]), x, sum);
 #pragma GCC unroll 16
-  for (int i = N - 4; i >= 0; i -= 2) sum = mul_add(sum, x2, mul_add(splat<V>(c[i + 1]), x, splat<V>(c[i])));
+  for (int i = last - 2; i >= 0; i -= 2) sum = mul_add(sum, x2, mul_add(splat<V>(c[i + 1]), x, splat<V>(c[i])));
   return sum;
 }
 /// horner(), each product and each sum rounded, in every build.

@@ -2,7 +2,7 @@
 // take such flags back, once a call, where it costs nothing.
 #pragma once
 
-#include "simd/vec.hpp"
+#include "simd/isa.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
 
@@ -12,14 +12,5 @@ inline constexpr bool flags_stay = true;
 #else
 inline constexpr bool flags_stay = false;
 #endif
-
-/// For the powers of z = r^2 in r + r z P(z), floats. Below 2^-28 the second term is lost in the rounding of r whatever
-/// z, so that the powers need not underflow.
-template <class V> inline V for_powers(V z) {
-  if constexpr (flags_stay)
-    return larger_of(z, splat<V>(0x1p-28f));
-  else
-    return z;
-}
 
 } // namespace kelvm::inline KELVM_BUILD

@@ -51,13 +51,13 @@ struct AtanA24 : Atan<float> {
 };
 
 template <auto& Series> struct AtanSingle : Atan<float> {
-  static constexpr Magnitudes ordinary = flags_stay ? Magnitudes{0x1p-28, 0x1p40} : Magnitudes{0x1p-13, 0x1p14};
+  static constexpr Magnitudes ordinary{0x1p-28, 0x1p28};
   template <class V> static V formula(V x) {
     const V t = abs(x), one = splat<V>(1);
     const auto steep = t > one;
     const V q = smaller_of(t, one) / larger_of(t, one);
     const V z = q * q;
-    const V angle = mul_add(q * z, estrin(for_powers(z), Series), q);
+    const V angle = mul_add(q * z, by_pairs(z, Series), q);
     return flip_sign(select(steep, pi_below<float> / 2 - angle, angle), sign_of(x));
   }
 };

@@ -39,17 +39,16 @@ template <class T> struct Atan2 : KernelDefaults {
   static constexpr T least = sizeof(T) == 8 ? T(0x1p-480) : T(0x1p-149f);
   static constexpr T most = sizeof(T) == 8 ? T(0x1p480) : largest_finite<T>;
 
-  static constexpr Magnitudes ordinary =
-      sizeof(T) == 8 || flags_stay ? Magnitudes{0x1p-20, 0x1p20} : Magnitudes{0x1p-6, 0x1p6};
+  static constexpr Magnitudes ordinary = sizeof(T) == 8 ? Magnitudes{0x1p-20, 0x1p20} : Magnitudes{0x1p-14, 0x1p14};
   template <class V> static SignMask<V> special(V y, V x) {
     return outside(abs(y), least, most) | outside(abs(x), least, most);
   }
   template <class V> static SignMask<V> nan_lanes(V y, V x) { return quiet_nans(y, x); }
   template <class V> static V nan_result(V y, V x) { return first_nan(y, x); }
-  /// By the difference of the exponents: quotients beyond 2^40 and their reciprocals, or where powers of floats are not
-  /// kept from underflow 2^12. Subnormal floats have none.
+  /// By the difference of the exponents: quotients beyond 2^40, of floats 2^28, and their reciprocals. Subnormal floats
+  /// have none.
   template <class V> static SignMask<V> noisy(V y, V x) {
-    constexpr Lane<Bits<V>> limit = sizeof(T) == 8 ? 40L << 52 : (flags_stay ? 40L : 12L) << 23;
+    constexpr Lane<Bits<V>> limit = sizeof(T) == 8 ? 40L << 52 : 28L << 23;
     const Bits<V> difference = bits(abs(y)) - bits(abs(x));
     Bits<V> apart = (limit - difference) | (limit + difference);
     if constexpr (sizeof(T) == 4) apart |= below(abs(y), smallest_normal<T>) | below(abs(x), smallest_normal<T>);

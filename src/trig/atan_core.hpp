@@ -22,7 +22,6 @@
 #include "exact/accuracy.hpp"
 #include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
-#include "exact/quiet.hpp"
 #include "simd/table.hpp"
 #include "trig/inverse_trig_tables.hpp"
 
@@ -203,7 +202,8 @@ template <auto& Series, class V> inline V angle_by_quotient(V y, V x) {
   const auto left = x < V{};
   const V q = smaller_of(up, right) / select(steep, up, right);
   const V z = q * q;
-  const V t = mul_add(q * z, estrin(for_powers(z), Series), q);
+  const V series = sizeof(T) == 8 ? estrin(z, Series) : by_pairs(z, Series); // of a float higher powers underflow
+  const V t = mul_add(q * z, series, q);
   const V base = select(steep, splat<V>(pi_below<T> / 2), zero_unless(left, splat<V>(pi_below<T>)));
   const V turned = flip_sign(t, sign_of(zero_unless(left, x)) ^ sign_of(zero_unless(steep, splat<V>(T(-0.0)))));
   return flip_sign(base + turned, sign_of(y));
