@@ -12,9 +12,14 @@ namespace kelvm::inline KELVM_BUILD {
     asm(op suffix " %1, %0" : "+x"(x) : "x"(y));                                                                       \
     return x
 #else
+#  ifdef __clang__ // stores a register to take it from memory, given the choice
+#    define KELVM_REGISTER_OR_MEMORY "v"
+#  else
+#    define KELVM_REGISTER_OR_MEMORY "vm"
+#  endif
 #  define KELVM_ORDERED(op, suffix)                                                                                    \
     V result;                                                                                                          \
-    asm("v" op suffix " %2, %1, %0" : "=v"(result) : "v"(x), "vm"(y));                                                 \
+    asm("v" op suffix " %2, %1, %0" : "=v"(result) : "v"(x), KELVM_REGISTER_OR_MEMORY(y));                             \
     return result
 #endif
 #define KELVM_ORDERED_FOR_LANES(op)                                                                                    \
@@ -35,5 +40,6 @@ template <class V> inline V ordered_product(V x, V y) { KELVM_ORDERED_FOR_LANES(
 
 #undef KELVM_ORDERED_FOR_LANES
 #undef KELVM_ORDERED
+#undef KELVM_REGISTER_OR_MEMORY
 
 } // namespace kelvm::inline KELVM_BUILD
