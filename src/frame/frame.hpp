@@ -337,7 +337,7 @@ public:
     Outcome outcome{kelStatusOk, quiet_blocks(kernel, left, len) ? 0 : may_be_spurious};
     if constexpr (K::any_overlap) {
       if (left.overlaps_within(block * sizeof(T))) [[unlikely]]
-        return element_by_element(kernel, left, len);
+        return elsewhere(&element_by_element, kernel, left, 0, len);
     }
     while (true) {
       std::ptrdiff_t i = 0;
@@ -382,7 +382,9 @@ private:
       return &run_by_vector;
   }();
   /// The forward loop that defines what overlapping arrays give (real elements, no special ones).
-  [[gnu::noinline]] static Outcome element_by_element(const K& kernel, const Arrays<T, S>& arrays, std::ptrdiff_t len) {
+  [[gnu::noinline]] static Outcome element_by_element(const K& kernel, const T* source1, const T* source2,
+                                                      T* destination1, T* destination2, std::ptrdiff_t len) {
+    const Arrays<T, S> arrays{source1, source2, destination1, destination2};
     for (std::ptrdiff_t i = 0; i < len; ++i) {
       Inputs<T> x;
       unrolled<S.sources>([&](auto s) { x.of[s] = load<T>(arrays.template source<s>() + i); });
