@@ -83,7 +83,7 @@ template <class Base> double quarters_of_pi(int n) {
 /// Zeros, infinities and NaNs.
 template <class Base, class T> Pair<T> special_logarithm(T x, T y, kelStatus& status) {
   const T nan = default_nan<T>();
-  const bool x_infinite = abs(x) == infinity<T>, y_infinite = abs(y) == infinity<T>, negative = sign_of(x) != 0;
+  const bool x_infinite = is_infinite(x), y_infinite = is_infinite(y), negative = sign_of(x) != 0;
   if (is_nan(x) || is_nan(y)) return {x_infinite || y_infinite ? infinity<T> : nan, nan};
   const int n = y_infinite ? x_infinite ? negative ? 3 : 1 : 2 : negative ? 4 : 0;
   const T im = with_sign(T(quarters_of_pi<Base>(n)), sign_of(y));

@@ -137,8 +137,8 @@ template <class T, class P> struct ComplexSqrt : ComplexDefaults {
 
   static Pair<T> element(T x, T y, kelStatus&) {
     const T nan = default_nan<T>();
-    if (abs(y) == infinity<T>) return {infinity<T>, y};
-    if (abs(x) == infinity<T>) {
+    if (is_infinite(y)) return {infinity<T>, y};
+    if (is_infinite(x)) {
       const T zero = is_nan(y) ? nan : T(0);
       return x > 0 ? Pair<T>{x, with_sign(zero, sign_of(y))} : Pair<T>{zero, with_sign(infinity<T>, sign_of(y))};
     }

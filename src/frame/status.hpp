@@ -48,7 +48,7 @@ template <class V, class... More> inline SignMask<V> quiet_nans(V x, V y, More..
 }
 /// The first operand where it is a quiet NaN, the second elsewhere.
 template <class V> inline V first_nan(V x, V y) { return select(quiet_nans(x), x, y); }
-template <class T> inline bool is_infinite(T x) { return abs(x) == infinity<T>; }
+template <class T> inline bool is_infinite(T x) { return abs(x) == unknown(infinity<T>); }
 template <class T> inline bool is_finite(T x) { return int_bits(abs(x)) < int_bits(infinity<T>); }
 
 inline void report(kelStatus& status, kelStatus code) {
