@@ -26,22 +26,33 @@ set(KELVM_BYTES_sse41 16)
 set(KELVM_BYTES_avx2 32)
 set(KELVM_BYTES_avx512 64)
 
-# clang. By -ffp-exception-behavior=maytrap it would keep flags honest, but leave constant expressions to the hot loops
-# and move nothing. So the passes are told what they may do.
-set(KELVM_CLANG_FLAGS
+# clang. -ffp-exception-behavior=maytrap keeps flags honest, but leaves constant expressions to the hot loops and moves
+# nothing. So the passes are told what they may do; maytrap is for versions that have other passes.
+if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+  string(
+    JOIN
+    " "
+    KELVM_CLANG_FLAGS
     # No operation in front of the branch that it stands behind, for which a select would do: it would raise its flags
     # for elements that go the other way.
-    "SHELL:-mllvm -phi-node-folding-threshold=0"
-    "SHELL:-mllvm -two-entry-phi-node-folding-threshold=0"
-    "SHELL:-mllvm -speculate-one-expensive-inst=false"
+    "-mllvm -phi-node-folding-threshold=0"
+    "-mllvm -two-entry-phi-node-folding-threshold=0"
+    "-mllvm -speculate-one-expensive-inst=false"
     # No lanes beside those that the source has.
-    -fno-vectorize
-    -fno-slp-vectorize
+    "-fno-vectorize -fno-slp-vectorize"
     # [[gnu::flatten]] goes one call deep here: formulas are inlined by their size, which no ordinary threshold allows.
-    "SHELL:-mllvm -inline-threshold=10000"
+    "-mllvm -inline-threshold=10000"
     # Interleave the vectors in flight, too, and keep to that order.
-    "SHELL:-mllvm -pre-RA-sched=list-ilp"
-    "SHELL:-mllvm -misched-topdown")
+    "-mllvm -pre-RA-sched=list-ilp"
+    "-mllvm -misched-topdown")
+  include(CheckCXXSourceCompiles)
+  set(CMAKE_REQUIRED_FLAGS ${KELVM_CLANG_FLAGS})
+  check_cxx_source_compiles("int main() {}" KELVM_KNOWS_CLANG_PASSES)
+  unset(CMAKE_REQUIRED_FLAGS)
+  if(NOT KELVM_KNOWS_CLANG_PASSES)
+    set(KELVM_CLANG_FLAGS -ffp-exception-behavior=maytrap)
+  endif()
+endif()
 
 function(kelvm_compile_options target set)
   target_include_directories(
@@ -68,7 +79,7 @@ function(kelvm_compile_options target set)
             # Interleave the vectors in flight before registers are given out: up to a third faster. Not across the branch
             # on special elements, which would meet a comparison and raise its flag.
             $<$<CXX_COMPILER_ID:GNU>:-fschedule-insns;-fsched-pressure;-fno-sched-spec>
-            "$<$<CXX_COMPILER_ID:Clang>:${KELVM_CLANG_FLAGS}>"
+            "$<$<CXX_COMPILER_ID:Clang>:SHELL:${KELVM_CLANG_FLAGS}>"
             # The same bytes wherever the tree stands; a debugger wants the true paths.
             $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=build>
             $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=kelvm>)

@@ -19,9 +19,7 @@ template <class M, class V> inline V select(M mask, V a, std::type_identity_t<V>
   }
 }
 
-/// v as a value of which clang knows nothing, where what it knows would raise flags. Of x == infinity it makes
-/// x >= infinity, which quiet NaNs signal; of select(m, 1, x) / select(m, x, 1) a choice between 1 / x and x, divided
-/// in all lanes.
+/// v as a value of which clang knows nothing: of x == infinity it makes x >= infinity, which quiet NaNs signal.
 template <class V> inline V unknown(V v) {
 #ifdef __clang__
   asm("" : "+x"(v));
