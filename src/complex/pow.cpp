@@ -298,16 +298,16 @@ template <class P> struct ComplexPowx : KernelDefaults {
   template <class V> using ResultTest = BitMask;
   static constexpr bool spurious_underflow = true;
   static constexpr Magnitudes ordinary = no_magnitudes; // products with ln z next to 0
-  Pair<T> w, tame; // 1 where no base has the vector formula: its flags count though no element has its results
+  Pair<T> w, safe; // 1 where no base has the vector formula: its flags count though no element has its results
 
-  template <class E> explicit ComplexPowx(const E& exponent) : w{exponent.re, exponent.im}, tame(w) {
-    if (any(P::special(T(1), T(1), w.first, w.second))) tame = {T(1), T(0)};
+  template <class E> explicit ComplexPowx(const E& exponent) : w{exponent.re, exponent.im}, safe(w) {
+    if (any(P::special(T(1), T(1), w.first, w.second))) safe = {T(1), T(0)};
   }
   template <class V> SignMask<V> special(V x, V y) const {
     return ComplexPow<P>::special(x, y, splat<V>(w.first), splat<V>(w.second));
   }
   template <class V> Pair<V> formula(V x, V y, BitMask& undecided) const {
-    return P::formula(x, y, splat<V>(tame.first), splat<V>(tame.second), undecided);
+    return P::formula(x, y, splat<V>(safe.first), splat<V>(safe.second), undecided);
   }
   template <class V> SignMask<V> nan_lanes(V x, V y) const {
     return ComplexPow<P>::nan_lanes(x, y, splat<V>(w.first), splat<V>(w.second));

@@ -12,7 +12,6 @@
 #include "exact/accuracy.hpp"
 #include "exact/double_word.hpp"
 #include "exact/polynomial.hpp"
-#include "exact/quiet.hpp"
 #include "exact/scaled_sum.hpp"
 #include "exp/exp_core_tables.hpp"
 #include "simd/exponent.hpp"

@@ -34,7 +34,7 @@ template <class P> struct Pow32f : P {
 
 template <class P> struct Powx32f : P {
   using Element = float;
-  template <class V> SignMask<V> noisy(V) const { return noisy_exponent<P>(splat<V>(y.tame)); }
+  template <class V> SignMask<V> noisy(V) const { return noisy_exponent<P>(splat<V>(y.safe)); }
   static constexpr bool spurious_underflow = true;
   Exponent<float> y;
 
@@ -43,7 +43,7 @@ template <class P> struct Powx32f : P {
     return y.ordinary ? not_normal_positive(y.base(x)) : ~SignMask<V>{};
   }
   template <class V> V formula(V x, typename P::template ResultTest<V>& test) const {
-    return y.result(P::positive(y.base(x), splat<V>(y.tame), test), x);
+    return y.result(P::positive(y.base(x), splat<V>(y.safe), test), x);
   }
   template <class V> SignMask<V> nan_lanes(V x) const { return y.nan_lanes(x); }
   float element(float x, kelStatus& status) const { return power_of_any<P>(x, y.value, status); }

@@ -29,7 +29,7 @@ template <class P> struct Pow64f : Power<P> {
 };
 
 template <class P> struct Powx64f : Power<P> {
-  template <class V> SignMask<V> noisy(V x) const { return Power<P>::noisy(x, splat<V>(y.tame)); }
+  template <class V> SignMask<V> noisy(V x) const { return Power<P>::noisy(x, splat<V>(y.safe)); }
   template <class V> using Test = typename Power<P>::template ResultTest<V>;
   Exponent<double> y;
 
@@ -38,7 +38,7 @@ template <class P> struct Powx64f : Power<P> {
     return y.ordinary ? not_normal_positive(y.base(x)) : ~SignMask<V>{};
   }
   template <class V> V formula(V x, Test<V>& undecided) const {
-    return y.result(Power<P>::positive(y.base(x), splat<V>(y.tame), undecided), x);
+    return y.result(Power<P>::positive(y.base(x), splat<V>(y.safe), undecided), x);
   }
   template <class V> SignMask<V> nan_lanes(V x) const { return y.nan_lanes(x); }
   double element(double x, kelStatus& status) const { return Power<P>::any(x, y.value, status); }

@@ -2,7 +2,6 @@
 // describe it. The complex powers take it for real operands.
 #pragma once
 
-#include "exact/quiet.hpp"
 #include "exp/exp_core.hpp"
 #include "exp/log_core.hpp"
 #include "frame/kernel.hpp"
@@ -30,14 +29,14 @@ template <class T> inline Parity parity(T y) {
 
 /// The one exponent of a Powx call and what it means for negative bases: where it is an integer, the vector formula
 /// takes |x| for x, and an odd one gives the sign back to the result. `ordinary` is unset where no vector formula
-/// applies: it takes `tame` then, as its flags count though no element has its results.
+/// applies: it takes `safe` then, as its flags count though no element has its results.
 template <class T> struct Exponent {
-  T value, tame;
+  T value, safe;
   Bits<T> base_sign = 0, result_sign = 0;
   bool ordinary;
 
   Exponent(T y, T largest) : value(y), ordinary(!any(above(abs(y), largest))) {
-    tame = ordinary ? y : T(1);
+    safe = ordinary ? y : T(1);
     const Parity p = ordinary ? parity(y) : Parity::fraction;
     if (p != Parity::fraction) base_sign = sign_bit<T>;
     if (p == Parity::odd) result_sign = sign_bit<T>;

@@ -1,7 +1,6 @@
 // Kernels into which any operands go: what the formula cannot do shows in a number that has to be in a range.
 #pragma once
 
-#include "exact/quiet.hpp"
 #include "frame/kernel.hpp"
 
 namespace kelvm::inline KELVM_BUILD {

@@ -80,9 +80,9 @@ protected:
     }
   }
   static Inputs<V> with_safe_inputs(const Inputs<V>& in, SignMask<V> marked) {
-    Inputs<V> tame;
-    unrolled<S.inputs()>([&](auto k) { tame.of[k] = select(marked, splat<V>(K::safe_input), in.of[k]); });
-    return tame;
+    Inputs<V> safe;
+    unrolled<S.inputs()>([&](auto k) { safe.of[k] = select(marked, splat<V>(K::safe_input), in.of[k]); });
+    return safe;
   }
   /// Whether the kernel has nan_lanes and nan_result.
   static constexpr bool answers_nans = []<int... I>(std::integer_sequence<int, I...>) {
@@ -130,9 +130,9 @@ protected:
   }
   static Outputs<V> one_wide_vector(const K& kernel, const Inputs<V>& in, BitMask valid, Outcome& outcome) {
     const SignMask<V> outside = spread(in, [&](auto... x) { return kernel.wide_special(x...); });
-    const Inputs<V> tame = with_safe_inputs(in, outside);
+    const Inputs<V> safe = with_safe_inputs(in, outside);
     typename K::template WideResultTest<V> undecided{};
-    Outputs<V> out = collect<V>(spread(tame, [&](auto... x) {
+    Outputs<V> out = collect<V>(spread(safe, [&](auto... x) {
       if constexpr (std::is_same_v<decltype(undecided), NoResultTest>)
         return kernel.wide_formula(x...);
       else
@@ -276,7 +276,7 @@ public:
     SignMask<V> seen{};
     int blocks = 0;
     for (std::ptrdiff_t i = 0; i < len; i += block) {
-      Inputs<V> in[K::vectors_in_flight], tame[K::vectors_in_flight];
+      Inputs<V> in[K::vectors_in_flight], safe[K::vectors_in_flight];
       Outputs<V> out[K::vectors_in_flight];
       typename K::template QuickTest<V> quick{};
       SignMask<V> marked{};
@@ -285,16 +285,16 @@ public:
         in[v] = Memory::template load_block<Lanes::any>(arrays, i + v * width);
         const SignMask<V> nans = nan_lanes(kernel, in[v]);
         if (v == 0) seen |= nans;
-        tame[v] = with_safe_inputs(in[v], nans);
-        spread(tame[v], [&](auto... x) { quick.add(x...); });
-        marked |= special(kernel, tame[v]);
+        safe[v] = with_safe_inputs(in[v], nans);
+        spread(safe[v], [&](auto... x) { quick.add(x...); });
+        marked |= special(kernel, safe[v]);
       });
       if (!quick.passed() && any(marked)) [[unlikely]] {
         outcome.add(elsewhere(other_special_loop, kernel, arrays, i, block));
         continue;
       }
       unrolled<K::vectors_in_flight>([&](auto v) {
-        out[v] = formula<V>(kernel, tame[v], undecided);
+        out[v] = formula<V>(kernel, safe[v], undecided);
         answer_nans(kernel, in[v], out[v], nan_lanes(kernel, in[v]));
       });
       if (some(undecided)) [[unlikely]] {

@@ -64,6 +64,14 @@ inline constexpr bool has_fused = false;
 inline constexpr bool has_fused = true;
 #endif
 
+/// Whether flags that a formula raises stay, as in functions of registers; it does more then, lest it raise one that no
+/// element earns. The array functions take such flags back, once a call, where it costs nothing.
+#if KELVM_IN_REGISTERS
+inline constexpr bool flags_stay = true;
+#else
+inline constexpr bool flags_stay = false;
+#endif
+
 /// Whether lookups use gather instructions.
 #if KELVM_BY_GATHERS
 inline constexpr bool by_gathers = true;

@@ -77,8 +77,9 @@ template <auto& Numerator, auto& Denominator> struct TanSingle : Tan32 {
   template <class V> static V formula(V x) {
     const V constant = splat<V>(-rounding_constant<float>);
     const V shifted = mul_sub(x, splat<V>(0x1.45f306p-1f), constant), k = shifted + constant;
+    // All parts are positive: a product of k = +0 and another one would take the sign of x = -0.
     const auto less = [k](V x, float part) { return sub_mul(x, k, splat<V>(part)); };
-    const V r = has_fused ? less(less(less(x, 0x1.921fb6p+0f), -0x1.777a5cp-25f), -0x1.ee59dap-50f)
+    const V r = has_fused ? less(less(less(x, 0x1.921fb4p+0f), 0x1.4442dp-24f), 0x1.84698ap-48f)
                           : less(less(less(less(x, 1.5703125f), 0x1.fb4p-12f), 0x1.444p-24f), 0x1.68c234p-39f);
     const V z = r * r;
     const V sine = r * horner(z, Numerator), cosine = horner(z, Denominator); // times the same factor
