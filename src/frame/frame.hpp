@@ -333,43 +333,44 @@ public:
   /// several functions is still inlined whole, or its vectors would go through memory.
   [[gnu::noinline, gnu::flatten]] static Outcome run(const K& kernel, const T* source1, const T* source2,
                                                      T* destination1, T* destination2, std::ptrdiff_t len) {
-    Arrays<T, S> left{source1, source2, destination1, destination2}; // of len elements
-    Outcome outcome{kelStatusOk, quiet_blocks(kernel, left, len) ? 0 : may_be_spurious};
+    const Arrays<T, S> arrays{source1, source2, destination1, destination2};
+    Outcome outcome{kelStatusOk, quiet_blocks(kernel, arrays, len) ? 0 : may_be_spurious};
     if constexpr (K::any_overlap) {
-      if (left.overlaps_within(block * sizeof(T))) [[unlikely]]
-        return elsewhere(&element_by_element, kernel, left, 0, len);
+      if (arrays.overlaps_within(block * sizeof(T))) [[unlikely]]
+        return elsewhere(&element_by_element, kernel, arrays, 0, len);
     }
-    while (true) {
-      std::ptrdiff_t i = 0;
-      for (; i + block <= len; i += block) {
-        Inputs<V> in[K::vectors_in_flight];
-        Outputs<V> out[K::vectors_in_flight];
-        typename K::template QuickTest<V> quick{};
-        SignMask<V> marked{}; // computed behind the quick test, as nothing before wants it
-        ResultTest undecided{};
-        unrolled<K::vectors_in_flight>([&](auto v) {
-          in[v] = Memory::template load_block<Lanes::any>(left, i + v * width);
-          spread(in[v], [&](auto... x) { quick.add(x...); });
-          marked |= special(kernel, in[v]);
-        });
-        if (!K::covers_everything && !quick.passed() && any(marked)) [[unlikely]]
-          break;
-        unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], undecided); });
-        if (!K::covers_everything && some(undecided)) [[unlikely]]
-          break;
-        unrolled<K::vectors_in_flight>(
-            [&](auto v) { Memory::template store_block<Lanes::any>(left, i + v * width, out[v]); });
-      }
-      left = left.from(i);
-      len -= i;
-      if (len < block) break;
+    std::ptrdiff_t i = 0;
+    const auto special_blocks = [&] {
+      const Arrays<T, S> from = arrays.from(i);
       const Progress progress =
-          run_special(kernel, left.source1, left.source2, left.destination1, left.destination2, len);
+          run_special(kernel, from.source1, from.source2, from.destination1, from.destination2, len - i);
       outcome.add(progress.outcome);
-      left = left.from(progress.elements);
-      len -= progress.elements;
+      i += progress.elements - block;
+    };
+    for (; i + block <= len; i += block) {
+      Inputs<V> in[K::vectors_in_flight];
+      Outputs<V> out[K::vectors_in_flight];
+      typename K::template QuickTest<V> quick{};
+      SignMask<V> marked{}; // computed behind the quick test, as nothing before wants it
+      ResultTest undecided{};
+      unrolled<K::vectors_in_flight>([&](auto v) {
+        in[v] = Memory::template load_block<Lanes::any>(arrays, i + v * width);
+        spread(in[v], [&](auto... x) { quick.add(x...); });
+        marked |= special(kernel, in[v]);
+      });
+      if (!K::covers_everything && !quick.passed() && any(marked)) [[unlikely]] {
+        special_blocks();
+        continue;
+      }
+      unrolled<K::vectors_in_flight>([&](auto v) { out[v] = formula<V>(kernel, in[v], undecided); });
+      if (!K::covers_everything && some(undecided)) [[unlikely]] {
+        special_blocks();
+        continue;
+      }
+      unrolled<K::vectors_in_flight>(
+          [&](auto v) { Memory::template store_block<Lanes::any>(arrays, i + v * width, out[v]); });
     }
-    if (len > 0) outcome.add(elsewhere(&run_by_vector, kernel, left, 0, len));
+    if (i < len) outcome.add(elsewhere(&run_by_vector, kernel, arrays, i, len - i));
     return outcome;
   }
 
