@@ -76,8 +76,8 @@ template <class T, class Positive> inline T power(T x, T y, kelStatus& status, P
 
 /// Quiet NaNs that are the power: not so where y is 0 or x is 1. Both that and infinities are left to power().
 template <class V> inline SignMask<V> nan_powers(V x, V y) {
-  const Int<V> from_1 = int_bits(x) - int_bits(splat<V>(1));
-  return quiet_nans(x, y) & nonzero(y) & (from_1 | -from_1);
+  const Bits<V> from_1 = bits(x) - bits(splat<V>(1));
+  return quiet_nans(x, y) & nonzero(y) & bit_cast<SignMask<V>>(from_1 | -from_1);
 }
 
 // --- doubles --------------------------------------------------------------------------------------------------------

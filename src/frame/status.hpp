@@ -44,7 +44,8 @@ template <class V, class... More> inline SignMask<V> quiet_nans(V x, V y, More..
   const auto lesser = [](Words a, Words b) { return a < b ? a : b; };
   Words smallest = lesser(from_least(x), from_least(y));
   ((smallest = lesser(from_least(more), smallest)), ...);
-  return bit_cast<SignMask<V>>(smallest & ~(smallest - std::int32_t(first_nan - (infinity_word - least))));
+  const Bits<Words> word = bit_cast<Bits<Words>>(smallest); // unsigned, as differences wrap
+  return bit_cast<SignMask<V>>(word & ~(word - (first_nan - (infinity_word - least))));
 }
 /// The first operand where it is a quiet NaN, the second elsewhere.
 template <class V> inline V first_nan(V x, V y) { return select(quiet_nans(x), x, y); }
