@@ -12,16 +12,14 @@ template <class V> inline SignMask<V> any_above(V a, V b, Lane<V> limit) {
   return above(abs(a), limit) | above(abs(b), limit);
 }
 
-/// The default NaN in both parts.
-template <class V> inline Pair<V> both_nan() {
-  const V nan = splat<V>(default_nan<Lane<V>>());
-  return {nan, nan};
-}
-/// For functions of one complex number. Beside a NaN part a zero or an infinity may decide a part of the result; beside
-/// any other number both are NaNs.
+/// NaNs give the default one in both parts. In functions of one complex number a zero or an infinity beside them may
+/// decide a part of the result; functions of two have nan_lanes of their own.
 struct ComplexDefaults : KernelDefaults {
   template <class V> static SignMask<V> nan_lanes(V x, V y) { return quiet_nans(x, y) & nonzero(x) & nonzero(y); }
-  template <class V> static Pair<V> nan_result(V, V) { return both_nan<V>(); }
+  template <class V, class... More> static Pair<V> nan_result(V, More...) {
+    const V nan = splat<V>(default_nan<Lane<V>>());
+    return {nan, nan};
+  }
 };
 
 /// What a function of one number x + iy was given.

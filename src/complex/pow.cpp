@@ -256,7 +256,7 @@ struct A11 {
 
 // --- kernels --------------------------------------------------------------------------------------------------------
 
-template <class P> struct ComplexPow : KernelDefaults {
+template <class P> struct ComplexPow : ComplexDefaults {
   using Element = typename P::Element;
   using T = Element;
   static constexpr int vectors_in_flight = P::vectors_in_flight;
@@ -272,7 +272,6 @@ template <class P> struct ComplexPow : KernelDefaults {
   template <class V> static SignMask<V> nan_lanes(V x, V y, V c, V d) {
     return quiet_nans(x, y, c, d) & (nonzero(c) | nonzero(d));
   }
-  template <class V> static Pair<V> nan_result(V, V, V, V) { return both_nan<V>(); }
   static Pair<T> element(T x, T y, T c, T d, kelStatus& status) {
     if constexpr (requires { typename P::Wider; }) {
       if (!any(P::Wider::special(x, y, c, d))) {
@@ -291,7 +290,7 @@ private:
 };
 
 /// The bits of Pow, with one exponent.
-template <class P> struct ComplexPowx : KernelDefaults {
+template <class P> struct ComplexPowx : ComplexDefaults {
   using Element = typename P::Element;
   using T = Element;
   static constexpr int vectors_in_flight = P::vectors_in_flight;
@@ -312,7 +311,6 @@ template <class P> struct ComplexPowx : KernelDefaults {
   template <class V> SignMask<V> nan_lanes(V x, V y) const {
     return ComplexPow<P>::nan_lanes(x, y, splat<V>(w.first), splat<V>(w.second));
   }
-  template <class V> static Pair<V> nan_result(V, V) { return both_nan<V>(); }
   Pair<T> element(T x, T y, kelStatus& status) const { return ComplexPow<P>::element(x, y, w.first, w.second, status); }
 };
 

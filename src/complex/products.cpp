@@ -34,7 +34,7 @@ template <class T> Pair<T> multiply_element(const Operands& o, kelStatus& status
 enum class Conjugate { no, yes };
 
 /// z w or z conj(w). P: product.
-template <class T, class P, Conjugate C> struct Multiplication : KernelDefaults {
+template <class T, class P, Conjugate C> struct Multiplication : ComplexDefaults {
   using Element = T;
   static constexpr bool spurious_underflow = true;
   static constexpr bool spurious_exceptions = true;
@@ -47,7 +47,6 @@ template <class T, class P, Conjugate C> struct Multiplication : KernelDefaults 
     return P::template product<C>(a, b, c, d, test);
   }
   template <class V> static SignMask<V> nan_lanes(V a, V b, V c, V d) { return quiet_nans(a, b, c, d); }
-  template <class V> static Pair<V> nan_result(V, V, V, V) { return both_nan<V>(); }
   static Pair<T> element(T a, T b, T c, T d, kelStatus& status) {
     return multiply_element<T>({a, b, c, C == Conjugate::yes ? -d : d}, status);
   }

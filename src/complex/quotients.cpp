@@ -56,7 +56,7 @@ template <class V> SignMask<V> both_below(V x, V y, Lane<V> limit) {
 template <class V> SignMask<V> not_both_zero(V x, V y) { return -int_bits(abs(from_bits<V>(bits(x) | bits(y)))); }
 
 /// z / w. P: formula, and special, which marks zero denominators too.
-template <class T, class P> struct Division : KernelDefaults {
+template <class T, class P> struct Division : ComplexDefaults {
   using Element = T;
   static constexpr int vectors_in_flight = P::quotients_in_flight;
   static constexpr bool spurious_underflow = true;
@@ -71,7 +71,6 @@ template <class T, class P> struct Division : KernelDefaults {
   template <class V> static SignMask<V> nan_lanes(V a, V b, V c, V d) {
     return quiet_nans(a, b, c, d) & (nonzero(c) | nonzero(d));
   }
-  template <class V> static Pair<V> nan_result(V, V, V, V) { return both_nan<V>(); }
   static Pair<T> element(T a, T b, T c, T d, kelStatus& status) { return divide_element<T>({a, b, c, d}, status); }
 };
 
