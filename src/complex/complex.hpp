@@ -13,9 +13,12 @@ template <class V> inline SignMask<V> any_above(V a, V b, Lane<V> limit) {
 }
 
 /// NaNs give the default one in both parts. In functions of one complex number a zero or an infinity beside them may
-/// decide a part of the result; functions of two have nan_lanes of their own.
+/// decide a part of the result; in functions of two a divisor or an exponent of zero may.
 struct ComplexDefaults : KernelDefaults {
   template <class V> static SignMask<V> nan_lanes(V x, V y) { return quiet_nans(x, y) & nonzero(x) & nonzero(y); }
+  template <class V> static SignMask<V> nan_lanes(V a, V b, V c, V d) {
+    return quiet_nans(a, b, c, d) & (nonzero(c) | nonzero(d));
+  }
   template <class V, class... More> static Pair<V> nan_result(V, More...) {
     const V nan = splat<V>(default_nan<Lane<V>>());
     return {nan, nan};

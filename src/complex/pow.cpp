@@ -268,10 +268,6 @@ template <class P> struct ComplexPow : ComplexDefaults {
   template <class V> static Pair<V> formula(V x, V y, V c, V d, BitMask& undecided) {
     return P::formula(x, y, c, d, undecided);
   }
-  /// Every NaN with an exponent that is not 0; beside infinities they are left to element().
-  template <class V> static SignMask<V> nan_lanes(V x, V y, V c, V d) {
-    return quiet_nans(x, y, c, d) & (nonzero(c) | nonzero(d));
-  }
   static Pair<T> element(T x, T y, T c, T d, kelStatus& status) {
     if constexpr (requires { typename P::Wider; }) {
       if (!any(P::Wider::special(x, y, c, d))) {

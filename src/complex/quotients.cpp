@@ -68,9 +68,6 @@ template <class T, class P> struct Division : ComplexDefaults {
   template <class V> static Pair<V> formula(V a, V b, V c, V d, ResultTest<V>& test) {
     return P::quotient(a, b, c, d, test);
   }
-  template <class V> static SignMask<V> nan_lanes(V a, V b, V c, V d) {
-    return quiet_nans(a, b, c, d) & (nonzero(c) | nonzero(d));
-  }
   static Pair<T> element(T a, T b, T c, T d, kelStatus& status) { return divide_element<T>({a, b, c, d}, status); }
 };
 

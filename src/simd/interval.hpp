@@ -11,6 +11,7 @@ namespace kelvm::inline KELVM_BUILD {
 template <class V> inline Bits<V> below(V x, Lane<V> low) { return bits(x) - bits(splat<V>(low)); }
 template <class V> inline Bits<V> beyond(V x, Lane<V> high) { return bits(splat<V>(high)) - bits(x); }
 
+/// For any x.
 template <class V> inline SignMask<V> nonzero(V x) { return -int_bits(abs(x)); }
 
 /// For any x.

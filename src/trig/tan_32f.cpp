@@ -75,7 +75,7 @@ template <auto& Numerator, auto& Denominator> struct TanSingle : Tan32 {
         x, last, test, [](auto x) { return tangent_of_large(x); }, [](V x) { return formula(x); });
   }
   template <class V> static V formula(V x) {
-    const V constant = splat<V>(-rounding_constant<float>);
+    const V constant = splat<V>(-rounding_constant<float>); // negative so that one serves both steps
     const V shifted = mul_sub(x, splat<V>(0x1.45f306p-1f), constant), k = shifted + constant;
     // All parts are positive: a product of k = +0 and another one would take the sign of x = -0.
     const auto less = [k](V x, float part) { return sub_mul(x, k, splat<V>(part)); };
