@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <random>
 
 namespace bench {
@@ -68,7 +67,7 @@ Ranges default_ranges(const harness::Function& function) {
   return {around, around};
 }
 
-Data::Data(const harness::Function& function, Ranges ranges, std::ptrdiff_t elements, int percent_nan)
+Data::Data(const harness::Function& function, Ranges ranges, std::ptrdiff_t elements, Special special)
     : function_(function), elements_(elements < minimum ? minimum : elements) {
   std::mt19937_64 random(20);
   const auto put = [&](char* to, double x) {
@@ -85,8 +84,8 @@ Data::Data(const harness::Function& function, Ranges ranges, std::ptrdiff_t elem
   const std::size_t source_parts = function.complex_source() ? 2 : 1;
   fill(Place::source1, elements_ * source_parts, ranges.first);
   char* to = at(Place::source1);
-  for (std::ptrdiff_t i = 0; percent_nan != 0 && i < elements_; ++i, to += function.source_size())
-    if (std::uniform_int_distribution(0, 99)(random) < percent_nan) put(to, std::numeric_limits<double>::quiet_NaN());
+  for (std::ptrdiff_t i = 0; special.percent != 0 && i < elements_; ++i, to += function.source_size())
+    if (std::uniform_int_distribution(0, 99)(random) < special.percent) put(to, special.value);
   if (function.sources() == 2) fill(Place::source2, elements_ * source_parts, ranges.second);
   fill(Place::scalar, source_parts, ranges.second);
   for (int d = 0; d < function.destinations(); ++d)

@@ -18,6 +18,11 @@ struct Range {
 struct Ranges {
   Range first, second;
 };
+/// A zero, infinity or NaN, and how often it stands in a source.
+struct Special {
+  double value = 0;
+  int percent = 0;
+};
 Ranges default_ranges(const harness::Function& function);
 
 class Data {
@@ -25,8 +30,9 @@ public:
   /// At least `minimum` elements are made, so that short calls can walk over different ones.
   static constexpr std::ptrdiff_t minimum = 1024;
 
-  /// That percentage of the first source's elements, in random places, are NaNs (of a complex one, the real parts).
-  Data(const harness::Function& function, Ranges ranges, std::ptrdiff_t elements, int percent_nan = 0);
+  /// That percentage of the first source's elements, in random places, hold the special value (of a complex one, in the
+  /// real part).
+  Data(const harness::Function& function, Ranges ranges, std::ptrdiff_t elements, Special special = {});
 
   /// The arrays from their start; destinations are written by whoever is called.
   Call call(std::ptrdiff_t n) const;

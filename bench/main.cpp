@@ -26,7 +26,7 @@ constexpr const char* usage =
   --build LIST       sse41, avx2, avx512 or all (the default), separated by commas; those this processor runs
   --length LIST      elements a call (4,16,1024,1000000); complex functions get half of those from 1024 on
   --range LO:HI      arguments of the first source, uniform; each family has a range of its own
-  --nan PERCENT      so many of the first source's elements are NaNs
+  --special V:N      N percent of the first source's elements are V: nan, inf, 0...
   --rounds N         batches of each contender (40)
   --show-peers       show every contender, not only the best peer that counts
   --loops            also loops that the compiler vectorises by calling functions of registers: of kelvm_simd and others
@@ -40,7 +40,7 @@ struct Options {
   std::vector<std::string> builds;
   std::vector<int> lengths = {4, 16, 1024, 1000000};
   std::optional<Range> range;
-  int percent_nan = 0;
+  Special special;
   int rounds = 40;
   bool show_peers = false, measure_peers = true, loops = false;
   std::string json, libraries = KELVM_BUILDS, peers = KELVM_PEER_MODULES;
@@ -101,9 +101,11 @@ Options parse(int argc, char** argv) {
       if (bounds.size() != 2) throw BadOption("--range wants LO:HI");
       options.range = Range{number<double>(bounds[0]), number<double>(bounds[1])};
       if (!(options.range->lo < options.range->hi)) throw BadOption("--range wants LO below HI");
-    } else if (option == "--nan") {
-      options.percent_nan = number<int>(value());
-      if (options.percent_nan < 0 || options.percent_nan > 100) throw BadOption("--nan wants a percentage");
+    } else if (option == "--special") {
+      const std::vector<std::string> words = split(value(), ':');
+      if (words.size() != 2) throw BadOption("--special wants VALUE:PERCENT");
+      options.special = {number<double>(words[0]), number<int>(words[1])};
+      if (options.special.percent < 0 || options.special.percent > 100) throw BadOption("no percentage: " + words[1]);
     } else if (option == "--rounds") {
       options.rounds = number<int>(value());
       if (options.rounds < 1) throw BadOption("--rounds wants a count");
@@ -189,7 +191,7 @@ Result measure(const Function& function, const Options& options, const std::vect
     }
   }
   for (int length : result.lengths) {
-    Data data(function, result.ranges, length, options.percent_nan);
+    Data data(function, result.ranges, length, options.special);
     const Call call = data.call(length);
     const int rounds = length <= 100000 ? options.rounds : std::max(3, options.rounds / 8);
     const auto timings = interleaved(int(contenders.size()), rounds, [&](int c, long calls) {
