@@ -14,6 +14,7 @@
 // A quotient's own flags are those that its element earns, so Div divides first and looks at the result: what is not an
 // ordinary number or a zero from a zero dividend goes to element(), which finds the code.
 #include "frame/any_operands.hpp"
+#include "frame/edges.hpp"
 #include "frame/export.hpp"
 #include "kelvm/arith.h"
 #include "simd/estimate.hpp"
@@ -81,10 +82,20 @@ template <class T> struct Div : KernelDefaults {
     test.add(x, y, q);
     return q;
   }
+  template <class V> static SignMask<V> nan_lanes(V x, V y) { return quiet_nans(x, y); }
+  template <class V> static V nan_result(V x, V y) { return first_nan(x, y); }
+  /// Numbers but zero by zero.
+  static constexpr kelStatus edge_code = kelStatusSingularity;
+  template <class V> static SignMask<V> edge_lanes(V x, V y) {
+    return zero_lanes(y) & nonzero(x) & ~above(abs(x), largest_finite<T>);
+  }
+  template <class V> static V edge_result(V x, V y) {
+    return with_sign(splat<V>(infinity<T>), sign_of(x) ^ sign_of(y));
+  }
   static T element(T x, T y, kelStatus& status) { return quotient(x, y, status); }
 };
 
-template <class T> struct Inv : KernelDefaults {
+template <class T> struct Inv : KernelDefaults, PoleAtZero<0> {
   using Element = T;
   static constexpr int vectors_in_flight = 2;
   template <class V> using QuickTest = MiddleRange<V, true>;
@@ -115,8 +126,6 @@ template <class T, int Steps> struct EstimatedDiv : AnyOperands<Div<T>> {
     test.add(x, y, q);
     return q;
   }
-  template <class V> static SignMask<V> nan_lanes(V x, V y) { return quiet_nans(x, y); }
-  template <class V> static V nan_result(V x, V y) { return first_nan(x, y); }
 };
 
 template <class T, int Steps> struct EstimatedInv : Inv<T> {

@@ -6,6 +6,7 @@
 //
 // Exceptional inputs as in double. erfinv below 2^-24 is x sqrt(pi) / 2, in double, rounded once.
 #include "erf/erf_inverse.hpp"
+#include "frame/edges.hpp"
 #include "frame/export.hpp"
 #include "kelvm/special.h"
 
@@ -47,7 +48,7 @@ template <Accuracy A> struct ErfInv32 : Formula32<ErfInv, A> {
   }
 };
 
-template <class F, Accuracy A> struct BetweenPoles32 : Formula32<F, A> {
+template <class F, Accuracy A> struct BetweenPoles32 : Formula32<F, A>, PoleAtZero<int(F::sign_at_zero)> {
   static float element(float x, kelStatus& status) {
     if (is_nan(x)) return x + x;
     if (x < 0 || x > F::end) return domain_error<float>(status);

@@ -4,6 +4,7 @@
 // keeps zeros, and below 2^-53 is x sqrt(pi) / 2, rounded once also where that is subnormal. The zeros of the others
 // are +0.
 #include "erf/erf_inverse.hpp"
+#include "frame/edges.hpp"
 #include "frame/export.hpp"
 #include "kelvm/special.h"
 
@@ -30,7 +31,7 @@ template <Accuracy A> struct ErfInv64 : Inverse64<A> {
   }
 };
 
-template <class F, Accuracy A> struct BetweenPoles64 : Inverse64<A> {
+template <class F, Accuracy A> struct BetweenPoles64 : Inverse64<A>, PoleAtZero<int(F::sign_at_zero)> {
   template <class V> static SignMask<V> special(V x) { return F::special(x); }
   template <class V> static V formula(V x) { return inverse<F, A>(x); }
   static double element(double x, kelStatus& status) {

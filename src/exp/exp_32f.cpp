@@ -12,6 +12,7 @@
 // that no result earns.
 #include "exact/polynomial.hpp"
 #include "exp/exp_tables.hpp"
+#include "frame/edges.hpp"
 #include "frame/export.hpp"
 #include "kelvm/exp.h"
 #include "simd/exponent.hpp"
@@ -40,7 +41,7 @@ double exp_in_double(float x) {
 
 /// A24 and A21: reduction, classification and special rows. P has scaled(r, j, scale) and, for results in the highest
 /// binade, whose scale 2^128 does not exist, scaled_by_128(r, j).
-template <class P> struct Exp32 : KernelDefaults {
+template <class P> struct Exp32 : KernelDefaults, ExponentialOfInfinities<0> {
   using Element = float;
   static constexpr bool spurious_underflow = true;
 
@@ -100,7 +101,7 @@ struct A21 {
   }
 };
 
-struct A11 : KernelDefaults {
+struct A11 : KernelDefaults, ExponentialOfInfinities<0> {
   using Element = float;
   static constexpr bool spurious_underflow = true;
 

@@ -17,6 +17,7 @@
 // raise an underflow that no result earns.
 #include "exact/polynomial.hpp"
 #include "exp/exp_tables.hpp"
+#include "frame/edges.hpp"
 #include "frame/export.hpp"
 #include "kelvm/exp.h"
 #include "simd/table.hpp"
@@ -92,7 +93,7 @@ struct A26 : OrredTable<A26> {
   template <class V> static V exp_minus_1(V r) { return 0.5 * r * r + r; }
 };
 
-template <class P> struct Exp64 : KernelDefaults {
+template <class P> struct Exp64 : KernelDefaults, ExponentialOfInfinities<0> {
   using Element = double;
   static constexpr bool spurious_underflow = true;
 

@@ -9,6 +9,7 @@
 // Exceptional inputs: an overflow beyond 88.72; -inf gives -1, +inf stays, NaN is quieted.
 #include "exact/rounding_test.hpp"
 #include "exp/exp_core.hpp"
+#include "frame/edges.hpp"
 #include "frame/export.hpp"
 #include "kelvm/exp.h"
 
@@ -28,7 +29,7 @@ float correctly_rounded(float x, kelStatus& status) {
   return result == infinity<float> ? overflow(status, x) : result;
 }
 
-struct Expm1A24 : KernelDefaults {
+struct Expm1A24 : KernelDefaults, ExponentialOfInfinities<-1> {
   using Element = float;
   static constexpr bool spurious_underflow = true; // a subnormal result, which is x
   template <class V> using ResultTest = RoundingTest;
@@ -41,7 +42,7 @@ struct Expm1A24 : KernelDefaults {
   static float element(float x, kelStatus& status) { return correctly_rounded(x, status); }
 };
 
-template <Accuracy A> struct Expm1Single : KernelDefaults {
+template <Accuracy A> struct Expm1Single : KernelDefaults, ExponentialOfInfinities<-1> {
   using Element = float;
   static constexpr bool spurious_underflow = true; // x^2 of a tiny x
   static constexpr Magnitudes ordinary{0x1p-28, covered};

@@ -2,13 +2,14 @@
 //
 // Exceptional inputs: an overflow beyond 709.78; -inf gives -1, +inf stays, NaN is quieted.
 #include "exp/exp_core.hpp"
+#include "frame/edges.hpp"
 #include "frame/export.hpp"
 #include "kelvm/exp.h"
 
 namespace kelvm::inline KELVM_BUILD::expm1_64f {
 namespace {
 
-template <Accuracy A> struct Expm164f : KernelDefaults {
+template <Accuracy A> struct Expm164f : KernelDefaults, ExponentialOfInfinities<-1> {
   using Element = double;
   static constexpr int vectors_in_flight = 3;
   static constexpr bool spurious_underflow = true; // x^2 of a tiny x

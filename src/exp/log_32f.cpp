@@ -8,6 +8,7 @@
 // Exceptional inputs: +-0 is a pole, what is below zero a domain error, +inf stays, NaN is quieted.
 #include "exact/rounding_test.hpp"
 #include "exp/log_core.hpp"
+#include "frame/edges.hpp"
 #include "frame/export.hpp"
 #include "kelvm/exp.h"
 
@@ -23,7 +24,7 @@ template <class F> float of_positive(float x, kelStatus& status, F logarithm) {
   return logarithm(double(x));
 }
 
-template <class Base> struct LogA24 : KernelDefaults {
+template <class Base> struct LogA24 : KernelDefaults, PoleAtZero<-1> {
   using Element = float;
   template <class V> using ResultTest = RoundingTest;
   static constexpr Magnitudes ordinary{smallest_normal<float>, largest_finite<float>, false};
@@ -42,7 +43,7 @@ template <class Base> struct LogA24 : KernelDefaults {
   }
 };
 
-template <class Base, Accuracy A> struct LogSingle : KernelDefaults {
+template <class Base, Accuracy A> struct LogSingle : KernelDefaults, PoleAtZero<-1> {
   using Element = float;
   static constexpr bool spurious_underflow = true; // high powers of a tiny f
   static constexpr Magnitudes ordinary{smallest_normal<float>, largest_finite<float> / 2, false};

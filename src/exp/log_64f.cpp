@@ -7,13 +7,14 @@
 // Exceptional inputs: +-0 is a pole, what is below zero a domain error, +inf stays, NaN is quieted; a subnormal is
 // scaled.
 #include "exp/log_core.hpp"
+#include "frame/edges.hpp"
 #include "frame/export.hpp"
 #include "kelvm/exp.h"
 
 namespace kelvm::inline KELVM_BUILD::log_64f {
 namespace {
 
-template <class Base, Accuracy A> struct Log64f : KernelDefaults {
+template <class Base, Accuracy A> struct Log64f : KernelDefaults, PoleAtZero<-1> {
   using Element = double;
   static constexpr Magnitudes ordinary{smallest_normal<double>, largest_finite<double> / 2, false};
   template <class V> static SignMask<V> special(V x) { return not_normal_positive(x); }

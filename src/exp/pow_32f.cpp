@@ -29,6 +29,9 @@ template <class P> struct Pow32f : P {
   }
   template <class V> static SignMask<V> nan_lanes(V x, V y) { return nan_powers(x, y); }
   template <class V> static V nan_result(V x, V y) { return first_nan(x, y); }
+  static constexpr kelStatus edge_code = kelStatusOk;
+  template <class V> static SignMask<V> edge_lanes(V x, V y) { return zero_powers(x, y); }
+  template <class V> static V edge_result(V, V) { return V{}; }
   static float element(float x, float y, kelStatus& status) { return power_of_any<P>(x, y, status); }
 };
 
@@ -46,6 +49,9 @@ template <class P> struct Powx32f : P {
     return y.result(P::positive(y.base(x), splat<V>(y.safe), test), x);
   }
   template <class V> SignMask<V> nan_lanes(V x) const { return y.nan_lanes(x); }
+  static constexpr kelStatus edge_code = kelStatusOk;
+  template <class V> SignMask<V> edge_lanes(V x) const { return y.edge_lanes(x); }
+  template <class V> V edge_result(V x) const { return y.result(V{}, x); }
   float element(float x, kelStatus& status) const { return power_of_any<P>(x, y.value, status); }
 };
 

@@ -25,6 +25,9 @@ template <class P> struct Pow64f : Power<P> {
   template <class V> static V formula(V x, V y, Test<V>& undecided) { return Power<P>::positive(x, y, undecided); }
   template <class V> static SignMask<V> nan_lanes(V x, V y) { return nan_powers(x, y); }
   template <class V> static V nan_result(V x, V y) { return first_nan(x, y); }
+  static constexpr kelStatus edge_code = kelStatusOk;
+  template <class V> static SignMask<V> edge_lanes(V x, V y) { return zero_powers(x, y); }
+  template <class V> static V edge_result(V, V) { return V{}; }
   static double element(double x, double y, kelStatus& status) { return Power<P>::any(x, y, status); }
 };
 
@@ -41,6 +44,9 @@ template <class P> struct Powx64f : Power<P> {
     return y.result(Power<P>::positive(y.base(x), splat<V>(y.safe), undecided), x);
   }
   template <class V> SignMask<V> nan_lanes(V x) const { return y.nan_lanes(x); }
+  static constexpr kelStatus edge_code = kelStatusOk;
+  template <class V> SignMask<V> edge_lanes(V x) const { return y.edge_lanes(x); }
+  template <class V> V edge_result(V x) const { return y.result(V{}, x); }
   double element(double x, kelStatus& status) const { return Power<P>::any(x, y.value, status); }
 };
 

@@ -4,6 +4,7 @@
 
 #include "exp/exp_core.hpp"
 #include "exp/log_core.hpp"
+#include "frame/edges.hpp"
 #include "frame/kernel.hpp"
 
 namespace kelvm::inline KELVM_BUILD {
@@ -43,6 +44,10 @@ template <class T> struct Exponent {
   }
   /// The bases whose power is a NaN: with 0 there are none.
   template <class V> SignMask<V> nan_lanes(V x) const { return value == 0 ? SignMask<V>{} : quiet_nans(x); }
+  /// Zeros, for a positive exponent.
+  template <class V> SignMask<V> edge_lanes(V x) const {
+    return ordinary && int_bits(value) > 0 ? zero_lanes(x) : SignMask<V>{};
+  }
   template <class V> V base(V x) const { return from_bits<V>(bits(x) & ~base_sign); }
   template <class V> V result(V positive, V x) const { return from_bits<V>(bits(positive) | (bits(x) & result_sign)); }
 };
@@ -78,6 +83,12 @@ template <class T, class Positive> inline T power(T x, T y, kelStatus& status, P
 template <class V> inline SignMask<V> nan_powers(V x, V y) {
   const Bits<V> from_1 = bits(x) - bits(splat<V>(1));
   return quiet_nans(x, y) & nonzero(y) & bit_cast<SignMask<V>>(from_1 | -from_1);
+}
+
+/// Zeros whose power is +0: +0 itself, with a positive normal exponent.
+template <class V> inline SignMask<V> zero_powers(V x, V y) {
+  using T = Lane<V>;
+  return sign_mask<V>(int_bits(x) == Int<V>{}) & ~outside(y, smallest_normal<T>, largest_finite<T>);
 }
 
 // --- doubles --------------------------------------------------------------------------------------------------------

@@ -4,12 +4,13 @@
 // Results are bit for bit those of one element alone, so a call may be divided as its length and its elements want:
 //
 //   run             blocks of several vectors, while they hold ordinary elements
-//   run_with_nans   from a block with NaNs on, of kernels that answer them by vectors
+//   run_special     from a block on that holds other elements: the next two, or by vector
+//   run_answering   from a block on with NaNs, zeros or infinities that the kernel answers by vectors
 //   run_wide        what only a wide formula covers, one vector after the other
 //   run_by_vector   everything, one vector after the other: blocks with other special elements, the rest of a call, and
 //                   calls shorter than a block
 //   run_unread      of those, ordinary elements alone, without a look at the control word (AVX-512)
-//   scalar_path     from within the last three but one, an element that the vectors leave
+//   scalar_path     from within run_wide and run_by_vector, an element that the vectors leave
 #pragma once
 
 #include "frame/arrays.hpp"
@@ -95,6 +96,21 @@ protected:
   static void answer_nans(const K& kernel, const Inputs<V>& in, Outputs<V>& out, SignMask<V> nans) {
     const auto answer = collect<V>(spread(in, [&](auto... x) { return kernel.nan_result(x...); }));
     unrolled<S.outputs()>([&](auto k) { out.of[k] = select(nans, answer.of[k], out.of[k]); });
+  }
+  /// The same with edge_lanes and edge_result.
+  static constexpr bool answers_edges = []<int... I>(std::integer_sequence<int, I...>) {
+    return requires(const K& kernel, const Inputs<V>& in) { kernel.edge_lanes(in.of[I]...); };
+  }
+  (std::make_integer_sequence<int, S.inputs()>{});
+  static SignMask<V> edge_lanes(const K& kernel, const Inputs<V>& in) {
+    if constexpr (answers_edges)
+      return spread(in, [&](auto... x) { return kernel.edge_lanes(x...); });
+    else
+      return SignMask<V>{};
+  }
+  static void answer_edges(const K& kernel, const Inputs<V>& in, Outputs<V>& out, SignMask<V> edges) {
+    const auto answer = collect<V>(spread(in, [&](auto... x) { return kernel.edge_result(x...); }));
+    unrolled<S.outputs()>([&](auto k) { out.of[k] = select(edges, answer.of[k], out.of[k]); });
   }
   /// The marked lanes of in, and those that the formula leaves undecided, go to element(), but for NaNs.
   static void finish(const K& kernel, const Inputs<V>& in, Outputs<V>& out, BitMask left, Outcome& outcome) {
@@ -266,14 +282,23 @@ public:
       return outcome;
   }
 
-  /// For whole blocks, of a kernel that answers NaNs, the first with some: where data has missing values most vectors
-  /// have, so they take no branch. Ends when a few blocks have none, as far as one vector of each tells. A block with
-  /// other special elements is computed elsewhere.
-  [[gnu::noinline, gnu::flatten]] static Progress run_with_nans(const K& kernel, const T* source1, const T* source2,
+  /// For whole blocks, of a kernel that answers NaNs, or other elements as well, the first with some: where data has
+  /// missing values most vectors have, so they take no branch. Ends when a few blocks have none, as far as one vector
+  /// of each tells. A block with other special elements is computed elsewhere.
+  template <bool Edges>
+  [[gnu::noinline, gnu::flatten]] static Progress run_answering(const K& kernel, const T* source1, const T* source2,
                                                                 T* destination1, T* destination2, std::ptrdiff_t len) {
     const Arrays<T, S> arrays{source1, source2, destination1, destination2};
     Outcome outcome{kelStatusOk, may_be_spurious};
-    SignMask<V> seen{};
+    SignMask<V> seen{}, unreported{};
+    const auto report_edges = [&] {
+      if constexpr (Edges) {
+        if (K::edge_code == kelStatusOk || !any(unreported)) return;
+        outcome.add(K::edge_code);
+        ownRaiseFpException(K::edge_code);
+        unreported = SignMask<V>{};
+      }
+    };
     int blocks = 0;
     for (std::ptrdiff_t i = 0; i < len; i += block) {
       Inputs<V> in[K::vectors_in_flight], safe[K::vectors_in_flight];
@@ -283,47 +308,66 @@ public:
       ResultTest undecided{};
       unrolled<K::vectors_in_flight>([&](auto v) {
         in[v] = Memory::template load_block<Lanes::any>(arrays, i + v * width);
-        const SignMask<V> nans = nan_lanes(kernel, in[v]);
-        if (v == 0) seen |= nans;
-        safe[v] = with_safe_inputs(in[v], nans);
+        SignMask<V> answered = nan_lanes(kernel, in[v]);
+        if constexpr (Edges) answered |= edge_lanes(kernel, in[v]);
+        if (v == 0) seen |= answered;
+        safe[v] = with_safe_inputs(in[v], answered);
         spread(safe[v], [&](auto... x) { quick.add(x...); });
         marked |= special(kernel, safe[v]);
       });
       if (!quick.passed() && any(marked)) [[unlikely]] {
+        if constexpr (answers_edges && !Edges) {
+          SignMask<V> edges{};
+          unrolled<K::vectors_in_flight>([&](auto v) { edges |= edge_lanes(kernel, in[v]); });
+          if (any(edges)) return {outcome, i};
+        }
+        report_edges();
         outcome.add(elsewhere(other_special_loop, kernel, arrays, i, block));
         continue;
       }
       unrolled<K::vectors_in_flight>([&](auto v) {
         out[v] = formula<V>(kernel, safe[v], undecided);
         answer_nans(kernel, in[v], out[v], nan_lanes(kernel, in[v]));
+        if constexpr (Edges) answer_edges(kernel, in[v], out[v], edge_lanes(kernel, in[v]));
       });
       if (some(undecided)) [[unlikely]] {
+        report_edges();
         outcome.add(elsewhere(&run_by_vector, kernel, arrays, i, block));
         continue;
       }
+      if constexpr (Edges) unrolled<K::vectors_in_flight>([&](auto v) { unreported |= edge_lanes(kernel, in[v]); });
       unrolled<K::vectors_in_flight>(
           [&](auto v) { Memory::template store_block<Lanes::any>(arrays, i + v * width, out[v]); });
       if (++blocks % 8 == 0) {
-        if (!any(seen)) return {outcome, i + block};
+        if (!any(seen)) {
+          report_edges();
+          return {outcome, i + block};
+        }
         seen = SignMask<V>{};
       }
     }
+    report_edges();
     return {outcome, len};
   }
 
   /// From a block on that holds special elements, or such that the formula does not decide: that one, or more with
-  /// NaNs.
+  /// elements that the kernel answers.
   [[gnu::noinline]] static Progress run_special(const K& kernel, const T* source1, const T* source2, T* destination1,
                                                 T* destination2, std::ptrdiff_t len) {
     const Arrays<T, S> arrays{source1, source2, destination1, destination2};
-    SignMask<V> nans{}, marked{};
+    SignMask<V> nans{}, edges{}, marked{};
     unrolled<K::vectors_in_flight>([&](auto v) {
       const Inputs<V> in = Memory::template load_block<Lanes::any>(arrays, v * width);
       if constexpr (answers_nans) nans |= nan_lanes(kernel, in);
+      if constexpr (answers_edges) edges |= edge_lanes(kernel, in);
       if constexpr (K::has_wide_formula) marked |= special(kernel, in);
     });
+    const std::ptrdiff_t whole = len / block * block;
+    if constexpr (answers_edges) {
+      if (any(edges)) return run_answering<true>(kernel, source1, source2, destination1, destination2, whole);
+    }
     if constexpr (answers_nans) {
-      if (any(nans)) return run_with_nans(kernel, source1, source2, destination1, destination2, len / block * block);
+      if (any(nans)) return run_answering<false>(kernel, source1, source2, destination1, destination2, whole);
     }
     const auto loop = any(marked) ? other_special_loop : &run_by_vector;
     return {loop(kernel, source1, source2, destination1, destination2, block), block};

@@ -31,6 +31,10 @@
 // ResultTest tells what is special, it may leave NaNs decided that the formula gives as element does, or leave them
 // undecided.
 //
+// Zeros and infinities are common as well: empty bins, masked weights. Where a kernel marks those that are, it may have
+// edge_lanes and edge_result, as nan_lanes and nan_result, for such elements as have one code, edge_code (some bases
+// stand in frame/edges.hpp).
+//
 // Short calls look at the flags, and with AVX-512 at the control word, only where an element may want it. An unmarked
 // element raises no flag but inexact, nor traps by an exact subnormal number, where it is zero or of an ordinary
 // magnitude: from 2^-60, floats from 2^-28, to 2^60, of two sources both `everyday`. A kernel may have

@@ -20,6 +20,7 @@
 //   A11                                                                                 2^-12.8
 #include "exact/double_word.hpp"
 #include "exact/rounding_test.hpp"
+#include "frame/edges.hpp"
 #include "frame/export.hpp"
 #include "kelvm/root.h"
 #include "root/root.hpp"
@@ -159,7 +160,7 @@ template <class T, class F> T inverse_cbrt_element(T x, kelStatus& status, F ord
   return with_sign(ordinary(abs(x)), sign_of(x));
 }
 
-template <class P> struct InvCbrt : KernelDefaults {
+template <class P> struct InvCbrt : KernelDefaults, PoleAtZero<0> {
   using Element = typename P::Element;
   static constexpr Magnitudes ordinary = away_from_subnormals<Element>;
   template <class V> static SignMask<V> special(V x) {

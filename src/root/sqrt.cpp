@@ -26,6 +26,7 @@
 // polynomial, 2^-30.3; Pow3o2 two operations, each rounded.
 #include "exact/double_word.hpp"
 #include "exact/rounding_test.hpp"
+#include "frame/edges.hpp"
 #include "frame/export.hpp"
 #include "kelvm/root.h"
 #include "root/estimated_root.hpp"
@@ -133,7 +134,7 @@ template <class V> V exact_residual(V x, V r) {
   return sub_mul(sub_mul(splat<V>(1), s.hi, r), s.lo, r);
 }
 
-template <class P> struct InvSqrt : KernelDefaults {
+template <class P> struct InvSqrt : KernelDefaults, PoleAtZero<0> {
   using Element = typename P::Element;
   template <class V> using QuickTest = MiddleRange<V>;
   /// A quiet NaN gives itself: its estimate, or the residual of any other guess, is that NaN.
@@ -147,7 +148,7 @@ template <class P> struct InvSqrt : KernelDefaults {
   }
 };
 
-struct InvSqrt64A53 : KernelDefaults {
+struct InvSqrt64A53 : KernelDefaults, PoleAtZero<0> {
   using Element = double;
   static constexpr int vectors_in_flight = few_vectors_in_flight;
   template <class V> using QuickTest = MiddleRange<V>;
@@ -183,7 +184,7 @@ private:
   Int<Native<float>> differing{}; // not negative
 };
 
-struct InvSqrt32A24 : KernelDefaults {
+struct InvSqrt32A24 : KernelDefaults, PoleAtZero<0> {
   using Element = float;
   static constexpr int vectors_in_flight = few_vectors_in_flight;
   template <class V> using ResultTest = std::conditional_t<has_fused, FusedRounding, RoundingTest>;

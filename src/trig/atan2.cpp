@@ -11,6 +11,7 @@
 //
 // Exceptional inputs: zeros, infinities and NaN as in C's Annex F. Results below the normal range report underflow;
 // those of floats are correctly rounded at every accuracy.
+#include "frame/edges.hpp"
 #include "frame/export.hpp"
 #include "kelvm/trig.h"
 #include "trig/atan_core.hpp"
@@ -45,6 +46,15 @@ template <class T> struct Atan2 : KernelDefaults {
   }
   template <class V> static SignMask<V> nan_lanes(V y, V x) { return quiet_nans(y, x); }
   template <class V> static V nan_result(V y, V x) { return first_nan(y, x); }
+  /// Points on the axes.
+  static constexpr kelStatus edge_code = kelStatusOk;
+  template <class V> static SignMask<V> edge_lanes(V y, V x) {
+    return (zero_lanes(y) | zero_lanes(x)) & ~(above(abs(y), largest_finite<T>) | above(abs(x), largest_finite<T>));
+  }
+  template <class V> static V edge_result(V y, V x) {
+    const V along_x = select(int_bits(x), splat<V>(T(pi_hi)), V{});
+    return with_sign(select(zero_lanes(y), along_x, splat<V>(T(pi_hi / 2))), sign_of(y));
+  }
   /// By the difference of the exponents: quotients beyond 2^40, of floats 2^28, and their reciprocals. Subnormal floats
   /// have none.
   template <class V> static SignMask<V> noisy(V y, V x) {

@@ -235,7 +235,7 @@ const Sample& sample_of(const Callable& s) {
   std::vector<Element> elements = all_elements(s.function, 3000);
   std::shuffle(elements.begin(), elements.end(), std::minstd_rand(7));
   sample.all = alone(s, elements);
-  std::vector<int> everything(elements.size()), everyday, nans;
+  std::vector<int> everything(elements.size()), everyday, nans, edges;
   for (int i = 0; i < sample.all.count; ++i) {
     everything[i] = i;
     const bool ordinary =
@@ -243,27 +243,31 @@ const Sample& sample_of(const Callable& s) {
         all_parts(s, sample.all, i, [&](auto bits) { return is_finite(s.function.is_float(), bits); });
     if (ordinary) sample.ordinary.push_back(i);
     const bool is_float = s.function.is_float();
-    bool moderate = true, nan = false, signalling = false;
+    bool moderate = true, edge = true, nan = false, signalling = false;
     for (const int place : places_of(s.function)) {
       const std::uint64_t bits = elements[i][place];
       const double magnitude = std::abs(number_of(is_float, bits));
-      moderate &= magnitude >= 0.125 && magnitude <= 4;
+      const bool is_moderate = magnitude >= 0.125 && magnitude <= 4;
+      moderate &= is_moderate;
+      edge &= is_moderate || magnitude == 0 || std::isinf(magnitude);
       nan |= is_nan(is_float, bits);
       signalling |= is_signalling(is_float, bits);
     }
     if (ordinary && moderate) everyday.push_back(i);
     if (nan && !signalling) nans.push_back(i);
+    if (edge && !moderate) edges.push_back(i);
   }
   if (sample.ordinary.empty()) throw std::logic_error("no ordinary elements for " + s.name());
   sample.mixed = pick(s, sample.all, everything, 220);
   sample.plain = pick(s, sample.all, sample.ordinary, 220);
-  std::vector<int> missing;
-  for (int i = 0; i < 1200; ++i) {
-    const bool special = (i < 200 || i >= 1000) && i % 7 == 0;
-    const std::vector<int>& kind = !special ? everyday : i % 300 == 0 ? everything : nans;
-    missing.push_back(kind.at(i % kind.size()));
+  std::vector<int> common;
+  for (int i = 0; i < 2200; ++i) {
+    const bool special = (i < 200 || (i >= 1000 && i < 1200) || i >= 2000) && i % 7 == 0;
+    const bool edge = i < 1300 ? i >= 1100 : i % 2 == 0;
+    const std::vector<int>& kind = !special ? everyday : i % 300 == 0 ? everything : edge ? edges : nans;
+    common.push_back(kind.at(i / 7 % kind.size()));
   }
-  sample.missing = pick(s, sample.all, missing, static_cast<int>(missing.size()));
+  sample.common = pick(s, sample.all, common, static_cast<int>(common.size()));
   return sample;
 }
 

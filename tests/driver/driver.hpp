@@ -90,7 +90,8 @@ struct Sample {
   Strip all;
   std::vector<int> ordinary; // finite arguments and results, no warning, no flag
   Strip mixed, plain;        // 220 elements: of all kinds; ordinary ones
-  Strip missing; // ordinary ones with NaNs among them, then so many without that a loop may forget, and again
+  Strip common; // ordinary ones with NaNs among them, so many without that a loop may forget, NaNs, then zeros and
+                // infinities, so many without, and all of these
 };
 const Sample& sample_of(const Callable& callable);
 
