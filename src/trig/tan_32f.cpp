@@ -6,10 +6,9 @@
 // correctly rounded everywhere. |x| >= 90112 likewise, by another reduction (trig/large_floats.hpp). Computed of |x|,
 // so that rounding cannot make it other than odd.
 //
-// A21, A11: x = k pi/2 + r in single precision, pi/2 in four parts, or in three where products are fused, |r| <= pi/4;
-// tan r as a quotient of polynomials of r, of degrees 3 and 4, or 3 and 2; for odd k the negative reciprocal, which
-// takes no other division. Every operation is odd in x, or even. Error 2^-21.7 and 2^-17, next to zeros and poles as
-// well. |x| > 10000 as at A24.
+// A21, A11: in single precision as a quotient of polynomials of r, of degrees 3 and 4, or 3 and 2; pi/2 in four parts,
+// or in three where products are fused. Error 2^-21.7 and 2^-17, next to zeros and poles as well. |x| > 10000 as at
+// A24.
 #include "exact/rounding_test.hpp"
 #include "frame/export.hpp"
 #include "kelvm/trig.h"
@@ -74,20 +73,7 @@ template <auto& Numerator, auto& Denominator> struct TanSingle : Tan32 {
     return of_any_size(
         x, last, test, [](auto x) { return tangent_of_large(x); }, [](V x) { return formula(x); });
   }
-  template <class V> static V formula(V x) {
-    const V constant = splat<V>(-rounding_constant<float>); // negative so that one serves both steps
-    const V shifted = mul_sub(x, splat<V>(0x1.45f306p-1f), constant), k = shifted + constant;
-    // All parts are positive: a product of k = +0 and another one would take the sign of x = -0.
-    const auto less = [k](V x, float part) { return sub_mul(x, k, splat<V>(part)); };
-    const V r = has_fused ? less(less(less(x, 0x1.921fb4p+0f), 0x1.4442dp-24f), 0x1.84698ap-48f)
-                          : less(less(less(less(x, 1.5703125f), 0x1.fb4p-12f), 0x1.444p-24f), 0x1.68c234p-39f);
-    const V z = r * r;
-    const V sine = r * horner(z, Numerator), cosine = horner(z, Denominator); // times the same factor
-    const Bits<V> odd = bits(shifted) << 31;
-    const V dividend = select(bit_cast<SignMask<V>>(odd), cosine, sine);
-    const V divisor = from_bits<V>(bits(sine) ^ bits(cosine) ^ bits(dividend)); // the other one
-    return flip_sign(dividend / divisor, odd);
-  }
+  template <class V> static V formula(V x) { return tangent_quotient(quarter_turns(x), Numerator, Denominator); }
 };
 
 } // namespace

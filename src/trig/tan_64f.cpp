@@ -1,13 +1,16 @@
-// Tangent, double; see tangent.hpp for the method. Computed of |x|, so that rounding cannot make it other than odd.
+// Tangent, double; see tangent.hpp for the methods.
 //
-//          t = tan r             sum, difference    quotient        error
-//   A53    double-word           double-word        double-word     0.53 ulp
-//   A50    degree 9              rounded            rounded         2^-51
-//   A26    degree 5              rounded            rounded         2^-34
+//          by                                                            error
+//   A53    a table; t = tan r, sum, difference, quotient double-words    0.53 ulp
+//   A50    a quotient of degrees 7 and 6                                 2^-50.2
+//   A26    a quotient of degrees 5 and 4                                 2^-35
 //
-// A53: with fused operations 1 - T t is a double-word, and the quotient's remainder is exact. Without them the product
-// T t, at most 0.05, is rounded, which costs 0.03 ulp of 1 - T t, and the quotient has 26 bits, so that its product
-// with the denominator, taken in two pieces, is exact.
+// A53: computed of |x|, so that rounding cannot make it other than odd. With fused operations 1 - T t is a double-word,
+// and the quotient's remainder is exact. Without them the product T t, at most 0.05, is rounded, which costs 0.03 ulp
+// of 1 - T t, and the quotient has 26 bits, so that its product with the denominator, taken in two pieces, is exact.
+//
+// A50, in units of 2^-53: r 2 at most, which counts fully next to the zeros and poles alone, elsewhere 1 and by up to
+// 1.6; r^2 0.5, N 0.7, its product 1, D 1.2, the quotient 1, the fit 0.3.
 #include "exact/double_word.hpp"
 #include "frame/export.hpp"
 #include "kelvm/trig.h"
@@ -63,20 +66,19 @@ template <class V> inline DoubleWord<V> long_tangent(const Remainder<V>& r) {
 }
 
 struct TanA53 {
-  template <class V> static V of(V x) { return rounded(long_tangent(fused_reduce(x))); }
+  template <class V> static V of(V x) { return flip_sign(rounded(long_tangent(fused_reduce(abs(x)))), sign_of(x)); }
+  /// x >= 0
   template <class V> static V of_any(V x) { return rounded(long_tangent(fused_reduce_any(x))); }
 };
 
-template <auto& Series> struct TanShort {
-  template <class V> static V of(V x) {
-    const V shifted = x * thirty_two_over_pi + rounding_constant<double>;
-    return short_tangent(remainder(x, shifted - rounding_constant<double>), int_bits(shifted), Series);
-  }
+template <auto& Numerator, auto& Denominator> struct TanShort {
+  template <class V> static V of(V x) { return tangent_quotient(quarter_turns(x), Numerator, Denominator); }
+  /// x >= 0
   template <class V> static V of_any(V x) {
     const WithinReach<V> within(x);
-    const V shifted = within.y * thirty_two_over_pi + rounding_constant<double>;
-    return short_tangent(remainder(within.y, shifted - rounding_constant<double>) + within.lo,
-                         int_bits(shifted) + within.index, Series);
+    const QuarterTurns<V> angle = quarter_turns(within.y);
+    return tangent_quotient(QuarterTurns<V>{angle.r + within.lo, angle.odd ^ bit_cast<Bits<V>>(within.index << 59)},
+                            Numerator, Denominator);
   }
 };
 
@@ -89,7 +91,7 @@ template <class P> struct Tan64 : KernelDefaults {
   template <class V> static SignMask<V> special(V x) {
     return above(abs(x), 0x1.5ffffffffffffp+16);
   } // |x| >= 90112, NaN
-  template <class V> static V formula(V x) { return flip_sign(P::of(abs(x)), sign_of(x)); }
+  template <class V> static V formula(V x) { return P::of(x); }
   template <class V> static V wide_formula(V x) { return flip_sign(P::of_any(abs(x)), sign_of(x)); }
   template <class V> static V nan_result(V) { return splat<V>(default_nan<double>()); }
   static double element(double x, kelStatus& status) {
@@ -99,8 +101,8 @@ template <class P> struct Tan64 : KernelDefaults {
 
 } // namespace
 
-KELVM_UNARY(kelsTan_64f_A26, Tan64<TanShort<tangent_2>>)
-KELVM_UNARY(kelsTan_64f_A50, Tan64<TanShort<tangent_4>>)
+KELVM_UNARY(kelsTan_64f_A26, Tan64<TanShort<tangent_26_numerator, tangent_26_denominator>>)
+KELVM_UNARY(kelsTan_64f_A50, Tan64<TanShort<tangent_50_numerator, tangent_50_denominator>>)
 KELVM_UNARY(kelsTan_64f_A53, Tan64<TanA53>)
 
 } // namespace kelvm::inline KELVM_BUILD::tan_64f

@@ -1,10 +1,12 @@
-// The tangent in double, by tables: x = k pi/32 + r, |r| <= pi/64, and with a = k pi/32 brought into [-pi/4, pi/4) by a
-// multiple of pi/2, T = tan a and t = tan r
+// The tangent in two ways. By tables, in double: x = k pi/32 + r, |r| <= pi/64, and with a = k pi/32 brought into
+// [-pi/4, pi/4) by a multiple of pi/2, T = tan a and t = tan r
 //
 //   tan(a + r) = (T + t) / (1 - T t)      and       tan(a + r + pi/2) = -(1 - T t) / (T + t).
 //
-// One division either way. T + t is small next to the zeros and the poles of the tangent, where T = 0 and t keeps the
-// relative accuracy of r.
+// T + t is small next to the zeros and the poles of the tangent, where T = 0 and t keeps the relative accuracy of r.
+//
+// By a quotient: x = k pi/2 + r, |r| <= pi/4, and tan r = r N(r^2) / D(r^2); for odd k the negative reciprocal. Every
+// operation is odd in x, or even. One division either way.
 #pragma once
 
 #include "exact/polynomial.hpp"
@@ -42,6 +44,47 @@ template <class V> inline V remainder_of_float(V x, V k) {
     return sub_mul(sub_mul(x, k, splat<V>(pi_hi / 32)), k, splat<V>(pi_lo / 32));
   else
     return remainder(x, k);
+}
+
+/// x = k pi/2 + r; the sign of `odd` is set where k is odd, its other bits are zero.
+template <class V> struct QuarterTurns {
+  V r;
+  Bits<V> odd;
+};
+
+/// pi/2. Without fused operations all parts but the last are so short that their products with k are exact. They are
+/// positive: a product of k = +0 and another one would take the sign of x = -0.
+template <class T>
+inline constexpr auto parts_of_half_pi = [] {
+  if constexpr (sizeof(T) == 8 && has_fused)
+    return std::array{0x1.921fb54442d18p+0, 0x1.1a62633145c06p-54, 0x1.c1cd129024e08p-107};
+  else if constexpr (sizeof(T) == 8)
+    return std::array{0x1.921fb5444p+0, 0x1.68c234c4cp-39, 0x1.98a2e03707344p-77};
+  else if constexpr (has_fused)
+    return std::array{0x1.921fb4p+0f, 0x1.4442dp-24f, 0x1.84698ap-48f};
+  else
+    return std::array{1.5703125f, 0x1.fb4p-12f, 0x1.444p-24f, 0x1.68c234p-39f};
+}();
+
+/// |x| < 90112, of floats 10000. A remainder without tail: two roundings of it, where it is not small one.
+template <class V> inline QuarterTurns<V> quarter_turns(V x) {
+  using T = Lane<V>;
+  const V constant = splat<V>(-rounding_constant<T>); // negative so that one serves both steps
+  const V shifted = mul_sub(x, splat<V>(T(sizeof(T) == 8 ? 0x1.45f306dc9c883p-1 : 0x1.45f306p-1)), constant);
+  const V k = shifted + constant;
+#pragma GCC unroll 4
+  for (const T part : parts_of_half_pi<T>) x = sub_mul(x, k, splat<V>(part));
+  return {x, bits(shifted) << (8 * sizeof(T) - 1)};
+}
+
+/// The tangent of such an angle, N and D given.
+template <class V, int M, int N>
+inline V tangent_quotient(QuarterTurns<V> angle, const Lane<V> (&numerator)[M], const Lane<V> (&denominator)[N]) {
+  const V z = angle.r * angle.r;
+  const V sine = angle.r * horner(z, numerator), cosine = horner(z, denominator); // times the same factor
+  const V dividend = select(bit_cast<SignMask<V>>(angle.odd), cosine, sine);
+  const V divisor = from_bits<V>(bits(sine) ^ bits(cosine) ^ bits(dividend)); // the other one
+  return flip_sign(dividend / divisor, angle.odd);
 }
 
 } // namespace kelvm::inline KELVM_BUILD

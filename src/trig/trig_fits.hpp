@@ -55,10 +55,31 @@ inline constexpr double tangent_3[] = {
     0x1.1110fdfba604cp-3,
     0x1.baf09b4a7a059p-5};
 
-// (tan r - r) / r^3 by powers of r^2, |r| <= pi / 64; errors relative to tan r: fit 2^-34.9, evaluation 2^-63.2
-inline constexpr double tangent_2[] = {
-    0x1.55554c3a0a937p-2,
-    0x1.117047982ebb9p-3};
+// tan r / r by powers of r^2, |r| <= pi / 4; errors relative to tan r: fit 2^-55.2, evaluation 2^-51.0
+inline constexpr double tangent_50_numerator[] = {
+    0x1p+0,
+    -0x1.06b90b62da7bfp-3,
+    0x1.6fc3db6a62cd3p-9,
+    -0x1.f6284cf3bc304p-18};
+
+// its denominator
+inline constexpr double tangent_50_denominator[] = {
+    0x1p+0,
+    -0x1.d8b1db06c2911p-2,
+    0x1.7e79d85e22aadp-6,
+    -0x1.b51e7c60b0956p-13};
+
+// tan r / r by powers of r^2, |r| <= pi / 4; errors relative to tan r: fit 2^-35.1, evaluation 2^-51.0
+inline constexpr double tangent_26_numerator[] = {
+    0x1p+0,
+    -0x1.c81ce5d986d8p-4,
+    0x1.19bd98b4d01b6p-10};
+
+// its denominator
+inline constexpr double tangent_26_denominator[] = {
+    0x1p+0,
+    -0x1.c75c8eb716869p-2,
+    0x1.05ab8cb67e2ebp-6};
 
 // tan r / r by powers of r^2, |r| <= pi / 4; errors relative to tan r: fit 2^-25.1, evaluation 2^-22.0
 inline constexpr float tangent_21_numerator[] = {

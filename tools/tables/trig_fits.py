@@ -5,7 +5,7 @@ from decimal import Decimal as D, getcontext
 import gmpy2
 
 from emit import array, decimal_pi, footer, header
-from minimax import fpminimax, rational, to_float
+from minimax import fpminimax, rational, to_double, to_float
 
 getcontext().prec = 60
 
@@ -34,11 +34,12 @@ def tangent_ratio(z):
         return D(str(gmpy2.tan(r) / r))
 
 
-def rational_tangent(name, degree):
+def rational_tangent(name, n_degree, d_degree, ctype="double"):
     high = (decimal_pi() / 4 * (1 + D(2) ** -10)) ** 2
-    n, d, e = rational(tangent_ratio, lambda z: 1 / tangent_ratio(z), 1, degree, high, to_float, lowest=1)
-    array(f"{name}_numerator", f"tan r / r by powers of r^2, |r| <= pi / 4; errors relative to tan r: {e}", n, "float")
-    array(f"{name}_denominator", "its denominator", d, "float")
+    rounded = {"double": to_double, "float": to_float}[ctype]
+    n, d, e = rational(tangent_ratio, lambda z: 1 / tangent_ratio(z), n_degree, d_degree, high, rounded, lowest=1)
+    array(f"{name}_numerator", f"tan r / r by powers of r^2, |r| <= pi / 4; errors relative to tan r: {e}", n, ctype)
+    array(f"{name}_denominator", "its denominator", d, ctype)
 
 
 def main():
@@ -53,9 +54,10 @@ def main():
     tangent("tangent_5", 5, "pi / 64")
     tangent("tangent_4", 4, "pi / 64")
     tangent("tangent_3", 3, "pi / 64")
-    tangent("tangent_2", 2, "pi / 64")
-    rational_tangent("tangent_21", 2)
-    rational_tangent("tangent_11", 1)
+    rational_tangent("tangent_50", 3, 3)
+    rational_tangent("tangent_26", 2, 2)
+    rational_tangent("tangent_21", 1, 2, "float")
+    rational_tangent("tangent_11", 1, 1, "float")
     footer()
 
 
