@@ -33,9 +33,11 @@ public:
   }
 };
 
-/// The rows of a table at the lanes of an index. Multiples of a power of two columns are taken of all lanes at once.
+/// The rows of a table at the lanes of an index. Multiples of a power of two columns are taken of all lanes at once,
+/// but for the eight bytes that an address multiplies by.
 template <const auto& Table, class I> class RowsAt {
-  static constexpr int columns = int(std::size(Table[0])), factor = columns & -columns;
+  static constexpr int columns = int(std::size(Table[0])), power_of_two = columns & -columns;
+  static constexpr int factor = sizeof(Table[0][0]) == 4 && power_of_two > 1 ? power_of_two / 2 : power_of_two;
   IndexLanes<I> multiple;
 
 public:
