@@ -13,15 +13,15 @@
 //   erf(r + t) = erf(r) + s I(r, t),   erfc(r + t) = erfc(r) - s I(r, t),   Phi(-a) = erfc(a / sqrt(2)) / 2
 //   s = 2 / sqrt(pi) e^(-r^2),         I = the integral of e^(-2 r u - u^2) from u = 0 to t
 // r the nearest step, its value and slope s from a table, I / t as a series in w = r t and t^2. Exact where t = 0: at
-// zero, and from where erf is 1. Only erf in float arithmetic has no table: x times a rational function of x^2 at 21
-// bits, a polynomial at 11.
+// zero, and from where erf is 1. Of erf in float arithmetic I / t is 1 - w - t^2 / 3; where operations are fused, and
+// at 11 bits, there is no table, but x times a rational function of x^2 or a polynomial.
 //
 //          erf: steps   erfc, Phi: steps   error
 //   A53                                    0.503, 0.53, 0.53 ulp
 //   A50    1/128        1/128              2^-50.5, 2^-50.6, 2^-50.6
 //   A26    1/128        1/128              2^-32, 2^-30, 2^-30
 //   A24    1/128        1/128              2^-41 in double, correctly rounded to float
-//   A21                 1/64               2^-21.4, 2^-22.5, 2^-22.5
+//   A21    1/64         1/64               2^-21.4, 2^-22.5, 2^-22.5
 //   A11                 1/64               2^-11.1, 2^-15, 2^-15
 #pragma once
 
@@ -123,8 +123,9 @@ template <class Terms, class V> inline V mean_slope(V r, V t) {
 
 // --- erf -----------------------------------------------------------------------------------------------------------
 
-/// The last row of the tables, on which erf is 1 in double; in float arithmetic 1 - erf is below 2^-21.5 from there on.
-template <class T> inline constexpr T erf_saturated = sizeof(T) == 8 ? T(6.0) : T(3.625);
+/// The last row of the tables, on which erf is 1 in the type; where floats have no table 1 - erf is below 2^-21.5
+/// there.
+template <class T> inline constexpr T erf_saturated = sizeof(T) == 8 ? T(6.0) : has_fused ? T(3.625) : T(3.9375);
 /// Smaller arguments, but for 0, are not for the vector formulas: powers of a double would underflow, and a float's
 /// result may be subnormal.
 template <class T> inline constexpr T erf_tiny = sizeof(T) == 8 ? T(0x1p-400) : T(0x1p-126);
@@ -157,6 +158,11 @@ template <Accuracy A, class V> inline V erf_positive(V a) {
     const EvenRow<7, V> row(a);
     const auto [value, slope] = lookup_pair<erf_tables::erf_and_slope>(row.index);
     return mul_add(slope * row.t, mean_slope<Terms>(row.middle, row.t), value);
+  } else if constexpr (A == bits21 && !has_fused) {
+    const EvenRow<6, V> row(a);
+    const auto [value, slope] = lookup_pair<erf_tables::float_erf_and_slope>(row.index);
+    const V third = mul_add(row.t, splat<V>(T(1) / 3), row.middle); // w + t^2 / 3 over t
+    return mul_add(slope, sub_mul(row.t, row.t * row.t, third), value);
   } else if constexpr (A == bits21) {
     const V z = a * a;
     const V y = a * horner(z, erf_single_tables::numerator) / horner(z, erf_single_tables::denominator);

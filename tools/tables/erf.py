@@ -88,6 +88,9 @@ def main():
     table("erf_and_slope", "erf(r) and 2 / sqrt(pi) e^(-r^2), r = k / 128; in the last row 1 and 0", erf)
     table("erfc_and_slope", "erfc(r) and 2 / sqrt(pi) e^(-r^2), r = k / 128, as far as 26.52",
           values_and_slopes(gmpy2.erfc, 128, 3394))
+    erf = values_and_slopes(gmpy2.erf, 64, 252, 24)
+    erf[-1] = [1, 0]
+    table("float_erf_and_slope", "erf(r) and 2 / sqrt(pi) e^(-r^2), r = k / 64; in the last row 1 and 0", erf, "float")
     table("float_erfc_and_slope",
           "2^32 erfc(r) and 2^32 2 / sqrt(pi) e^(-r^2), r = k / 64, as far as 9.19: their products with small numbers are "
           "normal", [[v * 2**32 for v in row] for row in values_and_slopes(gmpy2.erfc, 64, 588, 24)], "float")
