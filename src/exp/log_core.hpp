@@ -6,7 +6,7 @@
 //
 // The row around 1 has c = 1 and ln c = 0, and reaches over both sides of 1: there the formula is the series of
 // ln(1 + r) and nothing cancels. After Tang, "Table-driven implementation of the logarithm function in IEEE
-// floating-point arithmetic", 1990. Three tables:
+// floating-point arithmetic", 1990. Four tables:
 //
 //   ExactRows   256 rows, |r| < 0.0027. c has so few bits (8 or 9 below its leading one) that r is a double: the
 //               reduction has no error, which full precision near 1 could not do without. ln c has a double-word.
@@ -14,6 +14,8 @@
 //   ShortRows   16 rows, |r| < 0.032: with AVX-512 a column fills two registers, from which one permutation takes the
 //               value of every lane. r and ln c are rounded.
 //   MediumRows  128 rows, |r| < 0.004: a shorter series, where a table does not stand in registers anyway.
+//   MiddleRows  256 rows, |r| < 0.002, where operations are not fused: 1/c is the middle of the row, from which m
+//               differs by a double, and c is rounded. r = (m - 1/c) c has a relative error below 2^-52.
 //
 // Base 10 has tables of its own and the factor 1 / ln 10 in the coefficients.
 #pragma once
@@ -28,7 +30,7 @@
 namespace kelvm::inline KELVM_BUILD {
 
 // Errors of a logarithm in double arithmetic: `full` within 0.51 ulp; `bits50`, `bits46` (from a float), `bits40` (from
-// a float) and `bits27` with relative errors below 2^-51, 2^-49, 2^-43 and 2^-31. Below `full` log(1 + r) / r and its
+// a float) and `bits27` with relative errors below 2^-50.7, 2^-49, 2^-43 and 2^-31. Below `full` log(1 + r) / r and its
 // product with r are rounded. Without a fused multiply-add r of `bits27` carries the rounding of m c, 2^-53; from a
 // float m c is exact.
 
@@ -47,6 +49,16 @@ struct ShortRows {
 };
 /// For correct rounding to float, whose bits do not depend on the table: the short one where it stands in registers.
 using CorrectRows = std::conditional_t<vector_bytes == 64, ShortRows, MediumRows>;
+struct MiddleRows {
+  static constexpr int bits = 8;
+  static constexpr std::uint64_t lowest = 0x3FE6A00000000000;
+  /// 1/c: m with the bits rounded off that are below a row.
+  template <class V> static V middle(V m) {
+    constexpr std::uint64_t row = std::uint64_t(1) << (52 - bits);
+    static_assert(lowest % row == 0);
+    return from_bits<V>((kelvm::bits(m) + row / 2) & ~(row - 1));
+  }
+};
 /// No table: m from 2/3 to 4/3.
 struct OneRow {
   static constexpr int bits = 0;
@@ -54,7 +66,9 @@ struct OneRow {
 };
 /// By accuracy. Without fused operations a longer table saves more than it costs.
 using RoundedRows = std::conditional_t<has_fused, ShortRows, MediumRows>;
-template <Accuracy A> using LogRows = std::conditional_t<A == Accuracy::full, ExactRows, RoundedRows>;
+template <Accuracy A>
+using LogRows = std::conditional_t<A == Accuracy::full, ExactRows,
+                                   std::conditional_t<A == Accuracy::bits50 && !has_fused, MiddleRows, RoundedRows>>;
 
 /// x = 2^k m, and m's row in the tables. The exponent field of `scaled` is k + 1023.
 template <class V> struct LogReduced {
@@ -125,6 +139,7 @@ template <class V> inline V exact_product_minus_one(V m, V c) { return exact_mul
 struct Natural {
   static constexpr auto& shorter = log_tables::inverse_and_ln;
   static constexpr auto& medium = log_tables::inverse_and_medium_ln;
+  static constexpr auto& middle = log_tables::inverse_and_middle_ln;
   static constexpr auto& exact = log_tables::inverse_and_exact_ln;
   static constexpr double log_of_2_hi = log_tables::ln2_hi, log_of_2_lo = log_tables::ln2_lo,
                           log_of_2 = log_tables::ln2;
@@ -132,6 +147,7 @@ struct Natural {
 struct Decimal {
   static constexpr auto& shorter = log_tables::inverse_and_log10;
   static constexpr auto& medium = log_tables::inverse_and_medium_log10;
+  static constexpr auto& middle = log_tables::inverse_and_middle_log10;
   static constexpr auto& exact = log_tables::inverse_and_exact_log10;
   static constexpr double log_of_2_hi = log_tables::lg2_hi, log_of_2_lo = log_tables::lg2_lo,
                           log_of_2 = log_tables::lg2;
@@ -139,7 +155,9 @@ struct Decimal {
 
 /// c and -log c, rounded.
 template <class Base, class Rows, class Row> inline auto inverse_and_log(Row row) {
-  if constexpr (std::is_same_v<Rows, MediumRows>)
+  if constexpr (std::is_same_v<Rows, MiddleRows>)
+    return lookup_pair<Base::middle>(row);
+  else if constexpr (std::is_same_v<Rows, MediumRows>)
     return lookup_pair<Base::medium>(row);
   else
     return lookup_pair<Base::shorter>(row);
@@ -239,6 +257,8 @@ template <>
 inline constexpr auto& log_coefficients<Decimal, MediumRows, Accuracy::bits40> = log_tables::log10_bits40_medium;
 template <>
 inline constexpr auto& log_coefficients<Decimal, MediumRows, Accuracy::bits27> = log_tables::log10_bits27_medium;
+template <Accuracy A> inline constexpr auto& log_coefficients<Natural, MiddleRows, A> = log_tables::ln_bits50_middle;
+template <Accuracy A> inline constexpr auto& log_coefficients<Decimal, MiddleRows, A> = log_tables::log10_bits50_middle;
 
 /// rest + log(1 + r), below full precision.
 template <class Base, Accuracy A, class Rows = RoundedRows, class V> inline V logarithm_sum(V rest, V r) {
@@ -246,8 +266,8 @@ template <class Base, Accuracy A, class Rows = RoundedRows, class V> inline V lo
 }
 
 /// The same with a shorter chain, for kernels that compute few vectors at a time.
-template <class Base, Accuracy A, class V> inline V logarithm_sum_by_halves(V rest, V r) {
-  constexpr auto& c = log_coefficients<Base, RoundedRows, A>;
+template <class Base, Accuracy A, class Rows = RoundedRows, class V> inline V logarithm_sum_by_halves(V rest, V r) {
+  constexpr auto& c = log_coefficients<Base, Rows, A>;
   return mul_add(r * r, estrin<1>(r, c), mul_add(r, splat<V>(c[0]), rest));
 }
 
@@ -258,8 +278,14 @@ template <class Base, Accuracy A, class Rows = LogRows<A>, class Reduced> inline
     return rounded(logarithm_full<Base>(log_parts<Base>(x)));
   } else {
     const Pair<V> row = inverse_and_log<Base, Rows>(x.row);
-    const V r = A == Accuracy::bits50 ? exact_product_minus_one(x.m, row.first) : mul_sub(x.m, row.first, splat<V>(1));
-    return logarithm_sum<Base, A, Rows>(mul_add(x.k, splat<V>(Base::log_of_2), row.second), r);
+    const V rest = mul_add(x.k, splat<V>(Base::log_of_2), row.second);
+    if constexpr (std::is_same_v<Rows, MiddleRows>) {
+      return logarithm_sum_by_halves<Base, A, Rows>(rest, (x.m - Rows::middle(x.m)) * row.first);
+    } else {
+      const V r =
+          A == Accuracy::bits50 ? exact_product_minus_one(x.m, row.first) : mul_sub(x.m, row.first, splat<V>(1));
+      return logarithm_sum<Base, A, Rows>(rest, r);
+    }
   }
 }
 

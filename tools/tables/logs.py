@@ -23,15 +23,19 @@ class Rows:
     1). Exact rows take only those c for which m c - 1 is a double: |r| < 2^-8 for c of 8 fraction bits, 2^-9 for 9."""
 
     def __init__(self, bits, lowest, step, exact=False):
-        self.c, self.largest, self.smallest = [], F(0), F(0)
+        self.c, self.middles, self.largest, self.smallest = [], [], F(0), F(0)
+        self.from_middle = [D(0), D(0)]
         assert lowest % (1 << (8 - bits if bits < 8 else 0)) == 0
         for i in range(1 << bits):
             top = ((lowest << 1) >> (8 - bits)) + 2 * i
             low, centre, high = (self.value(t, bits) for t in (top - 1, top, top + 1))
             c = F(1) if centre == 1 else self.best(low, centre, high, step, exact)
             self.c.append(c)
+            self.middles.append(centre)
             self.largest = max(self.largest, high * c - 1)
             self.smallest = min(self.smallest, low * c - 1)
+            self.from_middle[0] = min(self.from_middle[0], dec(low / centre - 1))
+            self.from_middle[1] = max(self.from_middle[1], dec(high / centre - 1))
 
     @staticmethod
     def value(top, bits):
@@ -110,6 +114,12 @@ def rounded_tables(short, medium):
         print()
 
 
+def middle_tables(rows):
+    for _, word, scale in bases():
+        table(f"inverse_and_middle_{word}", f"c = 1 / middle, -{word} c",
+              [(to_double(1 / dec(m)), to_double(ln(m) * scale) if m != 1 else D(0)) for m in rows.middles])
+
+
 def main():
     header("Tables and coefficients of the logarithm core", "log_tables")
     exact = Rows(8, 0x3FE6A, 9, exact=True)
@@ -117,6 +127,7 @@ def main():
     short = Rows(SHORT_BITS, SHORT_LOWEST, 12)
     medium = Rows(MEDIUM_BITS, MEDIUM_LOWEST, 12)
     rounded_tables(short, medium)
+    middle_tables(exact)
     inv = 1 / LN10
     head = F(int((inv * (1 << 27)).to_integral_value()), 1 << 27)
     constant("inverse_ln10_head", head)
@@ -143,6 +154,8 @@ def main():
             logarithm(f"ln_{name}", rows, 2, count, D(1), "ln(1+r) / r", leading=[1.0])
             if name not in ONLY_NATURAL:
                 logarithm(f"log10_{name}", rows, 1, count + 1, inv, "log10(1+r) / r")
+    logarithm("ln_bits50_middle", exact.from_middle, 2, 4, D(1), "ln(1+r) / r", leading=[1.0])
+    logarithm("log10_bits50_middle", exact.from_middle, 1, 5, inv, "log10(1+r) / r")
     c, e = minimax(quotient_series, lambda z: 1 / quotient_series(z), range(6), D(0), D("0.2001") ** 2)
     array("ln_by_quotient", f"ln m / s, s = (m - 1) / (m + 1), by powers of s^2, |s| <= 1/5; errors of ln m: {e}", c)
     single = (D(-1) / 3, D(1) / 3)
