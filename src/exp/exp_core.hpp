@@ -3,6 +3,8 @@
 //
 //   e^x = 2^(k/32) e^r,   k = round(32 x / ln 2),   |r| <= ln 2 / 64
 //
+// (or with 128 in place of 32, or 1).
+//
 // 2^(k/32) is a table value, by the low bits of k, and a power of two, by the others, which is added to the exponent
 // field. With AVX-512 a column of the table stands in four registers. r comes of two steps of ln 2 / 32 (Cody-Waite),
 // the first of which is exact; with a fused multiply-add the second adds its last rounding alone. After Tang,
@@ -19,22 +21,22 @@
 
 namespace kelvm::inline KELVM_BUILD {
 
-/// x = k ln 2 / N + main - rest, N = 32 or, without a table, 1: main is exact, rest below 2^-22 for |x| < 2^11. `sum`
-/// has k in its low bits.
+/// x = k ln 2 / N + main - rest, N = 32, 128 or, without a table, 1: main is exact, rest below 2^-22 for |x| < 2^11.
+/// `sum` has k in its low bits.
 template <class V, int N = 32> struct ExpReduced {
-  static_assert(N == 32 || N == 1);
-  static constexpr int log_n = N == 32 ? 5 : 0;
-  static constexpr double step_hi = 32 / N * exp_core_tables::step_hi, step_lo = 32 / N * exp_core_tables::step_lo;
+  static_assert(N == 128 || N == 32 || N == 1);
+  static constexpr int log_n = N == 128 ? 7 : N == 32 ? 5 : 0;
+  static constexpr double step_hi = 32.0 / N * exp_core_tables::step_hi, step_lo = 32.0 / N * exp_core_tables::step_lo;
   V sum, main, rest;
 
   Int<V> row() const { return int_bits(sum) & (N - 1); }
-  /// 2^(k/32), a normal number. One shift takes the bits of k that are a power of two to the exponent field, and the
-  /// row to the five bits below: the table's values are less by that.
+  /// 2^(k/N), a normal number. One shift takes the bits of k that are a power of two to the exponent field, and the
+  /// row to the bits below: the table's values are less by that.
   V power() const {
     static_assert(N == 32);
-    const V t = lookup<exp_core_tables::exp2_less_row>(LowIndex<Int<V>, log_n>{int_bits(sum)});
-    return from_bits<V>(bits(t) + (bits(sum) << (52 - log_n)));
+    return power(lookup<exp_core_tables::exp2_less_row>(LowIndex<Int<V>, log_n>{int_bits(sum)}));
   }
+  V power(V less_row) const { return from_bits<V>(bits(less_row) + (bits(sum) << (52 - log_n))); }
   /// v times 2^floor(k / N), for a normal v and a normal result.
   V scaled(V v) const { return times_power_of_two(v, bits(sum) >> log_n); }
   /// floor(k / N), of one lane.
@@ -74,7 +76,7 @@ template <> inline constexpr auto& exp_coefficients<Accuracy::bits50> = exp_core
 template <> inline constexpr auto& exp_coefficients<Accuracy::bits40> = exp_core_tables::exp_bits40;
 template <> inline constexpr auto& exp_coefficients<Accuracy::bits27> = exp_core_tables::exp_bits27;
 template <> inline constexpr auto& exp_coefficients<Accuracy::bits21> = exp_core_tables::exp_bits21;
-/// Those of (e^r - 1 - r) / r^2 for an error relative to e^r - 1.
+/// Those of (e^r - 1 - r) / r^2 for an error relative to e^r - 1; bits50 with |r| <= ln 2 / 256.
 template <Accuracy> inline constexpr auto& expm1_coefficients = exp_core_tables::expm1_full;
 template <> inline constexpr auto& expm1_coefficients<Accuracy::bits50> = exp_core_tables::expm1_bits50;
 template <> inline constexpr auto& expm1_coefficients<Accuracy::bits40> = exp_core_tables::expm1_bits40;
@@ -178,7 +180,7 @@ template <class V> struct EvenAndOddExp {
 };
 
 /// e^x - 1, |x| < 708; bits50 within 4 ulps, bits40 and bits27 with relative errors below 2^-43 and 2^-34.
-template <Accuracy A, class V> inline V exp_minus_1(V x) {
+template <Accuracy A, Arguments X = Arguments::any, class V> inline V exp_minus_1(V x) {
   if constexpr (A == Accuracy::full) {
     const Expm1Parts<V> y = expm1_full(x);
     return (y.hi + y.lo) * y.scale;
@@ -188,12 +190,13 @@ template <Accuracy A, class V> inline V exp_minus_1(V x) {
     const V scale = reduced.scaled(splat<V>(1));
     return mul_add(scale, mul_add(e.square, e.even, e.odd), scale - 1.0);
   } else if constexpr (A == Accuracy::bits50) {
-    const ExpReduced<V> reduced = exp_reduce(x);
-    const DoubleWord<V> t = exp2_short_and_rest(reduced);
+    const ExpReduced<V, 128> reduced = exp_reduce<128>(x); // whose longer table saves a term
+    const Pair<V> row = lookup_pair<exp_core_tables::exp2_less_row_and_rest>(reduced.row());
+    V t = reduced.power(row.first);
+    if constexpr (X == Arguments::any) t = larger_of(t, splat<V>(0x1p-200)); // the product stays a normal number
     const V r = reduced.r();
-    const V p = mul_add(r * r, estrin(r, expm1_coefficients<A>), r);
-    const V scale = reduced.scaled(splat<V>(1));
-    return ((t.hi - inverse_power_of_two(scale)) + mul_add(t.hi + t.lo, p, t.lo)) * scale;
+    const V p = mul_add(r * r, estrin(r, expm1_coefficients<A>), r + row.second);
+    return mul_add(t, p, t - 1.0);
   } else {
     const ExpReduced<V> reduced = exp_reduce(x);
     const V r = reduced.r_by_one_step(x);

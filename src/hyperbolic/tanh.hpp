@@ -47,7 +47,7 @@ template <Accuracy A, class V> inline V tanh_positive(V x) {
   if constexpr (A == Accuracy::full) {
     return tanh_quotient(x).rounded();
   } else {
-    const V e = exp_minus_1<A>(x + x);
+    const V e = exp_minus_1<A, Arguments::positive>(x + x);
     return e / (e + 2.0);
   }
 }

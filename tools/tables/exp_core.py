@@ -36,9 +36,9 @@ def half_exp_tail(first, terms=30):
     return f
 
 
-def less_row(d, j):
-    """The double of d's bits less j 2^47."""
-    return struct.unpack("d", struct.pack("q", struct.unpack("q", struct.pack("d", float(d)))[0] - (j << 47)))[0]
+def less_row(d, j, place=47):
+    """The double of d's bits less j 2^place."""
+    return struct.unpack("d", struct.pack("q", struct.unpack("q", struct.pack("d", float(d)))[0] - (j << place)))[0]
 
 
 def main():
@@ -60,16 +60,19 @@ def main():
     array("exp2", "2^(j/32)", powers, aligned=True)
     array("exp2_less_row", "2^(j/32), less j in the bits above 2^47", [less_row(d, j) for j, d in enumerate(powers)],
           aligned=True)
+    powers = [(LN2 * j / 128).exp() if j else D(1) for j in range(128)]
+    table("exp2_less_row_and_rest", "2^(j/128), less j in the bits above 2^45; what it lacks, relatively",
+          [(less_row(d, j, 45), float((d - D(float(d))) / d)) for j, d in enumerate(powers)])
 
-    def series(name, of, weight, count):
-        high = LN2 / 64 * D("1.001")
+    def series(name, of, weight, count, rows=32):
+        high = LN2 / (2 * rows) * D("1.001")
         c, e = minimax(exp_tail(2), weight, range(count), -high, high)
-        array(name, f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / 64; errors of {of}: {e}", c)
+        array(name, f"(e^r - 1 - r) / r^2 on |r| <= ln 2 / {2 * rows}; errors of {of}: {e}", c)
 
     for name, count in (("full", 5), ("bits50", 4), ("bits40", 3)):
         series(f"exp_{name}", "e^r", lambda x: x * x, count)
-    for name, count in (("full", 6), ("bits50", 5), ("bits40", 4), ("bits27", 3)):
-        series(f"expm1_{name}", "e^r - 1", lambda x: x, count)
+    for name, count, rows in (("full", 6, 32), ("bits50", 4, 128), ("bits40", 4, 32), ("bits27", 3, 32)):
+        series(f"expm1_{name}", "e^r - 1", lambda x: x, count, rows)
     for name, count in (("bits33", 8), ("bits27", 7), ("bits21", 6)):
         high = LN2 / 2 * D("1.001")
         c, e = minimax(exp_tail(1), lambda x: x / x.exp(), range(count - 1), -high, high)
