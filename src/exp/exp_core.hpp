@@ -66,16 +66,14 @@ template <class V> inline DoubleWord<V> exp2_short_and_rest(const ExpReduced<V>&
   return {t.first, t.second};
 }
 
-// Errors of an exponential: `full` within 0.02 ulp before it is rounded; `bits50`, `bits40`, `bits27` and `bits21` with
-// relative errors below 2^-52, 2^-42, 2^-28 and 2^-23. The last two have no table: a few more terms of the series cost
-// less than a lookup.
+// Errors of an exponential: `full` within 0.02 ulp before it is rounded; `bits50`, `bits40` and `bits27` with relative
+// errors below 2^-52, 2^-42 and 2^-28. The last has no table: a few more terms of the series cost less than a lookup.
 
 /// The coefficients of (e^r - 1 - r) / r^2, |r| <= ln 2 / 64, or of e^r, |r| <= ln 2 / 2.
 template <Accuracy> inline constexpr auto& exp_coefficients = exp_core_tables::exp_full;
 template <> inline constexpr auto& exp_coefficients<Accuracy::bits50> = exp_core_tables::exp_bits50;
 template <> inline constexpr auto& exp_coefficients<Accuracy::bits40> = exp_core_tables::exp_bits40;
 template <> inline constexpr auto& exp_coefficients<Accuracy::bits27> = exp_core_tables::exp_bits27;
-template <> inline constexpr auto& exp_coefficients<Accuracy::bits21> = exp_core_tables::exp_bits21;
 /// Those of (e^r - 1 - r) / r^2 for an error relative to e^r - 1; bits50 with |r| <= ln 2 / 256.
 template <Accuracy> inline constexpr auto& expm1_coefficients = exp_core_tables::expm1_full;
 template <> inline constexpr auto& expm1_coefficients<Accuracy::bits50> = exp_core_tables::expm1_bits50;
@@ -242,6 +240,21 @@ template <auto& Series, class V> inline V float_exp(const FloatExpReduced<V>& x)
 }
 template <class V> inline V float_exp_bits11(V x) {
   return float_exp<exp_core_tables::float_exp_bits11>(float_exp_reduce(x));
+}
+
+/// x as a multiple of 2^-23, rounded, for |x| < 2^8: what a sum with a power of two has in its low bits.
+inline std::int32_t fixed_point(double x) { return int_bits(low_words(x + 0x1.8p29)); }
+inline Int<Native<float>> fixed_point(Native<double> low, Native<double> high) {
+  return int_bits(low_words(low + 0x1.8p29, high + 0x1.8p29));
+}
+/// 2^(n 2^-23) where that is a normal number, within 2^-22.5. Only inexact is raised, whatever n: the fraction is an
+/// integer here, and no product of small numbers comes up.
+template <class I> inline auto float_exp2_of_fixed_point(I n) {
+  using V = Floating<I>;
+  const I fraction = bit_cast<I>(bit_cast<Bits<V>>(n) << 9) >> 9;
+  const V f = convert<V>(fraction);
+  const V power = mul_add(f, estrin(f, exp_core_tables::float_exp2_bits21), splat<V>(1));
+  return from_bits<V>(bits(power) + bit_cast<Bits<V>>(n - fraction));
 }
 
 /// e^x - 1 for |x| <= 87, with relative errors below 2^-21 and 2^-11.

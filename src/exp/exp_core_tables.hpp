@@ -322,15 +322,6 @@ inline constexpr double exp_bits27[] = {
     0x1.12683db45f0b3p-7,
     0x1.6aebfae11b94fp-10};
 
-// e^r on |r| <= ln 2 / 2; relative errors: fit 2^-23.3, evaluation 2^-51.9
-inline constexpr double exp_bits21[] = {
-    0x1p+0,
-    0x1.fffff61b692dfp-1,
-    0x1.fffdc28584da4p-2,
-    0x1.555a7170e02e5p-3,
-    0x1.573b6c59a19e9p-5,
-    0x1.0fa6374aeada5p-7};
-
 // (cosh r - 1) / r^2 by powers of r^2, |r| <= ln 2 / 2; absolute errors: fit 2^-57.9, evaluation 2^-57.0
 inline constexpr double exp_even[] = {
     0x1.000000000000cp-1,
@@ -372,6 +363,14 @@ inline constexpr float float_expm1_bits11[] = {
     0x1.fffddp-2f,
     0x1.570a38p-3f,
     0x1.574126p-5f};
+
+// (2^f - 1) / f, |f| <= 1/2, by powers of 2^23 f; relative errors of 2^f: fit 2^-23.3, evaluation 2^-25.3
+inline constexpr float float_exp2_bits21[] = {
+    0x1.62e42ap-24f,
+    0x1.ebf9bap-49f,
+    0x1.c6b6a8p-74f,
+    0x1.3ceb3ap-99f,
+    0x1.5bf5e4p-125f};
 
 inline constexpr float float_ln2_hi = 0x1.62e4p-1f;
 inline constexpr float float_ln2_lo = 0x1.7f7d1cp-20f;

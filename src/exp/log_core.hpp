@@ -6,7 +6,7 @@
 //
 // The row around 1 has c = 1 and ln c = 0, and reaches over both sides of 1: there the formula is the series of
 // ln(1 + r) and nothing cancels. After Tang, "Table-driven implementation of the logarithm function in IEEE
-// floating-point arithmetic", 1990. Four tables:
+// floating-point arithmetic", 1990. Five tables:
 //
 //   ExactRows   256 rows, |r| < 0.0027. c has so few bits (8 or 9 below its leading one) that r is a double: the
 //               reduction has no error, which full precision near 1 could not do without. ln c has a double-word.
@@ -14,6 +14,7 @@
 //   ShortRows   16 rows, |r| < 0.032: with AVX-512 a column fills two registers, from which one permutation takes the
 //               value of every lane. r and ln c are rounded.
 //   MediumRows  128 rows, |r| < 0.004: a shorter series, where a table does not stand in registers anyway.
+//   LongRows    256 rows, |r| < 0.002, for m that are floats: products with c are exact.
 //   MiddleRows  256 rows, |r| < 0.002, where operations are not fused: 1/c is the middle of the row, from which m
 //               differs by a double, and c is rounded. r = (m - 1/c) c has a relative error below 2^-52.
 //
@@ -49,9 +50,11 @@ struct ShortRows {
 };
 /// For correct rounding to float, whose bits do not depend on the table: the short one where it stands in registers.
 using CorrectRows = std::conditional_t<vector_bytes == 64, ShortRows, MediumRows>;
-struct MiddleRows {
+struct LongRows {
   static constexpr int bits = 8;
   static constexpr std::uint64_t lowest = 0x3FE6A00000000000;
+};
+struct MiddleRows : LongRows {
   /// 1/c: m with the bits rounded off that are below a row.
   template <class V> static V middle(V m) {
     constexpr std::uint64_t row = std::uint64_t(1) << (52 - bits);
@@ -152,10 +155,18 @@ struct Decimal {
   static constexpr double log_of_2_hi = log_tables::lg2_hi, log_of_2_lo = log_tables::lg2_lo,
                           log_of_2 = log_tables::lg2;
 };
+/// `bits27` alone, for powers of floats.
+struct Binary {
+  static constexpr auto& shorter = log_tables::inverse_and_log2;
+  static constexpr auto& longer = log_tables::inverse_and_long_log2;
+  static constexpr double log_of_2 = 1;
+};
 
 /// c and -log c, rounded.
 template <class Base, class Rows, class Row> inline auto inverse_and_log(Row row) {
-  if constexpr (std::is_same_v<Rows, MiddleRows>)
+  if constexpr (std::is_same_v<Rows, LongRows>)
+    return lookup_pair<Base::longer>(row);
+  else if constexpr (std::is_same_v<Rows, MiddleRows>)
     return lookup_pair<Base::middle>(row);
   else if constexpr (std::is_same_v<Rows, MediumRows>)
     return lookup_pair<Base::medium>(row);
@@ -259,6 +270,8 @@ template <>
 inline constexpr auto& log_coefficients<Decimal, MediumRows, Accuracy::bits27> = log_tables::log10_bits27_medium;
 template <Accuracy A> inline constexpr auto& log_coefficients<Natural, MiddleRows, A> = log_tables::ln_bits50_middle;
 template <Accuracy A> inline constexpr auto& log_coefficients<Decimal, MiddleRows, A> = log_tables::log10_bits50_middle;
+template <Accuracy A> inline constexpr auto& log_coefficients<Binary, ShortRows, A> = log_tables::log2_bits27;
+template <Accuracy A> inline constexpr auto& log_coefficients<Binary, LongRows, A> = log_tables::log2_bits27_long;
 
 /// rest + log(1 + r), below full precision.
 template <class Base, Accuracy A, class Rows = RoundedRows, class V> inline V logarithm_sum(V rest, V r) {

@@ -1,8 +1,8 @@
-// Powers of floats: x^y = e^(y ln x), with the cores of exp/log_core.hpp and exp/exp_core.hpp.
+// Powers of floats: x^y = e^(y ln x) or 2^(y log2 x), with the cores of exp/log_core.hpp and exp/exp_core.hpp.
 //
-//          arithmetic   ln x      e^       error
+//          arithmetic   log x     power    error
 //   A24    double       2^-49     2^-42    0.5001 ulp: y ln x, below 2^7, costs seven bits of the logarithm
-//   A21    double       2^-31     2^-22.5  2^-22: the exponential in float, of an exponent that is reduced in double
+//   A21    double       2^-31     2^-22.5  2^-21.9: y log2 x is rounded to a multiple of 2^-23, the power is in float
 //   A11    float        2^-21     2^-13    2^-11
 //
 // The vector formula covers positive normal x and results in the normal range; the rest goes element by element, in

@@ -178,8 +178,9 @@ private:
 
 // --- floats ---------------------------------------------------------------------------------------------------------
 
-/// Tells by the largest |y ln x|, for a block by the upper words of doubles, whether results may leave the range.
-struct RangeTest {
+/// Tells by the largest |y log x|, for a block by the upper words of doubles, whether one is above P::limit: there
+/// results may leave the range.
+template <class P> struct RangeTest {
   /// half: which half of a float vector the exponents belong to.
   template <class D> void add(D exponent, int half) {
     constexpr int words = int(sizeof(D) / 4);
@@ -188,69 +189,86 @@ struct RangeTest {
       const auto upper = bit_cast<Vec<std::uint32_t, words>>(magnitude);
       largest = upper > largest ? upper : largest;
     }
-    undecided |= movemask(above(magnitude, limit)) << half * kelvm::lanes<D>;
+    undecided |= movemask(above(magnitude, P::limit)) << half * kelvm::lanes<D>;
   }
-  bool any() const { return kelvm::any(above(bit_cast<Native<double>>(largest), limit)); }
+  bool any() const { return kelvm::any(above(bit_cast<Native<double>>(largest), P::limit)); }
   BitMask lanes() const { return undecided; }
-
-  static constexpr double limit = 87; // within, the result is a normal float
 
 private:
   Vec<std::uint32_t, vector_bytes / 4> largest{};
   BitMask undecided = 0;
 };
 
-/// A power evaluated in double.
+/// A power by a logarithm in double, base^(y log x): P has that logarithm of a reduced argument, the powers of the
+/// base, and the |y log x| up to which the result is a normal float.
 template <class P> struct PowInDouble : KernelDefaults {
   static constexpr bool spurious_exceptions = !flags_stay;
   static constexpr bool undecided_are_quiet = false; // results out of range
-  template <class V> using ResultTest = RangeTest;
+  template <class V> using ResultTest = RangeTest<P>;
 
-  /// An infinite or NaN y shows in y ln x.
+  /// An infinite or NaN y shows in y log x.
   template <class V> static SignMask<V> special_exponent(V y) {
     return flags_stay ? above(abs(y), largest_finite<float>) : SignMask<V>{};
   }
-  static constexpr float smallest_y = P::exponential == Accuracy::bits21 ? 0x1p-30f : 0x1p-60f;
-  static constexpr float largest_y = largest_finite<float>;
+  static constexpr float smallest_y = 0x1p-60f, largest_y = largest_finite<float>;
 
-  template <class V> static V positive(V x, V y, RangeTest& test) {
-    const auto reduced = log_reduce_floats<RoundedRows>(x);
+  template <class V> static V positive(V x, V y, RangeTest<P>& test) {
+    const auto reduced = log_reduce_floats<typename P::Rows>(x);
     const auto low = exponent<0>(reduced, y, test), high = exponent<1>(reduced, y, test);
-    if constexpr (P::exponential == Accuracy::bits21)
-      return float_exp<exp_core_tables::float_exp_bits21>(float_exp_reduce(low, high));
-    else
-      return narrow(exp_normal<P::exponential>(low), exp_normal<P::exponential>(high));
+    return P::power(low, high);
   }
+  static double exponent(float x, float y) {
+    return double(y) * P::logarithm_of(log_reduce<typename P::Rows>(double(x)));
+  }
+
+private:
+  template <int Half, class Reduced, class V>
+  static Native<double> exponent(const Reduced& x, V y, RangeTest<P>& test) {
+    const Native<double> product = widen<Half>(y) * P::logarithm_of(x.template half<Half>());
+    test.add(product, Half);
+    return product;
+  }
+};
+struct PowA24 : PowInDouble<PowA24> {
+  using Rows = RoundedRows;
+  static constexpr double limit = 87;
+  template <class Reduced> static auto logarithm_of(const Reduced& x) {
+    return logarithm<Natural, Accuracy::bits46>(x);
+  }
+
   static float any(float x, float y) {
-    const double exponent = double(y) * logarithm<Natural, P::natural_logarithm>(log_reduce<RoundedRows>(double(x)));
+    const double exponent = PowInDouble::exponent(x, y);
     if (exponent > 100) return infinity<float>;
     if (exponent < -110) return 0;
-    if (P::exponential == Accuracy::bits21 && abs(exponent) <= RangeTest::limit)
-      return float_exp<exp_core_tables::float_exp_bits21>(float_exp_reduce(zero_unless_within(exponent)));
-    return float(exp_normal<P::exponential>(exponent));
+    return float(exp_normal<Accuracy::bits40>(exponent));
+  }
+  static Native<float> power(Native<double> low, Native<double> high) {
+    const auto f = [](auto exponent) {
+      return exp_normal<Accuracy::bits40>(flags_stay ? zero_unless_within(exponent) : exponent);
+    };
+    return narrow(f(low), f(high));
   }
 
 private:
   template <class D> static D zero_unless_within(D exponent) {
-    SignMask<D> outside = above(abs(exponent), RangeTest::limit);
-    if constexpr (P::exponential == Accuracy::bits21) // rounded to float it may be subnormal; the power is 1
-      outside |= int_bits(abs(exponent)) - int_bits(splat<D>(0x1p-60));
-    return select(outside, D{}, exponent);
+    return select(above(abs(exponent), limit), D{}, exponent);
   }
-  template <int Half, class V>
-  static Native<double> exponent(const LogReducedFloats<RoundedRows>& x, V y, RangeTest& test) {
-    const Native<double> product = widen<Half>(y) * logarithm<Natural, P::natural_logarithm>(x.half<Half>());
-    test.add(product, Half);
-    return flags_stay ? zero_unless_within(product) : product;
-  }
-};
-struct PowA24 : PowInDouble<PowA24> {
-  static constexpr Accuracy natural_logarithm = Accuracy::bits46;
-  static constexpr Accuracy exponential = Accuracy::bits40;
 };
 struct PowA21 : PowInDouble<PowA21> {
-  static constexpr Accuracy natural_logarithm = Accuracy::bits27;
-  static constexpr Accuracy exponential = Accuracy::bits21;
+  /// Without fused operations a longer table saves more than it costs.
+  using Rows = std::conditional_t<has_fused, ShortRows, LongRows>;
+  static constexpr double limit = 125.5;
+  template <class Reduced> static auto logarithm_of(const Reduced& x) {
+    return logarithm<Binary, Accuracy::bits27, Rows>(x);
+  }
+
+  static float any(float x, float y) {
+    const double exponent = PowInDouble::exponent(x, y);
+    return abs(exponent) <= limit ? float_exp2_of_fixed_point(fixed_point(exponent)) : PowA24::any(x, y);
+  }
+  static Native<float> power(Native<double> low, Native<double> high) {
+    return float_exp2_of_fixed_point(fixed_point(low, high));
+  }
 };
 struct PowA11 : KernelDefaults {
   static constexpr float largest_exponent = 87, smallest_y = 0x1p-30f, largest_y = 0x1p100;

@@ -10,7 +10,7 @@ from emit import array, constant, dec, down_to, footer, header, table
 from minimax import UNIT, evaluation_error, minimax, points, to_double, to_float
 
 getcontext().prec = 80
-LN10 = D(10).ln()
+LN10, LN2 = D(10).ln(), D(2).ln()
 
 
 def ln(q):
@@ -63,6 +63,7 @@ SHORT_BITS, SHORT_LOWEST = 4, 0x3FE60
 SHORT_COUNTS = (("bits50", 8), ("bits46", 7), ("bits40", 6), ("bits27", 4))
 MEDIUM_BITS, MEDIUM_LOWEST = 7, 0x3FE6A
 MEDIUM_COUNTS = (("bits50_medium", 5), ("bits40_medium", 4), ("bits27_medium", 3))
+LONG_BITS, LONG_LOWEST = 8, 0x3FE6A
 ONLY_NATURAL = ("bits46",)
 
 
@@ -120,14 +121,21 @@ def middle_tables(rows):
               [(to_double(1 / dec(m)), to_double(ln(m) * scale) if m != 1 else D(0)) for m in rows.middles])
 
 
+def binary_tables(short, long):
+    for rows, name in ((short, ""), (long, "long_")):
+        table(f"inverse_and_{name}log2", "c, -log2 c", [(c, to_double(-ln(c) / LN2) if c != 1 else D(0)) for c in rows.c])
+
+
 def main():
     header("Tables and coefficients of the logarithm core", "log_tables")
-    exact = Rows(8, 0x3FE6A, 9, exact=True)
+    exact = Rows(LONG_BITS, LONG_LOWEST, 9, exact=True)
     exact_tables(exact)
     short = Rows(SHORT_BITS, SHORT_LOWEST, 12)
     medium = Rows(MEDIUM_BITS, MEDIUM_LOWEST, 12)
     rounded_tables(short, medium)
     middle_tables(exact)
+    long = Rows(LONG_BITS, LONG_LOWEST, 20)
+    binary_tables(short, long)
     inv = 1 / LN10
     head = F(int((inv * (1 << 27)).to_integral_value()), 1 << 27)
     constant("inverse_ln10_head", head)
@@ -156,6 +164,8 @@ def main():
                 logarithm(f"log10_{name}", rows, 1, count + 1, inv, "log10(1+r) / r")
     logarithm("ln_bits50_middle", exact.from_middle, 2, 4, D(1), "ln(1+r) / r", leading=[1.0])
     logarithm("log10_bits50_middle", exact.from_middle, 1, 5, inv, "log10(1+r) / r")
+    for name, rows, count in (("bits27", short, 5), ("bits27_long", long, 3)):
+        logarithm(f"log2_{name}", rows, 1, count, 1 / LN2, "log2(1+r) / r")
     c, e = minimax(quotient_series, lambda z: 1 / quotient_series(z), range(6), D(0), D("0.2001") ** 2)
     array("ln_by_quotient", f"ln m / s, s = (m - 1) / (m + 1), by powers of s^2, |s| <= 1/5; errors of ln m: {e}", c)
     single = (D(-1) / 3, D(1) / 3)
