@@ -98,9 +98,9 @@ template <Accuracy A> struct InFloat {
     const V r = select(steep, x, y) / select(steep, y, x), z = r * r;
     const V series = [z] {
       if constexpr (A == Accuracy::bits21)
-        return estrin(z, inverse_trig::atan_bits21);
+        return estrin<1>(z, inverse_trig::atan_bits21);
       else
-        return estrin(z, inverse_trig::atan_bits11);
+        return estrin<1>(z, inverse_trig::atan_bits11);
     }();
     const V t = mul_add(r * z, series, r);
     return select(steep, float(0.5 * pi) - t, t);

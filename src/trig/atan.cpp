@@ -1,4 +1,4 @@
-// Arc tangent, computed of |x|.
+// Arc tangent, but for A21 and A11 computed of |x|.
 //
 // Double (trig/atan_core.hpp): for A53 atan c has a tail, and r is below 2^-7 of the result, so that its three
 // roundings cost 0.03 ulp together. Where c = 0 nothing but the final sum and a term below 2^-9 of it is rounded. A50
@@ -8,7 +8,7 @@
 // the result; the table, three operations): 2^-42.2. 2^-40 decides the rounding to float of all but one element in
 // 30000; the others are computed to 2^-56 and rounded once: correctly rounded everywhere. A21 and A11: in float
 // arithmetic, without a table: atan x = pi/2 - atan(1/x) where |x| > 1, and an odd polynomial on [-1, 1]. The pi/2 is
-// the float below pi/2, so that no finite x gives more. Errors 2^-21.9 and 2^-11.9.
+// the float below pi/2, so that no finite x gives more. Errors 2^-21.2 and 2^-11.9.
 //
 // Exceptional inputs: infinities give pi/2 rounded, which is what doubles from 2^900 on are rounded to as well; NaN is
 // quieted.
@@ -53,12 +53,11 @@ struct AtanA24 : Atan<float> {
 template <auto& Series> struct AtanSingle : Atan<float> {
   static constexpr Magnitudes ordinary{0x1p-28, 0x1p28};
   template <class V> static V formula(V x) {
-    const V t = abs(x), one = splat<V>(1);
-    const auto steep = t > one;
-    const V q = smaller_of(t, one) / larger_of(t, one);
-    const V z = q * q;
-    const V angle = mul_add(q * z, by_pairs(z, Series), q);
-    return flip_sign(select(steep, pi_below<float> / 2 - angle, angle), sign_of(x));
+    const V one = splat<V>(1);
+    const auto steep = abs(x) > one;
+    const V q = select(steep, splat<V>(-1), x) / select(steep, x, one);
+    const V turn = with_sign(zero_unless(steep, splat<V>(pi_below<float> / 2)), sign_of(x));
+    return mul_add(q, atan_ratio<Series>(q * q), turn);
   }
 };
 

@@ -192,8 +192,18 @@ template <Accuracy A, class V> inline auto angle(V y, V x) {
   }
 }
 
+/// atan(q) / q, z = q^2, |q| <= 1, by a series for the whole interval.
+template <auto& Series, class V> inline V atan_ratio(V z) {
+  if constexpr (sizeof(Lane<V>) == 8)
+    return estrin(z, Series);
+  else if constexpr (std::size(Series) <= 4)
+    return horner(z, Series);
+  else
+    return by_pairs(z, Series); // higher powers underflow
+}
+
 /// The angle of (x, y) from the quotient of the smaller part by the larger one, without a table, not both 0: with
-/// atan_bits21 or atan_bits11 for the series, in float, errors 2^-21.9 and 2^-11.9, with atan_whole_bits27, in double,
+/// atan_bits21 or atan_bits11 for the series, in float, errors 2^-21.2 and 2^-11.9, with atan_whole_bits27, in double,
 /// 2^-31.
 template <auto& Series, class V> inline V angle_by_quotient(V y, V x) {
   using T = Lane<V>;
@@ -201,12 +211,10 @@ template <auto& Series, class V> inline V angle_by_quotient(V y, V x) {
   const auto steep = up > right;
   const auto left = x < V{};
   const V q = smaller_of(up, right) / select(steep, up, right);
-  const V z = q * q;
-  const V series = sizeof(T) == 8 ? estrin(z, Series) : by_pairs(z, Series); // of a float higher powers underflow
-  const V t = mul_add(q * z, series, q);
   const V base = select(steep, splat<V>(pi_below<T> / 2), zero_unless(left, splat<V>(pi_below<T>)));
-  const V turned = flip_sign(t, sign_of(zero_unless(left, x)) ^ sign_of(zero_unless(steep, splat<V>(T(-0.0)))));
-  return flip_sign(base + turned, sign_of(y));
+  const std::remove_const_t<decltype(left)> backwards = left ^ steep;
+  const V turned = flip_sign(q, bits(zero_unless(backwards, splat<V>(T(-0.0)))));
+  return flip_sign(mul_add(turned, atan_ratio<Series>(q * q), base), sign_of(y));
 }
 
 /// The arc tangent of t, 0 <= t < 2^1000, never above pi/2 rounded to double: `full`, within 0.54 ulp, or the error

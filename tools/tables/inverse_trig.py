@@ -4,7 +4,7 @@ from decimal import Decimal as D, getcontext
 from fractions import Fraction as F
 
 from emit import array, dec, decimal_pi, footer, header, table
-from minimax import minimax, to_double, to_float
+from minimax import UNIT, evaluation_error, minimax, points, to_double, to_float
 
 getcontext().prec = 80
 PI = decimal_pi()
@@ -107,7 +107,9 @@ def main():
                                ("atan_bits11", 3, "float")):
         c, e = minimax(whole_atan, lambda z: z / (1 + z * whole_atan(z)), range(count), D(0), D(1),
                        to_double if ctype == "double" else to_float)
-        array(name, f"(atan(r) / r - 1) / z, z = r^2, 0 <= r <= 1; errors of the result: {e}", c, ctype)
+        c, zs = [1.0, *c], points(D(0), D(1), 200)
+        e.evaluation = evaluation_error(c, zs, [1 / (1 + z * whole_atan(z)) for z in zs], UNIT[ctype])
+        array(name, f"atan(r) / r by powers of r^2, 0 <= r <= 1; errors: {e}", c, ctype)
     c, e = minimax(lambda z: asin_series(z, 1) - D(3) / 16, lambda z: z * asin_weight(z), range(13), D(0), D("0.25"),
                    to_double)
     array("asin_full", f"(asin(s) / s - 1) / z - 3/16, z = s^2 <= 1/4; errors of the result: {e}", c)
