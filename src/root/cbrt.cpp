@@ -61,13 +61,13 @@ template <class T, const auto& Cbrt, const auto& InverseCbrt> struct OneStep {
   template <class V> static V cbrt(V x) {
     const V r = first_guess<3>(x);
     const V c = (x * r) * r;
-    return c * estrin(sub_mul(splat<V>(1), c, r), Cbrt);
+    return c * by_pairs(sub_mul(splat<V>(1), c, r), Cbrt);
   }
   template <class V> static V inverse(V x) { return inverse_root<3>(x, InverseCbrt); }
   template <class V> static V power_2_3(V x) {
     const V r = first_guess<3>(x);
     const V y = x * r;
-    return y * estrin(sub_mul(splat<V>(1), y, r * r), InverseCbrt);
+    return y * by_pairs(sub_mul(splat<V>(1), y, r * r), InverseCbrt);
   }
 };
 using A26 = OneStep<double, cbrt_26, inverse_cbrt_26>;

@@ -25,7 +25,7 @@ template <int N, class V> inline V first_guess(V x) {
     return from_bits<V>(B(0x553EE96222F32195) - multiply_low_halves(bits(x) >> 32, splat<Bits<V>>(0x55555556)));
   } else {
     constexpr float third = 0x1.555556p-2f;
-    return bit_cast<V>(convert<Int<V>>(float(0x54A1F5BB) - convert<V>(int_bits(x)) * third));
+    return bit_cast<V>(convert<Int<V>>(sub_mul(splat<V>(float(0x54A1F5BB)), convert<V>(int_bits(x)), splat<V>(third))));
   }
 }
 
@@ -40,7 +40,7 @@ template <int N, class V> inline V residual(V x, V r) {
 /// x^(-1/N) as refined by the coefficients, which name their accuracy.
 template <int N, class V, int M> inline V inverse_root(V x, const Lane<V> (&c)[M]) {
   const V r = first_guess<N>(x);
-  return r * estrin(residual<N>(x, r), c);
+  return r * by_pairs(residual<N>(x, r), c);
 }
 
 /// The bits of s and 1 / s add up to about this, as above: within 2^-9.6 everywhere after a step of Newton's, or
