@@ -31,7 +31,7 @@ setup(
     cmdclass={"build_py": BuildWithAccuracy},
     ext_modules=[
         Extension(
-            "kelvm._core", ["src/core.cpp"], depends=["src/instructions.hpp", "src/loops.hpp"],
+            "kelvm._core", ["src/core.cpp"], depends=["src/instructions.hpp", "src/loops.hpp", "src/near.hpp"],
             include_dirs=["src", str(TREE / "src"), numpy.get_include()],
             libraries=["kelvm"], library_dirs=libraries, runtime_library_dirs=libraries,
             extra_compile_args=["-std=c++20", "-O2", "-msse4.1", *pkg_config("--cflags")])

@@ -3,6 +3,8 @@
 // that stay in the first-level cache.
 #pragma once
 
+#include "near.hpp"
+
 #include <algorithm>
 #include <bit>
 #include <cfenv>
@@ -22,6 +24,9 @@ inline constexpr npy_intp longest_call = npy_intp(1) << 30;
 /// Bytes of a block, for each operand. Elements that lie this far apart come in shorter blocks: their lines of the
 /// cache shall stay, and a short block is read while the one before is written.
 inline constexpr npy_intp block_bytes = 4096, short_block_bytes = 1024, far_step = 32;
+
+/// The least number of elements that AVX-512 moves.
+inline constexpr npy_intp least_for_registers = 16;
 
 /// How a source lies to a destination, in the order of the elements.
 enum class Overlap {
@@ -67,7 +72,7 @@ template <int step> [[gnu::always_inline]] inline __m128 four_near(const char* f
 }
 
 /// Such floats while there are eight. How many were moved.
-template <int step> npy_intp gather_near(const char* from, npy_intp n, float* to) {
+template <int step> npy_intp gather_by_shuffles(const char* from, npy_intp n, float* to) {
   npy_intp i = 0;
   for (; i + 8 <= n; i += 8) {
     _mm_storeu_ps(to + i, four_near<step>(from + i * step));
@@ -76,27 +81,27 @@ template <int step> npy_intp gather_near(const char* from, npy_intp n, float* to
   return i;
 }
 
-inline npy_intp gather_near(const char* from, npy_intp step, npy_intp n, float* to) {
+inline npy_intp gather_by_shuffles(const char* from, npy_intp step, npy_intp n, float* to) {
   switch (step) {
   case -12:
-    return gather_near<-12>(from, n, to);
+    return gather_by_shuffles<-12>(from, n, to);
   case -8:
-    return gather_near<-8>(from, n, to);
+    return gather_by_shuffles<-8>(from, n, to);
   case -4:
-    return gather_near<-4>(from, n, to);
+    return gather_by_shuffles<-4>(from, n, to);
   case 8:
-    return gather_near<8>(from, n, to);
+    return gather_by_shuffles<8>(from, n, to);
   case 12:
-    return gather_near<12>(from, n, to);
+    return gather_by_shuffles<12>(from, n, to);
   default:
     return 0;
   }
 }
 
 /// Elements with a step in bytes, side by side. Four in a round, so that the next address is not a cycle an element.
-template <class T> void gather(const char* from, npy_intp step, npy_intp n, T* to) {
+template <class T> void gather_singly(const char* from, npy_intp step, npy_intp n, T* to) {
   if constexpr (std::is_same_v<T, float>) {
-    const npy_intp moved = gather_near(from, step, n, to);
+    const npy_intp moved = gather_by_shuffles(from, step, n, to);
     from += moved * step, to += moved, n -= moved;
   }
   const npy_intp three = 3 * step, four = 4 * step;
@@ -105,6 +110,18 @@ template <class T> void gather(const char* from, npy_intp step, npy_intp n, T* t
     to[0] = a, to[1] = b, to[2] = c, to[3] = d;
   }
   for (; n > 0; --n, from += step) *to++ = load<T>(from);
+}
+
+/// By registers of AVX-512 as far as these go. Apart, and last in gather, for short arrays should not pay for it.
+template <class T> [[gnu::noinline]] void gather_many(const char* from, npy_intp step, npy_intp n, T* to) {
+  const npy_intp moved = gather_near<sizeof(T)>(from, step, n, reinterpret_cast<char*>(to));
+  gather_singly(from + moved * step, step, n - moved, to + moved);
+}
+
+template <class T> void gather(const char* from, npy_intp step, npy_intp n, T* to) {
+  if constexpr (sizeof(T) <= 8)
+    if (n >= least_for_registers && has_avx512) return gather_many(from, step, n, to);
+  gather_singly(from, step, n, to);
 }
 
 /// One element at least n times, 64 bytes at once.
@@ -116,7 +133,7 @@ template <class T> void fill(const char* from, npy_intp n, T* to) {
 }
 
 /// The results to elements with a step.
-template <class T> void scatter(const T* from, npy_intp n, char* to, npy_intp step) {
+template <class T> void scatter_singly(const T* from, npy_intp n, char* to, npy_intp step) {
   const npy_intp three = 3 * step, four = 4 * step;
   for (; n >= 4; n -= 4, from += 4, to += four) {
     std::memcpy(to, from, sizeof(T));
@@ -125,6 +142,17 @@ template <class T> void scatter(const T* from, npy_intp n, char* to, npy_intp st
     std::memcpy(to + three, from + 3, sizeof(T));
   }
   for (; n > 0; --n, to += step) std::memcpy(to, from++, sizeof(T));
+}
+
+template <class T> [[gnu::noinline]] void scatter_many(const T* from, npy_intp n, char* to, npy_intp step) {
+  const npy_intp moved = scatter_near<sizeof(T)>(reinterpret_cast<const char*>(from), n, to, step);
+  scatter_singly(from + moved, n - moved, to + moved * step, step);
+}
+
+template <class T> void scatter(const T* from, npy_intp n, char* to, npy_intp step) {
+  if constexpr (sizeof(T) <= 8)
+    if (n >= least_for_registers && has_avx512) return scatter_many(from, n, to, step);
+  scatter_singly(from, n, to, step);
 }
 
 /// The operands of a loop: args and steps have `sources` operands of type S, then `destinations` of type D.
