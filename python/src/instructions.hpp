@@ -205,7 +205,8 @@ void through_registers(char* const* args, npy_intp n, const npy_intp* steps, boo
   const npy_intp x_step = steps[0], y_step = steps[sources - 1], z_step = steps[sources];
   Words underflow{};
   // A sum of scalars takes less than the collection of its operands.
-  if (sources == 2 && gaps == Gaps::any && scatter && !Op::divides) one_by_one = true;
+  constexpr bool scalars = sources == 2 && gaps == Gaps::any && scatter && !Op::divides;
+  if (scalars) one_by_one = true;
   for (; !one_by_one && n >= together; n -= together) {
     These these;
     V found[registers];
@@ -225,18 +226,21 @@ void through_registers(char* const* args, npy_intp n, const npy_intp* steps, boo
     unrolled<registers>([&](int r) { spread<E, scatter>(found[r], z + r * lanes * z_step, z_step); });
     x += together * x_step, y += together * y_step, z += together * z_step;
   }
-  for (; n > 0; --n) {
+  const auto next = [&](int i) {
     These these;
-    these.of[0][0] = collect_one<E, Op::divides>(x);
-    if (sources == 2) these.of[0][sources - 1] = collect_one<E, Op::divides>(y);
+    these.of[0][0] = collect_one<E, Op::divides>(x + i * x_step);
+    if (sources == 2) these.of[0][sources - 1] = collect_one<E, Op::divides>(y + i * y_step);
     V found = these.result(0);
     if constexpr (Op::has_exceptional)
       if (any(these.exceptional(0, found), V())) [[unlikely]]
         found = these.by_function(0, 1, call);
     if constexpr (Op::has_exact_underflow) underflow |= Op::underflows(these.of[0][0]);
-    std::memcpy(z, &found, sizeof(E));
-    x += x_step, y += y_step, z += z_step;
-  }
+    std::memcpy(z + i * z_step, &found, sizeof(E));
+  };
+  const auto go_on = [&](int count) { n -= count, x += count * x_step, y += count * y_step, z += count * z_step; };
+  if (scalars)
+    while (n >= 3) unrolled<3>(next), go_on(3);
+  while (n > 0) next(0), go_on(1);
   if (any(underflow, V())) [[unlikely]]
     std::feraiseexcept(FE_UNDERFLOW);
 }
