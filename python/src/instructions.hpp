@@ -252,15 +252,17 @@ template <class Op, class E, class Call>
   if (n <= 0) return;
   const Operands<E, sources, E, 1> operands(args, n, steps, false);
   // The library has the wider registers. They win where no source has gaps but is one value for all elements, where
-  // AVX-512 moves many elements in little time (backwards, and results that are floats and lie near each other), and
-  // where the divider takes the time, unless each element is in another line of the cache: with doubles, but for
-  // quotients where all operands have gaps, and with roots of floats that go to a place without gaps.
+  // many elements are moved in little time (floats backwards; with AVX-512 doubles, too, and results that are floats
+  // and lie near each other), and where the divider takes the time, unless each element is in another line of the
+  // cache: with doubles, but for quotients where all operands have gaps, and with roots of floats that go to a place
+  // without gaps.
   bool without_gaps = operands.direct[sources] && operands.worst <= Overlap::same;
   bool all_have_gaps = true, in_few_lines = true;
-  bool moved_by_masks = has_avx512 && n >= 128 && operands.worst <= Overlap::same;
+  constexpr bool floats = std::is_same_v<E, float>;
+  bool quick_to_move = (has_avx512 || floats) && n >= 128 && operands.worst <= Overlap::same;
   for (int k = 0; k <= sources; ++k) {
-    const int most_apart = sizeof(E) == 4 && k == sources ? 3 : 1;
-    moved_by_masks &= steps[k] == 0 || std::abs(steps[k]) <= most_apart * npy_intp(sizeof(E));
+    const int most_apart = has_avx512 && floats && k == sources ? 3 : 1;
+    quick_to_move &= steps[k] == 0 || std::abs(steps[k]) <= most_apart * npy_intp(sizeof(E));
     without_gaps &= operands.direct[k] || steps[k] == 0;
     all_have_gaps &= !operands.direct[k];
     in_few_lines &= std::abs(steps[k]) < cache_line;
@@ -269,7 +271,7 @@ template <class Op, class E, class Call>
       Op::divides && in_few_lines &&
       (of_floats<Register<E>> ? Op::is_root && operands.direct[sources] : Op::is_root || !all_have_gaps);
   const bool usual_mode = (_mm_getcsr() & mode_mask) == 0;
-  if (without_gaps || moved_by_masks || divider_takes_longest || !usual_mode) return operands.run(n, call);
+  if (without_gaps || quick_to_move || divider_takes_longest || !usual_mode) return operands.run(n, call);
   const bool one_by_one = operands.worst == Overlap::dependent;
   const auto steps_of_sources_are = [=](npy_intp wanted) {
     return std::all_of(steps, steps + sources, [=](npy_intp step) { return step == wanted; });

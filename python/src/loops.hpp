@@ -87,8 +87,6 @@ inline npy_intp gather_by_shuffles(const char* from, npy_intp step, npy_intp n, 
     return gather_by_shuffles<-12>(from, n, to);
   case -8:
     return gather_by_shuffles<-8>(from, n, to);
-  case -4:
-    return gather_by_shuffles<-4>(from, n, to);
   case 8:
     return gather_by_shuffles<8>(from, n, to);
   case 12:
@@ -98,12 +96,29 @@ inline npy_intp gather_by_shuffles(const char* from, npy_intp step, npy_intp n, 
   }
 }
 
+/// Elements the other way round: the step of one side is their size, that of the other minus that. How many were moved.
+template <class T>
+[[gnu::always_inline]] inline npy_intp reverse(const char* from, npy_intp from_step, npy_intp n, char* to,
+                                               npy_intp to_step) {
+  constexpr npy_intp lanes = 16 / sizeof(T), last = lanes - 1;
+  const auto move = [=](npy_intp i) {
+    const auto x = load<__m128>(from + i * from_step + std::min<npy_intp>(0, last * from_step));
+    const auto reversed =
+        sizeof(T) == 4 ? _mm_shuffle_ps(x, x, _MM_SHUFFLE(0, 1, 2, 3)) : _mm_shuffle_ps(x, x, _MM_SHUFFLE(1, 0, 3, 2));
+    std::memcpy(to + i * to_step + std::min<npy_intp>(0, last * to_step), &reversed, sizeof reversed);
+  };
+  npy_intp i = 0;
+  for (; i + 4 * lanes <= n; i += 4 * lanes) move(i), move(i + lanes), move(i + 2 * lanes), move(i + 3 * lanes);
+  return i;
+}
+
 /// Elements with a step in bytes, side by side. Four in a round, so that the next address is not a cycle an element.
 template <class T> void gather_singly(const char* from, npy_intp step, npy_intp n, T* to) {
-  if constexpr (std::is_same_v<T, float>) {
-    const npy_intp moved = gather_by_shuffles(from, step, n, to);
-    from += moved * step, to += moved, n -= moved;
-  }
+  constexpr npy_intp size = sizeof(T);
+  const auto go_on = [&](npy_intp moved) { from += moved * step, to += moved, n -= moved; };
+  if constexpr (size <= 8)
+    if (step == -size) go_on(reverse<T>(from, -size, n, reinterpret_cast<char*>(to), size));
+  if constexpr (std::is_same_v<T, float>) go_on(gather_by_shuffles(from, step, n, to));
   const npy_intp three = 3 * step, four = 4 * step;
   for (; n >= 4; n -= 4, from += four, to += 4) {
     const T a = load<T>(from), b = load<T>(from + step), c = load<T>(from + 2 * step), d = load<T>(from + three);
@@ -134,6 +149,13 @@ template <class T> void fill(const char* from, npy_intp n, T* to) {
 
 /// The results to elements with a step.
 template <class T> void scatter_singly(const T* from, npy_intp n, char* to, npy_intp step) {
+  constexpr npy_intp size = sizeof(T);
+  if constexpr (size <= 8) {
+    if (step == -size) {
+      const npy_intp moved = reverse<T>(reinterpret_cast<const char*>(from), size, n, to, -size);
+      from += moved, to += moved * step, n -= moved;
+    }
+  }
   const npy_intp three = 3 * step, four = 4 * step;
   for (; n >= 4; n -= 4, from += 4, to += four) {
     std::memcpy(to, from, sizeof(T));

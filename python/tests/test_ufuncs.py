@@ -73,7 +73,7 @@ def test_bits_do_not_depend_on_the_layout(level):
             results = ufunc(*changed)
             check(tuple(r.ravel() for r in results) if ufunc.nout > 1 else results.ravel(), layout)
 
-        for step in (2, 17):
+        for step in (2, 3, 4, 17, -1, -2):
             for given in sources, [strided(s, step) for s in sources]:
                 out = tuple(strided(np.full_like(e, 7), step) for e in expected)
                 check(ufunc(*given, out=out), f"out with step {step}")
