@@ -9,8 +9,8 @@
 // and the quotient's remainder is exact. Without them the product T t, at most 0.05, is rounded, which costs 0.03 ulp
 // of 1 - T t, and the quotient has 26 bits, so that its product with the denominator, taken in two pieces, is exact.
 //
-// A50, in units of 2^-53: r 2 at most, which counts fully next to the zeros and poles alone, elsewhere 1 and by up to
-// 1.6; r^2 0.5, N 0.7, its product 1, D 1.2, the quotient 1, the fit 0.3.
+// A50, in units of 2^-53: r 2 next to the zeros and poles, elsewhere 1, which counts up to 1.6 times; r^2 0.5, N 0.7,
+// its product 1, D 1.2, the quotient 1, the fit 0.3.
 #include "exact/double_word.hpp"
 #include "frame/export.hpp"
 #include "kelvm/trig.h"

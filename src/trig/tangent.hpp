@@ -13,6 +13,8 @@
 #include "trig/sine_cosine.hpp"
 #include "trig/trig_fits.hpp"
 
+#include <array>
+
 namespace kelvm::inline KELVM_BUILD {
 
 /// The tangent of any finite double to about 2^-58, hi rounded.
@@ -66,7 +68,7 @@ inline constexpr auto parts_of_half_pi = [] {
     return std::array{1.5703125f, 0x1.fb4p-12f, 0x1.444p-24f, 0x1.68c234p-39f};
 }();
 
-/// |x| < 90112, of floats 10000. A remainder without tail: two roundings of it, where it is not small one.
+/// |x| < 90112, of floats 10000. The remainder has no tail: one rounding, next to multiples of pi/2 two.
 template <class V> inline QuarterTurns<V> quarter_turns(V x) {
   using T = Lane<V>;
   const V constant = splat<V>(-rounding_constant<T>); // negative so that one serves both steps
