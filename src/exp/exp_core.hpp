@@ -254,7 +254,7 @@ template <class I> inline auto float_exp2_of_fixed_point(I n) {
   const I fraction = bit_cast<I>(bit_cast<Bits<V>>(n) << 9) >> 9;
   const V f = convert<V>(fraction);
   const V power = mul_add(f, estrin(f, exp_core_tables::float_exp2_bits21), splat<V>(1));
-  return from_bits<V>(bits(power) + bit_cast<Bits<V>>(n - fraction));
+  return from_bits<V>(bits(power) + (bit_cast<Bits<V>>(n) - bit_cast<Bits<V>>(fraction))); // wraps for any n
 }
 
 /// e^x - 1 for |x| <= 87, with relative errors below 2^-21 and 2^-11.
